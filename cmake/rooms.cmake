@@ -1,0 +1,47 @@
+# The name of a source says what it is for: x_test.cpp tests, x_windows.cpp and x_posix.cpp are the
+# leaf sources of one system, the rest is plain.
+if(WIN32)
+  set(DOZEWELL_SYSTEM windows)
+else()
+  set(DOZEWELL_SYSTEM posix)
+endif()
+
+# room_sources(VARIABLE KIND FOLDER...): the sources of a kind in some folders. PLAIN: no tests, no
+# leaves; LEAF: this system's leaves; TEST: tests of plain sources; LEAF_TEST: tests of this
+# system's leaves.
+function(room_sources variable kind)
+  set(found "")
+  foreach(folder IN LISTS ARGN)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+    list(APPEND found ${sources})
+  endforeach()
+  set(leaf "_(windows|posix)\\.cpp$")
+  set(leaf_test "_(windows|posix)_test\\.cpp$")
+  if(kind STREQUAL "PLAIN")
+    list(FILTER found EXCLUDE REGEX "_test\\.cpp$")
+    list(FILTER found EXCLUDE REGEX ${leaf})
+  elseif(kind STREQUAL "LEAF")
+    list(FILTER found INCLUDE REGEX "_${DOZEWELL_SYSTEM}\\.cpp$")
+  elseif(kind STREQUAL "TEST")
+    list(FILTER found INCLUDE REGEX "_test\\.cpp$")
+    list(FILTER found EXCLUDE REGEX ${leaf_test})
+  elseif(kind STREQUAL "LEAF_TEST")
+    list(FILTER found INCLUDE REGEX "_${DOZEWELL_SYSTEM}_test\\.cpp$")
+  else()
+    message(FATAL_ERROR "room_sources: no kind ${kind}")
+  endif()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# header_library(NAME HEADER): an interface library for a header-only library of the build machine.
+# A cross build must see that library's headers and none of the machine's own, so they are reached
+# through a folder that holds nothing else.
+function(header_library name header)
+  get_filename_component(folder ${header} DIRECTORY)
+  find_path(${name}_headers ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  set(private ${CMAKE_BINARY_DIR}/headers/${name})
+  file(MAKE_DIRECTORY ${private})
+  file(CREATE_LINK ${${name}_headers}/${folder} ${private}/${folder} SYMBOLIC COPY_ON_ERROR)
+  add_library(${name} INTERFACE)
+  target_include_directories(${name} SYSTEM INTERFACE ${private})
+endfunction()

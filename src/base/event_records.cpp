@@ -1,0 +1,20 @@
+#include "base/event_records.h"
+
+#include <utility>
+
+#include "base/clock.h"
+
+namespace dozewell {
+
+SMEventData::SMEventData(SMEvent eventId)
+    : event(eventId), time{-1, -1, -1, -1, -1, -1, -1, -1, -1} {
+  LocalTimeNow(time);
+}
+
+ParamChangeEventData::ParamChangeEventData(std::string&& parameter)
+    : SMEventData(SMEvent::ParamChanging), param(std::move(parameter)) {
+  // Whatever the string class does with short texts, the caller's is empty afterwards.
+  parameter.clear();
+}
+
+}  // namespace dozewell

@@ -1,0 +1,51 @@
+#ifndef DOZEWELL_BASE_FILE_H_
+#define DOZEWELL_BASE_FILE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dozewell {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+// Null when the file could not be opened.
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// The path that the system names with these bytes (UTF-8 on Windows, any bytes elsewhere). Paths
+// are wide throughout and separated by backslashes; where the system's separator is another, a
+// backslash of its own is carried through as WidenUtf8 carries a byte that is not UTF-8.
+std::wstring PathFromSystem(std::string_view name);
+
+// Opens a file with fopen's modes.
+File OpenFile(const std::wstring& path, const char* mode);
+
+// The size in bytes of an open file, or -1. The position is kept.
+int64_t SizeOfFile(std::FILE* file);
+
+// Deletes a file; false when that failed, a missing file included.
+bool RemoveFile(const std::wstring& path);
+
+// Moves a file to another name on the same volume, over a file of that name.
+bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement);
+
+// The whole content of a file, or nothing when it does not open or cannot be read.
+std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path);
+
+// Truncates or creates a file and writes it in one write; false when it does not open or not all
+// could be written.
+bool WriteWholeFile(const std::wstring& path, const void* data, size_t size);
+
+// `folder` and `name` with exactly one backslash between them. Throws
+// std::out_of_range("invalid string position") for an empty folder.
+std::wstring PathInFolder(const std::wstring& folder, const wchar_t* name);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_BASE_FILE_H_

@@ -1,0 +1,47 @@
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "base/file.h"
+#include "base/utf8.h"
+
+namespace dozewell {
+namespace {
+
+std::string SystemPath(std::wstring path) {
+  std::replace(path.begin(), path.end(), L'\\', L'/');
+  return NarrowToUtf8(path);
+}
+
+}  // namespace
+
+std::wstring PathFromSystem(std::string_view name) {
+  std::wstring path = WidenUtf8(name);
+  for (wchar_t& c : path) {
+    if (c == L'\\') {
+      c = static_cast<wchar_t>(kEscapedByte + L'\\');
+    } else if (c == L'/') {
+      c = L'\\';
+    }
+  }
+  return path;
+}
+
+File OpenFile(const std::wstring& path, const char* mode) {
+  return File(std::fopen(SystemPath(path).c_str(), mode));
+}
+
+int64_t SizeOfFile(std::FILE* file) {
+  struct stat status;
+  // Opening a folder for reading succeeds here, and only here.
+  if (fstat(fileno(file), &status) != 0 || S_ISDIR(status.st_mode)) return -1;
+  return status.st_size;
+}
+
+bool RemoveFile(const std::wstring& path) { return std::remove(SystemPath(path).c_str()) == 0; }
+
+bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement) {
+  return std::rename(SystemPath(replacement).c_str(), SystemPath(path).c_str()) == 0;
+}
+
+}  // namespace dozewell

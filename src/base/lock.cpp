@@ -1,0 +1,7 @@
+#include "base/lock.h"
+
+namespace dozewell {
+
+Lock EngineLock;
+
+}  // namespace dozewell

@@ -1,0 +1,88 @@
+#ifndef DOZEWELL_PREDICTION_ARBITRARY_CYCLE_PROBABILITY_TRACKER_H_
+#define DOZEWELL_PREDICTION_ARBITRARY_CYCLE_PROBABILITY_TRACKER_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "prediction/configurations.h"
+#include "prediction/probability_map.h"
+#include "prediction/slot_probability.h"
+#include "prediction/time_line.h"
+#include "prediction/tracker.h"
+#include "prediction/tracker_data.h"
+
+namespace dozewell {
+
+// Minutes that a stretch of idle slots must last to be worth hibernating for.
+constexpr int32_t kIdleStretchMinutes = 30;
+
+// Learns how likely a machine is to be in use in each slot of a repeating cycle of days. Slot 0
+// begins with the cycle that began at 1970-01-01 00:00. Not thread-safe.
+//
+// Probabilities are kept for all slots and brought up to date as events come in, so that a
+// prediction only searches.
+class ArbitraryCycleProbabilityTracker : public ITracker {
+ public:
+  // A tracker that has learnt nothing. The configuration is not owned and must outlive it. Throws
+  // FixedTextException when the configuration gives no usable cycle or no weights.
+  explicit ArbitraryCycleProbabilityTracker(IConfigurations* configuration);
+
+  // A tracker that goes on from what another has learnt. Throws as above, and for data of another
+  // version or shape.
+  ArbitraryCycleProbabilityTracker(IConfigurations* configuration, TrackerDataPtr data);
+
+  void ProcessEvent(const TimeLineEvent& event) override;
+  const TrackerData* GetData() override { return data_.get(); }
+  void ReloadParameters(std::string section) override;
+  std::vector<PredictionRecord> GetPredictions(const tm& time) override;
+  std::vector<PredictionRecord> PredictHibernate(const tm& time) override;
+  std::vector<PredictionRecord> PredictWake(const tm& time) override;
+  // kUnknownProbability for a slot outside the cycle too.
+  float GetSlotProbability(int slot) override;
+
+  // The observations behind a slot's probability, which must be one of the cycle.
+  Observations SlotObservations(int slot) const;
+  // The fractions at or above which a slot counts as in use, and below which as idle.
+  float StrengthHigh() const { return strengthHigh_; }
+  float StrengthLow() const { return strengthLow_; }
+
+ private:
+  void ReloadWeights();
+  void ReloadStrengths();
+  float ReadStrength(const char* key);
+
+  bool PoolsDays() const;
+  void EstimateSlots(int64_t first, int64_t last);
+  void EstimateAllSlots();
+  void SetObservations(int slot, const Observations& observations);
+
+  // The slots, first to last, that a stretch of time marks; last may lie in the next cycle.
+  struct SlotRange {
+    int64_t first;
+    int64_t last;
+  };
+  std::optional<SlotRange> InactiveSlots(int64_t start, int64_t end) const;
+  std::optional<SlotRange> InUseSlots(int64_t start, int64_t end) const;
+  void MarkSlots(const SlotRange& range, bool inUse, int64_t start);
+
+  int SlotAt(int64_t seconds) const;
+  int32_t MinutesToIdle(int64_t seconds);
+  std::optional<PredictionRecord> NextUse(int64_t seconds);
+
+  IConfigurations* configuration_;
+  TrackerDataPtr data_;
+  ObservationWeights weights_;
+  float strengthHigh_ = 0.0F;
+  float strengthLow_ = 0.0F;
+  int32_t idleRunLength_ = 0;
+  int32_t dayGrouping_ = 0;
+  DayGroups dayGroups_{0};
+  // Follows from what stands above it.
+  ProbabilityMap probabilities_;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_PREDICTION_ARBITRARY_CYCLE_PROBABILITY_TRACKER_H_

@@ -1,0 +1,47 @@
+#ifndef DOZEWELL_PREDICTION_CONFIGURATIONS_H_
+#define DOZEWELL_PREDICTION_CONFIGURATIONS_H_
+
+#include <cstdint>
+#include <string>
+
+namespace dozewell {
+
+// The section that holds the predictor's values.
+constexpr const char* kPredictorSection = "CyclicProbabilityPredictor";
+
+// The time resolution when none is configured.
+constexpr uint32_t kNoTimeResolution = 0xFFFFFFFF;
+
+// Hears of changed parameters. One listener at a time; called on the thread that posted the change.
+class IConfigurationsListener {
+ public:
+  virtual void OnConfigurationChanged(std::string section) = 0;
+
+ protected:
+  ~IConfigurationsListener() = default;
+};
+
+// Where the prediction engine reads its parameters from. No operation fails: what is absent reads
+// as the empty text, kNoTimeResolution or false.
+class IConfigurations {
+ public:
+  virtual std::string GetValue(std::string section, std::string key) = 0;
+  // Minutes per time slot.
+  virtual uint32_t GetTimeResolution() = 0;
+  virtual bool IsDynamicHAEnabled() = 0;
+  // The folder of the program's data, wide, with or without a backslash at its end.
+  virtual std::wstring GetDataFolder() = 0;
+  // Sets the one listener, which is not owned, in place of any earlier one.
+  virtual void RegisterListener(IConfigurationsListener* listener) = 0;
+  virtual void UnregisterListener() = 0;
+
+ protected:
+  ~IConfigurations() = default;
+};
+
+// The number that a value of the predictor's section holds, or `missing` when it is absent.
+int32_t ReadPredictorNumber(IConfigurations& configuration, const char* key, int32_t missing);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_PREDICTION_CONFIGURATIONS_H_

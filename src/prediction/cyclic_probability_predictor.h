@@ -1,0 +1,61 @@
+#ifndef DOZEWELL_PREDICTION_CYCLIC_PROBABILITY_PREDICTOR_H_
+#define DOZEWELL_PREDICTION_CYCLIC_PROBABILITY_PREDICTOR_H_
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "prediction/configurations.h"
+#include "prediction/data_file.h"
+#include "prediction/historian.h"
+#include "prediction/predictor.h"
+#include "prediction/tracker.h"
+
+namespace dozewell {
+
+// The name of the predictor's file in the data folder.
+constexpr const wchar_t* kDataFileName = L"cpredict.z7";
+
+// A tracker with a life beyond the process: it learns from the historian's events, follows changes
+// of the configuration, and keeps its data in a file, which it reads when it is built and writes
+// on ContainerStopped. Not thread-safe.
+class CyclicProbabilityPredictor : public IPredictor,
+                                   public ITimeLineListener,
+                                   public IConfigurationsListener {
+ public:
+  // Registers with both, which are not owned and must outlive it. Throws FixedTextException for an
+  // unusable configuration or a data file of another version, and
+  // std::out_of_range("invalid string position") when there is no data folder.
+  CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian);
+
+  // The same with a data file of any name.
+  CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian,
+                             std::wstring dataFilePath);
+
+  ~CyclicProbabilityPredictor() override;
+  CyclicProbabilityPredictor(const CyclicProbabilityPredictor&) = delete;
+  CyclicProbabilityPredictor& operator=(const CyclicProbabilityPredictor&) = delete;
+
+  std::vector<PredictionRecord> GetPredictions(const tm& time) override;
+  std::vector<PredictionRecord> PredictHibernate(const tm& time) override;
+  std::vector<PredictionRecord> PredictWake(const tm& time) override;
+  float GetSlotProbability(int slot) override;
+
+  // Learns; on ContainerStopped saves instead. What the tracker throws goes to the caller.
+  void OnTimeLineEvent(const TimeLineEvent& event) override;
+  void OnConfigurationChanged(std::string section) override;
+
+  // What became of the data file when the predictor was built.
+  DataFileState LoadState() const { return loadState_; }
+
+ private:
+  IConfigurations* configuration_;
+  IHistorian* historian_;
+  std::unique_ptr<ITracker> tracker_;
+  std::wstring dataFilePath_;
+  DataFileState loadState_ = DataFileState::NotOpened;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_PREDICTION_CYCLIC_PROBABILITY_PREDICTOR_H_
