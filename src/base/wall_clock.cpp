@@ -110,10 +110,9 @@ std::wstring WallClockText(const tm& time) {
     return {};
   }
   wchar_t text[32];
-  const int length =
-      std::swprintf(text, std::size(text), L"%ls %ls %2d %02d:%02d:%02d %d\n",
-                    kDayNames[time.tm_wday], kMonthNames[time.tm_mon], time.tm_mday, time.tm_hour,
-                    time.tm_min, time.tm_sec, 1900 + time.tm_year);
+  const int length = std::swprintf(text, std::size(text), L"%ls %ls %2d %02d:%02d:%02d %d\n",
+                                   kDayNames[time.tm_wday], kMonthNames[time.tm_mon], time.tm_mday,
+                                   time.tm_hour, time.tm_min, time.tm_sec, 1900 + time.tm_year);
   return std::wstring(text, static_cast<size_t>(length));
 }
 

@@ -35,8 +35,7 @@ TEST_CASE("fields outside their ranges are carried over") {
   CHECK(SecondsFromTm(Fields(2026, 1, 32, 0, 0, 0)) == SecondsFromTm(Fields(2026, 2, 1, 0, 0, 0)));
   CHECK(SecondsFromTm(Fields(2026, 1, 0, 0, 0, 0)) == SecondsFromTm(Fields(2025, 12, 31, 0, 0, 0)));
   CHECK(SecondsFromTm(Fields(2025, 14, 1, 0, 0, 0)) == SecondsFromTm(Fields(2026, 2, 1, 0, 0, 0)));
-  CHECK(SecondsFromTm(Fields(2026, -1, 1, 0, 0, 0)) ==
-        SecondsFromTm(Fields(2025, 11, 1, 0, 0, 0)));
+  CHECK(SecondsFromTm(Fields(2026, -1, 1, 0, 0, 0)) == SecondsFromTm(Fields(2025, 11, 1, 0, 0, 0)));
   CHECK(SecondsFromTm(Fields(2026, 3, 1, 25, 61, 61)) ==
         SecondsFromTm(Fields(2026, 3, 2, 2, 2, 1)));
   CHECK(SecondsFromTm(Fields(1970, 1, 1, 0, 0, -1)) == kInvalidTime);
@@ -108,8 +107,7 @@ TEST_CASE("differences are 32-bit seconds and whole minutes toward zero") {
   CHECK(SecondsBetween(noon, later) == 119);
   CHECK(MinutesBetween(noon, later) == 1);
   CHECK(MinutesBetween(later, noon) == -1);
-  CHECK(SecondsBetween(TimeAt(0), TimeAt(int64_t{1} << 31)) ==
-        std::numeric_limits<int32_t>::min());
+  CHECK(SecondsBetween(TimeAt(0), TimeAt(int64_t{1} << 31)) == std::numeric_limits<int32_t>::min());
 }
 
 TEST_CASE("the text of a time pads the day of the month with a blank") {

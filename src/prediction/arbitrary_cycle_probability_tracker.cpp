@@ -20,8 +20,8 @@ constexpr const char* kUnevenDay =
 
 TrackerDataPtr NewTrackerData(const CycleShape& shape) {
   const int32_t slotCount = shape.SlotCount();
-  TrackerDataPtr data(static_cast<TrackerData*>(
-      std::malloc(static_cast<size_t>(TrackerDataSize(slotCount)))));
+  TrackerDataPtr data(
+      static_cast<TrackerData*>(std::malloc(static_cast<size_t>(TrackerDataSize(slotCount)))));
   if (!data) throw std::bad_alloc();
   *data = {};
   data->daysInCycle = shape.daysInCycle;
@@ -62,8 +62,7 @@ ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfiguratio
   ReloadWeights();
   ReloadStrengths();
   data_ = NewTrackerData(*configuration_);
-  probabilities_ = ProbabilityMap(data_->slotCount);
-  EstimateAllSlots();
+  StartProbabilities();
 }
 
 ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfigurations* configuration,
@@ -81,16 +80,15 @@ ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfiguratio
   if (!shape.IsUsable() || shape.SlotCount() != data_->slotCount) {
     throw FixedTextException(kWrongDataFileFormat);
   }
-  probabilities_ = ProbabilityMap(data_->slotCount);
-  EstimateAllSlots();
+  StartProbabilities();
 }
 
 void ArbitraryCycleProbabilityTracker::ReloadParameters(std::string) {
   ReloadStrengths();
-  // Also when there are no weights any more, which ReloadWeights answers by throwing.
-  EstimateAllSlots();
+  // Before ReloadWeights throws because there are no weights any more.
+  probabilities_.SetThresholds(strengthLow_, strengthHigh_);
   ReloadWeights();
-  EstimateAllSlots();
+  EstimateSlots(0, data_->slotCount - 1);
 }
 
 void ArbitraryCycleProbabilityTracker::ReloadWeights() {
@@ -129,8 +127,7 @@ bool ArbitraryCycleProbabilityTracker::PoolsDays() const {
          int64_t{ShapeOf(*data_).SlotsPerDay()} * kDaysInWeek == data_->slotCount;
 }
 
-void ArbitraryCycleProbabilityTracker::SetObservations(int slot,
-                                                       const Observations& observations) {
+void ArbitraryCycleProbabilityTracker::SetObservations(int slot, const Observations& observations) {
   probabilities_.Set(slot, EstimateProbability(observations, weights_));
 }
 
@@ -154,7 +151,8 @@ void ArbitraryCycleProbabilityTracker::EstimateSlots(int64_t first, int64_t last
   }
 }
 
-void ArbitraryCycleProbabilityTracker::EstimateAllSlots() {
+void ArbitraryCycleProbabilityTracker::StartProbabilities() {
+  probabilities_ = ProbabilityMap(data_->slotCount);
   probabilities_.SetThresholds(strengthLow_, strengthHigh_);
   EstimateSlots(0, data_->slotCount - 1);
 }
@@ -223,8 +221,8 @@ void ArbitraryCycleProbabilityTracker::MarkSlots(const SlotRange& range, bool in
   for (int64_t i = range.first; i <= last; ++i) {
     SlotRecord& slot = data_->Slots()[i % data_->slotCount];
     if (slot.secondLast != kNone) {
-      slot.sum = slot.count == kNone ? slot.secondLast
-                                     : Wrap32(int64_t{slot.sum} + slot.secondLast);
+      slot.sum =
+          slot.count == kNone ? slot.secondLast : Wrap32(int64_t{slot.sum} + slot.secondLast);
       slot.count = slot.count == kNone ? 1 : Wrap32(int64_t{slot.count} + 1);
     }
     if (slot.last != kNone) slot.secondLast = slot.last;
@@ -238,7 +236,7 @@ int ArbitraryCycleProbabilityTracker::SlotAt(int64_t seconds) const {
   const CycleShape shape = ShapeOf(*data_);
   const int64_t slot = seconds % shape.SecondsPerCycle() / shape.SecondsPerSlot();
   // A cycle whose seconds wrap may count more slots than there are.
-  return static_cast<int>(slot % data_->slotCount);
+  return static_cast<int>(slot < data_->slotCount ? slot : slot % data_->slotCount);
 }
 
 int32_t ArbitraryCycleProbabilityTracker::MinutesToIdle(int64_t seconds) {

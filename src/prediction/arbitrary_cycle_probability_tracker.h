@@ -54,8 +54,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   float ReadStrength(const char* key);
 
   bool PoolsDays() const;
+  void StartProbabilities();
   void EstimateSlots(int64_t first, int64_t last);
-  void EstimateAllSlots();
   void SetObservations(int slot, const Observations& observations);
 
   // The slots, first to last, that a stretch of time marks; last may lie in the next cycle.

@@ -15,14 +15,12 @@ CyclicProbabilityPredictor::CyclicProbabilityPredictor(IConfigurations* configur
 CyclicProbabilityPredictor::CyclicProbabilityPredictor(IConfigurations* configuration,
                                                        IHistorian* historian,
                                                        std::wstring dataFilePath)
-    : configuration_(configuration),
-      historian_(historian),
-      dataFilePath_(std::move(dataFilePath)) {
+    : configuration_(configuration), historian_(historian), dataFilePath_(std::move(dataFilePath)) {
   LoadedData loaded = LoadDataIfExists(*configuration_, dataFilePath_);
   loadState_ = loaded.state;
   if (loaded.data) {
-    tracker_ = std::make_unique<ArbitraryCycleProbabilityTracker>(configuration_,
-                                                                  std::move(loaded.data));
+    tracker_ =
+        std::make_unique<ArbitraryCycleProbabilityTracker>(configuration_, std::move(loaded.data));
   } else {
     tracker_ = std::make_unique<ArbitraryCycleProbabilityTracker>(configuration_);
   }

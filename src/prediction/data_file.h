@@ -12,9 +12,9 @@ namespace dozewell {
 enum class DataFileState {
   Loaded,
   NotOpened,
-  WrongSize,            // not the size that the configured cycle needs
-  WrongShape,           // its slot count does not fit its size
-  OtherConfiguration,   // written for another cycle or time resolution
+  WrongSize,           // not the size that the configured cycle needs
+  WrongShape,          // its slot count does not fit its size
+  OtherConfiguration,  // written for another cycle or time resolution
 };
 
 struct LoadedData {

@@ -14,8 +14,7 @@ class ProbabilityMap {
   // All slots start as unknown.
   explicit ProbabilityMap(int slotCount = 0);
 
-  // A slot below `low` is idle, one at or above `high` is in use. What was set before counts by
-  // the thresholds of that time until it is set again.
+  // A slot below `low` is idle, one at or above `high` is in use. Both start as 0.
   void SetThresholds(float low, float high);
 
   void Set(int slot, float probability);
@@ -31,16 +30,19 @@ class ProbabilityMap {
   int FindInUse(int slot) const;
 
  private:
+  // One bit for each of 64 slots, or all or no bits for one slot.
   struct Bits {
-    uint64_t unknown = 0;
-    uint64_t idle = 0;
-    uint64_t inUse = 0;
+    uint64_t unknown;
+    uint64_t idle;
+    uint64_t inUse;
+
+    bool operator==(const Bits&) const = default;
   };
 
-  // The bits of 64 slots from `slot` on, round the cycle.
-  Bits Window(int slot) const;
-  // The same, of which only the first `slots` are wanted.
-  Bits Window(int slot, int slots) const;
+  Bits Classify(float probability) const;
+  void Write(int slot, const Bits& bits);
+  // One kind of bit of 64 slots from `slot` on, round the cycle.
+  uint64_t Window(int slot, uint64_t Bits::*kind) const;
   int Advance(int slot, int steps) const;
 
   int slotCount_;

@@ -22,7 +22,17 @@ Observations ObservationsOf(const SlotRecord& slot) {
 }
 
 DayGroups::DayGroups(int32_t dayGrouping) {
-  for (int day = 0; day < kDaysInWeek; ++day) groupOfDay_[day] = dayGrouping >> day & 1;
+  for (int day = 0; day < kDaysInWeek; ++day) {
+    groupOfDay_[day] = dayGrouping >> day & 1;
+    ++groupSize_[groupOfDay_[day]];
+  }
+  for (int day = 0; day < kDaysInWeek; ++day) {
+    auto next = daysBefore_[day].begin();
+    for (int back = 1; back <= kDaysInWeek; ++back) {
+      const int other = (day + kDaysInWeek - back) % kDaysInWeek;
+      if (groupOfDay_[other] == groupOfDay_[day]) *next++ = other;
+    }
+  }
 }
 
 std::array<Observations, kDaysInWeek> DayGroups::Pool(const SlotRecord* slots, int slotsPerDay,
@@ -32,33 +42,34 @@ std::array<Observations, kDaysInWeek> DayGroups::Pool(const SlotRecord* slots, i
     int32_t sum = 0;
   };
   std::array<Total, 2> totals;
-  // The last observation of each day, twice over, so that a walk backwards needs no wrapping.
-  std::array<int32_t, 2 * kDaysInWeek> last;
+  std::array<const SlotRecord*, kDaysInWeek> slotOfDay;
   for (int day = 0; day < kDaysInWeek; ++day) {
-    const SlotRecord& slot = slots[timeOfDay + day * slotsPerDay];
+    const SlotRecord* const slot = slots + timeOfDay + int64_t{day} * slotsPerDay;
+    slotOfDay[day] = slot;
     Total& total = totals[groupOfDay_[day]];
-    total.count = Wrap32(int64_t{total.count} + slot.count);
-    total.sum = Wrap32(int64_t{total.sum} + slot.sum);
-    last[day] = last[day + kDaysInWeek] = slot.last;
+    total.count = Wrap32(int64_t{total.count} + slot->count);
+    total.sum = Wrap32(int64_t{total.sum} + slot->sum);
   }
 
   std::array<Observations, kDaysInWeek> pooled;
   for (int day = 0; day < kDaysInWeek; ++day) {
     const int group = groupOfDay_[day];
-    Observations& result = pooled[day];
-    result = {totals[group].count, totals[group].sum, kNone, kNone};
-    for (int other = day + kDaysInWeek - 1; other >= day; --other) {
-      if (groupOfDay_[other % kDaysInWeek] != group) continue;
-      if (result.last == kNone) {
-        result.last = last[other];
-      } else if (result.secondLast == kNone) {
-        result.secondLast = last[other];
+    auto next = daysBefore_[day].begin();
+    const auto end = next + groupSize_[group];
+    const auto nextObservation = [&] {
+      while (next != end) {
+        const int32_t last = slotOfDay[*next++]->last;
+        if (last != kNone) return last;
       }
-    }
-    if (result.last == kNone) {
-      result = ObservationsOf(slots[timeOfDay + day * slotsPerDay]);
-    } else if (result.secondLast == kNone) {
-      result.secondLast = last[day];
+      return kNone;
+    };
+    const int32_t last = nextObservation();
+    const int32_t secondLast = nextObservation();
+    if (last == kNone) {
+      pooled[day] = ObservationsOf(*slotOfDay[day]);
+    } else {
+      pooled[day] = {totals[group].count, totals[group].sum,
+                     secondLast == kNone ? slotOfDay[day]->last : secondLast, last};
     }
   }
   return pooled;

@@ -41,14 +41,17 @@ class DayGroups {
   explicit DayGroups(int32_t dayGrouping);
 
   // Pools the observations of one time of day, `timeOfDay` slots after midnight, for each day of
-  // the week: the last two are those of the nearest days of the group before it, cyclically, with
-  // the day itself as the farthest. Counts and sums are added as they stand, kNone included, so a
-  // day without older observations takes one off both.
+  // the week: the last two are those of the nearest days of the group before it that have one,
+  // cyclically, with the day itself as the farthest. Counts and sums are added as they stand, kNone
+  // included, so a day without older observations takes one off both.
   std::array<Observations, kDaysInWeek> Pool(const SlotRecord* slots, int slotsPerDay,
                                              int timeOfDay) const;
 
  private:
   std::array<int, kDaysInWeek> groupOfDay_;
+  // For each day the days of its group, from the one before it backwards to itself.
+  std::array<std::array<int, kDaysInWeek>, kDaysInWeek> daysBefore_;
+  std::array<int, 2> groupSize_{};
 };
 
 }  // namespace dozewell

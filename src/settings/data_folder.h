@@ -1,0 +1,14 @@
+#ifndef DOZEWELL_SETTINGS_DATA_FOLDER_H_
+#define DOZEWELL_SETTINGS_DATA_FOLDER_H_
+
+#include <string>
+
+namespace dozewell {
+
+// The folder of the learnt data, ending with a backslash; created when missing, though a failure
+// to create it is not noticed. Empty when the system names no program-data folder. Any thread.
+std::wstring GetDataFolder();
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_SETTINGS_DATA_FOLDER_H_

@@ -1,0 +1,36 @@
+#include <shlobj.h>
+#include <windows.h>
+
+#include <memory>
+
+#include "settings/data_folder.h"
+
+namespace dozewell {
+namespace {
+
+struct TaskMemoryFreer {
+  void operator()(wchar_t* text) const { CoTaskMemFree(text); }
+};
+
+bool Exists(const std::wstring& path) {
+  WIN32_FIND_DATAW found;
+  const HANDLE search = FindFirstFileW(path.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return false;
+  FindClose(search);
+  return true;
+}
+
+}  // namespace
+
+std::wstring GetDataFolder() {
+  wchar_t* text = nullptr;
+  const HRESULT result = SHGetKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &text);
+  const std::unique_ptr<wchar_t, TaskMemoryFreer> programData(text);
+  if (FAILED(result)) return {};
+  // A search for a path that ends in a backslash finds nothing, so that comes last.
+  const std::wstring folder = std::wstring(programData.get()) + L"\\Brevan\\Z7";
+  if (!Exists(folder)) SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
+  return folder + L"\\";
+}
+
+}  // namespace dozewell

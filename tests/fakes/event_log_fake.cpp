@@ -1,0 +1,44 @@
+#include "fakes/event_log_fake.h"
+
+#include "base/utf8.h"
+#include "diagnostics/debugger.h"
+#include "diagnostics/event_log.h"
+
+namespace dozewell {
+namespace fakes {
+
+EventLog eventLog;
+
+std::vector<std::string> EventLog::After(const std::string& prefix) const {
+  std::vector<std::string> rests;
+  for (const std::string& call : calls) {
+    if (call.starts_with(prefix)) rests.push_back(call.substr(prefix.size()));
+  }
+  return rests;
+}
+
+}  // namespace fakes
+
+using fakes::eventLog;
+
+EventSource OpenEventSource(const wchar_t* name) {
+  eventLog.calls.push_back("open " + NarrowToUtf8(name));
+  return eventLog.openFailer.Fails() ? nullptr : &eventLog;
+}
+
+bool ReportToEventLog(EventSource, uint16_t eventType, const wchar_t* message) {
+  eventLog.calls.push_back("report " + std::to_string(eventType) + " " + NarrowToUtf8(message));
+  return !eventLog.reportFailer.Fails();
+}
+
+void ClearWholeEventLog(EventSource) { eventLog.calls.push_back("clear"); }
+
+void CloseEventSource(EventSource source) {
+  eventLog.calls.push_back(source != nullptr ? "close" : "close null");
+}
+
+void TraceToDebugger(const wchar_t* text) {
+  eventLog.calls.push_back("trace " + NarrowToUtf8(text));
+}
+
+}  // namespace dozewell
