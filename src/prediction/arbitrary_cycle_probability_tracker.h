@@ -47,6 +47,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   // The fractions at or above which a slot counts as in use, and below which as idle.
   float StrengthHigh() const { return strengthHigh_; }
   float StrengthLow() const { return strengthLow_; }
+  // The groups of days whose observations count together, null when each slot counts alone.
+  const DayGroups* PooledDays() const { return PoolsDays() ? &dayGroups_ : nullptr; }
 
  private:
   void ReloadWeights();

@@ -2,6 +2,7 @@
 #define DOZEWELL_PREDICTION_SLOT_PROBABILITY_H_
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "prediction/tracker_data.h"
@@ -39,6 +40,9 @@ class DayGroups {
  public:
   // Bit i of `dayGrouping` is the group of day i. Day 0 of the cycle is a Thursday.
   explicit DayGroups(int32_t dayGrouping);
+
+  // 0 or 1 for a day of the cycle, 0 to 6.
+  int GroupOf(int day) const { return groupOfDay_[static_cast<size_t>(day)]; }
 
   // Pools the observations of one time of day, `timeOfDay` slots after midnight, for each day of
   // the week: the last two are those of the nearest days of the group before it that have one,

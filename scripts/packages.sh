@@ -1,0 +1,27 @@
+# Sourced: need_packages NAME... makes sure that Debian packages are installed, as root by
+# installing what is missing, else by saying how.
+
+need_packages() {
+  local missing=() name
+  for name in "$@"; do
+    [[ $(dpkg-query -W -f='${Status}' "$name" 2>/dev/null) == "install ok installed" ]] ||
+      missing+=("$name")
+  done
+  ((${#missing[@]})) || return 0
+  if ((EUID != 0)); then
+    echo "Packages are missing. Run: sudo apt-get install --no-install-recommends ${missing[*]}" >&2
+    exit 1
+  fi
+  echo "Installing ${missing[*]}"
+  export DEBIAN_FRONTEND=noninteractive
+  if ! { apt-get update -qq && apt-get install -qq -y --no-install-recommends "${missing[@]}"; } \
+    >/tmp/dozewell-packages.log 2>&1; then
+    tail -n 5 /tmp/dozewell-packages.log >&2
+    echo "Packages could not be installed: ${missing[*]}" >&2
+    exit 1
+  fi
+}
+
+BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
+TEST_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev g++-mingw-w64-x86-64-win32 git
+  python3 wine wine64 winbind)

@@ -1,0 +1,108 @@
+#!/usr/bin/env python3
+"""Checks that sources keep the house rules: a file includes only what stands on a lower floor or in
+its own room, nothing includes in a circle, and only leaf sources include the system's headers."""
+
+import re
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+
+# The longest matching prefix counts.
+FLOORS = {
+    "src/base/": 0,
+    "src/settings/": 1,
+    "src/diagnostics/": 1,
+    "src/prediction/": 2,
+    "src/power/": 2,
+    "src/controller/state_machine": 3,
+    "src/optimizer/": 4,
+    "src/controller/actions": 5,
+    "src/controller/": 6,
+    "src/rpc/": 7,
+    "src/service/": 8,
+    "tools/": 9,
+}
+
+# Headers that make a service three times as large, and those that a compiler for Windows lacks.
+FORBIDDEN_IN_SERVICE = {"fstream", "iostream", "sstream", "filesystem", "format", "regex", "thread",
+                        "condition_variable"}
+SYSTEM_HEADER = re.compile(r"(windows|win\w+|io|time|shlobj|unistd|rpc\w*|powrprof|objbase|"
+                           r"sys/\w+)\.h")
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def floor_of(name):
+    prefixes = [prefix for prefix in FLOORS if name.startswith(prefix)]
+    return FLOORS[max(prefixes, key=len)] if prefixes else None
+
+
+def room_of(name):
+    return name.rsplit("/", 1)[0]
+
+
+def resolve(name, includer, files):
+    for candidate in (f"src/{name}", f"tools/{name}", f"{room_of(includer)}/{name}"):
+        if candidate in files:
+            return candidate
+    return None
+
+
+def main():
+    files = {str(path.relative_to(ROOT)): path.read_text()
+             for folder in ("src", "tools") for path in sorted((ROOT / folder).rglob("*"))
+             if path.suffix in (".h", ".cpp")}
+    errors = []
+    graph = {}
+    for name, text in files.items():
+        is_test = name.endswith("_test.cpp")
+        is_leaf = re.search(r"_(windows|posix)(_test)?\.cpp$", name) is not None
+        graph[name] = []
+        for kind, included in INCLUDE.findall(text):
+            if kind == "<":
+                if SYSTEM_HEADER.fullmatch(included) and not is_leaf:
+                    errors.append(f"{name}: includes <{included}> and is no leaf source")
+                if included in FORBIDDEN_IN_SERVICE and name.startswith("src/") and not is_test:
+                    errors.append(f"{name}: includes <{included}>")
+                continue
+            target = resolve(included, name, files)
+            if target is None:
+                if not is_test:
+                    errors.append(f"{name}: includes \"{included}\", which is none of ours")
+                continue
+            graph[name].append(target)
+            if not is_test and room_of(target) != room_of(name) and \
+                    floor_of(target) >= floor_of(name):
+                errors.append(f"{name}: floor {floor_of(name)} includes {target}, "
+                              f"floor {floor_of(target)}")
+            elif room_of(target) == room_of(name) and floor_of(target) > floor_of(name):
+                errors.append(f"{name}: includes {target} from above")
+    errors += circles(graph)
+    for error in errors:
+        print(error)
+    print(f"{len(files)} files checked, {len(errors)} errors")
+    return 1 if errors else 0
+
+
+def circles(graph):
+    done, path, errors = set(), [], []
+
+    def visit(name):
+        if name in path:
+            errors.append("include circle: " + " -> ".join(path[path.index(name):] + [name]))
+            return
+        if name in done:
+            return
+        path.append(name)
+        for target in graph[name]:
+            visit(target)
+        path.pop()
+        done.add(name)
+
+    for name in graph:
+        visit(name)
+    return errors
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,47 @@
+// A settings file of any content: it is read, and a tracker of its cycle is built, learns and
+// predicts.
+
+#include <exception>
+#include <string_view>
+
+#include "base/numbers.h"
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "replay/file_configurations.h"
+#include "replay/settings_file.h"
+
+namespace dozewell {
+namespace {
+
+// A cycle of more slots takes longer and meets nothing new.
+constexpr int32_t kMaxSlots = 20000;
+
+void Run(std::string_view text) {
+  FileConfigurations configuration(SettingsFile(text, "settings"));
+  const CycleShape shape = {ReadPredictorNumber(configuration, "DaysInCycle", -1),
+                            ReadPredictorNumber(configuration, "MinutesInDay", -1),
+                            static_cast<int32_t>(configuration.GetTimeResolution())};
+  if (shape.SlotCount() > kMaxSlots) return;
+  ArbitraryCycleProbabilityTracker tracker(&configuration);
+  for (int64_t seconds = 0; seconds < kLastSecond; seconds += 3000000017) {
+    TimeLineEvent event;
+    for (const int32_t state : {Activating, Suspend}) {
+      TmFromSeconds(seconds + 40000 * state, event.time);
+      event.state = state;
+      tracker.ProcessEvent(event);
+    }
+    tracker.GetPredictions(event.time);
+  }
+  tracker.ReloadParameters("");
+}
+
+}  // namespace
+}  // namespace dozewell
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  try {
+    dozewell::Run({reinterpret_cast<const char*>(data), size});
+  } catch (const std::exception&) {
+    // Refusing the settings is an answer.
+  }
+  return 0;
+}

@@ -1,0 +1,59 @@
+#ifndef DOZEWELL_REPLAY_COMMAND_H_
+#define DOZEWELL_REPLAY_COMMAND_H_
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace dozewell {
+
+// What the user gave on the command line, as text. A command finds those that it requires.
+struct Options {
+  std::optional<std::string> history;
+  std::optional<std::string> pending;
+  std::optional<std::string> data;
+  std::optional<std::string> settings;
+  std::optional<std::string> out;
+  std::optional<std::string> at;
+  std::optional<std::string> now;
+  std::optional<std::string> utcNow;
+  std::optional<std::string> limit;
+  std::optional<std::string> kind;
+  std::optional<std::string> days;
+  std::optional<std::string> seed;
+  bool json = false;
+  bool colour = false;  // the output goes to a terminal that shows colours
+};
+
+// What a command has to say.
+struct Results {
+  std::string output;                 // printed when the command succeeds
+  std::vector<std::string> warnings;  // printed in any case, a line each
+};
+
+// An option of the command line.
+struct CommandOption {
+  const char* name;
+  const char* placeholder;
+  const char* description;
+  std::optional<std::string> Options::*text;
+};
+
+struct Command {
+  const char* name;
+  const char* description;
+  const char* example;  // what follows the program's name
+  // Does it all. Throws ReplayError, and what the engine throws.
+  void (*run)(const Options& options, Results& results);
+  std::vector<const CommandOption*> required;
+  std::vector<const CommandOption*> optional;
+  bool takesJson;
+};
+
+// All commands, in the order of the help.
+std::span<const Command> Commands();
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_COMMAND_H_

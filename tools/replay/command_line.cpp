@@ -1,0 +1,70 @@
+#include "replay/command_line.h"
+
+#include <CLI/CLI.hpp>
+
+#include "replay/replay_error.h"
+
+namespace dozewell {
+namespace {
+
+constexpr const char* kExample =
+    "Example:\n"
+    "  dozewell-replay sample --kind office --days 60 --seed 1 --out office.csv\n"
+    "  dozewell-replay learn --history office.csv --data office.z7\n"
+    "  dozewell-replay predict --data office.z7 --at 2024-03-01T18:00:00\n"
+    "\n"
+    "dozewell-replay COMMAND --help explains a command.";
+
+void AddOption(CLI::App& app, const CommandOption& option, Options& options, bool required) {
+  // Taken as it stands, where a variable of its own would have CLI11 interpret some texts.
+  const auto take = [&options, &option](const std::string& text) { options.*option.text = text; };
+  app.add_option_function<std::string>(option.name, take, option.description)
+      ->type_name(option.placeholder)
+      ->required(required);
+}
+
+void AddCommand(CLI::App& program, const Command& command, ParsedCommandLine& parsed) {
+  CLI::App& app = *program.add_subcommand(command.name, command.description);
+  for (const auto* option : command.required) AddOption(app, *option, parsed.options, true);
+  for (const auto* option : command.optional) AddOption(app, *option, parsed.options, false);
+  if (command.takesJson) app.add_flag("--json", parsed.options.json, "Print JSON for programs");
+  app.group("Commands");
+  app.footer(std::string("Example:\n  ") + kProgramName + " " + command.example);
+  app.callback([&parsed, &command] { parsed.command = &command; });
+}
+
+}  // namespace
+
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
+  ParsedCommandLine parsed;
+  CLI::App program("Runs the engine that predicts when a machine is used, on files.", kProgramName);
+  program.set_help_flag("--help", "Explain the options");
+  program.set_version_flag("--version", std::string(kProgramName) + " " + DOZEWELL_VERSION,
+                           "Print the version");
+  // The same command lines on every system.
+  program.allow_windows_style_options(false);
+  program.require_subcommand(0, 1);
+  program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  program.footer(kExample);
+  for (const Command& command : Commands()) AddCommand(program, command, parsed);
+
+  try {
+    program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::CallForHelp&) {
+    parsed.command = nullptr;
+    parsed.help = program.help();
+    return parsed;
+  } catch (const CLI::CallForVersion&) {
+    parsed.command = nullptr;
+    parsed.help = program.version() + "\n";
+    return parsed;
+  } catch (const CLI::ParseError& error) {
+    throw ReplayError(error.what());
+  }
+  if (parsed.command == nullptr) {
+    throw ReplayError(std::string("no command; ") + kProgramName + " --help lists them");
+  }
+  return parsed;
+}
+
+}  // namespace dozewell

@@ -1,0 +1,26 @@
+#ifndef DOZEWELL_REPLAY_COMMAND_LINE_H_
+#define DOZEWELL_REPLAY_COMMAND_LINE_H_
+
+#include <string>
+#include <vector>
+
+#include "replay/command.h"
+
+namespace dozewell {
+
+constexpr const char* kProgramName = "dozewell-replay";
+
+// What a command line asks for.
+struct ParsedCommandLine {
+  const Command* command = nullptr;  // null when it asks for help or the version
+  Options options;
+  std::string help;  // the text to print then
+};
+
+// Understands a command line, without the program's name, in UTF-8. Throws ReplayError for one
+// that makes no sense.
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_COMMAND_LINE_H_

@@ -1,0 +1,24 @@
+#ifndef DOZEWELL_REPLAY_COMMANDS_H_
+#define DOZEWELL_REPLAY_COMMANDS_H_
+
+#include "replay/command.h"
+
+namespace dozewell {
+
+// What the commands do; Commands() says which options each has. All throw ReplayError, and what the
+// engine throws.
+
+void RunLearn(const Options& options, Results& results);
+void RunPredict(const Options& options, Results& results);
+void RunProbabilities(const Options& options, Results& results);
+void RunSuspend(const Options& options, Results& results);
+void RunExplain(const Options& options, Results& results);
+void RunWeek(const Options& options, Results& results);
+void RunMerge(const Options& options, Results& results);
+void RunImport(const Options& options, Results& results);
+void RunExport(const Options& options, Results& results);
+void RunSample(const Options& options, Results& results);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_COMMANDS_H_

@@ -1,0 +1,25 @@
+#include "replay/file_configurations.h"
+
+#include "base/numbers.h"
+
+namespace dozewell {
+namespace {
+
+constexpr const char* kSettingsSection = "Settings";
+
+}  // namespace
+
+std::string FileConfigurations::GetValue(std::string section, std::string key) {
+  return settings_.Value(section, key);
+}
+
+uint32_t FileConfigurations::GetTimeResolution() {
+  const std::string minutes = settings_.Value(kSettingsSection, "TimeResolution");
+  return minutes.empty() ? kNoTimeResolution : static_cast<uint32_t>(Atoi(minutes));
+}
+
+bool FileConfigurations::IsDynamicHAEnabled() {
+  return Atoi(settings_.Value(kSettingsSection, "EnableDynamicHA")) == 1;
+}
+
+}  // namespace dozewell

@@ -1,0 +1,40 @@
+#include "replay/file_configurations.h"
+
+#include <doctest/doctest.h>
+
+namespace dozewell {
+namespace {
+
+FileConfigurations Configured(const char* text) {
+  return FileConfigurations(SettingsFile(text, "s.ini"));
+}
+
+}  // namespace
+
+TEST_CASE("the predictor's values are those of its section, as they stand") {
+  FileConfigurations configuration =
+      Configured("[Settings]\nStrengthLow=1\n[CyclicProbabilityPredictor]\nStrengthHigh=7 0x\n");
+  CHECK(configuration.GetValue(kPredictorSection, "StrengthHigh") == "7 0x");
+  CHECK(configuration.GetValue(kPredictorSection, "StrengthLow").empty());
+}
+
+TEST_CASE("the time resolution is a number, absent when it is empty") {
+  CHECK(Configured("[Settings]\nTimeResolution=15\n").GetTimeResolution() == 15);
+  CHECK(Configured("[Settings]\nTimeResolution=15 min\n").GetTimeResolution() == 15);
+  CHECK(Configured("[Settings]\nTimeResolution=x\n").GetTimeResolution() == 0);
+  CHECK(Configured("[Settings]\nTimeResolution=99999999999\n").GetTimeResolution() == 2147483647);
+  CHECK(Configured("[Settings]\nTimeResolution=-2\n").GetTimeResolution() == 4294967294U);
+  CHECK(Configured("[Settings]\nTimeResolution=\n").GetTimeResolution() == kNoTimeResolution);
+  CHECK(Configured("[CyclicProbabilityPredictor]\nTimeResolution=15\n").GetTimeResolution() ==
+        kNoTimeResolution);
+}
+
+TEST_CASE("the dynamic timeout is on when its setting is 1") {
+  CHECK(Configured("[Settings]\nEnableDynamicHA=1\n").IsDynamicHAEnabled());
+  CHECK_FALSE(Configured("[Settings]\nEnableDynamicHA=2\n").IsDynamicHAEnabled());
+  CHECK_FALSE(Configured("").IsDynamicHAEnabled());
+}
+
+TEST_CASE("the data folder has a name") { CHECK(Configured("").GetDataFolder() == L"."); }
+
+}  // namespace dozewell

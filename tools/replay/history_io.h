@@ -1,0 +1,40 @@
+#ifndef DOZEWELL_REPLAY_HISTORY_IO_H_
+#define DOZEWELL_REPLAY_HISTORY_IO_H_
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "prediction/history_file.h"
+
+namespace dozewell {
+
+// True for a name that ends in ".csv", whatever its case. Such histories are CSV, all others have
+// the bytes of "zs7state.dat".
+bool IsCsvName(const std::string& name);
+
+// A history that was read from a file.
+struct History {
+  std::string name;
+  std::vector<unsigned char> bytes;  // as "zs7state.dat" holds them
+  std::vector<int> lines;            // of each record; none unless it was CSV
+
+  // Where a record stands, counted from 0: "NAME: line 3" or "NAME: record 3 at offset 32".
+  std::string Place(size_t record) const;
+};
+
+// These throw ReplayError for files that cannot be read or written and for bad lines.
+History LoadHistory(const std::string& name);
+std::optional<History> LoadHistoryIfExists(const std::string& name);
+History LoadCsvHistory(const std::string& name);
+History LoadDatHistory(const std::string& name);
+
+void SaveHistory(const std::string& name, std::span<const HistoryRecord> records);
+void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records);
+void SaveDatHistory(const std::string& name, std::span<const HistoryRecord> records);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_HISTORY_IO_H_

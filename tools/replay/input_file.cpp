@@ -1,0 +1,50 @@
+#include "replay/input_file.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+
+#include "base/file.h"
+#include "replay/replay_error.h"
+
+namespace dozewell {
+namespace {
+
+ReplayError CannotBeRead(const std::string& name) {
+  return ReplayError(WithReason(name + ": cannot be read"));
+}
+
+std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name) {
+  constexpr size_t kPortion = 65536;
+  std::vector<unsigned char> content;
+  for (size_t got = kPortion; got == kPortion;) {
+    const size_t start = content.size();
+    content.resize(start + kPortion);
+    got = std::fread(content.data() + start, 1, kPortion, file);
+    content.resize(start + got);
+  }
+  if (std::ferror(file) != 0) throw CannotBeRead(name);
+  return content;
+}
+
+}  // namespace
+
+std::vector<unsigned char> ReadInput(const std::string& name) {
+  auto content = ReadInputIfExists(name);
+  if (!content) throw CannotBeRead(name);
+  return *std::move(content);
+}
+
+std::optional<std::vector<unsigned char>> ReadInputIfExists(const std::string& name) {
+  errno = 0;
+  const File file = OpenFile(PathFromSystem(name), "rb");
+  if (file) return ReadToEnd(file.get(), name);
+  if (errno != ENOENT) throw CannotBeRead(name);
+  return std::nullopt;
+}
+
+std::string_view AsText(const std::vector<unsigned char>& bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+}  // namespace dozewell

@@ -1,0 +1,45 @@
+#ifndef DOZEWELL_REPLAY_LEARNT_DATA_H_
+#define DOZEWELL_REPLAY_LEARNT_DATA_H_
+
+#include <optional>
+#include <string>
+
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/cyclic_probability_predictor.h"
+#include "prediction/historian.h"
+#include "prediction/tracker_data.h"
+#include "replay/command.h"
+#include "replay/file_configurations.h"
+
+namespace dozewell {
+
+// The cycle that is configured, usable or not.
+CycleShape ConfiguredShape(IConfigurations& configuration);
+
+// The service's predictor on the data file and the settings that the user named.
+class LearntData {
+ public:
+  // Throws ReplayError when a file is missing, and what the predictor throws. A data file that the
+  // predictor ignored is a warning.
+  LearntData(const Options& options, Results& results);
+
+  CyclicProbabilityPredictor& Predictor() { return predictor_; }
+  // A tracker of its own on the same data, for what the predictor does not show.
+  ArbitraryCycleProbabilityTracker Tracker();
+  CycleShape Shape() { return ConfiguredShape(configuration_); }
+
+  // The time that an option gives, or without it that of the last event learnt. Throws ReplayError
+  // for a text that is no time, and when there was no event.
+  tm TimeOrLastEvent(const char* option, const std::optional<std::string>& text) const;
+
+ private:
+  std::string name_;
+  FileConfigurations configuration_;
+  HistorianImpl historian_;
+  std::optional<TrackerData> header_;  // of a file that is as long as that
+  CyclicProbabilityPredictor predictor_;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_LEARNT_DATA_H_

@@ -1,0 +1,15 @@
+#include "replay/option_text.h"
+
+#include "replay/local_time.h"
+
+namespace dozewell {
+
+tm ParseTimeOption(const char* option, const std::string& text) {
+  const auto time = ParseLocalTime(text);
+  if (!time) {
+    throw ReplayError(std::string(option) + ": not a local time YYYY-MM-DDTHH:MM:SS: " + text);
+  }
+  return *time;
+}
+
+}  // namespace dozewell

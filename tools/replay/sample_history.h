@@ -1,0 +1,31 @@
+#ifndef DOZEWELL_REPLAY_SAMPLE_HISTORY_H_
+#define DOZEWELL_REPLAY_SAMPLE_HISTORY_H_
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "prediction/history_file.h"
+
+namespace dozewell {
+
+// A kind of machine that histories can be made up for.
+struct SampleKind;
+
+// The kind of this name: office, home, shift or erratic. Null for any other.
+const SampleKind* FindSampleKind(std::string_view name);
+
+// The names of all kinds, with commas between them.
+std::string SampleKindNames();
+
+// A sample ends well before the calendar does.
+constexpr int kMostSampleDays = 36500;
+
+// A made-up history of `days` days from a Monday on: strictly later records, in use and asleep by
+// turns. The same seed gives the same history on every system.
+std::vector<HistoryRecord> MakeSampleHistory(const SampleKind& kind, int days, uint64_t seed);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_SAMPLE_HISTORY_H_

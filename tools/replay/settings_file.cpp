@@ -1,0 +1,46 @@
+#include "replay/settings_file.h"
+
+#include "replay/input_file.h"
+#include "replay/replay_error.h"
+#include "replay/text.h"
+
+namespace dozewell {
+
+SettingsFile::SettingsFile(std::string_view text, const std::string& name) {
+  std::optional<std::string_view> section;
+  int lineNumber = 0;
+  for (std::string_view untrimmed : SplitLines(text)) {
+    ++lineNumber;
+    const std::string where = name + ": line " + std::to_string(lineNumber) + ": ";
+    const std::string_view line = TrimBlanks(untrimmed);
+    if (line.empty() || line.front() == '#' || line.front() == ';') continue;
+    if (line.front() == '[' && line.back() == ']') {
+      section = TrimBlanks(line.substr(1, line.size() - 2));
+      continue;
+    }
+    const size_t equals = line.find('=');
+    if (line.front() == '[' || equals == 0 || equals == std::string_view::npos) {
+      throw ReplayError(where + "neither [section] nor key=value: " + std::string(line));
+    }
+    if (!section) throw ReplayError(where + "a key before any [section]: " + std::string(line));
+    entries_.push_back({std::string(*section), std::string(TrimBlanks(line.substr(0, equals))),
+                        std::string(TrimBlanks(line.substr(equals + 1)))});
+  }
+}
+
+std::string SettingsFile::Value(std::string_view section, std::string_view key) const {
+  std::string value;
+  for (const Entry& entry : entries_) {
+    if (EqualIgnoringCase(entry.section, section) && EqualIgnoringCase(entry.key, key)) {
+      value = entry.value;
+    }
+  }
+  return value;
+}
+
+SettingsFile LoadSettings(const std::optional<std::string>& name) {
+  if (!name) return SettingsFile(kDefaultSettings, "default settings");
+  return SettingsFile(AsText(ReadInput(*name)), *name);
+}
+
+}  // namespace dozewell

@@ -1,0 +1,39 @@
+#ifndef DOZEWELL_REPLAY_SETTINGS_FILE_H_
+#define DOZEWELL_REPLAY_SETTINGS_FILE_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dozewell {
+
+// The text of the settings that are used when the user names none. Null-terminated.
+extern const char* const kDefaultSettings;
+
+// What a settings file holds: keys and values under section names, all without blanks around them.
+class SettingsFile {
+ public:
+  // Throws ReplayError with `name` and the line for a line that is no blank line, comment, section
+  // or key=value, and for a key before the first section.
+  SettingsFile(std::string_view text, const std::string& name);
+
+  // The value of a key, the last one if it is there several times, empty when it is not there.
+  // Neither name has a case, as in the registry.
+  std::string Value(std::string_view section, std::string_view key) const;
+
+ private:
+  struct Entry {
+    std::string section;
+    std::string key;
+    std::string value;
+  };
+  std::vector<Entry> entries_;
+};
+
+// The settings in the file of this name, or the default ones. Throws ReplayError.
+SettingsFile LoadSettings(const std::optional<std::string>& name);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_SETTINGS_FILE_H_

@@ -1,0 +1,37 @@
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "replay/commands.h"
+#include "replay/learnt_data.h"
+#include "replay/suspend_decision_json.h"
+
+namespace dozewell {
+namespace {
+
+std::string MinutesText(const std::optional<int32_t>& minutes, const char* missing) {
+  return minutes ? std::to_string(*minutes) + " minutes" : missing;
+}
+
+std::string Text(const SuspendDecision& decision) {
+  // A timer of less than a minute is not armed.
+  const auto timer = decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
+  return "Predicted Hibernate at: " + DecisionLine(decision.hibernateAt) +
+         "\nPredicted Sleep restored at: " + DecisionLine(decision.sleepRestoredAt) +
+         "\nPredicted Hibernate next at: " + DecisionLine(decision.hibernateNextAt) +
+         "\nHibernate-after timeout: " + MinutesText(decision.haMinutes, "left as it is") +
+         "\nWake timer: " + MinutesText(timer, "not armed") +
+         "\nHibernate-after timeout once woken: " +
+         MinutesText(decision.nextHAMinutes, "left as it is") + "\n";
+}
+
+}  // namespace
+
+void RunSuspend(const Options& options, Results& results) {
+  LearntData learnt(options, results);
+  const tm now = learnt.TimeOrLastEvent("--now", options.now);
+  const SuspendDecision decision = DecideSuspend(learnt.Predictor().GetPredictions(now), now);
+  results.output = options.json ? SuspendDecisionJson(decision) + "\n" : Text(decision);
+}
+
+}  // namespace dozewell
