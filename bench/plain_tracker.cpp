@@ -77,8 +77,8 @@ void PlainTracker::ProcessEvent(const TimeLineEvent& event) {
   const int64_t cycleSeconds = int64_t{data_->daysInCycle} * data_->minutesInDay * 60;
   const int64_t slotCount = data_->slotCount;
   bool marks = true;
-  int64_t first;
-  int64_t last;
+  int64_t first = 0;
+  int64_t last = 0;
   if (previous != 0) {
     first = start / slotSeconds + 1;
     last = end / slotSeconds - 1;

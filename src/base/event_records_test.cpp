@@ -25,7 +25,7 @@ TEST_CASE("a parameter change takes the name from its caller") {
   const ParamChangeEventData change(std::move(shortName));
   CHECK(change.event == SMEvent::ParamChanging);
   CHECK(change.param == "Strength");
-  CHECK(shortName.empty());
+  CHECK(shortName.empty());  // NOLINT(bugprone-use-after-move): that it is empty is the point
 }
 
 }  // namespace dozewell

@@ -19,7 +19,8 @@ std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path
 bool WriteWholeFile(const std::wstring& path, const void* data, size_t size) {
   File file = OpenFile(path, "wb");
   if (!file) return false;
-  const bool written = std::fwrite(data, 1, size, file.get()) == size;
+  // No bytes may come with no address, which fwrite does not take.
+  const bool written = size == 0 || std::fwrite(data, 1, size, file.get()) == size;
   return std::fclose(file.release()) == 0 && written;
 }
 

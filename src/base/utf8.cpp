@@ -2,9 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace dozewell {
 namespace {
+
+// Wide characters are signed on some systems.
+constexpr uint32_t CodeOf(wchar_t c) { return static_cast<std::make_unsigned_t<wchar_t>>(c); }
 
 constexpr bool IsHighSurrogate(uint32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLowSurrogate(uint32_t c) { return c >= 0xDC00 && c < 0xE000; }
@@ -23,7 +27,7 @@ Sequence DecodeFirst(std::string_view text) {
   uint32_t codePoint = lead & (0xFFU >> (length + 1));
   for (char c : text.substr(1, length - 1)) {
     if ((c & 0xC0) != 0x80) return {0, 0};
-    codePoint = codePoint << 6 | (c & 0x3FU);
+    codePoint = codePoint << 6 | (static_cast<unsigned char>(c) & 0x3FU);
   }
   const bool surrogate = codePoint >= 0xD800 && codePoint < 0xE000;
   if (codePoint < kSmallest[length] || codePoint > 0x10FFFF || surrogate) return {0, 0};
@@ -74,8 +78,8 @@ std::string NarrowToUtf8(std::wstring_view text) {
   std::string narrow;
   narrow.reserve(text.size());
   for (size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<uint32_t>(text[i]);
-    const uint32_t next = i + 1 < text.size() ? static_cast<uint32_t>(text[i + 1]) : 0;
+    const uint32_t c = CodeOf(text[i]);
+    const uint32_t next = i + 1 < text.size() ? CodeOf(text[i + 1]) : 0;
     if (IsHighSurrogate(c) && IsLowSurrogate(next)) {
       AppendUtf8(0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00), narrow);
       ++i;

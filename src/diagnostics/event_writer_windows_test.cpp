@@ -37,7 +37,7 @@ class DebugMonitor {
   std::string Take() {
     REQUIRE(WaitForSingleObject(dataReady_, 0) == WAIT_OBJECT_0);
     CHECK(output_->processId == GetCurrentProcessId());
-    const std::string text = output_->text;
+    std::string text = output_->text;
     std::memset(output_->text, 0, sizeof(output_->text));
     SetEvent(bufferReady_);
     return text;

@@ -76,9 +76,9 @@ TEST_CASE("a data file of another size is ignored and kept") {
   Engine engine;
   engine.LearnAndSave();
   const std::vector<unsigned char> bytes = engine.Bytes();
-  for (const int difference : {-1, 1}) {
+  for (const size_t size : {16191, 16193}) {
     std::vector<unsigned char> other = bytes;
-    other.resize(static_cast<size_t>(16192 + difference));
+    other.resize(size);
     engine.SetBytes(other);
     CHECK(engine.LoadAndCheckKnown(false) == DataFileState::WrongSize);
     CHECK(engine.Bytes() == other);

@@ -274,6 +274,8 @@ class Tracker:
         slots = slot_count_of(minutes, days, resolution)
         if slots <= 0:
             raise EngineError(TRACKER_WRONG_CONFIGURATIONS)
+        if wrap32(resolution * 60) <= 0 or wrap32(wrap32(days * minutes) * 60) == 0:
+            raise NotDescribed("a slot or a cycle that wraps to no length")
         return Block(days, minutes, resolution, slots)
 
     @staticmethod
@@ -563,7 +565,7 @@ def learn(configuration, records):
 
 def merge(history, pending, now, limit):
     """The history file's new content; `history` is None when there is no file."""
-    cutoff = float(wrap64(now - wrap32(limit * 86400)))
+    cutoff = float(wrap64(now - limit * 86400))
     kept = []
 
     def last_time():
@@ -609,5 +611,5 @@ def decide_suspend(predictions, now):
     if next_sleep_time is not None:
         minutes = minutes_between(now, next_sleep_time)
         timer_minutes = minutes if minutes > 0 else None
-    return Suspend(hibernate_at, "never" if next_sleep_time is None else ascii_time(next_sleep_time),
-                   hibernate_next_at, ha_minutes, timer_minutes, next_ha)
+    restored_at = "never" if next_sleep_time is None else ascii_time(next_sleep_time)
+    return Suspend(hibernate_at, restored_at, hibernate_next_at, ha_minutes, timer_minutes, next_ha)

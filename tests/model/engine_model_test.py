@@ -2,6 +2,7 @@
 
 import math
 import struct
+import sys
 import unittest
 
 import engine_model as model
@@ -544,4 +545,7 @@ class Merging(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    result = unittest.main(exit=False).result
+    bad = len(result.failures) + len(result.errors)
+    print(f"{result.testsRun - bad} passed, {bad} failed")
+    sys.exit(1 if bad else 0)

@@ -91,9 +91,9 @@ def odd_code(rng, records):
 
 
 def odd_time(rng, records):
-    odd = (math.nan, math.nan, math.nan, -math.nan, math.inf, -math.inf, -0.0, -0.5, 0.0, -1.0, -1e9, 1e18, -1e300,
-           9.3e18, 1e300, 5e-324, MAX_SECONDS + 0.0, MAX_SECONDS + 0.5, MAX_SECONDS + 1.0,
-           2.0**31, 2.0**32)
+    odd = (math.nan, math.nan, math.nan, -math.nan, math.inf, -math.inf, -0.0, -0.5, 0.0, -1.0,
+           -1e9, 1e18, -1e300, 9.3e18, 1e300, 5e-324, MAX_SECONDS + 0.0, MAX_SECONDS + 0.5,
+           MAX_SECONDS + 1.0, 2.0**31, 2.0**32)
     place_at = rng.choice((0, place(rng, records), len(records)))
     records.insert(place_at, (rng.choice(odd), rng.randint(0, 1), 0))
 

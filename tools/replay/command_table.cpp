@@ -82,7 +82,7 @@ std::span<const Command> Commands() {
        false},
       {"merge",
        "Merge new records into a history as the service saves it",
-       "merge --history old.dat --pending new.csv --now 1709316000 --limit 60 --out all.dat",
+       "merge --history old.dat --pending new.csv --now 1709316000 --limit 60 --out m.dat",
        RunMerge,
        {&kOldHistory, &kPending, &kUtcNow, &kLimit, &kOut},
        {},

@@ -21,11 +21,13 @@ std::string DecisionLine(const std::wstring& text) {
 }
 
 std::string SuspendDecisionJson(const SuspendDecision& decision) {
+  // A timer of less than a minute is not armed.
+  const auto timer = decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
   return "{\"hibernateAt\":\"" + DecisionLine(decision.hibernateAt) + "\",\"sleepRestoredAt\":\"" +
          DecisionLine(decision.sleepRestoredAt) + "\",\"hibernateNextAt\":\"" +
          DecisionLine(decision.hibernateNextAt) +
          "\",\"haMinutes\":" + NumberJson(decision.haMinutes) +
-         ",\"timerMinutes\":" + NumberJson(decision.timerMinutes) +
+         ",\"timerMinutes\":" + NumberJson(timer) +
          ",\"nextHAMinutes\":" + NumberJson(decision.nextHAMinutes) + "}";
 }
 
