@@ -13,6 +13,7 @@
 #include "fakes/configurations_fake.h"
 #include "plain_tracker.h"
 #include "support/local_times.h"
+#include "support/tracker_data_copy.h"
 
 namespace dozewell {
 namespace {
@@ -23,17 +24,6 @@ constexpr int kSlotsPerDay = 96;  // of 15 minutes
 constexpr SlotRecord kEmptySlot = {-1, -1, -1, -1, -1};
 
 int Slot(int day, int hour, int minute = 0) { return day * kSlotsPerDay + hour * 4 + minute / 15; }
-
-TrackerDataPtr CopyOf(const TrackerData& data) {
-  const auto size = static_cast<size_t>(TrackerDataSize(data.slotCount));
-  TrackerDataPtr copy(static_cast<TrackerData*>(std::malloc(size)));
-  std::memcpy(static_cast<void*>(copy.get()), &data, size);
-  return copy;
-}
-
-TrackerDataPtr NewData(fakes::Configurations& configuration) {
-  return CopyOf(*Tracker(&configuration).GetData());
-}
 
 bool SameBytes(const TrackerData& a, const TrackerData& b) {
   return a.slotCount == b.slotCount &&

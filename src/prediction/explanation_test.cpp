@@ -2,24 +2,16 @@
 
 #include <doctest/doctest.h>
 
-#include <cstring>
 #include <random>
 
 #include "fakes/configurations_fake.h"
 #include "support/local_times.h"
+#include "support/tracker_data_copy.h"
 
 namespace dozewell {
 namespace {
 
 using Tracker = ArbitraryCycleProbabilityTracker;
-
-TrackerDataPtr NewData(fakes::Configurations& configuration) {
-  Tracker tracker(&configuration);
-  const auto size = static_cast<size_t>(TrackerDataSize(tracker.GetData()->slotCount));
-  TrackerDataPtr data(static_cast<TrackerData*>(std::malloc(size)));
-  std::memcpy(static_cast<void*>(data.get()), tracker.GetData(), size);
-  return data;
-}
 
 // A week of 15-minute slots in which Thursday, Friday, Monday, Tuesday and Wednesday were in use
 // from 8:00 to 18:00 twice.

@@ -55,28 +55,32 @@ class Tool:
         self.command = [str(Path(w).resolve()) if Path(w).is_file() else w for w in words]
         self.environment = dict(os.environ)
         self.environment.setdefault("WINEDEBUG", "-all")
-        self.noise = set()
-        quiet = self.start(["--help"], ".")
-        self.noise = set(quiet.stderr.decode(errors="replace").splitlines())
+        self.noise = set(self.start(["--help"], ".")[2])
 
     def start(self, arguments, folder):
-        return subprocess.run(self.command + arguments, cwd=folder, env=self.environment,
-                              stdin=subprocess.DEVNULL, capture_output=True, timeout=RUN_SECONDS)
+        """Exit code, stdout and stderr; the code is a text where the tool did not end."""
+        # Files, not pipes: a runner's own services may inherit a pipe and keep it open for ever.
+        with tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
+            try:
+                code = subprocess.run(self.command + arguments, cwd=folder, env=self.environment,
+                                      stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
+                                      timeout=RUN_SECONDS, check=False).returncode
+            except (OSError, subprocess.TimeoutExpired) as error:
+                code = str(error)
+            stdout.seek(0)
+            stderr.seek(0)
+            return code, stdout.read(), stderr.read().decode(errors="replace").splitlines()
 
     def answer(self, run, folder):
         for name, content in run.inputs.items():
             write_or_remove(folder / name, content)
         for name in run.outputs:
             write_or_remove(folder / name, None)
-        try:
-            done = self.start(run.arguments, folder)
-        except subprocess.TimeoutExpired:
-            return Answer("no end", b"", [], {})
-        lines = [line for line in done.stderr.decode(errors="replace").splitlines()
-                 if line.strip() and line not in self.noise]
+        code, stdout, stderr = self.start(run.arguments, folder)
+        lines = [line for line in stderr if line.strip() and line not in self.noise]
         outputs = {name: (folder / name).read_bytes() if (folder / name).exists() else None
                    for name in run.outputs}
-        return Answer(done.returncode, done.stdout, lines, outputs)
+        return Answer(code, stdout, lines, outputs)
 
 
 def write_or_remove(path, content):
