@@ -5,6 +5,8 @@ start_wine() {
   export WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=-all
   # Without its debugger a crash ends a program with an error, with it sometimes as a success.
   export WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe=d"
+  # Names of files beyond ASCII reach the system in this encoding.
+  export LC_ALL=C.UTF-8
   unset DISPLAY
   # A time zone from here would disturb the C runtime's local time there.
   unset TZ
