@@ -39,8 +39,7 @@ TrackerDataPtr NewTrackerData(IConfigurations& configuration) {
   shape.daysInCycle = ReadPredictorNumber(configuration, "DaysInCycle", kNone);
   shape.minutesInDay = ReadPredictorNumber(configuration, "MinutesInDay", kNone);
   shape.minutesPerSlot = static_cast<int32_t>(configuration.GetTimeResolution());
-  if (shape.daysInCycle == 0 || shape.minutesInDay == 0 || shape.SecondsPerSlot() <= 0 ||
-      shape.minutesPerSlot <= 0) {
+  if (shape.daysInCycle == 0 || shape.minutesInDay == 0 || shape.minutesPerSlot <= 0) {
     throw FixedTextException(kWrongConfigurations);
   }
   if (shape.minutesInDay % shape.minutesPerSlot != 0) throw FixedTextException(kUnevenDay);
@@ -234,9 +233,10 @@ void ArbitraryCycleProbabilityTracker::MarkSlots(const SlotRange& range, bool in
 
 int ArbitraryCycleProbabilityTracker::SlotAt(int64_t seconds) const {
   const CycleShape shape = ShapeOf(*data_);
-  const int64_t slot = seconds % shape.SecondsPerCycle() / shape.SecondsPerSlot();
+  const auto secondOfCycle = static_cast<int32_t>(seconds % shape.SecondsPerCycle());
+  const int slot = secondOfCycle / shape.SecondsPerSlot();
   // A cycle whose seconds wrap may count more slots than there are.
-  return static_cast<int>(slot < data_->slotCount ? slot : slot % data_->slotCount);
+  return slot < data_->slotCount ? slot : slot % data_->slotCount;
 }
 
 int32_t ArbitraryCycleProbabilityTracker::MinutesToIdle(int64_t seconds) {
