@@ -104,7 +104,8 @@ TEST_CASE("configurations without a usable cycle are refused") {
       {"7", "0", 15, kWrong},
       {"7", "1440", kNoTimeResolution, kWrong},
       {"7", "1440", 7, kUneven},
-      {"7", "", 15, kUneven},                   // -1 minutes
+      {"7", "", 15, kUneven},  // -1 minutes
+      {"7", "1440", 0x7FFFFFFF, kUneven},
       {"", "1440", 15, kWrong},                 // -1 days: no slot
       {"-7", "1440", 15, kWrong},               // the same
       {"7", "1440", 0, kWrong},                 // slots without a length

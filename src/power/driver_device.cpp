@@ -1,0 +1,25 @@
+#include "power/driver_device.h"
+
+#include "power/device_io.h"
+
+namespace dozewell {
+
+void OpenDriverDevice() {
+  void* const device = OpenDevice();
+  if (device != kInvalidDevice) DriverHandle = device;
+}
+
+bool ControlDriver(uint32_t code, const void* input, size_t inputSize, void* output,
+                   size_t outputSize) {
+  void* const device = DriverHandle;
+  return device != kInvalidDevice &&
+         ControlDevice(device, code, input, inputSize, output, outputSize);
+}
+
+void CloseDriverDevice() {
+  // A late caller must find no device rather than whatever the closed handle's value names next.
+  void* const device = DriverHandle.exchange(nullptr);
+  if (device != nullptr) CloseDevice(device);
+}
+
+}  // namespace dozewell

@@ -1,0 +1,28 @@
+#ifndef DOZEWELL_POWER_DRIVER_DEVICE_H_
+#define DOZEWELL_POWER_DRIVER_DEVICE_H_
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace dozewell {
+
+// The driver's device (a HANDLE). Null until OpenDriverDevice found one and again after
+// CloseDriverDevice; the controller may run before either.
+inline std::atomic<void*> DriverHandle{nullptr};
+
+// Finds and opens the driver's device. Without one DriverHandle stays as it is, and nobody is told.
+// The service main thread, once.
+void OpenDriverDevice();
+
+// Performs one I/O control on DriverHandle; sizes are in bytes, and a null buffer goes with size 0.
+// A null handle is tried like any other and fails. Any thread.
+bool ControlDriver(uint32_t code, const void* input, size_t inputSize, void* output,
+                   size_t outputSize);
+
+// Closes DriverHandle when it is not null. The service main thread, after every other user.
+void CloseDriverDevice();
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_POWER_DRIVER_DEVICE_H_

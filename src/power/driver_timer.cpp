@@ -1,0 +1,43 @@
+#include "power/driver_timer.h"
+
+#include "power/driver_device.h"
+
+namespace dozewell {
+namespace {
+
+constexpr uint32_t kWriteTimerControl = 0x9C402404;
+constexpr uint32_t kReadTimerControl = 0x9C402408;
+constexpr uint32_t kReadPreviousSleepStatusControl = 0x9C402410;
+
+bool ArmWord(size_t word, uint32_t payload) {
+  TimerRecord record;
+  if (!ReadDriverTimer(record)) return false;
+  const uint32_t kept = record.words[word] & ~kTimerPayload;
+  record.words[word] = kept | (payload & kTimerPayload) | kTimerEnabled;
+  return WriteDriverTimer(record);
+}
+
+}  // namespace
+
+CDriverFuncCall DriverFuncCall;
+
+bool ReadDriverTimer(TimerRecord& record) {
+  return ControlDriver(kReadTimerControl, nullptr, 0, &record, sizeof(record));
+}
+
+bool WriteDriverTimer(const TimerRecord& record) {
+  return ControlDriver(kWriteTimerControl, &record, sizeof(record), nullptr, 0);
+}
+
+bool ReadPreviousSleepStatus(uint32_t& status) {
+  status = 0;
+  return ControlDriver(kReadPreviousSleepStatusControl, nullptr, 0, &status, sizeof(status));
+}
+
+bool CDriverFuncCall::ArmDriverTimerAlarm(uint32_t payload) { return ArmWord(kAlarmWord, payload); }
+
+bool CDriverFuncCall::ArmDriverTimerDuration(uint32_t payload) {
+  return ArmWord(kDurationWord, payload);
+}
+
+}  // namespace dozewell

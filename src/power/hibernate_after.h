@@ -1,0 +1,29 @@
+#ifndef DOZEWELL_POWER_HIBERNATE_AFTER_H_
+#define DOZEWELL_POWER_HIBERNATE_AFTER_H_
+
+#include <cstdint>
+
+namespace dozewell {
+
+// The hibernate-after timeout (HA) of the active power scheme, in minutes. Any thread; what could
+// not be set is reported to the event log, for AC and DC apart.
+
+// The settings that keep the user's own HA while a predicted one is in force.
+inline constexpr wchar_t kCachedHAForAC[] = L"HA_AC";
+inline constexpr wchar_t kCachedHAForDC[] = L"HA_DC";
+
+// The HA for a source (see power_scheme.h). False, with `minutes` left alone, when there is no
+// active scheme or it could not be read; nothing is reported.
+bool ReadHA(uint32_t source, uint32_t& minutes);
+
+// Sets the HA for both sources. 0 would mean never and is taken as 1; a negative value does
+// nothing.
+void SetPassedHA(int32_t minutes);
+
+// Gives the user back the cached HA of each source, where there is one. The cache is emptied first:
+// a value that cannot be set is lost.
+void RestoreCachedHA();
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_POWER_HIBERNATE_AFTER_H_
