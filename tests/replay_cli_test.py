@@ -58,7 +58,7 @@ class Tool:
         words = shlex.split(command)
         self.command = [str(Path(word).resolve()) if Path(word).is_file() else word
                         for word in words]
-        self.is_native = "wine" not in Path(words[0]).name
+        self.is_native = not words[-1].endswith(".exe")
         self.folder_reason = "Is a directory" if self.is_native else "Permission denied"
         self.environment = {**os.environ, "LC_ALL": "C.UTF-8"}
         self.environment.setdefault("WINEDEBUG", "-all")
