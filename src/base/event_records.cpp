@@ -7,7 +7,7 @@
 namespace dozewell {
 
 SMEventData::SMEventData(SMEvent eventId)
-    : event(eventId), time{-1, -1, -1, -1, -1, -1, -1, -1, -1} {
+    : event(eventId), time(kUnsetTime) {
   LocalTimeNow(time);
 }
 

@@ -19,7 +19,7 @@ enum class SMEvent : uint32_t {
   ResetHistory = 6,
 };
 
-// An event and the local time at which it was made; all -1 when the clock could not be read then.
+// An event and the local time at which it was made; kUnsetTime when the clock could not be read.
 // Made by whoever posts it, on any thread; owned by whoever it is posted to.
 struct SMEventData {
   explicit SMEventData(SMEvent eventId);

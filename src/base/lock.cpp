@@ -2,6 +2,7 @@
 
 namespace dozewell {
 
-Lock EngineLock;
+Lock& EngineLock = *new Lock;
+Lock& ControllerLock = *new Lock;
 
 }  // namespace dozewell

@@ -21,8 +21,15 @@ class Lock {
   std::unique_ptr<Impl> impl_;
 };
 
-// The one process-wide lock: guards building and replacing the predictor and the history file.
-extern Lock EngineLock;
+// Both are never destroyed: while the process ends, threads may still be on their way through.
+
+// Guards building and replacing the predictor, and the history file.
+extern Lock& EngineLock;
+
+// Keeps events apart from each other, and from starting and stopping the controller; guards all
+// that they work on. Taken where an event enters, always before EngineLock and never while holding
+// it. Nobody waits or sleeps under it.
+extern Lock& ControllerLock;
 
 }  // namespace dozewell
 

@@ -23,6 +23,9 @@ struct tm {
 };
 static_assert(sizeof(tm) == 36);
 
+// The time of a clock that could not be read.
+inline constexpr tm kUnsetTime = {-1, -1, -1, -1, -1, -1, -1, -1, -1};
+
 // Wall-clock seconds count local time since 1970-01-01 00:00 as if it were UTC, so no time zone or
 // daylight saving enters any difference. These stand for _mkgmtime64 and _gmtime64_s with the
 // runtime's daylight flag held at 0, and answer the same on every system.

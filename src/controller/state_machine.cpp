@@ -1,8 +1,10 @@
 #include "controller/state_machine.h"
 
 #include <algorithm>
+#include <mutex>
 #include <string>
 
+#include "base/lock.h"
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_writer.h"
 
@@ -110,6 +112,7 @@ void SleepStateMachine::Take(const Transition& transition, const SMEventData* ev
 }
 
 void PostEvent(std::unique_ptr<SMEventData> event) {
+  const std::lock_guard guard(ControllerLock);
   if (StateMachine != nullptr) StateMachine->Dispatch(event.get());
 }
 

@@ -24,7 +24,7 @@ const wchar_t* SMEventName(SMEvent event);
 const wchar_t* SMStateName(SMState state);
 
 // The sleep controller: says which handlers run, in which order, on an event in the current state.
-// Takes no lock: whoever dispatches sees to it that nobody else does so at the same time.
+// Takes no lock: PostEvent keeps dispatches apart.
 class SleepStateMachine {
  public:
   using ErrorHandler = void (*)(const wchar_t* text);
@@ -84,11 +84,12 @@ class SleepStateMachine {
 };
 
 // The one machine, null while the controller is not started. StartController makes it,
-// StopController deletes it; they and whoever posts keep out of each other's way.
+// StopController deletes it. Under ControllerLock.
 extern SleepStateMachine* StateMachine;
 
-// Dispatches the event on the caller's thread and deletes it, also when a handler throws. Without a
-// machine it is only deleted.
+// Dispatches the event on the caller's thread, under ControllerLock, and deletes it, also when a
+// handler throws. Without a machine it is only deleted. Any thread, but not one that took
+// EngineLock alone.
 void PostEvent(std::unique_ptr<SMEventData> event);
 
 }  // namespace dozewell

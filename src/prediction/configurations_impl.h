@@ -10,7 +10,7 @@
 namespace dozewell {
 
 // The service's configuration, read afresh from the settings at each call. Reads may come from any
-// thread; the listener is set and cleared under EngineLock.
+// thread; the listener is set, cleared and told under ControllerLock.
 class ConfigurationsImpl : public IConfigurations {
  public:
   std::string GetValue(std::string section, std::string key) override;

@@ -6,6 +6,7 @@
 #include "base/clock.h"
 #include "base/file.h"
 #include "base/lock.h"
+#include "diagnostics/debugger.h"
 #include "prediction/history_file.h"
 #include "settings/data_folder.h"
 #include "settings/settings_store.h"
@@ -13,17 +14,19 @@
 namespace dozewell {
 namespace {
 
-// Recorded since the history was last saved.
-std::vector<HistoryRecord> pendingRecords;
+// Recorded since the history was last saved. Never destroyed, like the lock that guards it.
+std::vector<HistoryRecord>& pendingRecords = *new std::vector<HistoryRecord>;
 
 }  // namespace
 
 void AH_RecordHistoryEvent(const SMEventData& event) {
+  TraceToDebugger(L"AH_RecordHistoryEvent\n");
   pendingRecords.push_back({static_cast<double>(SecondsFromTm(event.time)),
                             event.event == SMEvent::Activating ? 0U : 1U, 0});
 }
 
 void AH_SaveHistory() {
+  TraceToDebugger(L"AH_SaveHistory\n");
   // What can be known without the lock is found out before it is taken.
   const std::wstring path = PathInFolder(GetDataFolder(), kHistoryFileName);
   uint32_t limitDays = kDefaultHistoryLimitDays;

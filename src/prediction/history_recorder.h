@@ -10,15 +10,15 @@ namespace dozewell {
 // The days that the history is kept for when "HistoryLimit" is set nowhere.
 constexpr uint32_t kDefaultHistoryLimitDays = 60;
 
-// Appends an event to the pending records. On the thread that dispatches events.
+// Appends an event to the pending records. Under ControllerLock.
 void AH_RecordHistoryEvent(const SMEventData& event);
 
 // Merges the pending records into the history file and forgets them; a file that cannot be
 // written is left at that. Throws std::out_of_range("invalid string position") without a data
-// folder. Takes EngineLock.
+// folder. Under ControllerLock; takes EngineLock.
 void AH_SaveHistory();
 
-// Forgets the pending records. Under EngineLock.
+// Forgets the pending records. Under ControllerLock.
 void ClearPendingHistory();
 
 }  // namespace dozewell

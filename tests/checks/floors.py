@@ -18,6 +18,8 @@ FLOORS = {
     "src/controller/state_machine": 3,
     "src/optimizer/": 4,
     "src/controller/actions": 5,
+    "src/controller/engine": 5,
+    "src/controller/guards": 5,
     "src/controller/": 6,
     "src/rpc/": 7,
     "src/service/": 8,

@@ -1,0 +1,86 @@
+#include "controller/controller.h"
+
+#include <memory>
+#include <mutex>
+
+#include "base/clock.h"
+#include "base/lock.h"
+#include "base/service_state.h"
+#include "controller/actions.h"
+#include "controller/engine.h"
+#include "controller/guards.h"
+#include "controller/state_machine.h"
+#include "diagnostics/event_writer.h"
+
+namespace dozewell {
+namespace {
+
+void BuildEngine() {
+  engine.configurations = std::make_unique<ConfigurationsImpl>();
+  engine.historian = std::make_unique<HistorianImpl>();
+  engine.RenewPredictor();
+}
+
+// The predictor goes first: it ends its registrations with the others.
+void DeleteEngine() {
+  engine.predictor.reset();
+  engine.configurations.reset();
+  engine.historian.reset();
+}
+
+std::unique_ptr<SleepStateMachine> BuildStateMachine() {
+  auto machine = std::make_unique<SleepStateMachine>();
+  machine->ReportStateMachineError = ReportStateMachineError;
+  machine->GImpl_GoingToS3 = GImpl_GoingToS3;
+  machine->GImpl_GoingToS4 = GImpl_GoingToS4;
+  machine->GImpl_RealActivate = GImpl_RealActivate;
+  machine->AH_LogEvent = AH_LogEvent;
+  machine->AH_TimeStampEvent = AH_TimeStampEvent;
+  machine->AH_SetPredictedSettings = AH_SetPredictedSettings;
+  machine->AH_RetryPredictedHWTimer = AH_RetryPredictedHWTimer;
+  machine->AH_SetNextPredictedHA = AH_SetNextPredictedHA;
+  machine->AH_RestoreHA = AH_RestoreHA;
+  machine->AH_CancelHWTimer = AH_CancelHWTimer;
+  machine->AH_ProgramSleep = AH_ProgramSleep;
+  machine->AH_PredictorContainerOff = AH_PredictorContainerOff;
+  machine->AH_SetPredictorConfig = AH_SetPredictorConfig;
+  machine->AH_SavePredictionData = AH_SavePredictionData;
+  machine->AH_RecordHistoryEvent = AH_RecordHistoryEvent;
+  machine->AH_SaveHistory = AH_SaveHistory;
+  machine->AH_ResetHistory = AH_ResetHistory;
+  return machine;
+}
+
+}  // namespace
+
+void StartController() {
+  const std::lock_guard guard(ControllerLock);
+  if (ControllerStarted) return;
+  // What an earlier start left behind that did not come to its end.
+  DeleteEngine();
+  try {
+    BuildEngine();
+  } catch (...) {
+    DeleteEngine();
+    throw;
+  }
+  LocalTimeNow(LastSaveTime);
+
+  const std::lock_guard engineGuard(EngineLock);
+  if (StateMachine == nullptr) StateMachine = BuildStateMachine().release();
+  PostEvent(std::make_unique<SMEventData>(SMEvent::Activating));
+  ControllerStarted = true;
+}
+
+void StopController() {
+  const std::lock_guard guard(ControllerLock);
+  if (ControllerStarted) {
+    delete StateMachine;
+    StateMachine = nullptr;
+    ControllerStarted = false;
+  }
+  engine.nextSleepTime.reset();
+  DeleteEngine();
+}
+
+}  // namespace dozewell

@@ -1,0 +1,19 @@
+#ifndef DOZEWELL_CONTROLLER_CONTROLLER_H_
+#define DOZEWELL_CONTROLLER_CONTROLLER_H_
+
+namespace dozewell {
+
+// Both may be called on any thread, whatever others do, but not under EngineLock.
+
+// Builds engine and state machine, posts the first Activating and sets ControllerStarted; does
+// nothing when that is set already. Throws what the predictor's construction throws (see
+// cyclic_probability_predictor.h); then nothing is left behind, and a later call may succeed.
+void StartController();
+
+// Takes all of it down again, without saving anything; the machine's state is lost. Does no harm
+// when the controller is not started.
+void StopController();
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_CONTROLLER_CONTROLLER_H_

@@ -1,0 +1,42 @@
+#ifndef DOZEWELL_CONTROLLER_ENGINE_H_
+#define DOZEWELL_CONTROLLER_ENGINE_H_
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "base/wall_clock.h"
+#include "prediction/configurations_impl.h"
+#include "prediction/historian.h"
+#include "prediction/predictor.h"
+
+namespace dozewell {
+
+// NextHAMinutes when there is none.
+inline constexpr uint32_t kNoHA = 0xFFFFFFFF;
+
+// What the sleep controller works with. The objects are null while the controller is stopped, the
+// predictor also after one could not be built. All of it under ControllerLock.
+struct Engine {
+  std::unique_ptr<ConfigurationsImpl> configurations;
+  std::unique_ptr<HistorianImpl> historian;
+  std::unique_ptr<IPredictor> predictor;
+
+  // Time stamp of the last suspend.
+  tm suspendTime = {};
+  // The hibernate-after timeout in minutes to set after a timer wake, or kNoHA.
+  uint32_t nextHAMinutes = kNoHA;
+  // Start of the second predicted idle period, when the machine is to be put back to sleep.
+  std::optional<tm> nextSleepTime;
+
+  // Deletes the predictor and builds a new one over configurations and historian. What its
+  // constructor throws goes to the caller, and then there is no predictor.
+  void RenewPredictor();
+};
+
+// Never destroyed, like the lock that guards it.
+extern Engine& engine;
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_CONTROLLER_ENGINE_H_

@@ -1,0 +1,115 @@
+#include "fakes/service_fake.h"
+
+#include "base/utf8.h"
+#include "rpc/rpc_runtime.h"
+#include "service/service_host.h"
+#include "service/service_manager.h"
+
+namespace dozewell {
+namespace fakes {
+
+Service service;
+
+namespace {
+
+constexpr uint32_t kServiceDoesNotExist = 1060;
+constexpr uint32_t kServiceExists = 1073;
+
+uint32_t lastError = 0;
+
+bool Fails(const std::string& call) {
+  service.calls.push_back(call);
+  if (!service.failer.Fails()) return false;
+  lastError = service.error;
+  return true;
+}
+
+uint32_t ErrorOf(const std::string& call) { return Fails(call) ? service.error : 0; }
+
+ServiceHandle HandleOf(const std::string& call) {
+  return ServiceHandle(Fails(call) ? nullptr : &service);
+}
+
+}  // namespace
+}  // namespace fakes
+
+using fakes::service;
+
+uint32_t RunServiceDispatcher() {
+  const uint32_t error = fakes::ErrorOf("dispatch");
+  if (error == 0 && service.whileServing) service.whileServing();
+  return error;
+}
+
+void InstallConsoleHandler() { fakes::Fails("install console handler"); }
+
+uint32_t RegisterControlHandler() { return fakes::ErrorOf("register handler"); }
+
+uint32_t SendServiceStatus(const ServiceStatusRecord& status) {
+  return fakes::ErrorOf("status " + std::to_string(status.state) + " " +
+                        std::to_string(status.waitHintMs));
+}
+
+void* RegisterIdleNotification() {
+  return fakes::Fails("register notification") ? nullptr : &service;
+}
+
+void UnregisterIdleNotification(void* notification) {
+  fakes::Fails(notification == &service ? "unregister notification" : "unregister no notification");
+}
+
+uint32_t WaitServerListen() {
+  const uint32_t error = fakes::ErrorOf("wait");
+  if (error == 0 && service.whileListening) service.whileListening();
+  return error;
+}
+
+uint32_t StopServerListening() { return fakes::ErrorOf("stop listening"); }
+
+void ServiceHandleCloser::operator()(void*) const { service.calls.emplace_back("close"); }
+
+ServiceHandle OpenManagerToCreate() { return fakes::HandleOf("open manager to create"); }
+
+ServiceHandle OpenManager() { return fakes::HandleOf("open manager"); }
+
+ServiceHandle CreateOwnService(void*, const wchar_t* name, const wchar_t* imagePath) {
+  ServiceHandle created =
+      fakes::HandleOf("create " + NarrowToUtf8(name) + " " + NarrowToUtf8(imagePath));
+  if (created != nullptr && service.exists) {
+    static_cast<void>(created.release());
+    fakes::lastError = fakes::kServiceExists;
+  }
+  service.exists = service.exists || created != nullptr;
+  return created;
+}
+
+ServiceHandle OpenExistingService(void*, const wchar_t* name) {
+  ServiceHandle opened = fakes::HandleOf("open " + NarrowToUtf8(name));
+  if (opened != nullptr && !service.exists) {
+    static_cast<void>(opened.release());
+    fakes::lastError = fakes::kServiceDoesNotExist;
+  }
+  return opened;
+}
+
+void SetServiceDescription(void*, const wchar_t* description) {
+  fakes::Fails("describe " + NarrowToUtf8(description));
+}
+
+void SetDelayedAutoStart(void*) { fakes::Fails("delay start"); }
+
+bool StartExistingService(void*) { return !fakes::Fails("start"); }
+
+bool StopExistingService(void*) { return !fakes::Fails("stop"); }
+
+bool DeleteExistingService(void*) {
+  if (fakes::Fails("delete")) return false;
+  service.exists = false;
+  return true;
+}
+
+std::wstring ModulePath() { return L"C:\\Program Files\\Dozewell\\DozewellService.exe"; }
+
+uint32_t LastSystemError() { return fakes::lastError; }
+
+}  // namespace dozewell

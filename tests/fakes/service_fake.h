@@ -1,0 +1,29 @@
+#ifndef DOZEWELL_TESTS_FAKES_SERVICE_FAKE_H_
+#define DOZEWELL_TESTS_FAKES_SERVICE_FAKE_H_
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "fakes/call_failer.h"
+
+namespace dozewell::fakes {
+
+// The service control manager, the console and the RPC runtime of a machine.
+struct Service {
+  // In order, such as "register handler", "status 4 0" (state and wait hint), "register
+  // notification", "wait", "stop listening", "create DozewellService \"C:\\a b\\x.exe\"".
+  std::vector<std::string> calls;
+  CallFailer failer;    // counts the calls
+  uint32_t error = 5;   // what a failing call leaves
+  bool exists = false;  // whether the service is installed
+  // What happens while the RPC server waits; while the dispatcher serves the process.
+  std::function<void()> whileListening;
+  std::function<void()> whileServing;
+};
+extern Service service;
+
+}  // namespace dozewell::fakes
+
+#endif  // DOZEWELL_TESTS_FAKES_SERVICE_FAKE_H_
