@@ -1,0 +1,126 @@
+// Starts and stops the controller, posts every event and replaces the predictor, all at once on
+// eight threads. Argument: how many things each thread does. A run under a sanitizer or to its end
+// is the test; what was met on the way shows that it was worth something.
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "base/lock.h"
+#include "base/service_state.h"
+#include "controller/controller.h"
+#include "controller/engine.h"
+#include "controller/state_machine.h"
+#include "power/driver_device.h"
+#include "prediction/history_recorder.h"
+#include "service/control_handler.h"
+#include "service/service_host.h"
+#include "stress/quiet_machine.h"
+#include "support/parallel.h"
+#include "support/temp_folder.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int kThreads = 8;
+
+int rounds = 2000;
+
+void Post(SMEvent event) { PostEvent(std::make_unique<SMEventData>(event)); }
+
+// What the optimizer does with the history on its own thread.
+void SaveHistory() {
+  const std::lock_guard guard(ControllerLock);
+  AH_SaveHistory();
+}
+
+// Suspends and resumes are more frequent than the rest, so that nights are lived through.
+void DoSomething(uint32_t choice) {
+  switch (choice % 24) {
+    case 0:
+      return StartController();
+    case 1:
+      // A new start follows at once, here or elsewhere: most events are to find a controller.
+      StopController();
+      return StartController();
+    case 2:
+      return Post(SMEvent::Saving);
+    case 3:
+      return Post(SMEvent::ResetHistory);
+    case 4:
+      return PostEvent(std::make_unique<ParamChangeEventData>("Strength"));
+    case 5:
+      return Post(choice % 5 == 0 ? SMEvent::ShuttingDown : SMEvent::Activating);
+    case 6:
+      return Post(choice % 5 == 0 ? SMEvent::Uninitializing : SMEvent::Suspend);
+    case 7:
+      return SaveHistory();
+    case 8:
+      ServiceCtrlHandler(kControlPowerEvent, kPowerSettingChange, kIdleBackgroundTask.data());
+      return;
+    case 9:
+      ServiceCtrlHandler(kControlPowerEvent, kPowerResumeAutomatic, nullptr);
+      return;
+    default:
+      return Post(choice % 2 == 0 ? SMEvent::Suspend : SMEvent::Activating);
+  }
+}
+
+void Work(int number) {
+  uint32_t state = static_cast<uint32_t>(number) + 1;
+  for (int round = 0; round < rounds; ++round) {
+    state = state * 1664525 + 1013904223;
+    DoSomething(state >> 8);
+  }
+}
+
+bool Expect(bool condition, const char* text) {
+  if (!condition) std::printf("FAILED: %s\n", text);
+  return condition;
+}
+
+bool EverythingWasMet() {
+  const quiet::Messages& met = quiet::messages;
+  return Expect(met.states[0] > 0, "Active was entered") &
+         Expect(met.states[1] > 0, "Spike_S3ToS4 was entered") &
+         Expect(met.states[2] > 0, "Spike_S4ToS3 was entered") &
+         Expect(met.states[3] > 0, "Suspended was entered") &
+         Expect(met.states[4] > 0, "Off was entered") &
+         Expect(met.undefinedEvents > 0, "an undefined event was met") &
+         Expect(quiet::suspends > 0, "the machine was put back to sleep");
+}
+
+bool NothingIsLeft() {
+  return Expect(!ControllerStarted && StateMachine == nullptr, "the machine is gone") &
+         Expect(engine.predictor == nullptr && engine.historian == nullptr &&
+                    engine.configurations == nullptr && !engine.nextSleepTime,
+                "the engine is gone");
+}
+
+bool Run() {
+  const TempFolder folder;
+  quiet::dataFolder = folder.Path() + L"\\";
+  FeatureEnabled = true;
+  OpenDriverDevice();
+  RunInParallel(kThreads, Work);
+  // Threads that the gate or the controller started may still be on their way.
+  while (ControllerStarting) {
+  }
+  StopController();
+  std::printf("%d events logged, %d undefined\n", quiet::messages.events.load(),
+              quiet::messages.undefinedEvents.load());
+  return EverythingWasMet() & NothingIsLeft();
+}
+
+}  // namespace
+}  // namespace dozewell
+
+int main(int argc, char** argv) {
+  if (argc > 1) dozewell::rounds = std::atoi(argv[1]);
+  const bool passed = dozewell::Run();
+  std::puts(passed ? "1 passed, 0 failed" : "0 passed, 1 failed");
+  return passed ? 0 : 1;
+}

@@ -1,0 +1,136 @@
+#include "stress/quiet_machine.h"
+
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <map>
+
+#include "base/clock.h"
+#include "controller/state_machine.h"
+#include "diagnostics/debugger.h"
+#include "diagnostics/event_log.h"
+#include "power/device_io.h"
+#include "power/driver_timer.h"
+#include "power/power_scheme.h"
+#include "power/power_source.h"
+#include "power/suspend.h"
+#include "rpc/rpc_runtime.h"
+#include "service/service_host.h"
+#include "settings/data_folder.h"
+#include "settings/predictor_values.h"
+#include "settings/settings_store.h"
+
+namespace dozewell {
+namespace quiet {
+
+std::wstring dataFolder;
+Messages messages;
+std::atomic<int> suspends{0};
+
+namespace {
+
+constexpr int64_t kStart = 1795219200;  // 2026-11-21 00:00
+constexpr int64_t kStep = 420;          // seconds
+
+std::atomic<int64_t> now{kStart};
+std::atomic<uint32_t> reads{0};
+
+// Below the limit, differing from call to call, so that all kinds of wakes are met.
+uint32_t Chance(uint32_t limit) { return (reads++ * 2654435761U >> 16) % limit; }
+
+bool Sometimes() { return Chance(3) == 0; }
+
+}  // namespace
+}  // namespace quiet
+
+int64_t UtcSecondsNow() { return quiet::now += quiet::kStep; }
+
+bool LocalTimeNow(tm& time) { return TmFromSeconds(UtcSecondsNow(), time); }
+
+EventSource OpenEventSource(const wchar_t*) { return &quiet::messages; }
+
+bool ReportToEventLog(EventSource, uint16_t, const wchar_t* message) {
+  ++quiet::messages.events;
+  if (std::wcsstr(message, L"Undefined event") != nullptr) ++quiet::messages.undefinedEvents;
+  for (int state = 0; state < 5; ++state) {
+    if (std::wcscmp(message, SMStateName(static_cast<SMState>(state))) == 0) {
+      ++quiet::messages.states.at(static_cast<size_t>(state));
+    }
+  }
+  return true;
+}
+
+void ClearWholeEventLog(EventSource) {}
+void CloseEventSource(EventSource) {}
+void TraceToDebugger(const wchar_t*) {}
+
+bool ReadSetting(const wchar_t* name, uint32_t& value, bool) {
+  static const std::map<std::wstring, uint32_t> settings = {
+      {L"TimeResolution", 30}, {L"TotalAttempts", 0}, {L"CurrentAttempt", 0}, {L"HA_AC", 45}};
+  const auto found = settings.find(name);
+  if (found == settings.end()) return false;
+  value = found->second;
+  return true;
+}
+
+bool WriteSetting(const wchar_t*, uint32_t) { return true; }
+
+std::string ReadPredictorValue(const std::string&, const std::string& name) {
+  static const std::map<std::string, std::string> values = {
+      {"DaysInCycle", "7"},      {"MinutesInDay", "1440"},  {"FirstLastWeight", "2"},
+      {"SecondLastWeight", "1"}, {"AgregationWeight", "1"}, {"StrengthHigh", "70"},
+      {"StrengthLow", "30"}};
+  const auto found = values.find(name);
+  return found != values.end() ? found->second : std::string();
+}
+
+bool WritePredictorValue(const std::string&, const std::string&, const std::string&) {
+  return true;
+}
+
+std::wstring GetDataFolder() { return quiet::dataFolder; }
+
+void* OpenDevice() { return &quiet::messages; }
+
+bool ControlDevice(void*, uint32_t, const void*, size_t, void* output, size_t outputSize) {
+  const std::array<uint32_t, 2> timer = {0, quiet::Sometimes() ? kTimerExpired : 0};
+  const std::array<uint32_t, 2> status = {
+      quiet::Sometimes() ? kSleepWentOnToHibernation : kSleepEndedByTimer, 0};
+  if (outputSize != 0) {
+    std::memcpy(output, outputSize == sizeof(timer) ? timer.data() : status.data(), outputSize);
+  }
+  return true;
+}
+
+void CloseDevice(void*) {}
+
+bool GetActivePowerScheme(Guid& scheme) {
+  scheme = {};
+  return true;
+}
+
+bool SetActivePowerScheme(const Guid&) { return true; }
+
+// Some steps of the clock, as a sleep may have taken.
+bool ReadSchemeValue(uint32_t, const Guid&, const Guid&, const Guid&, uint32_t& value) {
+  value = static_cast<uint32_t>(quiet::kStep) * (1 + quiet::Chance(16));
+  return true;
+}
+
+bool WriteSchemeValue(uint32_t, const Guid&, const Guid&, const Guid&, uint32_t) { return true; }
+
+bool ReadAcLineStatus(uint8_t& status) {
+  status = quiet::Sometimes() ? kLineOffline : kLineOnline;
+  return true;
+}
+
+bool SuspendSystem() {
+  ++quiet::suspends;
+  return true;
+}
+
+uint32_t WaitServerListen() { return 0; }
+uint32_t StopServerListening() { return 0; }
+uint32_t SendServiceStatus(const ServiceStatusRecord&) { return 0; }
+
+}  // namespace dozewell
