@@ -24,4 +24,5 @@ need_packages() {
 
 BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
 TEST_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev g++-mingw-w64-x86-64-win32 git
+  mingw-w64-tools
   python3 wine wine64 winbind)

@@ -1,22 +1,40 @@
+#include <rpc.h>
 #include <windows.h>
 
+#include "dozewell_rpc.h"
 #include "rpc/rpc_runtime.h"
 
 namespace dozewell {
 namespace {
 
-// Stays set, so that a stop that comes before the wait ends it too.
-HANDLE StopEvent() {
-  static const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  return event;
-}
+constexpr unsigned int kMaxCalls = 1234;
+constexpr unsigned int kMinCallThreads = 1;
+
+// The runtime declares its texts as texts that it might change.
+unsigned short* RpcText(wchar_t* text) { return reinterpret_cast<unsigned short*>(text); }
+
+uint32_t StatusOf(RPC_STATUS status) { return static_cast<uint32_t>(status); }
 
 }  // namespace
 
-uint32_t WaitServerListen() {
-  return WaitForSingleObject(StopEvent(), INFINITE) == WAIT_OBJECT_0 ? 0 : GetLastError();
+uint32_t UseServerEndpoint() {
+  wchar_t protocol[] = L"ncacn_np";
+  wchar_t endpoint[] = L"\\pipe\\Brevan_Dozewell_Service";
+  return StatusOf(RpcServerUseProtseqEpW(RpcText(protocol), kMaxCalls, RpcText(endpoint), nullptr));
 }
 
-uint32_t StopServerListening() { return SetEvent(StopEvent()) ? 0 : GetLastError(); }
+uint32_t RegisterServerInterface() {
+  return StatusOf(RpcServerRegisterIf(Serve_DozewellControl_v1_0_s_ifspec, nullptr, nullptr));
+}
+
+uint32_t RegisterServerAuthentication() {
+  return StatusOf(RpcServerRegisterAuthInfoW(nullptr, RPC_C_AUTHN_WINNT, nullptr, nullptr));
+}
+
+uint32_t ListenForCalls() { return StatusOf(RpcServerListen(kMinCallThreads, kMaxCalls, TRUE)); }
+
+uint32_t WaitServerListen() { return StatusOf(RpcMgmtWaitServerListen()); }
+
+uint32_t StopServerListening() { return StatusOf(RpcMgmtStopServerListening(nullptr)); }
 
 }  // namespace dozewell

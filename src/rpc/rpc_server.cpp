@@ -1,5 +1,6 @@
 #include "rpc/rpc_server.h"
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 
@@ -10,21 +11,46 @@
 namespace dozewell {
 namespace {
 
-void ReportFailure(const wchar_t* text, uint32_t status) {
-  if (status != 0) LogServiceEvent(text, status, kEventError);
+struct Step {
+  uint32_t (*take)();
+  const wchar_t* failureText;
+};
+
+constexpr Step kStartSteps[] = {
+    {UseServerEndpoint, L"RpcServerUseProtseqEp returned 0x%x\n"},
+    {RegisterServerInterface, L"RpcServerRegisterIf returned 0x%x\n"},
+    {RegisterServerAuthentication, L"StartRPCServer: RpcServerRegisterAuthInfo() failed!"},
+    {ListenForCalls, L"RpcServerListen returned: 0x%x\n"},
+};
+constexpr Step kWait = {WaitServerListen, L"StartRPCServer: RpcMgmtWaitServerListen() failed!"};
+constexpr Step kStop = {StopServerListening,
+                        L"StopRPCServer: RpcMgmtStopServerListening() failed!"};
+
+// A stop may come between the service's telling that it runs and the server's listening.
+std::atomic<bool> stopRequested{false};
+
+bool Take(const Step& step) {
+  const uint32_t status = step.take();
+  if (status != 0) LogServiceEvent(step.failureText, status, kEventError);
+  return status == 0;
 }
 
 }  // namespace
 
 void StartRPCServer() {
+  for (const Step& step : kStartSteps) {
+    if (!Take(step)) return;
+  }
+  if (stopRequested.exchange(false)) StopServerListening();
   WriteSetting(L"ServiceStatus", 0);
   std::fputs("RPC server is listening...\n", stdout);
   std::fflush(stdout);
-  ReportFailure(L"StartRPCServer: RpcMgmtWaitServerListen() failed!", WaitServerListen());
+  Take(kWait);
 }
 
 void StopRPCServer() {
-  ReportFailure(L"StopRPCServer: RpcMgmtStopServerListening() failed!", StopServerListening());
+  stopRequested = true;
+  Take(kStop);
 }
 
 }  // namespace dozewell

@@ -3,11 +3,11 @@
 
 namespace dozewell {
 
-// Tells clients that the service listens and returns when StopRPCServer has been called. The
-// service main thread. There is no procedure to be called yet.
+// Serves the control interface until StopRPCServer has been called. A step that fails is reported
+// to the event log and ends the start at once. The service main thread.
 void StartRPCServer();
 
-// Ends StartRPCServer; a failure is reported to the event log. Any thread.
+// Has StartRPCServer return; a failure is reported to the event log. Any thread.
 void StopRPCServer();
 
 }  // namespace dozewell

@@ -58,6 +58,14 @@ void UnregisterIdleNotification(void* notification) {
   fakes::Fails(notification == &service ? "unregister notification" : "unregister no notification");
 }
 
+uint32_t UseServerEndpoint() { return fakes::ErrorOf("use endpoint"); }
+
+uint32_t RegisterServerInterface() { return fakes::ErrorOf("register interface"); }
+
+uint32_t RegisterServerAuthentication() { return fakes::ErrorOf("register authentication"); }
+
+uint32_t ListenForCalls() { return fakes::ErrorOf("listen"); }
+
 uint32_t WaitServerListen() {
   const uint32_t error = fakes::ErrorOf("wait");
   if (error == 0 && service.whileListening) service.whileListening();

@@ -129,6 +129,10 @@ bool SuspendSystem() {
   return true;
 }
 
+uint32_t UseServerEndpoint() { return 0; }
+uint32_t RegisterServerInterface() { return 0; }
+uint32_t RegisterServerAuthentication() { return 0; }
+uint32_t ListenForCalls() { return 0; }
 uint32_t WaitServerListen() { return 0; }
 uint32_t StopServerListening() { return 0; }
 uint32_t SendServiceStatus(const ServiceStatusRecord&) { return 0; }

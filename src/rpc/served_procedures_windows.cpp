@@ -1,0 +1,104 @@
+// What the generated server stubs call: procedures.h's functions in the types of the wire.
+
+#include <windows.h>
+
+#include <cstdlib>
+
+#include "dozewell_rpc.h"
+#include "rpc/procedures.h"
+
+namespace dozewell {
+namespace {
+
+boolean Wire(bool answer) { return answer ? 1 : 0; }
+
+// The same five numbers under other names.
+template <typename Five>
+Five* FiveOf(WireValueBlock* block) {
+  static_assert(sizeof(Five) == sizeof(WireValueBlock));
+  return reinterpret_cast<Five*>(block);
+}
+
+// A flag of the procedures, put on the wire once it is set.
+template <typename Procedure>
+boolean GetFlag(boolean* output, Procedure procedure) {
+  bool flag = false;
+  if (output == nullptr || !procedure(&flag)) return 0;
+  *output = Wire(flag);
+  return 1;
+}
+
+}  // namespace
+}  // namespace dozewell
+
+using dozewell::FiveOf;
+using dozewell::Wire;
+
+extern "C" {
+
+void* __RPC_USER MIDL_user_allocate(size_t size) { return std::malloc(size); }
+void __RPC_USER MIDL_user_free(void* memory) { std::free(memory); }
+
+boolean Serve_Ping() { return Wire(dozewell::Ping()); }
+
+boolean Serve_GetDriverEnabled(boolean* enabled) {
+  return dozewell::GetFlag(enabled, dozewell::GetDriverEnabled);
+}
+
+boolean Serve_SetFeatureEnabled(boolean enable) {
+  return Wire(dozewell::SetFeatureEnabled(enable != 0));
+}
+
+boolean Serve_GetFeatureEnabled(boolean* enabled) {
+  return dozewell::GetFlag(enabled, dozewell::GetFeatureEnabled);
+}
+
+boolean Serve_SetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
+  return Wire(
+      dozewell::SetWakeTime(static_cast<uint32_t>(timer), FiveOf<dozewell::WakeTime>(wakeTime)));
+}
+
+boolean Serve_SetWakeRaw(WireTimer timer, LONG count) {
+  return Wire(dozewell::SetWakeRaw(static_cast<uint32_t>(timer), count));
+}
+
+boolean Serve_GetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
+  return Wire(
+      dozewell::GetWakeTime(static_cast<uint32_t>(timer), FiveOf<dozewell::WakeTime>(wakeTime)));
+}
+
+boolean Serve_GetWakeRaw(WireTimer timer, LONG* count) {
+  return Wire(
+      dozewell::GetWakeRaw(static_cast<uint32_t>(timer), reinterpret_cast<int32_t*>(count)));
+}
+
+boolean Serve_GetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
+  return Wire(dozewell::GetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
+                                         FiveOf<dozewell::PowerTimeouts>(settings)));
+}
+
+boolean Serve_SetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
+  return Wire(dozewell::SetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
+                                         FiveOf<dozewell::PowerTimeouts>(settings)));
+}
+
+boolean Serve_GetActiveScheme(WireScheme* scheme) {
+  uint32_t number = 0;
+  if (scheme == nullptr || !dozewell::GetActiveScheme(&number)) return 0;
+  *scheme = static_cast<WireScheme>(number);
+  return 1;
+}
+
+boolean Serve_SetActiveScheme(WireScheme scheme) {
+  return Wire(dozewell::SetActiveScheme(static_cast<uint32_t>(scheme)));
+}
+
+boolean Serve_ResetHistory(LONG) { return Wire(dozewell::ResetHistory()); }
+
+boolean Serve_SetStrength(LONG strength) { return Wire(dozewell::SetStrength(strength)); }
+
+boolean Serve_GetStrength(LONG* strength) {
+  return Wire(dozewell::GetStrength(reinterpret_cast<int32_t*>(strength)));
+}
+
+}  // extern "C"
