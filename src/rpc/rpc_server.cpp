@@ -1,6 +1,5 @@
 #include "rpc/rpc_server.h"
 
-#include <atomic>
 #include <cstdint>
 #include <cstdio>
 
@@ -26,9 +25,6 @@ constexpr Step kWait = {WaitServerListen, L"StartRPCServer: RpcMgmtWaitServerLis
 constexpr Step kStop = {StopServerListening,
                         L"StopRPCServer: RpcMgmtStopServerListening() failed!"};
 
-// A stop may come between the service's telling that it runs and the server's listening.
-std::atomic<bool> stopRequested{false};
-
 bool Take(const Step& step) {
   const uint32_t status = step.take();
   if (status != 0) LogServiceEvent(step.failureText, status, kEventError);
@@ -41,15 +37,16 @@ void StartRPCServer() {
   for (const Step& step : kStartSteps) {
     if (!Take(step)) return;
   }
-  if (stopRequested.exchange(false)) StopServerListening();
+  if (RPCStopRequested) StopServerListening();
   WriteSetting(L"ServiceStatus", 0);
   std::fputs("RPC server is listening...\n", stdout);
   std::fflush(stdout);
   Take(kWait);
+  RPCStopRequested = false;
 }
 
 void StopRPCServer() {
-  stopRequested = true;
+  RPCStopRequested = true;
   Take(kStop);
 }
 

@@ -1,0 +1,31 @@
+"""Counts of the service's calls of the system, and failures to come."""
+
+FOR_EVER = 0xFFFFFFFF
+
+
+class SystemCalls:
+    """The calls are those in shared/system_calls.h, under their own names."""
+
+    def __init__(self, state):
+        self._calls = {call.name.decode(): call for call in state.calls if call.name}
+
+    def reset(self):
+        for call in self._calls.values():
+            call.made = call.fail_from = call.fail_to = call.error = 0
+
+    def made(self, name):
+        """How often it was called since the reset."""
+        return self._calls[name].made
+
+    def all_made(self):
+        return {name: call.made for name, call in self._calls.items() if call.made}
+
+    def fail(self, name, error, call=1, times=FOR_EVER):
+        """Has the call-th call from now fail, and those that follow it."""
+        entry = self._calls[name]
+        entry.error = error
+        entry.fail_to = min(entry.made + call + times - 1, FOR_EVER)
+        entry.fail_from = entry.made + call
+
+    def succeed(self, name):
+        self._calls[name].fail_from = 0

@@ -1,0 +1,104 @@
+"""Puts the lab on a Wine machine and boots it."""
+
+import ctypes
+import fcntl
+import shutil
+
+from driver import Driver
+from link import Link, SystemError_
+from machine_state import MachineState, create_machine_state
+from registry import Registry
+from waiting import wait_until
+from wine import Wine
+
+PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
+STATE_FILE = "lab/machine.bin"
+STEP_SECONDS = 10
+
+_PROGRAM_FOLDER = "Program Files/Dozewell"
+_DRIVER = "dozewell_lab"
+_KERNEL_DRIVER, _DEMAND_START = 1, 3
+_SYSTEM_CLASS = "{4D36E97D-E325-11CE-BFC1-08002BE10318}"
+_OVERRIDES = "HKCU\\Software\\Wine\\AppDefaults\\DozewellService.exe\\DllOverrides"
+
+
+class Installation:
+    """Boots on entry into a with statement and is switched off at its end; then `wine`, `state` and
+    `agent` are there. The folder is kept, and booting there again is faster."""
+
+    def __init__(self, folder, build):
+        self._folder = folder.resolve()
+        self._build = build
+        self._lock = None
+        self.wine = Wine(self._folder / "wine")
+        self.state = None
+        self.agent = None
+
+    def __enter__(self):
+        self._folder.mkdir(parents=True, exist_ok=True)
+        self._lock = open(self._folder / "lock", "w", encoding="ascii")
+        # One folder is one machine, for one user at a time.
+        fcntl.flock(self._lock, fcntl.LOCK_EX)
+        try:
+            self._boot()
+        except BaseException:
+            self.wine.switch_off()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.wine.switch_off()
+        self._lock.close()
+
+    def _boot(self):
+        finished = self._folder / "finished"
+        is_new = not finished.exists()
+        if is_new:
+            self.wine.create()
+        self._copy_files()
+        self.state = create_machine_state(self.wine.drive / STATE_FILE)
+        self.wine.boot()
+        self._start_agent()
+        if is_new:
+            self._install_driver()
+            self._prefer_the_labs_library()
+        wait_until(self._driver_answers, "the driver does not answer")
+        finished.touch()
+
+    def _copy_files(self):
+        places = {
+            "lab/agent.exe": "lab",
+            "lab/dozewell_lab.sys": "windows/system32/drivers",
+            "lab/powrprof.dll": _PROGRAM_FOLDER,
+            "DozewellService.exe": _PROGRAM_FOLDER,
+        }
+        for file, place in places.items():
+            folder = self.wine.drive / place
+            folder.mkdir(parents=True, exist_ok=True)
+            shutil.copy(self._build / file, folder)
+
+    def _start_agent(self):
+        self.wine.start("C:\\lab\\agent.exe")
+        port = wait_until(lambda: self.state.agent_port, "the agent does not start")
+        if self.state.size != ctypes.sizeof(MachineState):
+            raise RuntimeError("machine_state.py and shared/machine_state.h differ")
+        self.agent = Link(port, STEP_SECONDS)
+
+    def _install_driver(self):
+        device = f"SYSTEM\\CurrentControlSet\\Enum\\ROOT\\{_DRIVER}\\0000"
+        registry = Registry(self.agent)
+        registry.write("ClassGUID", _SYSTEM_CLASS, device)
+        registry.write("Service", _DRIVER, device)
+        self.agent.ask("create-service", _DRIVER, _KERNEL_DRIVER, _DEMAND_START,
+                       f"C:\\windows\\system32\\drivers\\{_DRIVER}.sys")
+        self.agent.ask("start-service", _DRIVER)
+
+    def _prefer_the_labs_library(self):
+        Registry(self.agent).write("powrprof", "native,builtin", _OVERRIDES)
+
+    def _driver_answers(self):
+        try:
+            Driver(self.agent).reset()
+        except SystemError_:
+            return False
+        return True

@@ -1,0 +1,257 @@
+"""What a scenario sees: a Windows machine whose user, power manager and clock are the test's, and the
+service's executable on it as it is shipped."""
+
+import configparser
+import shutil
+import signal
+import struct
+import subprocess
+import time
+import uuid
+from pathlib import Path
+from typing import NamedTuple
+
+import service
+from clock import Clock
+from driver import Driver
+from failures import SystemCalls
+from installation import PROGRAM, STEP_SECONDS
+from link import Link
+from power_schemes import PowerSchemes
+from record import EVENTS, Record, of_kinds
+from registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
+from waiting import wait_until
+
+DEFAULT_SETTINGS = Path(__file__).resolve().parents[1] / "packaging" / "default-settings.ini"
+START_OF_TIME = "2026-01-05 08:00"  # a Monday
+
+SUSPEND, RESUME_BY_USER, POWER_STATUS_CHANGE, RESUME, SETTING_CHANGE = 4, 7, 10, 18, 0x8013
+IDLE_BACKGROUND_TASK = uuid.UUID("515c31d8-f734-163d-a0fd-11a08c91e8f1")
+
+# The call that the service waits in until it is stopped.
+SERVES = "RpcMgmtWaitServerListen"
+
+HISTORY_FILE, DATA_FILE = "zs7state.dat", "cpredict.z7"
+
+
+class Step(NamedTuple):
+    """What the service did in one step of a scenario, its threads included."""
+
+    entries: list
+    result: int = 0        # of its control handler
+    microseconds: int = 0  # that its control handler took
+
+    def of(self, *kinds):
+        """The texts of some kinds of entries."""
+        return [entry.text for entry in of_kinds(self.entries, *kinds)]
+
+    @property
+    def events(self):
+        """What was written to the event log."""
+        return of_kinds(self.entries, *EVENTS)
+
+    @property
+    def traces(self):
+        return self.of("trace")
+
+
+class Finished(NamedTuple):
+    """A run of the program with an argument, from its start to its end."""
+
+    exit_code: int
+    output: bytes
+    step: Step
+
+
+class Machine:
+    def __init__(self, installation):
+        self._wine = installation.wine
+        self._state = installation.state
+        self._agent = agent = installation.agent
+        self._channel = None
+        self._served_before = 0
+        self.clock = Clock(self._state, self._wake_sleepers)
+        self.driver = Driver(agent)
+        self.calls = SystemCalls(self._state)
+        self.schemes = PowerSchemes(self._state)
+        self.record = Record(self._state)
+        self.registry = Registry(agent)
+        self.service = service.Service(agent, PROGRAM)
+        self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
+
+    def reset(self):
+        """A machine on which nothing of the product was ever installed, at the start of time."""
+        self._agent.reopen()
+        self._close_channel()
+        # With nothing to fail and no settings, so that even a process started to be stopped stops.
+        self.calls.reset()
+        self.registry.delete_key(ROOT)
+        if self.service.exists():
+            self.service.stop_somehow()
+            self.service.delete()
+        # Whatever was still running may have written more.
+        self.calls.reset()
+        self.registry.delete_key(ROOT)
+        shutil.rmtree(self.data_folder.parent, ignore_errors=True)
+        self.driver.reset()
+        self.schemes.reset()
+        self.clock.set(START_OF_TIME)
+        self._state.awake_ms = 0
+        self._state.busy_threads = 0
+        self.set_mains(True)
+        self.record.clear()
+
+    def provision(self, total_attempts=0, current_attempt=0, **settings):
+        """Lays down what an installer would: the default settings, the start gate's counters (None
+        for none), and more settings by their names."""
+        ini = configparser.ConfigParser()
+        ini.optionxform = str
+        ini.read(DEFAULT_SETTINGS, "utf-8")
+        for name, value in ini["Settings"].items():
+            self.registry.write(name, int(value), DEFAULT)
+        for name, value in ini["CyclicProbabilityPredictor"].items():
+            self.registry.write(name, value, predictor_key(DEFAULT))
+        counters = {"TotalAttempts": total_attempts, "CurrentAttempt": current_attempt}
+        for name, value in {**counters, **settings}.items():
+            if value is not None:
+                self.registry.write(name, value, DEFAULT)
+
+    # The program
+
+    def run(self, *arguments):
+        """Runs the program to its end."""
+        finished = self._wine.run(PROGRAM, *arguments, timeout=STEP_SECONDS)
+        return Finished(finished.returncode, finished.stdout, self._finish_step())
+
+    def install(self):
+        """Has the program install itself, and waits for the service that it starts."""
+        self._before_start()
+        finished = self._wine.run(PROGRAM, "-i", timeout=STEP_SECONDS)
+        self._await_serving()
+        return Finished(finished.returncode, finished.stdout, self._finish_step())
+
+    def start_console(self):
+        """Starts the program in a console, to be ended with press_ctrl_c, and waits until it
+        serves."""
+        self._before_start()
+        console = self._wine.start(PROGRAM, "-local", output=subprocess.PIPE)
+        self._await_serving()
+        return console, self._finish_step()
+
+    def press_ctrl_c(self, console):
+        console.send_signal(signal.SIGINT)
+        output, _ = console.communicate(timeout=STEP_SECONDS)
+        return Finished(console.returncode, output, self._finish_step())
+
+    # The service control manager
+
+    def start_service(self):
+        """Starts the service, created before if need be, and waits until it serves or has stopped
+        and its threads are done."""
+        if not self.service.exists():
+            self.service.create()
+        self._before_start()
+        self.service.start()
+        self._await_serving()
+        return self._finish_step()
+
+    def stop_service(self):
+        self.service.control(service.STOP)
+        self.service.wait_for(service.STOPPED)
+        self._close_channel()
+        return self._finish_step()
+
+    def restart_service(self):
+        self.stop_service()
+        return self.start_service()
+
+    # What only the system sends
+
+    def deliver(self, control, event_type=0, data=b""):
+        """Calls the service's control handler and waits until it has returned."""
+        result, microseconds = self._ask_service("deliver", control, event_type, data.hex())
+        return self._finish_step(int(result), int(microseconds))
+
+    def power_event(self, event_type, data=b""):
+        return self.deliver(service.POWER_EVENT, event_type, data)
+
+    def suspend(self):
+        return self.power_event(SUSPEND)
+
+    def resume(self):
+        """The resume that every machine reports, whoever woke it."""
+        return self.power_event(RESUME)
+
+    def change_power_status(self):
+        return self.power_event(POWER_STATUS_CHANGE)
+
+    def notify_idle(self, setting=IDLE_BACKGROUND_TASK):
+        """The system is idle and does its background tasks, or another power setting changed."""
+        data = setting.bytes_le + struct.pack("<II", 4, 0)
+        return self.power_event(SETTING_CHANGE, data)
+
+    def shut_down(self):
+        return self.deliver(service.SHUTDOWN)
+
+    # The rest of the machine
+
+    def set_mains(self, on_mains):
+        self._state.ac_line_status = 1 if on_mains else 0
+
+    def setting(self, name):
+        """A value of the service's own key, or None."""
+        return self.registry.read(name, CURRENT)
+
+    def data_file(self, name):
+        """The bytes of a data file, or None."""
+        path = self.data_folder / name
+        return path.read_bytes() if path.exists() else None
+
+    def write_data_file(self, name, data):
+        self.data_folder.mkdir(parents=True, exist_ok=True)
+        (self.data_folder / name).write_bytes(data)
+
+    def take_step(self):
+        """What the service did since the last step, once its threads are done."""
+        return self._finish_step()
+
+    def _finish_step(self, result=0, microseconds=0):
+        wait_until(lambda: self._state.busy_threads == 0, "the service's threads do not end")
+        return Step(self.record.take(), result, microseconds)
+
+    # A process of the service
+
+    def _before_start(self):
+        self._close_channel()
+        self._state.busy_threads = 0
+        self._served_before = self.calls.made(SERVES)
+
+    def _await_serving(self):
+        # Asking the service control manager slows down the start that is waited for.
+        next_question = time.monotonic() + 0.2
+
+        def serves_or_has_stopped():
+            nonlocal next_question
+            if self.calls.made(SERVES) > self._served_before:
+                return True
+            if time.monotonic() < next_question:
+                return False
+            next_question += 0.2
+            return self.service.exists() and self.service.has_stopped()
+        wait_until(serves_or_has_stopped, "the service neither serves nor stops")
+
+    def _ask_service(self, *request):
+        if self._channel is None:
+            port = wait_until(lambda: self._state.service_port, "no control handler")
+            self._channel = Link(port, STEP_SECONDS)
+        return self._channel.ask(*request)
+
+    def _wake_sleepers(self):
+        if self._channel is not None or self._state.service_port:
+            self._ask_service("wake")
+
+    def _close_channel(self):
+        if self._channel is not None:
+            self._channel.close()
+            self._channel = None
+        self._state.service_port = 0

@@ -1,0 +1,104 @@
+"""What the service did, in order, as the lab recorded it."""
+
+import time
+from typing import NamedTuple
+
+EVENTS = ("success", "error", "information")
+_ESCAPES = {"n": "\n", "t": "\t", "\\": "\\"}
+
+
+class Entry(NamedTuple):
+    """One thing done. Kinds and their texts:
+
+    success, error, information   an event in the event log, as it reads there
+    trace                         a text to the debugger
+    status                        the state sent to the service control manager
+    scheme                        read|write SCHEME SETTING SOURCE VALUE, or activate SCHEME
+    driver                        read timer|write timer|read status, the words in or out
+    setting                       write NAME VALUE, or delete NAME
+    power-source, sleep, thread, suspend, handler, notification, config, event-log
+    failed                        CALL ERROR, when a test has it fail
+    """
+
+    kind: str
+    text: str
+
+
+def success(text):
+    return Entry("success", text)
+
+
+def error(text):
+    return Entry("error", text)
+
+
+def information(text):
+    return Entry("information", text)
+
+
+def of_kinds(entries, *kinds):
+    return [entry for entry in entries if entry.kind in kinds]
+
+
+def _unescaped(text):
+    parts = text.split("\\")
+    plain = [parts[0]]
+    rest = iter(parts[1:])
+    for part in rest:
+        if part:
+            plain.append(_ESCAPES[part[0]] + part[1:])
+        else:
+            # An escaped backslash leaves an empty part, and what follows it is as it stands.
+            plain.append("\\" + next(rest, ""))
+    return "".join(plain)
+
+
+def _entry(line):
+    kind, text = line.split("\t", 1)
+    return Entry(kind, _unescaped(text))
+
+
+class Record:
+    def __init__(self, state):
+        self._state = state
+        self._taken = 0
+
+    def clear(self):
+        size = min(self._state.record_size, type(self._state).record.size)
+        memory = self._bytes()
+        memory[:size] = bytes(size)
+        self._state.record_size = 0
+        self._taken = 0
+
+    def take(self):
+        """What was done since the last time this was asked."""
+        entries, self._taken = self._read(self._taken)
+        return entries
+
+    def all(self):
+        return self._read(0)[0]
+
+    def wait_for(self, entry, timeout=5):
+        """Waits until an entry is there; for what nothing else tells the end of."""
+        end = time.monotonic() + timeout
+        while entry not in self.all():
+            if time.monotonic() > end:
+                raise TimeoutError(f"{entry} did not happen in {timeout} s")
+            time.sleep(0.001)
+
+    def _bytes(self):
+        offset = type(self._state).record.offset
+        return memoryview(self._state).cast("B")[offset:]
+
+    def _read(self, start):
+        size = self._state.record_size
+        memory = self._bytes()
+        if size > len(memory):
+            raise OverflowError("The record is full")
+        # A line whose writer has claimed its place but not yet filled it is zeros.
+        end = time.monotonic() + 5
+        while b"\0" in (text := bytes(memory[start:size])):
+            if time.monotonic() > end:
+                raise TimeoutError("A line of the record was never written to its end")
+            time.sleep(0.0001)
+        return [_entry(line) for line in text.decode().split("\n")[:-1]], size

@@ -1,0 +1,106 @@
+"""The service under the service control manager."""
+
+import contextlib
+from typing import NamedTuple
+
+from link import SystemError_
+
+NAME = "DozewellService"
+
+STOPPED, START_PENDING, STOP_PENDING, RUNNING, PAUSED = 1, 2, 3, 4, 7
+STOP, PAUSE, CONTINUE, INTERROGATE, SHUTDOWN = 1, 2, 3, 4, 5
+POWER_EVENT, SESSION_CHANGE = 13, 14
+
+OWN_PROCESS, AUTO_START = 0x10, 2
+NO_SUCH_SERVICE = 1060
+TIMEOUT_MS = 3000
+
+
+class Status(NamedTuple):
+    state: int
+    process: int
+    controls: int
+    wait_hint: int
+    exit_code: int
+
+
+class Configuration(NamedTuple):
+    type: int
+    start: int
+    error_control: int
+    path: str
+    display_name: str
+    account: str
+    description: str
+
+
+class ServiceHung(Exception):
+    """The service did not come to a state in time."""
+
+
+class Service:
+    """Errors of the service control manager come as SystemError_."""
+
+    def __init__(self, agent, program):
+        self._agent = agent
+        self._program = program
+
+    def create(self):
+        """Creates the service as its installer does, without starting it."""
+        self._agent.ask("create-service", NAME, OWN_PROCESS, AUTO_START, f'"{self._program}"')
+
+    def start(self):
+        self._agent.ask("start-service", NAME)
+
+    def control(self, control):
+        """Sends a control as any program may; shutdown, power and session events are for the
+        system alone and are refused."""
+        self._agent.ask("control-service", NAME, control)
+
+    def delete(self):
+        self._agent.ask("delete-service", NAME)
+
+    def exists(self):
+        try:
+            self.status()
+        except SystemError_ as error:
+            if error.code == NO_SUCH_SERVICE:
+                return False
+            raise
+        return True
+
+    def status(self):
+        return Status(*map(int, self._agent.ask("query-service", NAME)))
+
+    def has_stopped(self):
+        return self.status().state == STOPPED
+
+    def configuration(self):
+        kind, start, error_control, *texts = self._agent.ask("describe-service", NAME)
+        return Configuration(int(kind), int(start), int(error_control), *texts)
+
+    def wait_for(self, state):
+        status = Status(*map(int, self._agent.ask("await-service", NAME, state, TIMEOUT_MS)))
+        if status.state != state:
+            raise ServiceHung(f"The service is in state {status.state}, not in {state}")
+        return status
+
+    def kill(self):
+        """Ends the service's process, whatever it does. The service control manager goes on to show
+        it as running, until it is started again."""
+        self._agent.ask("kill-process", self.status().process)
+
+    def stop_somehow(self):
+        """Stops the service, which must start and stop by itself after its process was killed."""
+        if self.has_stopped():
+            return
+        try:
+            self.control(STOP)
+            self.wait_for(STOPPED)
+        except (SystemError_, ServiceHung):
+            with contextlib.suppress(SystemError_):
+                self.kill()
+            self.start()
+            self.wait_for(RUNNING)
+            self.control(STOP)
+            self.wait_for(STOPPED)
