@@ -9,7 +9,7 @@ from link import Link, SystemError_
 from machine_state import MachineState, create_machine_state
 from registry import Registry
 from waiting import wait_until
-from wine import Wine
+from wine import ZONE, Wine
 
 PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
 STATE_FILE = "lab/machine.bin"
@@ -26,11 +26,11 @@ class Installation:
     """Boots on entry into a with statement and is switched off at its end; then `wine`, `state` and
     `agent` are there. The folder is kept, and booting there again is faster."""
 
-    def __init__(self, folder, build):
+    def __init__(self, folder, build, zone=ZONE):
         self._folder = folder.resolve()
         self._build = build
         self._lock = None
-        self.wine = Wine(self._folder / "wine")
+        self.wine = Wine(self._folder / "wine", zone)
         self.state = None
         self.agent = None
 

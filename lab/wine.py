@@ -17,7 +17,7 @@ def _without_random_addresses():
 
 
 class Wine:
-    def __init__(self, folder):
+    def __init__(self, folder, zone=ZONE):
         self.folder = folder
         self.drive = folder / "drive_c"
         self._command = [*_without_random_addresses(), "wine"]
@@ -30,7 +30,7 @@ class Wine:
             # success.
             "WINEDLLOVERRIDES": "mscoree,mshtml,winedbg.exe=d",
             "LC_ALL": "C.UTF-8",
-            "TZ": ZONE,
+            "TZ": zone,
         }
         self._environment.pop("DISPLAY", None)
 

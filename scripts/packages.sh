@@ -23,6 +23,6 @@ need_packages() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
-TEST_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev g++-mingw-w64-x86-64-win32 git
-  mingw-w64-tools
-  python3 wine wine64 winbind)
+# To build for Windows and run what was built.
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools python3 tzdata wine wine64 winbind)
+TEST_PACKAGES=("${WINDOWS_PACKAGES[@]}" clang clang-format clang-tidy libclang-rt-14-dev git)
