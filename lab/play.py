@@ -3,6 +3,7 @@
 and at the end what was achieved against the timeout that the user has set."""
 
 import argparse
+import os
 import sys
 import tempfile
 from collections import defaultdict
@@ -168,4 +169,11 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    try:
+        sys.exit(main())
+    except BrokenPipeError:
+        # Whoever read the output has seen enough.
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
+        sys.exit(1)
+    except KeyboardInterrupt:
+        sys.exit(130)
