@@ -1,4 +1,8 @@
-"""Counts of the service's calls of the system, and failures to come."""
+"""Counts of the service's calls of the system, calls that are held, and failures to come."""
+
+import contextlib
+
+from waiting import wait_until
 
 FOR_EVER = 0xFFFFFFFF
 
@@ -11,7 +15,7 @@ class SystemCalls:
 
     def reset(self):
         for call in self._calls.values():
-            call.made = call.fail_from = call.fail_to = call.error = 0
+            call.made = call.fail_from = call.fail_to = call.error = call.hold_at = 0
 
     def made(self, name):
         """How often it was called since the reset."""
@@ -29,3 +33,16 @@ class SystemCalls:
 
     def succeed(self, name):
         self._calls[name].fail_from = 0
+
+    @contextlib.contextmanager
+    def held(self, name, begin, call=1):
+        """Begins something, and within the with statement holds whoever makes the call-th call from
+        now in that call."""
+        entry = self._calls[name]
+        number = entry.hold_at = entry.made + call
+        try:
+            begin()
+            wait_until(lambda: entry.made >= number, f"{name} is not called")
+            yield
+        finally:
+            entry.hold_at = 0

@@ -1,8 +1,20 @@
 """Days lived on the machine, so that the service learns."""
 
-from datetime import timedelta
+from datetime import date, timedelta
 
 from clock import local
+
+A_MONDAY = date(2026, 1, 5)
+
+
+def machine_that_knows_office_hours(machine, **settings):
+    """In use since eight o'clock on Monday 2026-02-02, after four weeks in an office; it is now six in
+    the evening. Its user has it hibernate after 180 minutes on mains and 60 on battery."""
+    machine.provision(**settings)
+    machine.schemes.hibernate_after = 180, 60
+    machine.start_service()
+    office_days(machine, A_MONDAY, days=20)
+    machine.clock.pass_until("2026-02-02 18:00")
 
 
 def office_days(machine, first, days, start="08:00", end="18:00"):

@@ -11,12 +11,13 @@ import uuid
 from pathlib import Path
 from typing import NamedTuple
 
+import processes
 import service
 from clock import Clock
 from driver import Driver
 from failures import SystemCalls
 from installation import PROGRAM, STEP_SECONDS
-from link import Link
+from link import Link, LinkLost
 from power_schemes import PowerSchemes
 from record import EVENTS, Record, of_kinds
 from registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
@@ -78,6 +79,8 @@ class Machine:
         self.registry = Registry(agent)
         self.service = service.Service(agent, PROGRAM)
         self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
+        # Where the program runs when it is run with an argument.
+        self.current_folder = self._wine.drive
 
     def reset(self):
         """A machine on which nothing of the product was ever installed, at the start of time."""
@@ -89,6 +92,8 @@ class Machine:
         if self.service.exists():
             self.service.stop_somehow()
             self.service.delete()
+            # It goes when the last who has it open lets go of it.
+            wait_until(lambda: not self.service.exists(), "the deleted service does not go")
         # Whatever was still running may have written more.
         self.calls.reset()
         self.registry.delete_key(ROOT)
@@ -123,18 +128,25 @@ class Machine:
         finished = self._wine.run(PROGRAM, *arguments, timeout=STEP_SECONDS)
         return Finished(finished.returncode, finished.stdout, self._finish_step())
 
-    def install(self):
+    def exit_code(self, *arguments):
+        """The whole exit code of a run, of which run() knows the lowest byte only."""
+        program = PROGRAM.replace("Program Files", '"Program Files"')
+        command = " ".join([program, *arguments, "> nul & echo !errorlevel!"])
+        finished = self._wine.run("cmd", "/v:on", "/c", command, timeout=STEP_SECONDS)
+        return int(finished.stdout)
+
+    def install(self, *arguments):
         """Has the program install itself, and waits for the service that it starts."""
         self._before_start()
-        finished = self._wine.run(PROGRAM, "-i", timeout=STEP_SECONDS)
+        finished = self._wine.run(PROGRAM, *(arguments or ["-i"]), timeout=STEP_SECONDS)
         self._await_serving()
         return Finished(finished.returncode, finished.stdout, self._finish_step())
 
-    def start_console(self):
+    def start_console(self, *arguments):
         """Starts the program in a console, to be ended with press_ctrl_c, and waits until it
         serves."""
         self._before_start()
-        console = self._wine.start(PROGRAM, "-local", output=subprocess.PIPE)
+        console = self._wine.start(PROGRAM, *(arguments or ["-local"]), output=subprocess.PIPE)
         self._await_serving()
         return console, self._finish_step()
 
@@ -148,15 +160,33 @@ class Machine:
     def start_service(self):
         """Starts the service, created before if need be, and waits until it serves or has stopped
         and its threads are done."""
+        self.begin_start()
+        self._await_serving()
+        return self._finish_step()
+
+    def begin_start(self):
         if not self.service.exists():
             self.service.create()
         self._before_start()
         self.service.start()
-        self._await_serving()
-        return self._finish_step()
+
+    def ask_for_start(self):
+        """Has another program ask for the service's start, which it waits for; for a start that the
+        service control manager hears nothing of."""
+        self.service.create()
+        self._before_start()
+        return self._wine.start("net", "start", service.NAME)
 
     def stop_service(self):
+        self.begin_stop()
+        return self.finish_stop()
+
+    def begin_stop(self):
+        """The control handler has returned when this returns."""
         self.service.control(service.STOP)
+
+    def finish_stop(self):
+        """Waits until the service has stopped."""
         self.service.wait_for(service.STOPPED)
         self._close_channel()
         return self._finish_step()
@@ -169,8 +199,13 @@ class Machine:
 
     def deliver(self, control, event_type=0, data=b""):
         """Calls the service's control handler and waits until it has returned."""
+        result, microseconds = self.deliver_meanwhile(control, event_type, data)
+        return self._finish_step(result, microseconds)
+
+    def deliver_meanwhile(self, control, event_type=0, data=b""):
+        """The same while threads of the service are held in what they do; no step of its own."""
         result, microseconds = self._ask_service("deliver", control, event_type, data.hex())
-        return self._finish_step(int(result), int(microseconds))
+        return int(result), int(microseconds)
 
     def power_event(self, event_type, data=b""):
         return self.deliver(service.POWER_EVENT, event_type, data)
@@ -191,12 +226,21 @@ class Machine:
         return self.power_event(SETTING_CHANGE, data)
 
     def shut_down(self):
-        return self.deliver(service.SHUTDOWN)
+        try:
+            return self.deliver(service.SHUTDOWN)
+        except LinkLost:
+            # The service has said that it stopped, and the system ends its process when it likes.
+            self._close_channel()
+            return self._finish_step()
 
     # The rest of the machine
 
     def set_mains(self, on_mains):
-        self._state.ac_line_status = 1 if on_mains else 0
+        self.set_line_status(1 if on_mains else 0)
+
+    def set_line_status(self, status):
+        """The power source as the system tells it, which may be one that is neither of the two."""
+        self._state.ac_line_status = status
 
     def setting(self, name):
         """A value of the service's own key, or None."""
@@ -210,6 +254,10 @@ class Machine:
     def write_data_file(self, name, data):
         self.data_folder.mkdir(parents=True, exist_ok=True)
         (self.data_folder / name).write_bytes(data)
+
+    def thread_runs(self):
+        """How often each thread of the service was given a processor."""
+        return processes.thread_runs(self._wine.folder, "DozewellService.exe")
 
     def take_step(self):
         """What the service did since the last step, once its threads are done."""

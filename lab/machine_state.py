@@ -31,6 +31,7 @@ class SystemCall(ctypes.Structure):
         ("fail_from", ctypes.c_uint32),
         ("fail_to", ctypes.c_uint32),
         ("error", ctypes.c_uint32),
+        ("hold_at", ctypes.c_uint32),
     ]
 
 

@@ -16,6 +16,7 @@ class Entry(NamedTuple):
     scheme                        read|write SCHEME SETTING SOURCE VALUE, or activate SCHEME
     driver                        read timer|write timer|read status, the words in or out
     setting                       write NAME VALUE, or delete NAME
+    device                        search for the driver's device
     power-source, sleep, thread, suspend, handler, notification, config, event-log
     failed                        CALL ERROR, when a test has it fail
     """

@@ -4,6 +4,7 @@ import contextlib
 from typing import NamedTuple
 
 from link import SystemError_
+from record import Entry
 
 NAME = "DozewellService"
 
@@ -32,6 +33,12 @@ class Configuration(NamedTuple):
     display_name: str
     account: str
     description: str
+
+
+def sent(state, wait_hint=0):
+    """How the record shows a status that the service sends."""
+    return Entry("status", f"type 0x30 state {state} controls 0xc7 exit 0 0 checkpoint 0 "
+                           f"hint {wait_hint}")
 
 
 class ServiceHung(Exception):

@@ -1,4 +1,6 @@
 #include <windows.h>
+// After windows.h, which it needs.
+#include <setupapi.h>
 
 #include <cstring>
 #include <string>
@@ -7,7 +9,8 @@
 #include "power/failing_import.h"
 #include "power/record.h"
 
-// Puts what the service asks of the driver into the record; the driver itself answers.
+// Puts the search for the driver and what the service asks of it into the record; the system and
+// the driver themselves answer.
 
 namespace dozewell::lab {
 namespace {
@@ -15,7 +18,12 @@ namespace {
 BOOL WINAPI Control(HANDLE device, DWORD code, void* input, DWORD inputSize, void* output,
                     DWORD outputSize, DWORD* returned, OVERLAPPED* overlapped);
 
+HDEVINFO WINAPI Search(const GUID* interfaceClass, const wchar_t* enumerator, HWND parent,
+                       DWORD flags);
+
 const Import<decltype(DeviceIoControl)> ControlImport(SystemCallPlace("DeviceIoControl"), Control);
+const Import<decltype(SetupDiGetClassDevsW)> SearchImport(SystemCallPlace("SetupDiGetClassDevsW"),
+                                                          Search);
 
 std::string Words(const void* data, DWORD size) {
   std::string text;
@@ -51,6 +59,16 @@ BOOL WINAPI Control(HANDLE device, DWORD code, void* input, DWORD inputSize, voi
                        (succeeded ? Words(output, *returned) : Format(" error %lu", error)));
   SetLastError(error);
   return succeeded;
+}
+
+HDEVINFO WINAPI Search(const GUID* interfaceClass, const wchar_t* enumerator, HWND parent,
+                       DWORD flags) {
+  Record("device", "search");
+  if (const uint32_t error = SearchImport.CountCall()) {
+    SetLastError(error);
+    return INVALID_HANDLE_VALUE;
+  }
+  return SearchImport.System(interfaceClass, enumerator, parent, flags);
 }
 
 }  // namespace

@@ -37,6 +37,7 @@ void VisitImports(void* program, Visit visit) {
 uint32_t CountCall(size_t place) {
   SystemCallState& call = Machine->calls[place];
   const uint32_t number = ++call.made;
+  while (call.holdAt == number) Sleep(1);
   const uint32_t from = call.failFrom;
   if (from == 0 || number < from || number > call.failTo) return 0;
   const uint32_t error = call.error;

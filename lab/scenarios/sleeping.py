@@ -1,25 +1,12 @@
 """What the service does when the machine goes to sleep and when its user comes back."""
 
-from datetime import date
-
 from expect import expect
-from living import office_days
+from living import machine_that_knows_office_hours
 from record import information
-
-A_MONDAY = date(2026, 1, 5)
-
-
-def _machine_that_knows_office_hours(machine, **settings):
-    """In use since eight o'clock on Monday 2026-02-02, after four weeks in an office."""
-    machine.provision(**settings)
-    machine.schemes.hibernate_after = 180, 60
-    machine.start_service()
-    office_days(machine, A_MONDAY, days=20)
-    machine.clock.pass_until("2026-02-02 18:00")
 
 
 def a_suspend_hibernates_at_the_end_of_use_and_wakes_before_the_next(machine):
-    _machine_that_knows_office_hours(machine)
+    machine_that_knows_office_hours(machine)
     machine.driver.words = 0x12345678, 0x30000000
     step = machine.suspend()
     expect(step.events, [
@@ -45,7 +32,7 @@ def a_suspend_hibernates_at_the_end_of_use_and_wakes_before_the_next(machine):
 
 
 def a_suspend_traces_each_step(machine):
-    _machine_that_knows_office_hours(machine)
+    machine_that_knows_office_hours(machine)
     expect(machine.suspend().traces, [
         "State Machine event: ", "2/2/2026 18:0:0 - Suspend", "\n",
         "AH_RecordHistoryEvent\n",
@@ -62,7 +49,7 @@ def a_suspend_traces_each_step(machine):
 
 
 def a_real_resume_gives_the_user_back_his_own_timeouts(machine):
-    _machine_that_knows_office_hours(machine)
+    machine_that_knows_office_hours(machine)
     machine.suspend()
     expect(machine.schemes.hibernate_after, (10, 10), "timeouts asleep")
 
@@ -83,7 +70,7 @@ def a_real_resume_gives_the_user_back_his_own_timeouts(machine):
 
 
 def a_prediction_that_is_switched_off_sets_nothing(machine):
-    _machine_that_knows_office_hours(machine, DisablePrediction=1)
+    machine_that_knows_office_hours(machine, DisablePrediction=1)
     words = machine.driver.words
     step = machine.suspend()
     expect(step.events[1:-1], [

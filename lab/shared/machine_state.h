@@ -27,13 +27,15 @@ struct PowerScheme {
 };
 
 // One function of the system that the service calls. Calls are counted from 1, and those from
-// failFrom to failTo fail with the error; none do while failFrom is 0.
+// failFrom to failTo fail with the error; none do while failFrom is 0. Whoever makes the call that
+// holdAt counts waits in it until that is 0 again.
 struct SystemCallState {
   char name[40];
   std::atomic<uint32_t> made;
   std::atomic<uint32_t> failFrom;
   std::atomic<uint32_t> failTo;
   std::atomic<uint32_t> error;
+  std::atomic<uint32_t> holdAt;
 };
 
 struct MachineState {

@@ -45,6 +45,7 @@ inline constexpr std::string_view kSystemCalls[] = {
     "PowerWriteACValueIndex",
     "PowerWriteDCValueIndex",
     "SetSuspendState",
+    "SetupDiGetClassDevsW",
     "DeviceIoControl",
     // RPC server
     "RpcServerUseProtseqEpW",
