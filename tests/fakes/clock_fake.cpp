@@ -9,6 +9,7 @@ fakes::Clock fakes::clock;
 int64_t UtcSecondsNow() { return fakes::clock.utcSeconds; }
 
 bool LocalTimeNow(tm& time) {
+  fakes::clock.whileRead();
   if (fakes::clock.utcSeconds == -1) return false;
   time = fakes::clock.localTime;
   return true;

@@ -2,6 +2,7 @@
 #define DOZEWELL_TESTS_FAKES_CLOCK_FAKE_H_
 
 #include <cstdint>
+#include <functional>
 
 #include "base/wall_clock.h"
 
@@ -11,6 +12,8 @@ namespace dozewell::fakes {
 struct Clock {
   int64_t utcSeconds = 0;
   tm localTime = {0, 0, 0, 1, 0, 70, 4, 0, 0};
+  // What happens while the local time is read.
+  std::function<void()> whileRead = [] {};
 };
 extern Clock clock;
 

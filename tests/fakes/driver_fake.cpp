@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "fakes/journal.h"
 #include "power/device_io.h"
 #include "power/driver_device.h"
 
@@ -17,6 +18,11 @@ void ResetDriver() {
 }
 
 namespace {
+
+void Note(const std::string& call) {
+  driver.calls.push_back(call);
+  journal.push_back("driver: " + call);
+}
 
 std::string Hex(uint32_t number) {
   char text[9];
@@ -41,7 +47,7 @@ Control ControlOf(uint32_t code, size_t inputSize, size_t outputSize) {
 using fakes::driver;
 
 void* OpenDevice() {
-  driver.calls.emplace_back("open");
+  fakes::Note("open");
   return driver.present ? &driver : kInvalidDevice;
 }
 
@@ -66,7 +72,7 @@ bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputS
              std::to_string(outputSize);
       break;
   }
-  driver.calls.push_back(device == &driver ? call : call + " on no device");
+  fakes::Note(device == &driver ? call : call + " on no device");
   if (driver.failer.Fails() || device != &driver) return false;
   switch (control) {
     case fakes::Control::kWriteTimer:
@@ -83,8 +89,6 @@ bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputS
   }
 }
 
-void CloseDevice(void* device) {
-  driver.calls.emplace_back(device == &driver ? "close" : "close on no device");
-}
+void CloseDevice(void* device) { fakes::Note(device == &driver ? "close" : "close on no device"); }
 
 }  // namespace dozewell

@@ -3,6 +3,7 @@
 #include "base/utf8.h"
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_log.h"
+#include "fakes/journal.h"
 
 namespace dozewell {
 namespace fakes {
@@ -17,6 +18,14 @@ std::vector<std::string> EventLog::After(const std::string& prefix) const {
   return rests;
 }
 
+namespace {
+
+void Note(const std::string& call) {
+  eventLog.calls.push_back(call);
+  journal.push_back(call);
+}
+
+}  // namespace
 }  // namespace fakes
 
 using fakes::eventLog;
@@ -27,18 +36,16 @@ EventSource OpenEventSource(const wchar_t* name) {
 }
 
 bool ReportToEventLog(EventSource, uint16_t eventType, const wchar_t* message) {
-  eventLog.calls.push_back("report " + std::to_string(eventType) + " " + NarrowToUtf8(message));
+  fakes::Note("report " + std::to_string(eventType) + " " + NarrowToUtf8(message));
   return !eventLog.reportFailer.Fails();
 }
 
-void ClearWholeEventLog(EventSource) { eventLog.calls.push_back("clear"); }
+void ClearWholeEventLog(EventSource) { fakes::Note("clear"); }
 
 void CloseEventSource(EventSource source) {
   eventLog.calls.push_back(source != nullptr ? "close" : "close null");
 }
 
-void TraceToDebugger(const wchar_t* text) {
-  eventLog.calls.push_back("trace " + NarrowToUtf8(text));
-}
+void TraceToDebugger(const wchar_t* text) { fakes::Note("trace " + NarrowToUtf8(text)); }
 
 }  // namespace dozewell

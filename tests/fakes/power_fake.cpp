@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "fakes/journal.h"
 #include "power/power_source.h"
 #include "power/suspend.h"
 
@@ -57,6 +58,7 @@ std::string ValueName(uint32_t source, const Guid& scheme, const Guid& subgroup,
 
 bool Fails(const std::string& call) {
   power.calls.push_back(call);
+  journal.push_back("power: " + call);
   return power.failer.Fails();
 }
 

@@ -1,6 +1,7 @@
 #include "fakes/service_fake.h"
 
 #include "base/utf8.h"
+#include "fakes/journal.h"
 #include "rpc/rpc_runtime.h"
 #include "service/service_host.h"
 #include "service/service_manager.h"
@@ -15,10 +16,17 @@ namespace {
 constexpr uint32_t kServiceDoesNotExist = 1060;
 constexpr uint32_t kServiceExists = 1073;
 
+constexpr uint32_t kInvalidHandle = 6;
+
 uint32_t lastError = 0;
 
-bool Fails(const std::string& call) {
+void Note(const std::string& call) {
   service.calls.push_back(call);
+  journal.push_back("service: " + call);
+}
+
+bool Fails(const std::string& call) {
+  Note(call);
   if (!service.failer.Fails()) return false;
   lastError = service.error;
   return true;
@@ -43,11 +51,17 @@ uint32_t RunServiceDispatcher() {
 
 void InstallConsoleHandler() { fakes::Fails("install console handler"); }
 
-uint32_t RegisterControlHandler() { return fakes::ErrorOf("register handler"); }
+uint32_t RegisterControlHandler() {
+  const uint32_t error = fakes::ErrorOf("register handler");
+  service.registered = error == 0;
+  return error;
+}
 
 uint32_t SendServiceStatus(const ServiceStatusRecord& status) {
-  return fakes::ErrorOf("status " + std::to_string(status.state) + " " +
-                        std::to_string(status.waitHintMs));
+  if (service.whileSendingStatus) service.whileSendingStatus();
+  const uint32_t error = fakes::ErrorOf("status " + std::to_string(status.state) + " " +
+                                        std::to_string(status.waitHintMs));
+  return error == 0 && !service.registered ? fakes::kInvalidHandle : error;
 }
 
 void* RegisterIdleNotification() {
@@ -64,7 +78,11 @@ uint32_t RegisterServerInterface() { return fakes::ErrorOf("register interface")
 
 uint32_t RegisterServerAuthentication() { return fakes::ErrorOf("register authentication"); }
 
-uint32_t ListenForCalls() { return fakes::ErrorOf("listen"); }
+uint32_t ListenForCalls() {
+  const uint32_t error = fakes::ErrorOf("listen");
+  service.listening = error == 0;
+  return error;
+}
 
 uint32_t WaitServerListen() {
   const uint32_t error = fakes::ErrorOf("wait");
@@ -72,9 +90,13 @@ uint32_t WaitServerListen() {
   return error;
 }
 
-uint32_t StopServerListening() { return fakes::ErrorOf("stop listening"); }
+uint32_t StopServerListening() {
+  const uint32_t error = fakes::ErrorOf("stop listening");
+  if (error == 0) service.listening = false;
+  return error;
+}
 
-void ServiceHandleCloser::operator()(void*) const { service.calls.emplace_back("close"); }
+void ServiceHandleCloser::operator()(void*) const { fakes::Note("close"); }
 
 ServiceHandle OpenManagerToCreate() { return fakes::HandleOf("open manager to create"); }
 

@@ -18,9 +18,13 @@ struct Service {
   CallFailer failer;    // counts the calls
   uint32_t error = 5;   // what a failing call leaves
   bool exists = false;  // whether the service is installed
-  // What happens while the RPC server waits; while the dispatcher serves the process.
+  // Whether a control handler is registered, without which no status can be sent.
+  bool registered = false;
+  bool listening = false;  // whether the RPC server listens and was not told to stop
+  // What happens while the RPC server waits, the dispatcher serves the process, a status is sent.
   std::function<void()> whileListening;
   std::function<void()> whileServing;
+  std::function<void()> whileSendingStatus;
 };
 extern Service service;
 

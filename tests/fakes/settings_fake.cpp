@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "base/utf8.h"
+#include "fakes/journal.h"
 #include "settings/data_folder.h"
 #include "settings/predictor_values.h"
 #include "settings/settings_store.h"
@@ -47,6 +48,7 @@ bool QueryFallbackKeys(const std::function<bool(const Key&)>& query) {
 
 bool Fails(const std::string& call) {
   settings.calls.push_back(call);
+  if (!call.starts_with("ReadPredictorValue ")) journal.push_back("settings: " + call);
   return settings.failer.Fails();
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/thread.h"
+#include "fakes/journal.h"
 
 namespace dozewell {
 
@@ -13,8 +14,13 @@ void fakes::Threads::Run() {
 }
 
 bool StartThread(void (*procedure)()) {
+  fakes::journal.emplace_back("thread: start");
   if (fakes::threads.failer.Fails()) return false;
-  fakes::threads.waiting.push_back(procedure);
+  if (fakes::threads.atOnce) {
+    procedure();
+  } else {
+    fakes::threads.waiting.push_back(procedure);
+  }
   return true;
 }
 

@@ -11,6 +11,8 @@ namespace dozewell::fakes {
 struct Threads {
   std::vector<void (*)()> waiting;
   CallFailer failer;
+  // Threads are quicker than their makers: each runs to its end before StartThread returns.
+  bool atOnce = false;
 
   // Runs them to their ends, in the order in which they were started.
   void Run();

@@ -1,0 +1,181 @@
+// How long a whole search takes, against a plain reading of the same rules in the same run.
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "optimizer/grid_simulator.h"
+#include "optimizer/parameter_grid.h"
+#include "optimizer/parameter_search.h"
+#include "optimizer/simulator.h"
+#include "plain_simulator.h"
+#include "replay/sample_history.h"
+
+namespace dozewell {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using History = std::vector<HistoryRecord>;
+
+const std::vector<int32_t> kScoringWeights = {0, 25, 50, 75, 100};
+
+std::vector<int32_t> Numbers(int32_t first, int32_t step, int count) {
+  std::vector<int32_t> numbers;
+  numbers.reserve(static_cast<size_t>(count));
+  for (int i = 0; i < count; ++i) numbers.push_back(first + i * step);
+  return numbers;
+}
+
+// The groupings that days of the week are likely to fall into come first.
+std::vector<int32_t> DayGroupings(int count) {
+  std::vector<int32_t> groupings = {0, 12, 255, 4, 8, 2, 16, 14, 28, 20};
+  groupings.resize(static_cast<size_t>(count));
+  return groupings;
+}
+
+struct NamedGrid {
+  const char* shape;
+  ParameterGrid grid;
+};
+
+ParameterGrid Grid(int highs, int lows, int firstWeights, int secondWeights, int groupings) {
+  return BuildParameterGrid({Numbers(50, 40 / highs, highs), Numbers(5, 40 / lows, lows),
+                             Numbers(5, 40 / firstWeights, firstWeights),
+                             Numbers(5, 40 / secondWeights, secondWeights),
+                             DayGroupings(groupings)});
+}
+
+History OfficeHistory(int days) { return MakeSampleHistory(*FindSampleKind("office"), days, 1); }
+
+Outcomes Baseline(const History& history) {
+  Outcomes outcomes;
+  CountOutcomes(SimulateFixedTimeout(history, 600), outcomes);
+  return outcomes;
+}
+
+double SecondsSince(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+// The shortest of several timings: whatever else runs on the machine only ever adds to them.
+template <typename Work>
+double ShortestSeconds(int timings, Work work) {
+  double shortest = 1e9;
+  for (int i = 0; i < timings; ++i) {
+    const auto start = Clock::now();
+    work();
+    shortest = std::min(shortest, SecondsSince(start));
+  }
+  return shortest;
+}
+
+double SearchSeconds(const ParameterGrid& grid, const History& history) {
+  constexpr double kSecondsOfTimings = 0.3;
+  const Outcomes baseline = Baseline(history);
+  const auto search = [&] {
+    if (!SearchParameters(history, baseline, grid, kScoringWeights)) std::abort();
+  };
+  const double once = ShortestSeconds(1, search);
+  return std::min(once, ShortestSeconds(2 + static_cast<int>(kSecondsOfTimings / once), search));
+}
+
+// Seconds per set, of sets all over the grid.
+template <typename Simulate>
+double SecondsPerSet(const ParameterGrid& grid, Simulate simulate) {
+  constexpr uint64_t kSets = 100;
+  constexpr int kTimings = 5;
+  // With steps of a prime all values of all parameters have their turn.
+  constexpr uint64_t kStep = 1009;
+  double seconds = 0;
+  for (uint64_t i = 0; i < kSets; ++i) {
+    NativeSimulatorConfigurations parameters =
+        ConfigurationsOf(grid.SetAt(i * kStep % grid.Size()));
+    seconds += ShortestSeconds(kTimings, [&] { simulate(parameters); });
+  }
+  return seconds / kSets;
+}
+
+bool SameAsPlain(const ParameterGrid& grid, const History& history) {
+  std::vector<Outcomes> outcomes(grid.Size());
+  const bool shared =
+      GridSimulator(grid, history).Simulate([&](uint64_t position, const Outcomes& counted) {
+        outcomes[position] = counted;
+      });
+  if (!shared) return false;
+  for (uint64_t position = 0; position < grid.Size(); ++position) {
+    NativeSimulatorConfigurations parameters = ConfigurationsOf(grid.SetAt(position));
+    Outcomes plain;
+    CountOutcomes(SimulatePlainly(parameters, history), plain);
+    if (outcomes[position] != plain) return false;
+  }
+  return true;
+}
+
+void PrintRatio(const char* shape, const ParameterGrid& grid, const History& history) {
+  Outcomes outcomes;
+  const double plain = SecondsPerSet(grid, [&](NativeSimulatorConfigurations& parameters) {
+    CountOutcomes(SimulatePlainly(parameters, history), outcomes);
+  });
+  const double oneByOne = SecondsPerSet(grid, [&](NativeSimulatorConfigurations& parameters) {
+    CountOutcomes(SimulatePredictor(parameters, history), outcomes);
+  });
+  const double atOnce = SearchSeconds(grid, history) / static_cast<double>(grid.Size());
+  std::printf("%-34s %8llu %12.1f %12.1f %12.3f %10.0f\n", shape,
+              static_cast<unsigned long long>(grid.Size()), plain * 1e6, oneByOne * 1e6,
+              atOnce * 1e6, plain / atOnce);
+}
+
+}  // namespace
+}  // namespace dozewell
+
+int main(int argc, char** argv) {
+  using namespace dozewell;
+  if (argc > 2 || (argc == 2 && std::strcmp(argv[1], "--verify") != 0)) {
+    std::fprintf(stderr, "Usage: optimizer_bench [--verify]\n");
+    return 2;
+  }
+  // High and low thresholds, first and second weights, day groupings.
+  const NamedGrid grids[] = {
+      {"4 x 5, 4 x 4, 3: balanced", Grid(4, 5, 4, 4, 3)},
+      {"2 x 2, 8 x 6, 5: few thresholds", Grid(2, 2, 8, 6, 5)},
+      {"8 x 8, 6 x 6, 5: balanced", Grid(8, 8, 6, 6, 5)},
+      {"12 x 12, 4 x 4, 5: balanced", Grid(12, 12, 4, 4, 5)},
+      {"3 x 3, 13 x 10, 10: few thresholds", Grid(3, 3, 13, 10, 10)},
+      {"20 x 20, 4 x 4, 2: many thresholds", Grid(20, 20, 4, 4, 2)},
+  };
+  const History sixtyDays = OfficeHistory(60);
+  if (argc == 2) {
+    for (const NamedGrid& named : grids) {
+      const bool same = SameAsPlain(named.grid, sixtyDays);
+      std::printf("%-34s %8llu sets: %s\n", named.shape,
+                  static_cast<unsigned long long>(named.grid.Size()),
+                  same ? "identical to the plain reading" : "DIFFERENT");
+      if (!same) return 1;
+    }
+    return 0;
+  }
+  std::printf("60 days in an office, %zu records; microseconds per set\n", sixtyDays.size());
+  std::printf("%-34s %8s %12s %12s %12s %10s\n", "Grid", "sets", "plain", "one by one", "search",
+              "ratio");
+  for (const NamedGrid& named : grids) PrintRatio(named.shape, named.grid, sixtyDays);
+
+  std::printf("\nMilliseconds of a whole search\n%-10s", "days");
+  const ParameterGrid bySize[] = {Grid(5, 5, 4, 4, 3), Grid(8, 10, 5, 5, 5),
+                                  Grid(16, 16, 10, 8, 5)};
+  for (const ParameterGrid& grid : bySize) {
+    std::printf(" %9llu sets", static_cast<unsigned long long>(grid.Size()));
+  }
+  std::printf("\n");
+  for (const int days : {60, 365, 3650}) {
+    const History history = OfficeHistory(days);
+    std::printf("%-10d", days);
+    for (const ParameterGrid& grid : bySize) {
+      std::printf(" %14.2f", SearchSeconds(grid, history) * 1e3);
+    }
+    std::printf("\n");
+  }
+}

@@ -1,0 +1,83 @@
+#include "optimizer/parameter_grid.h"
+
+#include <doctest/doctest.h>
+
+#include <limits>
+#include <vector>
+
+#include "optimizer/stop_request.h"
+
+namespace dozewell {
+namespace {
+
+std::vector<ParameterSet> SetsOf(const ParameterGrid& grid) {
+  std::vector<ParameterSet> sets;
+  for (uint64_t i = 0; i < grid.Size(); ++i) sets.push_back(grid.SetAt(i));
+  return sets;
+}
+
+}  // namespace
+
+TEST_CASE("the grid nests high, low, first weight, second weight and day grouping") {
+  const ParameterGrid grid = BuildParameterGrid({{70, 60}, {65, 50}, {10, 20}, {30, 40}, {0, 12}});
+  CHECK(SetsOf(grid) ==
+        std::vector<ParameterSet>{{{70, 65}, {10, 30, 60}, 0}, {{70, 65}, {10, 30, 60}, 12},
+                                  {{70, 65}, {10, 40, 50}, 0}, {{70, 65}, {10, 40, 50}, 12},
+                                  {{70, 65}, {20, 30, 50}, 0}, {{70, 65}, {20, 30, 50}, 12},
+                                  {{70, 65}, {20, 40, 40}, 0}, {{70, 65}, {20, 40, 40}, 12},
+                                  {{70, 50}, {10, 30, 60}, 0}, {{70, 50}, {10, 30, 60}, 12},
+                                  {{70, 50}, {10, 40, 50}, 0}, {{70, 50}, {10, 40, 50}, 12},
+                                  {{70, 50}, {20, 30, 50}, 0}, {{70, 50}, {20, 30, 50}, 12},
+                                  {{70, 50}, {20, 40, 40}, 0}, {{70, 50}, {20, 40, 40}, 12},
+                                  {{60, 50}, {10, 30, 60}, 0}, {{60, 50}, {10, 30, 60}, 12},
+                                  {{60, 50}, {10, 40, 50}, 0}, {{60, 50}, {10, 40, 50}, 12},
+                                  {{60, 50}, {20, 30, 50}, 0}, {{60, 50}, {20, 30, 50}, 12},
+                                  {{60, 50}, {20, 40, 40}, 0}, {{60, 50}, {20, 40, 40}, 12}});
+  CHECK(grid.PositionOf(2, 3, 1) == 23);
+  CHECK(grid.SetAt(grid.PositionOf(1, 2, 0)) == ParameterSet{{70, 50}, {20, 30, 50}, 0});
+}
+
+TEST_CASE("equal thresholds make a pair, duplicates stay") {
+  const ParameterGrid grid = BuildParameterGrid({{50, 50}, {50, 51, 50}, {10}, {10}, {0, 0}});
+  CHECK(grid.strengths == std::vector<StrengthPair>(4, {50, 50}));
+  CHECK(grid.Size() == 8);
+}
+
+TEST_CASE("the third weight is what is left of 100, and a set without one is skipped") {
+  CHECK(BuildParameterGrid({{60}, {40}, {60, 59, 61}, {40}, {0}}).weights ==
+        std::vector<WeightTriple>{{59, 40, 1}});
+  CHECK(BuildParameterGrid({{60}, {40}, {-20}, {-30}, {0}}).weights ==
+        std::vector<WeightTriple>{{-20, -30, 150}});
+  // 100 + 2^31 wraps to what is below zero.
+  constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
+  CHECK(BuildParameterGrid({{60}, {40}, {kLowest}, {0}, {0}}).weights.empty());
+}
+
+TEST_CASE("low thresholds above every high one, or an empty range, make an empty grid") {
+  CHECK(BuildParameterGrid({{50, 60}, {70, 80}, {10}, {10}, {0}}).Size() == 0);
+  CHECK(BuildParameterGrid({{}, {40}, {10}, {10}, {0}}).Size() == 0);
+  CHECK(BuildParameterGrid({{60}, {}, {10}, {10}, {0}}).Size() == 0);
+  CHECK(BuildParameterGrid({{60}, {40}, {}, {10}, {0}}).Size() == 0);
+  CHECK(BuildParameterGrid({{60}, {40}, {10}, {}, {0}}).Size() == 0);
+  CHECK(BuildParameterGrid({{60}, {40}, {10}, {10}, {}}).Size() == 0);
+}
+
+TEST_CASE("a stop request leaves the grid without sets") {
+  OptimizerStopRequested = true;
+  CHECK(BuildParameterGrid({{60}, {40}, {10}, {10}, {0}}).Size() == 0);
+  OptimizerStopRequested = false;
+}
+
+TEST_CASE("a set is simulated as a week's cycle with its numbers as plain decimals") {
+  NativeSimulatorConfigurations set = ConfigurationsOf({{90, -60}, {10, 20, 70}, 2});
+  CHECK(set.GetDataFolder() == L"c:\\invalidpath:");
+  CHECK(set.GetValue("", "DaysInCycle") == "7");
+  CHECK(set.GetValue("", "FirstLastWeight") == "10");
+  CHECK(set.GetValue("", "SecondLastWeight") == "20");
+  CHECK(set.GetValue("", "AgregationWeight") == "70");
+  CHECK(set.GetValue("", "StrengthHigh") == "90");
+  CHECK(set.GetValue("", "StrengthLow") == "-60");
+  CHECK(set.GetValue("", "DayGrouping") == "2");
+}
+
+}  // namespace dozewell

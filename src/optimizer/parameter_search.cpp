@@ -1,0 +1,89 @@
+#include "optimizer/parameter_search.h"
+
+#include <cstddef>
+
+#include "base/numbers.h"
+#include "optimizer/best_set.h"
+#include "optimizer/grid_simulator.h"
+#include "optimizer/stop_request.h"
+
+namespace dozewell {
+namespace {
+
+// All scores are in single precision: with more, other sets would win.
+struct Shares {
+  float sleep;      // of the resumes, those from sleep
+  float hibernate;  // of the time asleep or hibernated, that hibernated
+};
+
+Shares SharesOf(const Outcomes& outcomes) {
+  const int32_t resumes =
+      Wrap32(int64_t{outcomes.resumesFromSleep} + outcomes.resumesFromHibernate);
+  const int64_t seconds = WrapAdd64(outcomes.hibernateSeconds, outcomes.sleepSeconds);
+  return {static_cast<float>(outcomes.resumesFromSleep) / static_cast<float>(resumes),
+          static_cast<float>(outcomes.hibernateSeconds) / static_cast<float>(seconds)};
+}
+
+// A scoring weight with the best set that it has seen.
+class Contest {
+ public:
+  explicit Contest(int32_t weight)
+      : weight_(static_cast<float>(weight)),
+        complement_(static_cast<float>(Wrap32(100 - int64_t{weight}))) {}
+
+  float ScoreOf(const Shares& shares) const {
+    return weight_ * shares.sleep + complement_ * shares.hibernate;
+  }
+
+  // A score that is not a number never wins.
+  void Enter(uint64_t position, const Shares& shares) {
+    const float score = ScoreOf(shares);
+    if (score > bestScore_ || (score == bestScore_ && (!best_ || position > *best_))) {
+      bestScore_ = score;
+      best_ = position;
+    }
+  }
+
+  BestSet Result(size_t index, const ParameterGrid& grid, const Shares& baselineShares) const {
+    BestSet result = {BestSetName(index), kNoBestSet, bestScore_, ScoreOf(baselineShares)};
+    if (bestScore_ >= result.baseline) {
+      NativeSimulatorConfigurations set;
+      if (best_) set = ConfigurationsOf(grid.SetAt(*best_));
+      result.value = BestSetText(set);
+    }
+    return result;
+  }
+
+ private:
+  float weight_;
+  float complement_;
+  float bestScore_ = 0.0F;
+  std::optional<uint64_t> best_;  // position
+};
+
+}  // namespace
+
+std::optional<std::vector<BestSet>> SearchParameters(std::span<const HistoryRecord> history,
+                                                     const Outcomes& baseline,
+                                                     const ParameterGrid& grid,
+                                                     const std::vector<int32_t>& scoringWeights,
+                                                     const SetVisitor& visit) {
+  std::vector<Contest> contests(scoringWeights.begin(), scoringWeights.end());
+  const SetVisitor enter = [&](uint64_t position, const Outcomes& outcomes) {
+    if (visit) visit(position, outcomes);
+    const Shares shares = SharesOf(outcomes);
+    for (Contest& contest : contests) contest.Enter(position, shares);
+  };
+  if (!GridSimulator(grid, history).Simulate(enter)) SimulateEachSet(grid, history, enter);
+  if (OptimizerStopRequested) return std::nullopt;
+
+  const Shares baselineShares = SharesOf(baseline);
+  std::vector<BestSet> results;
+  results.reserve(contests.size());
+  for (const Contest& contest : contests) {
+    results.push_back(contest.Result(results.size(), grid, baselineShares));
+  }
+  return results;
+}
+
+}  // namespace dozewell

@@ -1,0 +1,37 @@
+#ifndef DOZEWELL_OPTIMIZER_PARAMETER_SEARCH_H_
+#define DOZEWELL_OPTIMIZER_PARAMETER_SEARCH_H_
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "optimizer/grid_simulator.h"
+#include "optimizer/parameter_grid.h"
+#include "optimizer/sim_time_line.h"
+#include "prediction/history_file.h"
+
+namespace dozewell {
+
+// The winner for one scoring weight.
+struct BestSet {
+  std::string name;   // under which it is stored
+  std::string value;  // what is stored
+  float score;        // 0 when no set scored that much
+  float baseline;     // the fixed timeout's score, which it has to reach
+};
+
+// Simulates every set of the grid and finds the best one for each scoring weight, which says how
+// much of 100 it counts that resumes come from sleep; the rest is for time spent hibernated. Among
+// sets of one score the last in the grid wins. `visit` may be empty. No result after a stop
+// request. Throws what a simulation throws.
+std::optional<std::vector<BestSet>> SearchParameters(std::span<const HistoryRecord> history,
+                                                     const Outcomes& baseline,
+                                                     const ParameterGrid& grid,
+                                                     const std::vector<int32_t>& scoringWeights,
+                                                     const SetVisitor& visit = {});
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_OPTIMIZER_PARAMETER_SEARCH_H_

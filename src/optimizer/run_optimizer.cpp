@@ -1,0 +1,81 @@
+#include "optimizer/run_optimizer.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "base/event_records.h"
+#include "base/file.h"
+#include "base/lock.h"
+#include "controller/state_machine.h"
+#include "diagnostics/event_writer.h"
+#include "optimizer/parameter_grid.h"
+#include "optimizer/parameter_ranges.h"
+#include "optimizer/parameter_search.h"
+#include "optimizer/simulator.h"
+#include "optimizer/stop_request.h"
+#include "power/power_scheme.h"
+#include "power/power_source.h"
+#include "power/power_timeouts.h"
+#include "prediction/configurations_impl.h"
+#include "prediction/history_file.h"
+#include "settings/predictor_values.h"
+
+namespace dozewell {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::vector<HistoryRecord> LoadHistory(const std::wstring& path) {
+  std::optional<std::vector<unsigned char>> file;
+  {
+    const std::lock_guard guard(EngineLock);
+    file = ReadWholeFile(path);
+  }
+  return file ? IncreasingRecords(*file) : std::vector<HistoryRecord>();
+}
+
+// Of the power source that the machine runs on.
+uint32_t HibernateAfterMinutes() {
+  constexpr uint32_t kDefaultMinutes = 10;
+  uint8_t acLineStatus = kLineUnknown;
+  Guid scheme;
+  if (!ReadAcLineStatus(acLineStatus) || !GetActivePowerScheme(scheme)) return kDefaultMinutes;
+  const uint32_t source = acLineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC;
+  PowerTimeouts timeouts = {};
+  const bool found =
+      ReadPowerTimeouts(kHibernateAfter, source, scheme, &timeouts) == kHibernateAfter;
+  return found ? timeouts.hibernateAfter : kDefaultMinutes;
+}
+
+// Nothing after a stop request.
+std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
+  const std::vector<HistoryRecord> history = LoadHistory(historyPath);
+  const int64_t timeoutSeconds = int64_t{HibernateAfterMinutes()} * 60;
+  if (OptimizerStopRequested) return std::nullopt;
+  Outcomes baseline;
+  CountOutcomes(SimulateFixedTimeout(history, timeoutSeconds), baseline);
+  const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges());
+  return SearchParameters(history, baseline, grid, ParseIntList("WR"));
+}
+
+}  // namespace
+
+void RunOptimizer(const std::wstring& historyPath) {
+  const Clock::time_point start = Clock::now();
+  if (const auto results = Search(historyPath)) {
+    for (const BestSet& best : *results) {
+      WritePredictorValue(kPredictorSection, best.name, best.value);
+    }
+    PostEvent(std::make_unique<ParamChangeEventData>("Strength"));
+  }
+  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+  LogServiceEvent(L"Optimizer runtime %d\n", static_cast<uint32_t>(elapsed.count()),
+                  kEventInformation);
+  OptimizerStopRequested = false;
+}
+
+}  // namespace dozewell
