@@ -36,8 +36,8 @@ class _Step(NamedTuple):
 
 
 def machine_of_every_day(machine):
-    """In use from half past eight to six on each of 28 days, and still so. Every day counts for every
-    other, so all nights are alike."""
+    """In use from half past eight to six on each of 28 days, and still so. Every day counts for
+    every other, so all nights are alike."""
     machine.provision()
     machine.registry.write("DayGrouping", 255, predictor_key(DEFAULT))
     machine.schemes.hibernate_after = USERS_OWN

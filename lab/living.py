@@ -8,8 +8,8 @@ A_MONDAY = date(2026, 1, 5)
 
 
 def machine_that_knows_office_hours(machine, **settings):
-    """In use since eight o'clock on Monday 2026-02-02, after four weeks in an office; it is now six in
-    the evening. Its user has it hibernate after 180 minutes on mains and 60 on battery."""
+    """In use since eight o'clock on Monday 2026-02-02, after four weeks in an office; it is now six
+    in the evening. Its user has it hibernate after 180 minutes on mains and 60 on battery."""
     machine.provision(**settings)
     machine.schemes.hibernate_after = 180, 60
     machine.start_service()

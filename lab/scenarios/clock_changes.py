@@ -1,5 +1,5 @@
-"""A clock whose hands are moved: set back by hand, or by the change of daylight saving. All times are
-those of the wall clock."""
+"""A clock whose hands are moved: set back by hand, or by the change of daylight saving. All times
+are those of the wall clock."""
 
 from clock import local
 from data_files import Slot, asleep, awake, history, learnt_data, wall_clock_seconds

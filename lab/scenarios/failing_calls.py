@@ -1,5 +1,6 @@
-"""One call of the system fails, each call of a night in turn: the night goes on, the next one is as if
-nothing had happened, and the user's timeouts are lost only where nothing could have kept them."""
+"""One call of the system fails, each call of a night in turn: the night goes on, the next one is as
+if nothing had happened, and the user's timeouts are lost only where nothing could have kept
+them."""
 
 from expect import expect
 from failing_nights import Outcome, fail_each, machine_of_every_day

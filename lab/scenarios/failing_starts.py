@@ -1,6 +1,6 @@
 """One call of the system fails while the service starts on the morning after it was killed in the
-night, each call in turn. The next resume at the latest brings the controller to life, and the user's
-timeouts come back."""
+night, each call in turn. The next resume at the latest brings the controller to life, and the
+user's timeouts come back."""
 
 from typing import NamedTuple
 

@@ -26,7 +26,8 @@ def on_mains_the_timeout_for_mains_counts(machine):
     _asleep_without_prediction(machine)
     step, state = _state_after(machine, 180)
     expect(state, "Spike_S3ToS4", "state")
-    expect(step.of("power-source", "scheme"), ["read 1", "read 0 hibernate AC 10800"], "what is read")
+    expect(step.of("power-source", "scheme"), ["read 1", "read 0 hibernate AC 10800"],
+           "what is read")
 
 
 def on_mains_the_timeout_for_battery_means_nothing(machine):
@@ -39,7 +40,8 @@ def on_battery_the_timeout_for_battery_counts(machine):
     machine.set_mains(False)
     step, state = _state_after(machine, 60)
     expect(state, "Spike_S3ToS4", "state")
-    expect(step.of("power-source", "scheme"), ["read 0", "read 0 hibernate DC 3600"], "what is read")
+    expect(step.of("power-source", "scheme"), ["read 0", "read 0 hibernate DC 3600"],
+           "what is read")
 
 
 def on_battery_the_timeout_for_mains_means_nothing(machine):

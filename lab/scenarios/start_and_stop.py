@@ -20,6 +20,7 @@ def the_controllers_thread_is_started_before_the_driver_is_looked_for(machine):
         expect(machine.record.take(),
                [*REGISTRATION, Entry("thread", "start"), *DRIVER_AND_RUNNING, SERVES],
                "what was done while the controller's thread was held")
+    machine.take_step()
 
 
 def the_rpc_server_is_set_up_after_the_service_runs_and_before_it_says_so(machine):

@@ -14,19 +14,19 @@ STATUS_1 = information("GetPreviousSleepStatus 1\n")
 ARMED_FOR = "HW Timer Duration = {} min\n"
 
 
-def _asleep(machine, **settings):
-    machine_that_knows_office_hours(machine, **settings)
+def _asleep(machine):
+    machine_that_knows_office_hours(machine)
     machine.suspend()
 
 
-def _hibernated(machine, **settings):
-    _asleep(machine, **settings)
+def _hibernated(machine):
+    _asleep(machine)
     hibernate_at(machine, "2026-02-02 18:10")
     machine.suspend()
 
 
-def _woken_by_timer(machine, **settings):
-    _hibernated(machine, **settings)
+def _woken_by_timer(machine):
+    _asleep(machine)
     wake_by_timer_at(machine, "2026-02-03 08:00")
 
 

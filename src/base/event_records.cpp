@@ -6,10 +6,7 @@
 
 namespace dozewell {
 
-SMEventData::SMEventData(SMEvent eventId)
-    : event(eventId), time(kUnsetTime) {
-  LocalTimeNow(time);
-}
+SMEventData::SMEventData(SMEvent eventId) : event(eventId), time(kUnsetTime) { LocalTimeNow(time); }
 
 ParamChangeEventData::ParamChangeEventData(std::string&& parameter)
     : SMEventData(SMEvent::ParamChanging), param(std::move(parameter)) {
