@@ -147,8 +147,10 @@ def a_shorter_tail_changes_the_time_of_the_one_before(machine):
 
 
 def junk_in_the_history_is_dropped_where_it_is_too_old_or_no_time(machine):
-    junk = struct.pack("<dQ", float("nan"), 0) + struct.pack("<dQ", -1e300, 5) + bytes(16)
-    expect(_history_after(machine, history_file(RECENT[:1]) + junk + history_file(RECENT[1:])),
+    no_time = struct.pack("<dQ", float("nan"), 0)
+    too_old = struct.pack("<dQ", -1e300, 5) + bytes(16)
+    expect(_history_after(machine, no_time + history_file(RECENT[:1]) + no_time + too_old +
+                          history_file(RECENT[1:])),
            [*RECENT, *NEW], "history")
 
 

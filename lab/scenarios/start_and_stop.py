@@ -1,9 +1,15 @@
 """The order in which the service starts and stops."""
 
+import threading
+import time
+
 from expect import expect
 from record import Entry, error, information
 from sequences import DRIVER_AND_RUNNING, END, REGISTRATION, RPC_SET_UP, SERVES, STOP, WAIT
 from service import RUNNING, STOP_PENDING, sent
+from waiting import wait_until
+
+RPC_STOP = "RpcMgmtStopServerListening"
 
 
 def a_start_that_only_counts_goes_step_by_step(machine):
@@ -73,3 +79,20 @@ def a_stop_that_comes_before_the_rpc_server_listens_is_not_lost(machine):
         ], f"events of a stop before {call}")
         expect(machine.finish_stop().entries, ([] if listens else [SERVES]) + END,
                f"what was done after a stop before {call}")
+
+
+def the_rpc_server_does_not_begin_to_listen_while_it_is_being_stopped(machine):
+    machine.provision(total_attempts=9)
+    stopping = threading.Thread(target=machine.begin_stop)
+
+    def stop_before_it_listens():
+        with machine.calls.held(RPC_SET_UP[-2], machine.begin_start):
+            stopping.start()
+            wait_until(lambda: machine.calls.made(RPC_STOP) == 1, "no stop")
+
+    with machine.calls.held(RPC_STOP, stop_before_it_listens):
+        # Time enough to go wrong in.
+        time.sleep(0.3)
+        expect(machine.calls.made(RPC_SET_UP[-1]), 0, "begins to listen")
+    stopping.join()
+    machine.finish_stop()

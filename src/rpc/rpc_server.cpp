@@ -2,13 +2,25 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <mutex>
 
+#include "base/lock.h"
 #include "diagnostics/event_writer.h"
 #include "rpc/rpc_runtime.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
+
+// Keeps a stop from coming while the server begins to listen: one of the two stops it, never both.
+Lock& ListeningLock = *new Lock;
+
+uint32_t BeginListening() {
+  const std::lock_guard guard(ListeningLock);
+  const uint32_t status = ListenForCalls();
+  if (status == 0 && RPCStopRequested) StopServerListening();
+  return status;
+}
 
 struct Step {
   uint32_t (*take)();
@@ -19,7 +31,7 @@ constexpr Step kStartSteps[] = {
     {UseServerEndpoint, L"RpcServerUseProtseqEp returned 0x%x\n"},
     {RegisterServerInterface, L"RpcServerRegisterIf returned 0x%x\n"},
     {RegisterServerAuthentication, L"StartRPCServer: RpcServerRegisterAuthInfo() failed!"},
-    {ListenForCalls, L"RpcServerListen returned: 0x%x\n"},
+    {BeginListening, L"RpcServerListen returned: 0x%x\n"},
 };
 constexpr Step kWait = {WaitServerListen, L"StartRPCServer: RpcMgmtWaitServerListen() failed!"};
 constexpr Step kStop = {StopServerListening,
@@ -37,7 +49,6 @@ void StartRPCServer() {
   for (const Step& step : kStartSteps) {
     if (!Take(step)) return;
   }
-  if (RPCStopRequested) StopServerListening();
   WriteSetting(L"ServiceStatus", 0);
   std::fputs("RPC server is listening...\n", stdout);
   std::fflush(stdout);
@@ -46,6 +57,7 @@ void StartRPCServer() {
 }
 
 void StopRPCServer() {
+  const std::lock_guard guard(ListeningLock);
   RPCStopRequested = true;
   Take(kStop);
 }
