@@ -13,7 +13,7 @@ void* Run(void* procedure) {
 }  // namespace
 
 bool StartThread(void (*procedure)()) {
-  pthread_t thread;
+  pthread_t thread = {};
   if (pthread_create(&thread, nullptr, Run, reinterpret_cast<void*>(procedure)) != 0) return false;
   pthread_detach(thread);
   return true;

@@ -212,6 +212,19 @@ TEST_CASE("a real hibernation during sleep gives way to one that is predicted") 
         Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
 }
 
+TEST_CASE("a predicted hibernation comes behind a real one of the same second") {
+  CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kHibernation, 1, 12, 10),
+                   SimRecord(kUse, 1, 15)}) ==
+        Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
+}
+
+TEST_CASE("no wake-back is scheduled for the second of the sleep itself") {
+  HistoryRecord hibernation = SimRecord(kHibernation, 1, 11);
+  hibernation.time += 0.5;
+  CHECK(SecondDay({SimRecord(kSleep, 1, 11), hibernation, SimRecord(kUse, 1, 12, 5)}) ==
+        Texts{"1 11:00 2", "1 11:00 3", "1 12:05 0"});
+}
+
 TEST_CASE("a real hibernation during sleep counts when none is predicted") {
   CHECK(SecondDay({SimRecord(kSleep, 1, 11), SimRecord(kHibernation, 1, 11, 30),
                    SimRecord(kUse, 1, 12, 5)}) == Texts{"1 11:00 2", "1 11:30 3", "1 12:05 0"});

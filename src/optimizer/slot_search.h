@@ -81,7 +81,7 @@ class IdleSearch {
     while (walk_.Advance()) {
       const float probability = walk_.Probability();
       if (!(threshold > probability)) {  // which not-a-number is not either
-        beforeLast_ = last_ = kNotIdle;
+        last_ = kNotIdle;
         walk_.SkipRun();
         continue;
       }
