@@ -5,8 +5,11 @@
 
 namespace dozewell {
 
-// The folder of the learnt data, ending with a backslash; created when missing, though a failure
-// to create it is not noticed. Empty when the system names no program-data folder. Any thread.
+// The folder of the learnt data, ending with a backslash. Empty when the system names no
+// program-data folder. Any thread.
+std::wstring DataFolderPath();
+
+// The same; created when missing, though a failure to create it is not noticed.
 std::wstring GetDataFolder();
 
 }  // namespace dozewell

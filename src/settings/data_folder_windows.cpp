@@ -22,15 +22,21 @@ bool Exists(const std::wstring& path) {
 
 }  // namespace
 
-std::wstring GetDataFolder() {
+std::wstring DataFolderPath() {
   wchar_t* text = nullptr;
   const HRESULT result = SHGetKnownFolderPath(FOLDERID_ProgramData, 0, nullptr, &text);
   const std::unique_ptr<wchar_t, TaskMemoryFreer> programData(text);
   if (FAILED(result)) return {};
-  // A search for a path that ends in a backslash finds nothing, so that comes last.
-  const std::wstring folder = std::wstring(programData.get()) + L"\\Brevan\\Z7";
+  return std::wstring(programData.get()) + L"\\Brevan\\Z7\\";
+}
+
+std::wstring GetDataFolder() {
+  std::wstring path = DataFolderPath();
+  if (path.empty()) return {};
+  // A search for a path that ends in a backslash finds nothing.
+  const std::wstring folder = path.substr(0, path.size() - 1);
   if (!Exists(folder)) SHCreateDirectoryExW(nullptr, folder.c_str(), nullptr);
-  return folder + L"\\";
+  return path;
 }
 
 }  // namespace dozewell

@@ -79,6 +79,7 @@ TEST_CASE("the whole chain of the data folder is created when missing") {
   const ScratchFolder scratch;
   const ProgramDataAt programData(scratch.path());
   const std::wstring folder = scratch.path() + L"\\Brevan\\Z7\\";
+  CHECK(DataFolderPath() == folder);
   CHECK_FALSE(IsFolder(folder));
   CHECK(GetDataFolder() == folder);
   CHECK(IsFolder(folder));
@@ -99,6 +100,7 @@ TEST_CASE("a data folder that cannot be created is named all the same") {
 TEST_CASE("there is no data folder when the system has no program data") {
   const ScratchFolder scratch;
   const ProgramDataAt programData(scratch.path() + L"\\missing");
+  CHECK(DataFolderPath().empty());
   CHECK(GetDataFolder().empty());
 }
 

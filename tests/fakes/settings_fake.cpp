@@ -157,6 +157,10 @@ bool WritePredictorValue(const std::string& section, const std::string& name,
   }
 }
 
+std::wstring DataFolderPath() {
+  return fakes::Fails("DataFolderPath") ? std::wstring() : settings.dataFolder;
+}
+
 std::wstring GetDataFolder() {
   return fakes::Fails("GetDataFolder") ? std::wstring() : settings.dataFolder;
 }

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "common/arguments.h"
 #include "replay/replay_error.h"
 
 namespace dozewell {
@@ -38,30 +39,18 @@ void AddCommand(CLI::App& program, const Command& command, ParsedCommandLine& pa
 ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   ParsedCommandLine parsed;
   CLI::App program("Runs the engine that predicts when a machine is used, on files.", kProgramName);
-  program.set_help_flag("--help", "Explain the options");
-  program.set_version_flag("--version", std::string(kProgramName) + " " + DOZEWELL_VERSION,
-                           "Print the version");
-  // The same command lines on every system.
-  program.allow_windows_style_options(false);
-  program.require_subcommand(0, 1);
-  program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  AddCommonOptions(program, kProgramName);
   program.footer(kExample);
   for (const Command& command : Commands()) AddCommand(program, command, parsed);
 
   try {
-    program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-  } catch (const CLI::CallForHelp&) {
-    parsed.command = nullptr;
-    parsed.help = program.help();
-    return parsed;
-  } catch (const CLI::CallForVersion&) {
-    parsed.command = nullptr;
-    parsed.help = program.version() + "\n";
-    return parsed;
+    parsed.help = TakeArguments(program, arguments);
   } catch (const CLI::ParseError& error) {
     throw ReplayError(error.what());
   }
-  if (parsed.command == nullptr) {
+  if (!parsed.help.empty()) {
+    parsed.command = nullptr;
+  } else if (parsed.command == nullptr) {
     throw ReplayError(std::string("no command; ") + kProgramName + " --help lists them");
   }
   return parsed;

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <optional>
 
-#include "replay/float_text.h"
-#include "replay/local_time.h"
+#include "common/float_text.h"
+#include "common/local_time.h"
+#include "common/text.h"
 #include "replay/replay_error.h"
-#include "replay/text.h"
 
 namespace dozewell {
 namespace {

@@ -4,10 +4,10 @@
 #include <string_view>
 #include <utility>
 
+#include "common/text.h"
 #include "replay/history_csv.h"
 #include "replay/input_file.h"
 #include "replay/output_file.h"
-#include "replay/text.h"
 
 namespace dozewell {
 namespace {

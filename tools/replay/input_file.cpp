@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/file.h"
+#include "common/messages.h"
 #include "replay/replay_error.h"
 
 namespace dozewell {

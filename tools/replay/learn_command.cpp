@@ -4,16 +4,16 @@
 #include <exception>
 #include <vector>
 
+#include "common/float_text.h"
+#include "common/local_time.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/historian.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
-#include "replay/float_text.h"
 #include "replay/history_io.h"
 #include "replay/learnt_data.h"
-#include "replay/local_time.h"
 #include "replay/output_file.h"
 
 namespace dozewell {

@@ -1,10 +1,10 @@
 #include "replay/learnt_data.h"
 
 #include <cstring>
-#include <utility>
 #include <vector>
 
 #include "base/file.h"
+#include "common/tracker_file.h"
 #include "replay/input_file.h"
 #include "replay/option_text.h"
 #include "replay/replay_error.h"
@@ -18,22 +18,6 @@ std::optional<TrackerData> ReadHeader(const std::string& name) {
   if (bytes.size() < sizeof(header)) return std::nullopt;
   std::memcpy(&header, bytes.data(), sizeof(header));
   return header;
-}
-
-const char* WhyIgnored(DataFileState state) {
-  switch (state) {
-    case DataFileState::Loaded:
-      return nullptr;
-    case DataFileState::NotOpened:
-      return "it cannot be opened";
-    case DataFileState::WrongSize:
-      return "it is not of the size that the configured cycle needs";
-    case DataFileState::WrongShape:
-      return "its slot count does not fit its size";
-    case DataFileState::OtherConfiguration:
-      return "it was written for another cycle or time resolution";
-  }
-  return nullptr;
 }
 
 }  // namespace
@@ -56,9 +40,7 @@ LearntData::LearntData(const Options& options, Results& results)
 }
 
 ArbitraryCycleProbabilityTracker LearntData::Tracker() {
-  LoadedData loaded = LoadDataIfExists(configuration_, PathFromSystem(name_));
-  if (!loaded.data) return ArbitraryCycleProbabilityTracker(&configuration_);
-  return ArbitraryCycleProbabilityTracker(&configuration_, std::move(loaded.data));
+  return LoadTracker(configuration_, PathFromSystem(name_)).tracker;
 }
 
 tm LearntData::TimeOrLastEvent(const char* option, const std::optional<std::string>& text) const {

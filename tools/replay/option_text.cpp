@@ -1,6 +1,6 @@
 #include "replay/option_text.h"
 
-#include "replay/local_time.h"
+#include "common/local_time.h"
 
 namespace dozewell {
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "base/wall_clock.h"
+#include "common/text.h"
 #include "replay/replay_error.h"
-#include "replay/text.h"
 
 namespace dozewell {
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/file.h"
+#include "common/messages.h"
 #include "replay/replay_error.h"
 
 namespace dozewell {

@@ -1,9 +1,9 @@
 #include <vector>
 
+#include "common/local_time.h"
 #include "prediction/time_line.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
-#include "replay/local_time.h"
 
 namespace dozewell {
 namespace {

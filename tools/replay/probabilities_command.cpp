@@ -1,5 +1,5 @@
+#include "common/float_text.h"
 #include "replay/commands.h"
-#include "replay/float_text.h"
 #include "replay/learnt_data.h"
 
 namespace dozewell {

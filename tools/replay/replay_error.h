@@ -2,7 +2,6 @@
 #define DOZEWELL_REPLAY_REPLAY_ERROR_H_
 
 #include <stdexcept>
-#include <string>
 
 namespace dozewell {
 
@@ -12,10 +11,6 @@ class ReplayError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
-
-// "<what>: <reason>", where the reason is what errno says. A call that fails without setting errno
-// adds no reason, if the caller cleared errno before.
-std::string WithReason(std::string what);
 
 }  // namespace dozewell
 

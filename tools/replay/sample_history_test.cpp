@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "replay/local_time.h"
+#include "common/local_time.h"
 
 namespace dozewell {
 namespace {

@@ -1,8 +1,8 @@
 #include "replay/settings_file.h"
 
+#include "common/text.h"
 #include "replay/input_file.h"
 #include "replay/replay_error.h"
-#include "replay/text.h"
 
 namespace dozewell {
 

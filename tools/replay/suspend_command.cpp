@@ -2,9 +2,9 @@
 #include <optional>
 #include <string>
 
+#include "common/suspend_decision_json.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
-#include "replay/suspend_decision_json.h"
 
 namespace dozewell {
 namespace {

@@ -1,0 +1,493 @@
+#!/usr/bin/env python3
+"""Tests dozewellctl from outside under Wine, against a service that runs in a console and one that
+is installed. Neither finds the driver's device or the power scheme, so what needs these is refused.
+
+    ctl_cli_test.py --wine "wine" --folder build/windows
+
+Works on the machine that WINEPREFIX names: it empties this product's registry keys and data folder
+there, and installs and uninstalls the service.
+"""
+
+import argparse
+import contextlib
+import json
+import os
+import re
+import shlex
+import shutil
+import signal
+import subprocess
+import sys
+import time
+import traceback
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[1]
+RUN_SECONDS = 60
+START_SECONDS = 30
+ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
+SECTION = r"\Predictors\CyclicProbabilityPredictor"
+
+COMMANDS = ("status", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
+            "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
+            "reset-history", "ping", "watch", "explain")
+GROUPS = ("wake", "power", "scheme", "strength")
+# A command line for each command that asks the service.
+SERVICE_COMMANDS = (
+    ("status",), ("enable",), ("disable",), ("driver",), ("wake", "get"), ("wake", "get", "1"),
+    ("wake", "set", "0", "2026-11-21 06:30"), ("wake", "raw", "1"), ("wake", "raw", "1", "90"),
+    ("power", "get"), ("power", "set", "ac", "sleep-after", "30m"), ("scheme", "get"),
+    ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
+    ("reset-history", "--yes"), ("ping",))
+
+NOT_INSTALLED = "the service is not installed; as administrator, DozewellService -i installs it"
+STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
+NO_DRIVER = "the service has no driver device, or the driver does not answer"
+NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \
+            "take it"
+NO_ENGINE = "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"
+
+SETTINGS = """\
+[Settings]
+TimeResolution=30
+[CyclicProbabilityPredictor]
+DaysInCycle=1
+MinutesInDay=1440
+FirstLastWeight=2
+SecondLastWeight=1
+AgregationWeight=1
+StrengthHigh=70
+StrengthLow=30
+"""
+
+
+class Machine:
+    """The Wine machine and the programs on it."""
+
+    def __init__(self, wine, folder):
+        self.wine = shlex.split(wine)
+        self.programs = Path(folder).resolve()
+        drive = Path(os.environ["WINEPREFIX"]) / "drive_c"
+        self.data = drive / "ProgramData" / "Brevan" / "Z7"
+        self.scratch = drive / "ctl_test"
+
+    def start(self, program, *arguments, **options):
+        return subprocess.Popen([*self.wine, program, *arguments], cwd=self.scratch, **options)
+
+    def run(self, program, *arguments, **options):
+        options.setdefault("stdin", subprocess.DEVNULL)
+        options.setdefault("stdout", subprocess.PIPE)
+        return subprocess.run([*self.wine, program, *arguments], cwd=self.scratch,
+                              stderr=subprocess.PIPE, timeout=RUN_SECONDS, **options)
+
+    def program(self, name):
+        return str(self.programs / (name + ".exe"))
+
+    def ctl(self, *arguments, **options):
+        done = self.run(self.program("dozewellctl"), *arguments, **options)
+        return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
+
+    def works(self, *arguments, warnings=(), **options):
+        """Runs without an error and returns what was printed."""
+        code, out, err = self.ctl(*arguments, **options)
+        equal(err, "".join("dozewellctl: warning: %s\n" % warning for warning in warnings))
+        equal(code, 0)
+        return out
+
+    def fails(self, expected_code, error, *arguments, **options):
+        """Runs into an error, whose one line is all that is printed."""
+        code, out, err = self.ctl(*arguments, **options)
+        equal(err, "dozewellctl: %s\n" % error)
+        equal(code, expected_code)
+        equal(out, "")
+
+    def reg(self, *arguments):
+        return self.run("reg", *arguments)
+
+    def write_setting(self, key, name, kind, data):
+        done = self.reg("add", ROOT_KEY + key, "/v", name, "/t", kind, "/d", str(data), "/f")
+        equal(done.returncode, 0)
+
+    def read_setting(self, key, name):
+        """The value's text, or None."""
+        done = self.reg("query", ROOT_KEY + key, "/v", name)
+        found = re.search(r"\b%s\s+REG_\w+\s+(\S+)" % name, done.stdout.decode())
+        return found.group(1) if found else None
+
+    def provision(self, attempts=0):
+        """The settings of SETTINGS, and a start gate that opens after so many attempts."""
+        self.write_setting("\\Default", "TimeResolution", "REG_DWORD", 30)
+        self.write_setting("\\Default", "TotalAttempts", "REG_DWORD", attempts)
+        self.write_setting("\\Default", "CurrentAttempt", "REG_DWORD", 0)
+        for name, value in re.findall(r"^(\w+)=(\d+)$", SETTINGS, re.MULTILINE)[1:]:
+            self.write_setting("\\Default" + SECTION, name, "REG_SZ", value)
+
+    @contextlib.contextmanager
+    def service(self):
+        """A service in a console for as long as the context lasts."""
+        process = self.start(self.program("DozewellService"), "-local", stdin=subprocess.DEVNULL,
+                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
+            wait_until(lambda: self.ctl("ping")[0] == 0)
+            yield
+        finally:
+            # Arrives there as Ctrl+C.
+            process.send_signal(signal.SIGINT)
+            try:
+                process.wait(RUN_SECONDS)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+                raise
+
+    def clean(self):
+        shutil.rmtree(self.data.parent, ignore_errors=True)
+        shutil.rmtree(self.scratch, ignore_errors=True)
+        self.scratch.mkdir()
+        self.reg("delete", ROOT_KEY, "/f")
+
+
+def equal(got, expected):
+    if got != expected:
+        raise AssertionError("got      %r\nexpected %r" % (got, expected))
+
+
+def contains(text, part):
+    if part not in text:
+        raise AssertionError("%r lacks %r" % (text, part))
+
+
+def matches(text, pattern):
+    if not re.fullmatch(pattern, text):
+        raise AssertionError("%r is not %r" % (text, pattern))
+
+
+def wait_until(condition):
+    end = time.monotonic() + START_SECONDS
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError("waited for %d seconds in vain" % START_SECONDS)
+        time.sleep(0.1)
+
+
+# The command line itself
+
+def test_no_command(machine):
+    machine.fails(2, "no command; dozewellctl --help lists them")
+    for group in GROUPS:
+        machine.fails(2, "no command; dozewellctl %s --help lists them" % group, group)
+
+
+def test_arguments_that_nobody_knows(machine):
+    unexpected = "The following argument was not expected: "
+    machine.fails(2, unexpected + "forget", "forget")
+    machine.fails(2, unexpected + "--json", "--json")
+    machine.fails(2, unexpected + "--yes", "enable", "--yes")
+    machine.fails(2, unexpected + "more", "ping", "more")
+    machine.fails(2, unexpected + "drop", "wake", "drop")
+    machine.fails(2, unexpected + "/help", "ping", "/help")
+
+
+def test_arguments_that_are_missing(machine):
+    machine.fails(2, "TIMER is required", "wake", "set")
+    machine.fails(2, "TIME is required", "wake", "set", "0")
+    machine.fails(2, "TIMER is required", "wake", "raw")
+    machine.fails(2, "VALUE is required", "power", "set", "ac", "sleep-after")
+    machine.fails(2, "SCHEME is required", "scheme", "set")
+    machine.fails(2, "STRENGTH is required", "strength", "set")
+    machine.fails(2, "--at: 1 required TIME missing", "explain", "--at")
+
+
+def test_values_out_of_range(machine):
+    machine.fails(2, "TIMER: not 0 or 1: 2", "wake", "set", "2", "2026-11-21 06:30")
+    machine.fails(2, "TIME: not a local time from 2000-01-01 00:00 to 2127-12-31 23:59: "
+                  "2128-01-01 00:00", "wake", "set", "0", "2128-01-01 00:00")
+    machine.fails(2, "DURATION: not 0 to 1048575 minutes, such as 45m or 1h30m: 1048576", "wake",
+                  "raw", "1", "1048576")
+    machine.fails(2, "DURATION: not 0 to 1048575 minutes, such as 45m or 1h30m: -1", "wake", "raw",
+                  "1", "-1")
+    machine.fails(2, "hybrid-sleep: not off or on: 2", "power", "set", "ac", "hybrid-sleep", "2")
+    machine.fails(2, "STRENGTH: not a whole number from 0 to 2147483647: -5", "strength", "set",
+                  "-5")
+
+
+def test_help_of_the_program(machine):
+    text = machine.works("--help")
+    contains(text, "Usage: dozewellctl [OPTIONS] [COMMAND]")
+    for command in COMMANDS:
+        contains(text, "\n  %s " % command.split()[0])
+    examples = re.findall(r"^  dozewellctl (.*)$", text, re.MULTILINE)
+    equal(len(examples), 3)
+    for group in GROUPS:
+        text = machine.works(group, "--help")
+        contains(text, "Usage: dozewellctl %s [OPTIONS] [COMMAND]" % group)
+        for command in COMMANDS:
+            if command.startswith(group + " "):
+                contains(text, "\n  %s " % command.split()[1])
+
+
+def test_help_of_each_command(machine):
+    for command in COMMANDS:
+        text = machine.works(*command.split(), "--help")
+        contains(text, "Usage: dozewellctl %s [OPTIONS]" % command)
+        contains(text, "--json")
+        equal([line for line in text.splitlines() if len(line) > 110], [])
+        # Each example is understood: what ends it is that there is no service.
+        examples = re.findall(r"^  dozewellctl (.*)$", text, re.MULTILINE)
+        if not examples:
+            raise AssertionError("no example of " + command)
+        for example in examples:
+            words = shlex.split(example)
+            equal(" ".join(words).startswith(command), True)
+            if command not in ("watch", "explain"):
+                equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
+
+
+def test_version(machine):
+    project = re.search(r"project\(Dozewell VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())
+    equal(machine.works("--version"), "dozewellctl %s\n" % project.group(1))
+
+
+def test_output_that_cannot_be_written(machine):
+    with open("/dev/full", "wb") as full:
+        machine.fails(1, "standard output: cannot be written: No space left on device", "--help",
+                      stdout=full)
+
+
+# Without a service
+
+def test_a_service_that_is_not_installed(machine):
+    for command in SERVICE_COMMANDS[1:]:
+        machine.fails(3, NOT_INSTALLED, *command)
+        machine.fails(3, NOT_INSTALLED, *command, "--json")
+
+
+def test_status_without_a_service(machine):
+    machine.provision(attempts=3)
+    code, out, err = machine.ctl("status")
+    equal((code, err), (3, "dozewellctl: %s\n" % NOT_INSTALLED))
+    contains(out, "Service             not installed\n")
+    contains(out, "Feature             on\n")
+    contains(out, "Start attempts      0 of 3: 3 more starts or resumes only count\n")
+    contains(out, "Controller          does not run: the service does not answer\n")
+    contains(out, "Wake timers         not known, as the service does not answer\n")
+    code, out, err = machine.ctl("status", "--json")
+    equal((code, err), (3, "dozewellctl: %s\n" % NOT_INSTALLED))
+    status = json.loads(out)
+    equal((status["answers"], status["service"], status["totalAttempts"]),
+          (False, "not installed", 3))
+
+
+def test_watch_where_there_is_no_event_log(machine):
+    machine.fails(1, "the event log cannot be watched (error 120)", "watch")
+    contains(machine.ctl("status")[1], "Last events         not to be read (error 120)\n")
+
+
+def test_explanation_without_settings(machine):
+    machine.fails(1, NO_ENGINE, "explain")
+    machine.fails(2, "--at: not a local time YYYY-MM-DD HH:MM: noon", "explain", "--at", "noon")
+
+
+def test_explanation_without_learnt_data_leaves_no_folder(machine):
+    machine.provision()
+    out = machine.works("explain", "--at", "2026-11-21 18:00", warnings=[
+        r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened"])
+    contains(out, "A suspend at Sat 2026-11-21 18:00 leaves the user's own timeout in place")
+    equal(machine.data.parent.exists(), False)
+
+
+def test_explanation_is_that_of_the_replay_tool(machine):
+    machine.provision()
+    (machine.scratch / "s.ini").write_text(SETTINGS)
+    (machine.scratch / "h.csv").write_text("28800,0\n43200,1\n115200,0\n129600,1\n")
+    machine.data.mkdir(parents=True)
+    replay = machine.program("dozewell-replay")
+    done = machine.run(replay, "learn", "--history", "h.csv", "--settings", "s.ini", "--data",
+                       "d.z7")
+    equal((done.returncode, done.stderr), (0, b""))
+    shutil.copy(machine.scratch / "d.z7", machine.data / "cpredict.z7")
+    for form in ((), ("--json",)):
+        expected = machine.run(replay, "explain", "--data", "d.z7", "--settings", "s.ini", "--at",
+                               "1970-01-03T00:10:00", *form)
+        equal((expected.returncode, expected.stderr), (0, b""))
+        contains(expected.stdout.decode(), "1970-01-03" if form else "wakes it after")
+        equal(machine.works("explain", "--at", "1970-01-03 00:10", *form),
+              expected.stdout.decode())
+    now = machine.works("explain")
+    matches(now.splitlines()[0], r"A suspend at \w{3} \d{4}-\d\d-\d\d \d\d:\d\d.*")
+
+
+def test_explanation_of_what_is_not_done(machine):
+    machine.provision()
+    machine.write_setting("\\Current", "EnableZ7Feature", "REG_DWORD", 0)
+    machine.write_setting("\\Current", "DisablePrediction", "REG_DWORD", 1)
+    machine.works("explain", warnings=[
+        r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened",
+        "the feature is off, so nothing of this is done",
+        "DisablePrediction is 1, so nothing of this is done"])
+
+
+# With a service in a console
+
+def test_ping(machine):
+    with machine.service():
+        matches(machine.works("ping"), r"The service answers, in \d+\.\d\d ms\.\n")
+        equal(list(json.loads(machine.works("ping", "--json"))), ["milliseconds"])
+    machine.fails(3, NOT_INSTALLED, "ping")
+
+
+def test_what_needs_the_driver_is_refused(machine):
+    with machine.service():
+        machine.fails(1, NO_DRIVER, "driver")
+        machine.fails(1, "the timer could not be read: " + NO_DRIVER, "wake", "get")
+        machine.fails(1, "the timer could not be read: " + NO_DRIVER, "wake", "raw", "0")
+        machine.fails(1, NOT_ARMED, "wake", "set", "1", "2026-11-21 06:30")
+        machine.fails(1, NOT_ARMED, "wake", "raw", "0", "1h30m")
+
+
+def test_what_needs_the_power_scheme_is_refused(machine):
+    with machine.service():
+        machine.fails(1, "the service could not read the active power scheme", "power", "get")
+        machine.fails(1, "the service could not write hibernate-after into the active power scheme",
+                      "power", "set", "dc", "hibernate-after", "3h")
+        machine.fails(1, "the active power scheme is not balanced, power-saver or "
+                      "high-performance, or could not be read", "scheme", "get")
+
+
+def test_strength(machine):
+    with machine.service():
+        equal(machine.works("strength", "get"), "The strength is 0.\n")
+        equal(machine.works("strength", "set", "2147483647"), "The strength is now 2147483647.\n")
+        equal(machine.read_setting("\\Current" + SECTION, "Strength"), "2147483647")
+        equal(machine.works("strength", "get", "--json"), '{"strength":2147483647}\n')
+        equal(machine.works("strength", "set", "1", "--json"), '{"strength":1}\n')
+        equal(machine.read_setting("\\Current" + SECTION, "Strength"), "1")
+        # A value of another type stays as it is.
+        machine.write_setting("\\Current" + SECTION, "Strength", "REG_BINARY", "00")
+        machine.fails(1, "the service could not store the strength", "strength", "set", "2")
+        equal(machine.read_setting("\\Current" + SECTION, "Strength"), "00")
+
+
+def test_the_feature_is_switched_although_the_driver_is_absent(machine):
+    machine.provision(attempts=3)
+    without_driver = "the feature is %s now, but the driver's timers were not switched: " \
+                     + NO_DRIVER
+    with machine.service():
+        machine.fails(1, without_driver % "on", "enable")
+        equal(machine.read_setting("\\Current", "EnableZ7Feature"), "0x1")
+        equal(machine.read_setting("\\Current", "CurrentAttempt"), "0x3")
+        equal(machine.works("reset-history", "--yes"), "The service has been told to forget.\n")
+        machine.fails(1, without_driver % "off", "disable", "--json")
+        equal(machine.read_setting("\\Current", "EnableZ7Feature"), "0x0")
+        machine.fails(1, "the history was not reset, since the controller does not run; "
+                      "dozewellctl status shows why", "reset-history", "--yes")
+
+
+def test_a_controller_that_cannot_be_built_is_refused(machine):
+    with machine.service():
+        machine.fails(1, "the controller cannot be built: " + NO_ENGINE,
+                      "enable")
+        equal(machine.read_setting("\\Current", "EnableZ7Feature"), None)
+        matches(machine.works("ping"), r"The service answers, in .*\n")
+
+
+def test_reset_asks_first(machine):
+    machine.provision()
+    question = "The service will forget all that it has learnt. Go on? [y/N] "
+    with machine.service():
+        wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1")
+        for answer in (b"", b"\n", b"n\n", b"yeah\n", b"no, yes\n"):
+            code, out, err = machine.ctl("reset-history", stdin=None, input=answer)
+            end_of_line = "" if answer else "\n"
+            equal((code, out, err),
+                  (1, "", question + end_of_line + "dozewellctl: nothing was reset\n"))
+        machine.write_setting("\\Current", "ServiceFeedback", "REG_DWORD", 2)
+        for answer in (b"y\n", b"YES\r\n"):
+            code, out, err = machine.ctl("reset-history", "--json", stdin=None, input=answer)
+            equal((code, out, err), (0, '{"reset":true}\n', question))
+        equal(machine.read_setting("\\Current", "ServiceFeedback"), "0x1")
+
+
+def test_status_of_a_service_in_a_console(machine):
+    machine.provision()
+    with machine.service():
+        wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1")
+        out = machine.works("status")
+        equal([line for line in out.splitlines() if len(line) > 100], [])
+        equal(out.splitlines()[:5], [
+            "Service             not installed, but one answers, as from a console",
+            "Feature             on",
+            "Start attempts      0 of 0: the controller starts with the service",
+            "Controller          should run: the feature is on and enough start attempts were made",
+            "Predictions         on"])
+        contains(out, "\nWake timers         none: the driver does not answer\n")
+        contains(out, "\nStrength            0, for which the optimizer has stored nothing yet\n")
+        contains(out, "\nLast optimizer run  never\n")
+        summer = 1782945000
+        machine.write_setting("\\Current", "LastOptimizerRun", "REG_QWORD", summer)
+        status = json.loads(machine.works("status", "--json"))
+        equal(status["answers"], True)
+        equal(status["controller"]["runs"], "yes")
+        equal(status["scheme"], None)
+        equal(status["power"]["dc"]["hibernateAfterMinutes"], None)
+        equal(status["driverEnabled"], None)
+        equal(status["lastOptimizerRun"],
+              time.strftime("%Y-%m-%dT%H:%M:%S", time.localtime(summer)))
+
+
+# With an installed service
+
+def test_an_installed_service(machine):
+    machine.provision(attempts=1)
+    service = machine.program("DozewellService")
+    try:
+        # The service must not hold this end of a pipe.
+        machine.run(service, "-i", stdout=subprocess.DEVNULL)
+        wait_until(lambda: machine.ctl("ping")[0] == 0)
+        out = machine.works("status")
+        contains(out, "Service             running\n")
+        # The first start counted, and no more.
+        contains(out, "Start attempts      1 of 1: the controller starts with the service\n")
+        contains(out, "Controller          may run: at the latest from the next start attempt on\n")
+        equal(machine.run("net", "stop", "DozewellService").returncode, 0)
+        wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout)
+        machine.fails(3, STOPPED, "ping")
+        machine.fails(3, STOPPED, "enable", "--json")
+        code, out, err = machine.ctl("status")
+        equal((code, err), (3, "dozewellctl: %s\n" % STOPPED))
+        contains(out, "Service             stopped\n")
+    finally:
+        machine.run(service, "-u", stdout=subprocess.DEVNULL)
+    wait_until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED)
+
+
+def run_test(test, machine):
+    machine.clean()
+    try:
+        test(machine)
+        return True
+    except (AssertionError, OSError, subprocess.SubprocessError, ValueError, KeyError):
+        print("FAILED %s\n%s" % (test.__name__, traceback.format_exc()), flush=True)
+        return False
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--wine", required=True, help="command that starts a Windows program")
+    parser.add_argument("--folder", required=True, help="folder of the programs")
+    parser.add_argument("--only", default="", help="run only tests whose names hold this text")
+    options = parser.parse_args()
+    if "WINEPREFIX" not in os.environ:
+        parser.error("WINEPREFIX names no machine that may be changed")
+    machine = Machine(options.wine, options.folder)
+    tests = [test for name, test in sorted(globals().items())
+             if name.startswith("test_") and options.only in name]
+    results = [run_test(test, machine) for test in tests]
+    machine.clean()
+    print("%d passed, %d failed" % (sum(results), len(results) - sum(results)))
+    return 0 if all(results) and results else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,34 @@
+#include "common/suspend_decision_json.h"
+
+#include <cstdint>
+#include <optional>
+
+#include "base/utf8.h"
+
+namespace dozewell {
+namespace {
+
+std::string NumberJson(const std::optional<int32_t>& number) {
+  return number ? std::to_string(*number) : "null";
+}
+
+}  // namespace
+
+std::string DecisionLine(const std::wstring& text) {
+  std::string line = NarrowToUtf8(text);
+  if (line.ends_with('\n')) line.pop_back();
+  return line;
+}
+
+std::string SuspendDecisionJson(const SuspendDecision& decision) {
+  // A timer of less than a minute is not armed.
+  const auto timer = decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
+  return "{\"hibernateAt\":\"" + DecisionLine(decision.hibernateAt) + "\",\"sleepRestoredAt\":\"" +
+         DecisionLine(decision.sleepRestoredAt) + "\",\"hibernateNextAt\":\"" +
+         DecisionLine(decision.hibernateNextAt) +
+         "\",\"haMinutes\":" + NumberJson(decision.haMinutes) +
+         ",\"timerMinutes\":" + NumberJson(timer) +
+         ",\"nextHAMinutes\":" + NumberJson(decision.nextHAMinutes) + "}";
+}
+
+}  // namespace dozewell

@@ -1,0 +1,34 @@
+#ifndef DOZEWELL_COMMON_TEXT_H_
+#define DOZEWELL_COMMON_TEXT_H_
+
+#include <charconv>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace dozewell {
+
+// Without the blanks and tabs at both ends.
+std::string_view TrimBlanks(std::string_view text);
+
+// Compares without regard to the case of ASCII letters.
+bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
+// The lines of a text file, ended by LF or CR LF, which are left out, as is a byte order mark.
+std::vector<std::string_view> SplitLines(std::string_view text);
+
+// The number that the whole text is, as std::from_chars reads it. Nothing when it is none or does
+// not fit.
+template <typename Number>
+std::optional<Number> ParseNumber(std::string_view text) {
+  Number number{};
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_COMMON_TEXT_H_

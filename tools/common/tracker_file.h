@@ -1,0 +1,27 @@
+#ifndef DOZEWELL_COMMON_TRACKER_FILE_H_
+#define DOZEWELL_COMMON_TRACKER_FILE_H_
+
+#include <string>
+
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/configurations.h"
+#include "prediction/data_file.h"
+
+namespace dozewell {
+
+struct LoadedTracker {
+  DataFileState state;  // what became of the data file
+  ArbitraryCycleProbabilityTracker tracker;
+};
+
+// A tracker on the content of a data file, or one that has learnt nothing when the file is not for
+// the configured cycle: what the service's predictor works with. The configuration is not owned
+// and must outlive it. Throws what the tracker throws.
+LoadedTracker LoadTracker(IConfigurations& configuration, const std::wstring& path);
+
+// What is wrong with a data file that was ignored; null for one that was loaded.
+const char* WhyIgnored(DataFileState state);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_COMMON_TRACKER_FILE_H_

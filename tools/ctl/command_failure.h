@@ -1,0 +1,31 @@
+#ifndef DOZEWELL_CTL_COMMAND_FAILURE_H_
+#define DOZEWELL_CTL_COMMAND_FAILURE_H_
+
+#include <stdexcept>
+#include <string>
+
+namespace dozewell::ctl {
+
+// What the program's exit code says.
+enum class ExitCode {
+  Done = 0,
+  NotDone = 1,       // the service refused, or what a command of this machine needs is not there
+  Usage = 2,         // the command line makes no sense
+  NotReachable = 3,  // the service does not answer
+};
+
+// What ends a command, as the one line that the user reads.
+class CommandFailure : public std::runtime_error {
+ public:
+  CommandFailure(ExitCode exitCode, const std::string& message)
+      : std::runtime_error(message), exitCode_(exitCode) {}
+
+  ExitCode Code() const { return exitCode_; }
+
+ private:
+  ExitCode exitCode_;
+};
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_COMMAND_FAILURE_H_

@@ -1,0 +1,26 @@
+#ifndef DOZEWELL_CTL_COMMAND_LINE_H_
+#define DOZEWELL_CTL_COMMAND_LINE_H_
+
+#include <string>
+#include <vector>
+
+#include "ctl/command.h"
+
+namespace dozewell::ctl {
+
+inline constexpr const char* kProgramName = "dozewellctl";
+
+// What a command line asks for.
+struct ParsedCommandLine {
+  const Command* command = nullptr;  // null when it asks for help or the version
+  Options options;
+  std::string help;  // the text to print then
+};
+
+// Understands a command line, without the program's name, in UTF-8. Throws CommandFailure for one
+// that makes no sense.
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_COMMAND_LINE_H_

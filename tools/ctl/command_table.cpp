@@ -1,0 +1,139 @@
+#include <algorithm>
+#include <iterator>
+
+#include "ctl/command.h"
+#include "ctl/commands.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr CommandArgument kTimer = {"TIMER", "", "0, the alarm, or 1, the duration",
+                                    &Options::timer};
+constexpr CommandArgument kTime = {"TIME", "", "Local time as \"YYYY-MM-DD HH:MM\", 2000 to 2127",
+                                   &Options::time};
+constexpr CommandArgument kDuration = {
+    "DURATION", "", "How long until the timer fires, as 45m or 1h30m; without one, it is shown",
+    &Options::duration};
+constexpr CommandArgument kSource = {"SOURCE", "", "ac (plugged in) or dc (on battery)",
+                                     &Options::source};
+constexpr CommandArgument kSetting = {
+    "SETTING", "", "display-off, sleep-after, hibernate-after, wake-timers or hybrid-sleep",
+    &Options::setting};
+constexpr CommandArgument kValue = {
+    "VALUE", "", "45m, 1h30m or never; for the last two off or on, and important for wake-timers",
+    &Options::value};
+constexpr CommandArgument kScheme = {"SCHEME", "", "balanced, power-saver or high-performance",
+                                     &Options::scheme};
+constexpr CommandArgument kStrength = {
+    "STRENGTH", "", "Which of the optimizer's results to use, from 0", &Options::strength};
+constexpr CommandArgument kAt = {"--at", "TIME",
+                                 "Local time as \"YYYY-MM-DD HH:MM\" to explain; without one, now",
+                                 &Options::at};
+
+}  // namespace
+
+std::span<const Command> Commands() {
+  static const Command kCommands[] = {
+      {"status", "Show all that there is to know, on one screen", {"status"}, RunStatus, {}, {}},
+      {"enable", "Switch the feature on, now and for later starts", {"enable"}, RunEnable, {}, {}},
+      {"disable",
+       "Switch the feature off, now and for later starts",
+       {"disable"},
+       RunDisable,
+       {},
+       {}},
+      {"driver",
+       "Show whether the driver's wake timers are enabled",
+       {"driver"},
+       RunDriver,
+       {},
+       {}},
+      {"wake get",
+       "Show what a wake timer holds",
+       {"wake get", "wake get 0"},
+       RunWakeGet,
+       {},
+       {&kTimer}},
+      {"wake set",
+       "Arm a wake timer for a time",
+       {"wake set 0 \"2026-11-21 06:30\""},
+       RunWakeSet,
+       {&kTimer, &kTime},
+       {}},
+      {"wake raw",
+       "Arm a wake timer for a duration, or show it",
+       {"wake raw 1 1h30m", "wake raw 1"},
+       RunWakeRaw,
+       {&kTimer},
+       {&kDuration}},
+      {"power get",
+       "Show the active power scheme's settings for sleep",
+       {"power get", "power get dc"},
+       RunPowerGet,
+       {},
+       {&kSource}},
+      {"power set",
+       "Change a setting of the active power scheme",
+       {"power set dc hibernate-after 3h", "power set ac wake-timers on"},
+       RunPowerSet,
+       {&kSource, &kSetting, &kValue},
+       {}},
+      {"scheme get", "Show which power scheme is active", {"scheme get"}, RunSchemeGet, {}, {}},
+      {"scheme set",
+       "Make a power scheme the active one",
+       {"scheme set balanced"},
+       RunSchemeSet,
+       {&kScheme},
+       {}},
+      {"strength get",
+       "Show which of the optimizer's results is used",
+       {"strength get"},
+       RunStrengthGet,
+       {},
+       {}},
+      {"strength set",
+       "Choose which of the optimizer's results is used",
+       {"strength set 1"},
+       RunStrengthSet,
+       {&kStrength},
+       {}},
+      {"reset-history",
+       "Have the service forget all that it has learnt",
+       {"reset-history", "reset-history --yes"},
+       RunResetHistory,
+       {},
+       {},
+       true},
+      {"ping", "Show whether the service answers", {"ping"}, RunPing, {}, {}},
+      {"watch",
+       "Print the service's events as they are logged, until Ctrl+C",
+       {"watch", "watch --json"},
+       RunWatch,
+       {},
+       {}},
+      {"explain",
+       "Say what the service would do on a suspend, and why",
+       {"explain", "explain --at \"2026-11-21 18:00\""},
+       RunExplain,
+       {},
+       {&kAt}},
+  };
+  return kCommands;
+}
+
+const char* GroupDescription(std::string_view group) {
+  struct Group {
+    std::string_view name;
+    const char* description;
+  };
+  static constexpr Group kGroups[] = {
+      {"wake", "The driver's wake timers: get, set, raw"},
+      {"power", "The power scheme's settings for sleep: get, set"},
+      {"scheme", "The active power scheme: get, set"},
+      {"strength", "Which of the optimizer's results is used: get, set"},
+  };
+  const Group* const found = std::ranges::find(kGroups, group, &Group::name);
+  return found == std::end(kGroups) ? "" : found->description;
+}
+
+}  // namespace dozewell::ctl

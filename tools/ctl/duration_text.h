@@ -1,0 +1,20 @@
+#ifndef DOZEWELL_CTL_DURATION_TEXT_H_
+#define DOZEWELL_CTL_DURATION_TEXT_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace dozewell::ctl {
+
+// The minutes of "45", "45m", "45min", "3h", "1h30m" or "2d 3h 5min": units from the longest on,
+// each at most once, blanks between allowed. Nothing for any other text.
+std::optional<int64_t> ParseDuration(std::string_view text);
+
+// "45 min", "3 h 05 min", "2 d 03 h 05 min".
+std::string DurationText(int64_t minutes);
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_DURATION_TEXT_H_

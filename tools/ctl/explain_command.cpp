@@ -1,0 +1,38 @@
+#include "base/clock.h"
+#include "common/explanation_json.h"
+#include "common/local_time.h"
+#include "ctl/command_failure.h"
+#include "ctl/commands.h"
+#include "ctl/live_engine.h"
+#include "ctl/live_settings.h"
+#include "prediction/explanation.h"
+
+namespace dozewell::ctl {
+namespace {
+
+tm TimeToExplain(const std::optional<std::string>& at) {
+  if (at) {
+    if (const auto time = ParseLooseLocalTime(*at)) return *time;
+    throw CommandFailure(ExitCode::Usage, "--at: not a local time YYYY-MM-DD HH:MM: " + *at);
+  }
+  tm now;
+  if (LocalTimeNow(now)) return now;
+  throw CommandFailure(ExitCode::NotDone, "the clock cannot be read; give --at");
+}
+
+}  // namespace
+
+void RunExplain(const Options& options, const Console& console) {
+  const tm at = TimeToExplain(options.at);
+  LiveEngine engine;
+  if (!engine.Warning().empty()) console.warn("warning: " + engine.Warning());
+  if (!ReadFeatureEnabled())
+    console.warn("warning: the feature is off, so nothing of this is done");
+  if (!ReadPredictionsEnabled()) {
+    console.warn("warning: DisablePrediction is 1, so nothing of this is done");
+  }
+  const Explanation explanation = Explain(engine.Tracker(), at);
+  console.print(options.json ? ExplanationJson(explanation) : ExplanationText(explanation));
+}
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,16 @@
+#include "ctl/fakes/utc_time_fake.h"
+
+#include "ctl/utc_time.h"
+
+namespace dozewell {
+
+int32_t fakes::utcOffsetSeconds = 0;
+
+bool ctl::LocalTimeFromUtc(int64_t utcSeconds, tm& time) {
+  tm local;
+  if (!TmFromSeconds(utcSeconds + fakes::utcOffsetSeconds, local)) return false;
+  time = local;
+  return true;
+}
+
+}  // namespace dozewell

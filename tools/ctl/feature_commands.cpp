@@ -1,0 +1,77 @@
+#include <chrono>
+#include <cstdio>
+#include <iterator>
+
+#include "ctl/commands.h"
+#include "ctl/live_engine.h"
+#include "ctl/require_done.h"
+#include "ctl/service_calls.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr const char* kNoDriver = "the service has no driver device, or the driver does not answer";
+
+// The one answer of the service stands for several failures.
+std::string WhyNotSwitched(bool enable) {
+  if (enable) {
+    const std::string problem = EngineProblem();
+    if (!problem.empty()) return "the controller cannot be built: " + problem;
+  }
+  bool enabled = false;
+  const CallResult feature = CallGetFeatureEnabled(enabled);
+  RequireReachable(feature);
+  if (!feature.IsDone() || enabled != enable) return "the service could not switch the feature";
+  bool timersEnabled = false;
+  const CallResult driver = CallGetDriverEnabled(timersEnabled);
+  RequireReachable(driver);
+  return std::string("the feature is ") + (enable ? "on" : "off") +
+         " now, but the driver's timers were not switched: " +
+         (driver.IsDone() ? "the driver did not take it" : kNoDriver);
+}
+
+void SwitchFeature(bool enable, const Options& options, const Console& console) {
+  const CallResult result = CallSetFeatureEnabled(enable);
+  if (result.outcome == CallOutcome::Refused) RequireDone(result, WhyNotSwitched(enable));
+  RequireReachable(result);
+  if (options.json) {
+    console.print(std::string("{\"featureEnabled\":") + (enable ? "true" : "false") + "}\n");
+  } else {
+    console.print(std::string("The feature is ") + (enable ? "on" : "off") + ".\n");
+  }
+}
+
+}  // namespace
+
+void RunEnable(const Options& options, const Console& console) {
+  SwitchFeature(true, options, console);
+}
+
+void RunDisable(const Options& options, const Console& console) {
+  SwitchFeature(false, options, console);
+}
+
+void RunDriver(const Options& options, const Console& console) {
+  bool enabled = false;
+  RequireDone(CallGetDriverEnabled(enabled), kNoDriver);
+  if (options.json) {
+    console.print(std::string("{\"driverEnabled\":") + (enabled ? "true" : "false") + "}\n");
+  } else {
+    console.print(std::string("The driver's wake timers are ") + (enabled ? "" : "not ") +
+                  "enabled.\n");
+  }
+}
+
+void RunPing(const Options& options, const Console& console) {
+  // The first call makes the connection, which is not to be measured.
+  RequireDone(CallPing(), "the service answers, and says that it does not work");
+  const auto start = std::chrono::steady_clock::now();
+  RequireDone(CallPing(), "the service answers, and says that it does not work");
+  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+  char milliseconds[32];
+  std::snprintf(milliseconds, std::size(milliseconds), "%.2f", taken.count());
+  console.print(options.json ? std::string("{\"milliseconds\":") + milliseconds + "}\n"
+                             : std::string("The service answers, in ") + milliseconds + " ms.\n");
+}
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,22 @@
+#include <windows.h>
+
+#include "ctl/service_query.h"
+#include "service/service_host.h"
+#include "service/service_manager.h"
+
+namespace dozewell::ctl {
+
+ServiceQuery QueryService() {
+  const ServiceHandle manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT));
+  if (!manager) return {GetLastError(), 0};
+  const ServiceHandle service(
+      OpenServiceW(static_cast<SC_HANDLE>(manager.get()), kServiceName, SERVICE_QUERY_STATUS));
+  if (!service) return {GetLastError(), 0};
+  SERVICE_STATUS status;
+  if (QueryServiceStatus(static_cast<SC_HANDLE>(service.get()), &status) == 0) {
+    return {GetLastError(), 0};
+  }
+  return {0, status.dwCurrentState};
+}
+
+}  // namespace dozewell::ctl

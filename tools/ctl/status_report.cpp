@@ -1,0 +1,68 @@
+#include "ctl/status_report.h"
+
+#include "base/numbers.h"
+#include "ctl/event_feed.h"
+#include "ctl/live_engine.h"
+#include "ctl/live_settings.h"
+#include "power/driver_timer.h"
+#include "prediction/configurations.h"
+#include "settings/predictor_values.h"
+#include "settings/settings_store.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr size_t kEvents = 3;
+
+// What a call gives; nothing unless it was done.
+template <typename Value, typename Call>
+std::optional<Value> Ask(Call call) {
+  Value value = {};
+  return call(value).IsDone() ? std::optional(value) : std::nullopt;
+}
+
+void AskService(StatusReport& report) {
+  report.featureEnabled = Ask<bool>(CallGetFeatureEnabled).value_or(report.featureEnabled);
+  report.scheme = Ask<uint32_t>(CallGetActiveScheme);
+  for (size_t i = 0; i < report.power.size(); ++i) report.power[i] = ReadPower(kSources[i].number);
+  report.driverEnabled = Ask<bool>(CallGetDriverEnabled);
+  report.alarm = Ask<WakeTime>([](WakeTime& time) { return CallGetWakeTime(kAlarmWord, time); });
+  report.duration =
+      Ask<int32_t>([](int32_t& count) { return CallGetWakeRaw(kDurationWord, count); });
+  report.strength = Ask<int32_t>(CallGetStrength).value_or(report.strength);
+}
+
+void ReadSettings(StatusReport& report) {
+  report.featureEnabled = ReadFeatureEnabled();
+  report.predictionsEnabled = ReadPredictionsEnabled();
+  report.currentAttempt = ReadLiveSetting(L"CurrentAttempt");
+  report.totalAttempts = ReadLiveSetting(L"TotalAttempts");
+  report.strength = Atoi(ReadPredictorValue(kPredictorSection, "Strength"));
+  int64_t lastRun = 0;
+  if (ReadLastOptimizerRun(lastRun) && lastRun != 0) report.lastOptimizerRun = lastRun;
+}
+
+void ReadEvents(StatusReport& report) {
+  std::vector<std::string> events;
+  report.eventsError = ReadLastEvents(kEvents, events);
+  for (const std::string& xml : events) report.events.push_back(ParseEventXml(xml));
+}
+
+}  // namespace
+
+StatusReport MakeStatusReport() {
+  StatusReport report = {};
+  report.ping = CallPing();
+  report.service = QueryService();
+  ReadSettings(report);
+  if (report.ping.IsDone()) AskService(report);
+  const std::string result = "Best" + std::to_string(report.strength);
+  report.strengthHasResult = !ReadPredictorValue(kPredictorSection, result).empty();
+  report.controller = ExpectController(
+      {report.ping.IsDone(), report.featureEnabled, report.currentAttempt, report.totalAttempts,
+       ReadLiveSetting(L"ServiceFeedback").value_or(0) != 0, EngineProblem()});
+  ReadEvents(report);
+  return report;
+}
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "common/json.h"
+#include "common/local_time.h"
+#include "ctl/duration_text.h"
+#include "ctl/status_report.h"
+#include "ctl/unreachable_text.h"
+#include "ctl/utc_time.h"
+#include "ctl/wake_time_text.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr const char* kNotKnown = "not known, as the service does not answer";
+
+std::string Line(const char* label, const std::string& text) {
+  char start[32];
+  std::snprintf(start, std::size(start), "%-19s ", label);
+  return start + text + "\n";
+}
+
+const char* OnOff(bool on) { return on ? "on" : "off"; }
+
+std::string ServiceText(const StatusReport& report) {
+  const std::string state = ServiceStateText(report.service);
+  const bool runsAsService = report.service.error == 0;
+  return report.ping.IsDone() && !runsAsService ? state + ", but one answers, as from a console"
+                                                : state;
+}
+
+const char* ExpectedText(Expected runs) {
+  switch (runs) {
+    case Expected::No:
+      return "does not run: ";
+    case Expected::Maybe:
+      return "may run: ";
+    case Expected::Yes:
+      return "should run: ";
+  }
+  return "";
+}
+
+const char* ExpectedJson(Expected runs) {
+  switch (runs) {
+    case Expected::No:
+      return "no";
+    case Expected::Maybe:
+      return "maybe";
+    case Expected::Yes:
+      return "yes";
+  }
+  return "";
+}
+
+std::string PowerText(const StatusReport& report) {
+  if (!report.ping.IsDone()) return Line("Power scheme", kNotKnown);
+  return Line("Power scheme", report.scheme ? NameOf(kSchemes, *report.scheme)
+                                            : "not " + ListOf(kSchemes) + ", or not to be read") +
+         PowerTable(kSources, report.power);
+}
+
+std::string TimersText(const StatusReport& report) {
+  if (!report.ping.IsDone()) return Line("Wake timers", kNotKnown);
+  if (!report.driverEnabled) return Line("Wake timers", "none: the driver does not answer");
+  std::string text = Line("Wake timers", *report.driverEnabled ? "enabled" : "not enabled");
+  if (report.alarm) text += Line("  0, the alarm", WakeTimeText(*report.alarm));
+  if (report.duration) text += Line("  1, the duration", DurationText(*report.duration));
+  return text;
+}
+
+std::string StrengthText(const StatusReport& report) {
+  return std::to_string(report.strength) +
+         (report.strengthHasResult ? "" : ", for which the optimizer has stored nothing yet");
+}
+
+std::optional<std::string> LastRunTime(const StatusReport& report) {
+  tm local;
+  if (!report.lastOptimizerRun || !LocalTimeFromUtc(*report.lastOptimizerRun, local)) {
+    return std::nullopt;
+  }
+  return FormatLocalTime(local);
+}
+
+std::string LastRunText(const StatusReport& report) {
+  if (!report.lastOptimizerRun) return "never";
+  std::string time = LastRunTime(report).value_or("at an unreadable time");
+  std::ranges::replace(time, 'T', ' ');
+  return time;
+}
+
+std::string EventsText(const StatusReport& report) {
+  if (report.eventsError != 0) {
+    return Line("Last events", "not to be read (error " + std::to_string(report.eventsError) + ")");
+  }
+  if (report.events.empty()) return Line("Last events", "none");
+  std::string text = "Last events\n";
+  for (const ServiceEvent& event : report.events) text += "  " + EventLine(event);
+  return text;
+}
+
+template <typename Value, typename ToJson>
+std::string OptionalJson(const std::optional<Value>& value, ToJson toJson) {
+  return value ? toJson(*value) : "null";
+}
+
+std::string BoolJson(bool value) { return value ? "true" : "false"; }
+std::string NumberJson(int64_t value) { return std::to_string(value); }
+
+}  // namespace
+
+std::string StatusText(const StatusReport& report) {
+  return Line("Service", ServiceText(report)) + Line("Feature", OnOff(report.featureEnabled)) +
+         Line("Start attempts", AttemptsText(report.currentAttempt, report.totalAttempts)) +
+         Line("Controller", ExpectedText(report.controller.runs) + report.controller.why) +
+         Line("Predictions", report.predictionsEnabled ? "on" : "off, as DisablePrediction is 1") +
+         PowerText(report) + TimersText(report) + Line("Strength", StrengthText(report)) +
+         Line("Last optimizer run", LastRunText(report)) + EventsText(report);
+}
+
+std::string StatusJson(const StatusReport& report) {
+  const auto schemeJson = [](uint32_t scheme) { return JsonString(NameOf(kSchemes, scheme)); };
+  const auto text = [](const std::string& value) { return JsonString(value); };
+  const auto alarm = report.alarm ? CalendarText(*report.alarm) : std::nullopt;
+  return "{\"answers\":" + BoolJson(report.ping.IsDone()) +
+         ",\"service\":" + JsonString(ServiceStateText(report.service)) +
+         ",\"featureEnabled\":" + BoolJson(report.featureEnabled) +
+         ",\"currentAttempt\":" + OptionalJson(report.currentAttempt, NumberJson) +
+         ",\"totalAttempts\":" + OptionalJson(report.totalAttempts, NumberJson) +
+         ",\"controller\":{\"runs\":" + JsonString(ExpectedJson(report.controller.runs)) +
+         ",\"why\":" + JsonString(report.controller.why) + "}" +
+         ",\"predictionsEnabled\":" + BoolJson(report.predictionsEnabled) +
+         ",\"scheme\":" + OptionalJson(report.scheme, schemeJson) +
+         ",\"power\":" + PowerJson(kSources, report.power) +
+         ",\"driverEnabled\":" + OptionalJson(report.driverEnabled, BoolJson) +
+         ",\"alarm\":" + OptionalJson(alarm, text) +
+         ",\"durationMinutes\":" + OptionalJson(report.duration, NumberJson) +
+         ",\"strength\":" + NumberJson(report.strength) +
+         ",\"strengthHasResult\":" + BoolJson(report.strengthHasResult) +
+         ",\"lastOptimizerRun\":" + OptionalJson(LastRunTime(report), text) +
+         ",\"events\":" + (report.eventsError != 0 ? "null" : JsonList(report.events, EventJson)) +
+         "}\n";
+}
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,125 @@
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "common/json.h"
+#include "common/text.h"
+#include "ctl/command_failure.h"
+#include "ctl/commands.h"
+#include "ctl/duration_text.h"
+#include "ctl/require_done.h"
+#include "ctl/service_calls.h"
+#include "ctl/wake_time_text.h"
+#include "power/driver_timer.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr uint32_t kTimers = 2;
+
+constexpr const char* kNotRead =
+    "the timer could not be read: the service has no driver device, or the driver does not answer";
+constexpr const char* kNotArmed =
+    "the timer was not armed: the service has no driver device, or the driver did not take it";
+
+// What a timer holds, in both forms that it may be meant in.
+struct TimerReading {
+  uint32_t timer;
+  WakeTime time;
+  int32_t count;
+};
+
+uint32_t ParseTimer(const std::string& text) {
+  const auto timer = ParseNumber<uint32_t>(text);
+  if (timer && *timer < kTimers) return *timer;
+  throw CommandFailure(ExitCode::Usage, "TIMER: not 0 or 1: " + text);
+}
+
+int32_t ParseCount(const std::string& text) {
+  const auto minutes = ParseDuration(text);
+  if (minutes && *minutes <= kTimerDurationMinutes) return static_cast<int32_t>(*minutes);
+  throw CommandFailure(ExitCode::Usage, "DURATION: not 0 to " +
+                                            std::to_string(kTimerDurationMinutes) +
+                                            " minutes, such as 45m or 1h30m: " + text);
+}
+
+TimerReading ReadTimer(uint32_t timer) {
+  TimerReading reading = {timer, {}, 0};
+  RequireDone(CallGetWakeTime(timer, reading.time), kNotRead);
+  RequireDone(CallGetWakeRaw(timer, reading.count), kNotRead);
+  return reading;
+}
+
+std::string TimerName(uint32_t timer) { return "Timer " + std::to_string(timer); }
+
+std::string TimerJson(uint32_t timer) { return "{\"timer\":" + std::to_string(timer); }
+
+std::string ReadingText(const TimerReading& reading) {
+  return TimerName(reading.timer) + " as a time: " + WakeTimeText(reading.time) +
+         "; as a duration: " + DurationText(reading.count) + "\n";
+}
+
+std::string ReadingJson(const TimerReading& reading) {
+  const WakeTime& time = reading.time;
+  const auto calendar = CalendarText(time);
+  return TimerJson(reading.timer) + ",\"time\":" + (calendar ? JsonString(*calendar) : "null") +
+         ",\"year\":" + std::to_string(time.year) + ",\"month\":" + std::to_string(time.month) +
+         ",\"day\":" + std::to_string(time.day) + ",\"hour\":" + std::to_string(time.hour) +
+         ",\"minute\":" + std::to_string(time.minute) +
+         ",\"durationMinutes\":" + std::to_string(reading.count) + "}";
+}
+
+void ShowCount(uint32_t timer, int32_t count, const Options& options, const Console& console) {
+  console.print(options.json
+                    ? TimerJson(timer) + ",\"durationMinutes\":" + std::to_string(count) + "}\n"
+                    : TimerName(timer) + ": " + DurationText(count) + "\n");
+}
+
+}  // namespace
+
+void RunWakeGet(const Options& options, const Console& console) {
+  std::vector<TimerReading> readings;
+  if (options.timer) {
+    readings.push_back(ReadTimer(ParseTimer(*options.timer)));
+  } else {
+    for (uint32_t timer = 0; timer < kTimers; ++timer) readings.push_back(ReadTimer(timer));
+  }
+  if (options.json) {
+    console.print(JsonList(readings, ReadingJson) + "\n");
+    return;
+  }
+  for (const TimerReading& reading : readings) console.print(ReadingText(reading));
+}
+
+void RunWakeSet(const Options& options, const Console& console) {
+  const uint32_t timer = ParseTimer(options.timer.value());
+  const auto time = ParseWakeTime(options.time.value());
+  if (!time) {
+    throw CommandFailure(ExitCode::Usage, std::string("TIME: not a local time from ") +
+                                              kWakeTimeRange + ": " + *options.time);
+  }
+  RequireDone(CallSetWakeTime(timer, *time), kNotArmed);
+  const std::string text = WakeTimeText(*time);
+  console.print(options.json ? TimerJson(timer) + ",\"time\":" + JsonString(text) + "}\n"
+                             : TimerName(timer) + " is armed for " + text + ".\n");
+}
+
+void RunWakeRaw(const Options& options, const Console& console) {
+  const uint32_t timer = ParseTimer(options.timer.value());
+  int32_t count = 0;
+  if (!options.duration) {
+    RequireDone(CallGetWakeRaw(timer, count), kNotRead);
+    ShowCount(timer, count, options, console);
+    return;
+  }
+  count = ParseCount(*options.duration);
+  RequireDone(CallSetWakeRaw(timer, count), kNotArmed);
+  if (options.json) {
+    ShowCount(timer, count, options, console);
+  } else {
+    console.print(TimerName(timer) + " is armed for " + DurationText(count) + " from now.\n");
+  }
+}
+
+}  // namespace dozewell::ctl

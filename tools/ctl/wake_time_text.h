@@ -1,0 +1,29 @@
+#ifndef DOZEWELL_CTL_WAKE_TIME_TEXT_H_
+#define DOZEWELL_CTL_WAKE_TIME_TEXT_H_
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "rpc/procedures.h"
+
+namespace dozewell::ctl {
+
+// What the fields of a wake time mean is the driver's. Our convention: month 1 to 12, and the year
+// counted from 2000, so that its 7 bits reach 2127.
+
+inline constexpr const char* kWakeTimeRange = "2000-01-01 00:00 to 2127-12-31 23:59";
+
+// The wake time of "YYYY-MM-DD HH:MM", with a T for the blank if wanted. Nothing for any other
+// text, for a time that no calendar has and for one out of range.
+std::optional<WakeTime> ParseWakeTime(std::string_view text);
+
+// The way back. Nothing for fields that are no time of the calendar.
+std::optional<std::string> CalendarText(const WakeTime& wakeTime);
+
+// The same in words for any fields: "no time is set" when all are 0.
+std::string WakeTimeText(const WakeTime& wakeTime);
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_WAKE_TIME_TEXT_H_
