@@ -1,5 +1,5 @@
-"""The hour that daylight saving skips, and the one that comes twice. All times are those of the wall
-clock."""
+"""The hour that daylight saving skips, and the one that comes twice. All times are those of the
+wall clock."""
 
 from clock import local
 from data_files import Slot, asleep, awake, history, learnt_data, wall_clock_seconds
