@@ -45,9 +45,9 @@ void CheckSame(const Night& night, const Night& expected) {
 
 // Puts calls in the place of others that follow each other; the first ones of their kind.
 void Replace(NightStep& step, const Calls& calls, const Calls& replacement) {
-  const auto found = std::ranges::search(step.calls, calls);
-  REQUIRE_FALSE(found.empty());
-  const auto place = step.calls.erase(found.begin(), found.end());
+  const auto found = std::search(step.calls.begin(), step.calls.end(), calls.begin(), calls.end());
+  REQUIRE(found != step.calls.end());
+  const auto place = step.calls.erase(found, found + std::ssize(calls));
   step.calls.insert(place, replacement.begin(), replacement.end());
 }
 

@@ -4,12 +4,13 @@
 
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <mutex>
 #include <string>
 
 #include "base/lock.h"
+#include "base/numbers.h"
 #include "base/service_state.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
@@ -77,27 +78,42 @@ void Work(int number) {
   }
 }
 
-bool Expect(bool condition, const char* text) {
-  if (!condition) std::printf("FAILED: %s\n", text);
-  return condition;
+// Something that is to be true after a run.
+struct Check {
+  bool holds;
+  const char* text;
+};
+
+int CountFailures(std::initializer_list<Check> checks) {
+  int failures = 0;
+  for (const Check& check : checks) {
+    if (check.holds) continue;
+    std::printf("FAILED: %s\n", check.text);
+    ++failures;
+  }
+  return failures;
 }
 
-bool EverythingWasMet() {
+int CheckWhatWasMet() {
   const quiet::Messages& met = quiet::messages;
-  return Expect(met.states[0] > 0, "Active was entered") &
-         Expect(met.states[1] > 0, "Spike_S3ToS4 was entered") &
-         Expect(met.states[2] > 0, "Spike_S4ToS3 was entered") &
-         Expect(met.states[3] > 0, "Suspended was entered") &
-         Expect(met.states[4] > 0, "Off was entered") &
-         Expect(met.undefinedEvents > 0, "an undefined event was met") &
-         Expect(quiet::suspends > 0, "the machine was put back to sleep");
+  return CountFailures({
+      {met.states[0] > 0, "Active was entered"},
+      {met.states[1] > 0, "Spike_S3ToS4 was entered"},
+      {met.states[2] > 0, "Spike_S4ToS3 was entered"},
+      {met.states[3] > 0, "Suspended was entered"},
+      {met.states[4] > 0, "Off was entered"},
+      {met.undefinedEvents > 0, "an undefined event was met"},
+      {quiet::suspends > 0, "the machine was put back to sleep"},
+  });
 }
 
-bool NothingIsLeft() {
-  return Expect(!ControllerStarted && StateMachine == nullptr, "the machine is gone") &
-         Expect(engine.predictor == nullptr && engine.historian == nullptr &&
-                    engine.configurations == nullptr && !engine.nextSleepTime,
-                "the engine is gone");
+int CheckWhatIsLeft() {
+  return CountFailures({
+      {!ControllerStarted && StateMachine == nullptr, "the machine is gone"},
+      {engine.predictor == nullptr && engine.historian == nullptr &&
+           engine.configurations == nullptr && !engine.nextSleepTime,
+       "the engine is gone"},
+  });
 }
 
 bool Run() {
@@ -112,14 +128,14 @@ bool Run() {
   StopController();
   std::printf("%d events logged, %d undefined\n", quiet::messages.events.load(),
               quiet::messages.undefinedEvents.load());
-  return EverythingWasMet() & NothingIsLeft();
+  return CheckWhatWasMet() + CheckWhatIsLeft() == 0;
 }
 
 }  // namespace
 }  // namespace dozewell
 
 int main(int argc, char** argv) {
-  if (argc > 1) dozewell::rounds = std::atoi(argv[1]);
+  if (argc > 1) dozewell::rounds = dozewell::Atoi(argv[1]);
   const bool passed = dozewell::Run();
   std::puts(passed ? "1 passed, 0 failed" : "0 passed, 1 failed");
   return passed ? 0 : 1;
