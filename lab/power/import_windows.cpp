@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <bit>
 #include <string>
 
 #include "power/import.h"
@@ -60,7 +61,7 @@ ImportedFunction* ImportedFunction::Find(std::string_view name) {
 
 void ImportedFunction::ReplaceAll(void* program) {
   VisitImports(program, [](const char* name, ULONGLONG& address) {
-    if (void* const standIn = StandInFor(name, reinterpret_cast<void*>(address))) {
+    if (void* const standIn = StandInFor(name, std::bit_cast<void*>(address))) {
       DWORD protection = 0;
       VirtualProtect(&address, sizeof(address), PAGE_READWRITE, &protection);
       address = reinterpret_cast<ULONGLONG>(standIn);

@@ -46,7 +46,7 @@ void Record(const char* kind, const wchar_t* text) {
 
 std::string Format(const char* format, ...) {
   char text[1024];
-  va_list arguments;
+  va_list arguments = {};
   va_start(arguments, format);
   std::vsnprintf(text, sizeof(text), format, arguments);
   va_end(arguments);

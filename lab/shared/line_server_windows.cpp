@@ -2,6 +2,7 @@
 // After winsock2.h, which comes before it.
 #include <windows.h>
 
+#include <bit>
 #include <string>
 
 #include "shared/line_server.h"
@@ -37,9 +38,9 @@ DWORD WINAPI ServeConnection(void* argument) {
   const auto connection = reinterpret_cast<SOCKET>(argument);
   std::string received;
   char part[4096];
-  for (int size; (size = recv(connection, part, sizeof(part), 0)) > 0;) {
+  for (int size = 0; (size = recv(connection, part, sizeof(part), 0)) > 0;) {
     received.append(part, static_cast<size_t>(size));
-    for (size_t end; (end = received.find('\n')) != std::string::npos;) {
+    for (size_t end = 0; (end = received.find('\n')) != std::string::npos;) {
       const std::string line = received.substr(0, end);
       received.erase(0, end + 1);
       if (!SendAll(connection, AnswerLine(line))) break;
@@ -64,7 +65,7 @@ DWORD WINAPI AcceptConnections(void*) {
     const BOOL yes = TRUE;
     setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&yes),
                sizeof(yes));
-    if (!StartThread(ServeConnection, reinterpret_cast<void*>(connection))) {
+    if (!StartThread(ServeConnection, std::bit_cast<void*>(connection))) {
       closesocket(connection);
     }
   }

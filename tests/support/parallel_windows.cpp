@@ -23,8 +23,10 @@ DWORD WINAPI Start(void* run) {
 
 void RunInParallel(int count, void (*procedure)(int number)) {
   std::vector<Run> runs;
+  runs.reserve(static_cast<size_t>(count));
   for (int number = 0; number < count; ++number) runs.push_back({procedure, number});
   std::vector<HANDLE> threads;
+  threads.reserve(runs.size());
   for (Run& run : runs) threads.push_back(CreateThread(nullptr, 0, Start, &run, 0, nullptr));
   for (const HANDLE thread : threads) {
     if (WaitForSingleObject(thread, INFINITE) != WAIT_OBJECT_0) std::abort();
