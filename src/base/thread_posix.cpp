@@ -1,22 +1,61 @@
 #include <pthread.h>
+#include <time.h>
+
+#include <atomic>
+#include <memory>
 
 #include "base/thread.h"
 
 namespace dozewell {
 namespace {
 
-void* Run(void* procedure) {
-  reinterpret_cast<void (*)()>(procedure)();
+struct Thread {
+  void (*procedure)();
+  std::atomic<bool> ended{false};
+};
+// Thread and handle each own it, since either may go first.
+using SharedThread = std::shared_ptr<Thread>;
+
+void* Run(void* argument) {
+  const std::unique_ptr<SharedThread> thread(static_cast<SharedThread*>(argument));
+  (*thread)->procedure();
+  (*thread)->ended = true;
   return nullptr;
 }
 
 }  // namespace
 
 bool StartThread(void (*procedure)()) {
-  pthread_t thread = {};
-  if (pthread_create(&thread, nullptr, Run, reinterpret_cast<void*>(procedure)) != 0) return false;
+  const ThreadHandle thread = StartWatchedThread(procedure);
+  CloseThread(thread);
+  return thread != nullptr;
+}
+
+ThreadHandle StartWatchedThread(void (*procedure)()) {
+  auto handle = std::make_unique<SharedThread>(std::make_shared<Thread>());
+  (*handle)->procedure = procedure;
+  auto argument = std::make_unique<SharedThread>(*handle);
+  pthread_t thread;
+  if (pthread_create(&thread, nullptr, Run, argument.get()) != 0) return nullptr;
+  static_cast<void>(argument.release());
   pthread_detach(thread);
-  return true;
+  return handle.release();
+}
+
+bool IsThreadRunning(ThreadHandle thread) {
+  return thread != nullptr && !(*static_cast<SharedThread*>(thread))->ended;
+}
+
+void CloseThread(ThreadHandle thread) { delete static_cast<SharedThread*>(thread); }
+
+// The service is a Windows program; elsewhere nobody needs to be let first.
+BackgroundPriority::BackgroundPriority() {}
+BackgroundPriority::~BackgroundPriority() {}
+
+void SleepMilliseconds(uint32_t milliseconds) {
+  const timespec duration = {static_cast<time_t>(milliseconds / 1000),
+                             static_cast<long>(milliseconds % 1000 * 1000000)};
+  nanosleep(&duration, nullptr);
 }
 
 }  // namespace dozewell

@@ -13,11 +13,31 @@ DWORD WINAPI Run(void* procedure) {
 }  // namespace
 
 bool StartThread(void (*procedure)()) {
-  const HANDLE thread =
-      CreateThread(nullptr, 0, Run, reinterpret_cast<void*>(procedure), 0, nullptr);
-  if (thread == nullptr) return false;
-  CloseHandle(thread);
-  return true;
+  const ThreadHandle thread = StartWatchedThread(procedure);
+  CloseThread(thread);
+  return thread != nullptr;
 }
+
+ThreadHandle StartWatchedThread(void (*procedure)()) {
+  return CreateThread(nullptr, 0, Run, reinterpret_cast<void*>(procedure), 0, nullptr);
+}
+
+bool IsThreadRunning(ThreadHandle thread) {
+  DWORD exitCode = 0;
+  return GetExitCodeThread(thread, &exitCode) && exitCode == STILL_ACTIVE;
+}
+
+void CloseThread(ThreadHandle thread) {
+  if (thread != nullptr) CloseHandle(thread);
+}
+
+BackgroundPriority::BackgroundPriority() {
+  SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_BELOW_NORMAL);
+}
+BackgroundPriority::~BackgroundPriority() {
+  SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_NORMAL);
+}
+
+void SleepMilliseconds(uint32_t milliseconds) { Sleep(milliseconds); }
 
 }  // namespace dozewell

@@ -12,6 +12,7 @@
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_writer.h"
 #include "diagnostics/message_format.h"
+#include "optimizer/apply_best_set.h"
 #include "power/driver_timer.h"
 #include "power/hibernate_after.h"
 #include "power/power_scheme.h"
@@ -178,6 +179,7 @@ void AH_PredictorContainerOff(const SMEventData* event) {
 }
 
 void AH_SetPredictorConfig(const SMEventData* event) {
+  ApplyBestPredictorParameters();
   const auto* const change = dynamic_cast<const ParamChangeEventData*>(event);
   if (change == nullptr || engine.configurations == nullptr) return;
   TraceToDebugger(L"AH_SetPredictorConfig\n");

@@ -23,6 +23,7 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
+#include "settings/predictor_values.h"
 #include "support/calls.h"
 #include "support/local_times.h"
 
@@ -88,6 +89,13 @@ Calls ErrorTraced(const std::string& text) { return {"report 1 " + text, "trace 
 const Calls kPredictorBuilt = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution",
                                "settings: ReadSetting TimeResolution"};
 const Calls kPredictorLoaded = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution"};
+
+// What a parameter change does first, when no best set is stored.
+const Calls kNothingApplied = {"settings: WriteSetting DisablePrediction 0",
+                               "settings: WriteSetting ServiceFeedback 0",
+                               "report 4 Predictor disabled 0\n"};
+// And what the listener is told with.
+const Calls kParametersTold = Joined({kNothingApplied, {"trace AH_SetPredictorConfig\n"}});
 
 // The state of the last event that a data file was written after.
 int32_t LastState(const std::vector<unsigned char>& bytes) {
@@ -222,20 +230,40 @@ TEST_CASE("a changed parameter is told by its name") {
   Listener listener;
   learning.Hear(listener);
   const ParamChangeEventData change("Strength");
-  CHECK(learning.Run(AH_SetPredictorConfig, &change) == Calls{"trace AH_SetPredictorConfig\n"});
+  CHECK(learning.Run(AH_SetPredictorConfig, &change) == kParametersTold);
   CHECK(listener.sections == std::vector<std::string>{"Strength"});
   CHECK(change.param == "Strength");
+}
+
+TEST_CASE("the chosen parameters are applied before the change is told") {
+  Learning learning;
+  Listener listener;
+  std::string applied;
+  listener.then = [&] {
+    applied = ReadPredictorValue("CyclicProbabilityPredictor", "StrengthHigh");
+  };
+  learning.Hear(listener);
+  for (const auto& [name, text] : {std::pair{"Strength", "1"}, {"Best1", "10,20,70,91,60,2"}}) {
+    fakes::settings.current.predictorValues[{"CyclicProbabilityPredictor", name}] =
+        fakes::Text(text);
+  }
+  const ParamChangeEventData change("Strength");
+  const Calls calls = learning.Run(AH_SetPredictorConfig, &change);
+  REQUIRE(calls.size() == 10);
+  CHECK(calls[7] == "settings: WriteSetting ServiceFeedback 2");
+  CHECK(calls.back() == "trace AH_SetPredictorConfig\n");
+  CHECK(applied == "91");
 }
 
 TEST_CASE("an event that is no parameter change, or no event, is not told") {
   Learning learning;
   Listener listener;
   learning.Hear(listener);
-  CHECK(learning.Run(AH_SetPredictorConfig, SMEvent::ParamChanging) == Calls{});
-  CHECK(learning.Run(AH_SetPredictorConfig, nullptr) == Calls{});
+  CHECK(learning.Run(AH_SetPredictorConfig, SMEvent::ParamChanging) == kNothingApplied);
+  CHECK(learning.Run(AH_SetPredictorConfig, nullptr) == kNothingApplied);
   const ParamChangeEventData change("Strength");
   engine.configurations.reset();
-  CHECK(learning.Run(AH_SetPredictorConfig, &change) == Calls{});
+  CHECK(learning.Run(AH_SetPredictorConfig, &change) == kNothingApplied);
   CHECK(listener.sections.empty());
 }
 
@@ -243,7 +271,7 @@ TEST_CASE("a changed parameter without a listener changes nothing") {
   Learning learning;
   engine.predictor.reset();
   const ParamChangeEventData change("Strength");
-  CHECK(learning.Run(AH_SetPredictorConfig, &change) == Calls{"trace AH_SetPredictorConfig\n"});
+  CHECK(learning.Run(AH_SetPredictorConfig, &change) == kParametersTold);
 }
 
 TEST_CASE("what the listener to parameters throws is logged, and thrown on if no exception") {
@@ -253,11 +281,11 @@ TEST_CASE("what the listener to parameters throws is logged, and thrown on if no
   const ParamChangeEventData change("Strength");
   listener.then = [] { throw std::runtime_error("no weights"); };
   CHECK(learning.Run(AH_SetPredictorConfig, &change) ==
-        Joined({{"trace AH_SetPredictorConfig\n"}, ErrorTraced("no weights")}));
+        Joined({kParametersTold, ErrorTraced("no weights")}));
   listener.then = [] { throw 42; };
   CHECK_THROWS_AS(learning.Run(AH_SetPredictorConfig, &change), int);
   CHECK(fakes::TakeJournal() ==
-        Joined({{"trace AH_SetPredictorConfig\n"},
+        Joined({kParametersTold,
                 ErrorTraced("AH_SetPredictorConfig: ConfigObj::NotifyListener threw an unknown "
                             "exception")}));
 }
@@ -267,7 +295,7 @@ TEST_CASE("weights that were taken away are reported when a parameter changes") 
   fakes::settings.defaults.predictorValues.erase({"CyclicProbabilityPredictor", "FirstLastWeight"});
   const ParamChangeEventData change("Strength");
   CHECK(learning.Run(AH_SetPredictorConfig, &change) ==
-        Joined({{"trace AH_SetPredictorConfig\n"}, ErrorTraced("No weigths specified")}));
+        Joined({kParametersTold, ErrorTraced("No weigths specified")}));
 }
 
 TEST_CASE("a daily save writes what was learnt, and a new predictor reads it") {

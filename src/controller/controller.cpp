@@ -11,6 +11,7 @@
 #include "controller/guards.h"
 #include "controller/state_machine.h"
 #include "diagnostics/event_writer.h"
+#include "optimizer/optimizer_thread.h"
 
 namespace dozewell {
 namespace {
@@ -47,6 +48,8 @@ std::unique_ptr<SleepStateMachine> BuildStateMachine() {
   machine->AH_SavePredictionData = AH_SavePredictionData;
   machine->AH_RecordHistoryEvent = AH_RecordHistoryEvent;
   machine->AH_SaveHistory = AH_SaveHistory;
+  machine->LaunchOptimizerThread = [](const SMEventData*) { LaunchOptimizerThread(); };
+  machine->TerminateOptimizerThread = [](const SMEventData*) { TerminateOptimizerThread(); };
   machine->AH_ResetHistory = AH_ResetHistory;
   return machine;
 }

@@ -10,6 +10,7 @@
 #include "base/event_records.h"
 #include "base/file.h"
 #include "base/lock.h"
+#include "base/thread.h"
 #include "controller/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/parameter_grid.h"
@@ -56,6 +57,8 @@ std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
   const std::vector<HistoryRecord> history = LoadHistory(historyPath);
   const int64_t timeoutSeconds = int64_t{HibernateAfterMinutes()} * 60;
   if (OptimizerStopRequested) return std::nullopt;
+  // Nobody waits for what comes now, and everybody else may go first.
+  const BackgroundPriority background;
   Outcomes baseline;
   CountOutcomes(SimulateFixedTimeout(history, timeoutSeconds), baseline);
   const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges());

@@ -11,6 +11,7 @@
 #include "base/service_state.h"
 #include "controller/state_machine.h"
 #include "diagnostics/event_writer.h"
+#include "optimizer/optimizer_thread.h"
 #include "rpc/rpc_server.h"
 #include "service/service_host.h"
 #include "service/service_status.h"
@@ -54,6 +55,9 @@ void HandlePowerEvent(uint32_t type, const void* data) {
   switch (type) {
     case kPowerSuspend:
       PostIfStarted(SMEvent::Suspend);
+      break;
+    case kPowerStatusChange:
+      LaunchOptimizerThread();
       break;
     case kPowerResumeAutomatic:
       if (ControllerStarted) {

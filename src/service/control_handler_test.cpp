@@ -181,6 +181,14 @@ TEST_CASE("an automatic resume without a controller counts as an attempt to star
   CHECK(ControllerStarted);
 }
 
+TEST_CASE("a change of power status launches the optimizer, with or without a controller") {
+  Handler handler;
+  SUBCASE("with a controller") { handler.StartIn(SMState::Active); }
+  SUBCASE("without") {}
+  CHECK(handler.Power(10) ==
+        Calls{"thread: start", "report 4 Launch optimizer thread, 1\n", kRunning});
+}
+
 TEST_CASE("other power events do nothing") {
   std::array<uint8_t, 16> setting = kIdleBackgroundTask;
   // Among them the resume of a user, a low battery and a critical resume.

@@ -309,7 +309,7 @@ TEST_CASE("an event that finds no source is lost, and nothing else changes") {
       CheckUsersTimeouts(night, "");
     }
   }
-  CHECK(events == 25);
+  CHECK(events == 26);
 }
 
 TEST_CASE("an event that the log refuses clears the log and is tried once more, and no further") {
@@ -333,7 +333,7 @@ TEST_CASE("an event that the log refuses clears the log and is tried once more, 
         CheckUsersTimeouts(night, "");
       }
     }
-    CHECK(events == 25);
+    CHECK(events == 26);
   }
 }
 
@@ -505,14 +505,19 @@ TEST_CASE("each settings call of a night fails, and the rest is as described") {
     consequences.push_back(
         {"reset", weight, 0, instead("reset", kBuilt, Joined({kLoaded, noWeights}))});
   }
-  FailEachCall(kSettings, 53, consequences);
+  FailEachCall(kSettings, 56, consequences);
 }
 
 TEST_CASE("each thread of a night fails, and the rest is as described") {
   FailEachCall(
-      kThreads, 2,
+      kThreads, 3,
       {{"up", "start", 0, [](Night& night) { FailsToStart(night, {}); }},
-       {"timer wake", "start", 0, [](Night& night) { night["sleep thread"].calls.clear(); }}});
+       {"timer wake", "start", 0, [](Night& night) { night["sleep thread"].calls.clear(); }},
+       {"resume", "start", 0, [](Night& night) {
+          Replace(night["resume"], {"report 4 Launch optimizer thread, 1\n"},
+                  {"report 4 Launch optimizer thread, 0\n"});
+          night["optimizer thread"].calls.clear();
+        }}});
 }
 
 TEST_CASE("each call to the service's host of a night fails, and the rest is as described") {

@@ -82,8 +82,13 @@ Night Expected() {
                          {"settings: ReadSetting HA_DC delete"},
                          Set("DC", "900"),
                          {"trace AH_CancelHWTimer\n"},
+                         kOptimizerLaunched,
                          NewState("Active"),
                          kStatusSent}));
+  // The first launch only starts the clock of the interval.
+  step("optimizer thread",
+       {"settings: ReadLastOptimizerRun", "settings: ReadSetting OptimizerInterval",
+        "settings: WriteLastOptimizerRun 1795339801"});
   step("daily save", Joined({Event("22/11/2026 17:0:1 - Saving"),
                              {"trace AH_SavePredictionData\n"},
                              kLoaded,

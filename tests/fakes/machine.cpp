@@ -14,6 +14,8 @@
 #include "fakes/service_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
+#include "optimizer/optimizer_thread.h"
+#include "optimizer/stop_request.h"
 #include "prediction/history_recorder.h"
 #include "rpc/rpc_server.h"
 #include "service/service_main.h"
@@ -47,6 +49,8 @@ void ResetProcess() {
   DebugLogging = false;
   ConsoleMode = false;
   RPCStopRequested = false;
+  OptimizerThreadHandle = kNoThread;
+  OptimizerStopRequested = false;
   LastSaveTime = {};
   SetServiceState(0, 0);
 }

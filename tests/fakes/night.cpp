@@ -60,6 +60,7 @@ const Happening kNight[] = {
     {"sleep thread", Sunday(8, 0, 1), [] { threads.Run(); }},
     {"back to sleep", Sunday(8, 0, 5), [] { PowerEvent(kPowerSuspend); }},
     {"resume", Sunday(9, 30), [] { Resume(false, 0); }},
+    {"optimizer thread", Sunday(9, 30, 1), [] { threads.Run(); }},
     {"daily save", Sunday(17, 0, 1),
      [] { PowerEvent(kPowerSettingChange, kIdleBackgroundTask.data()); }},
     {"reset", Sunday(17, 10),

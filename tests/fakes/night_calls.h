@@ -54,6 +54,7 @@ inline Calls Armed(const std::string& minutes, const std::string& word) {
           "driver: write timer 00000000 " + word};
 }
 
+inline const Calls kOptimizerLaunched = {"thread: start", "report 4 Launch optimizer thread, 1\n"};
 inline const Calls kStatusSent = {"service: status 4 0"};
 // What building a predictor asks for, with a data file that is loaded and without one.
 inline const Calls kLoaded = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution"};

@@ -1,8 +1,11 @@
 #ifndef DOZEWELL_TESTS_FAKES_THREAD_FAKE_H_
 #define DOZEWELL_TESTS_FAKES_THREAD_FAKE_H_
 
+#include <cstdint>
+#include <functional>
 #include <vector>
 
+#include "base/thread.h"
 #include "fakes/call_failer.h"
 
 namespace dozewell::fakes {
@@ -13,6 +16,14 @@ struct Threads {
   CallFailer failer;
   // Threads are quicker than their makers: each runs to its end before StartThread returns.
   bool atOnce = false;
+
+  // How many threads were started that can be asked whether they run; the handle of the n-th is n,
+  // from 1. One runs until it is run to its end.
+  uintptr_t watched = 0;
+  std::vector<ThreadHandle> running;
+  std::vector<uint32_t> sleeps;  // milliseconds
+  std::function<void()> whileSleeping = [] {};
+  bool inBackground = false;  // while a BackgroundPriority lives
 
   // Runs them to their ends, in the order in which they were started.
   void Run();

@@ -6,17 +6,15 @@
 #include <cstdio>
 #include <initializer_list>
 #include <memory>
-#include <mutex>
 #include <string>
 
-#include "base/lock.h"
 #include "base/numbers.h"
 #include "base/service_state.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
 #include "controller/state_machine.h"
+#include "optimizer/optimizer_thread.h"
 #include "power/driver_device.h"
-#include "prediction/history_recorder.h"
 #include "service/control_handler.h"
 #include "service/service_host.h"
 #include "stress/quiet_machine.h"
@@ -31,12 +29,6 @@ constexpr int kThreads = 8;
 int rounds = 2000;
 
 void Post(SMEvent event) { PostEvent(std::make_unique<SMEventData>(event)); }
-
-// What the optimizer does with the history on its own thread.
-void SaveHistory() {
-  const std::lock_guard guard(ControllerLock);
-  AH_SaveHistory();
-}
 
 // Suspends and resumes are more frequent than the rest, so that nights are lived through.
 void DoSomething(uint32_t choice) {
@@ -58,7 +50,8 @@ void DoSomething(uint32_t choice) {
     case 6:
       return Post(choice % 5 == 0 ? SMEvent::Uninitializing : SMEvent::Suspend);
     case 7:
-      return SaveHistory();
+      ServiceCtrlHandler(kControlPowerEvent, kPowerStatusChange, nullptr);
+      return;
     case 8:
       ServiceCtrlHandler(kControlPowerEvent, kPowerSettingChange, kIdleBackgroundTask.data());
       return;
@@ -103,6 +96,8 @@ int CheckWhatWasMet() {
       {met.states[3] > 0, "Suspended was entered"},
       {met.states[4] > 0, "Off was entered"},
       {met.undefinedEvents > 0, "an undefined event was met"},
+      {met.searches > 0, "a search ended"},
+      {met.searchesStopped > 0, "a search was asked to end"},
       {quiet::suspends > 0, "the machine was put back to sleep"},
   });
 }
@@ -116,6 +111,12 @@ int CheckWhatIsLeft() {
   });
 }
 
+// Nobody posts any more who could launch another.
+void EndOptimizerThread() {
+  while (IsThreadRunning(OptimizerThreadHandle)) SleepMilliseconds(1);
+  CloseThread(OptimizerThreadHandle);
+}
+
 bool Run() {
   const TempFolder folder;
   quiet::dataFolder = folder.Path() + L"\\";
@@ -125,9 +126,10 @@ bool Run() {
   // Threads that the gate or the controller started may still be on their way.
   while (ControllerStarting) {
   }
+  EndOptimizerThread();
   StopController();
-  std::printf("%d events logged, %d undefined\n", quiet::messages.events.load(),
-              quiet::messages.undefinedEvents.load());
+  std::printf("%d events logged, %d undefined, %d searches\n", quiet::messages.events.load(),
+              quiet::messages.undefinedEvents.load(), quiet::messages.searches.load());
   return CheckWhatWasMet() + CheckWhatIsLeft() == 0;
 }
 

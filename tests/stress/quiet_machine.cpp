@@ -52,6 +52,8 @@ EventSource OpenEventSource(const wchar_t*) { return &quiet::messages; }
 bool ReportToEventLog(EventSource, uint16_t, const wchar_t* message) {
   ++quiet::messages.events;
   if (std::wcsstr(message, L"Undefined event") != nullptr) ++quiet::messages.undefinedEvents;
+  if (std::wcsncmp(message, L"Optimizer runtime", 17) == 0) ++quiet::messages.searches;
+  if (std::wcsncmp(message, L"Terminate optimizer", 19) == 0) ++quiet::messages.searchesStopped;
   for (int state = 0; state < 5; ++state) {
     if (std::wcscmp(message, SMStateName(static_cast<SMState>(state))) == 0) {
       ++quiet::messages.states.at(static_cast<size_t>(state));
@@ -66,7 +68,14 @@ void TraceToDebugger(const wchar_t*) {}
 
 bool ReadSetting(const wchar_t* name, uint32_t& value, bool) {
   static const std::map<std::wstring, uint32_t> settings = {
-      {L"TimeResolution", 30}, {L"TotalAttempts", 0}, {L"CurrentAttempt", 0}, {L"HA_AC", 45}};
+      {L"TimeResolution", 30},
+      {L"TotalAttempts", 0},
+      {L"CurrentAttempt", 0},
+      {L"HA_AC", 45},
+      {L"OptimizerInterval", 0},
+      {L"OptimizerDelay", 0},
+      {L"TotalOptimizerAttemptsInDCmode", 0},
+      {L"CurrentOptimizerAttemptsInDCmode", 0}};
   const auto found = settings.find(name);
   if (found == settings.end()) return false;
   value = found->second;
@@ -75,11 +84,28 @@ bool ReadSetting(const wchar_t* name, uint32_t& value, bool) {
 
 bool WriteSetting(const wchar_t*, uint32_t) { return true; }
 
+// So long ago that a search is always due.
+bool ReadLastOptimizerRun(int64_t& time) {
+  time = 1;
+  return true;
+}
+
+bool WriteLastOptimizerRun(int64_t) { return true; }
+
 std::string ReadPredictorValue(const std::string&, const std::string& name) {
-  static const std::map<std::string, std::string> values = {
-      {"DaysInCycle", "7"},      {"MinutesInDay", "1440"},  {"FirstLastWeight", "2"},
-      {"SecondLastWeight", "1"}, {"AgregationWeight", "1"}, {"StrengthHigh", "70"},
-      {"StrengthLow", "30"}};
+  static const std::map<std::string, std::string> values = {{"DaysInCycle", "7"},
+                                                            {"MinutesInDay", "1440"},
+                                                            {"FirstLastWeight", "2"},
+                                                            {"SecondLastWeight", "1"},
+                                                            {"AgregationWeight", "1"},
+                                                            {"StrengthHigh", "70"},
+                                                            {"StrengthLow", "30"},
+                                                            {"StrengthHighRange", "60,90"},
+                                                            {"StrengthLowRange", "30,60"},
+                                                            {"FirstLastWeightRange", "2,10"},
+                                                            {"SecondLastWeightRange", "1,20"},
+                                                            {"DayGroupingRange", "0,2"},
+                                                            {"WR", "0,50,100"}};
   const auto found = values.find(name);
   return found != values.end() ? found->second : std::string();
 }

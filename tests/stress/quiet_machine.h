@@ -19,6 +19,8 @@ extern std::wstring dataFolder;
 struct Messages {
   std::atomic<int> events{0};  // of any kind
   std::atomic<int> undefinedEvents{0};
+  std::atomic<int> searches{0};              // that ended
+  std::atomic<int> searchesStopped{0};       // that were asked to end
   std::array<std::atomic<int>, 5> states{};  // entered: Active, the two spikes, Suspended, Off
 };
 extern Messages messages;

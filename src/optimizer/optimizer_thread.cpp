@@ -1,0 +1,137 @@
+#include "optimizer/optimizer_thread.h"
+
+#include <bit>
+#include <cstdint>
+#include <mutex>
+
+#include "base/clock.h"
+#include "base/file.h"
+#include "base/lock.h"
+#include "base/numbers.h"
+#include "base/service_state.h"
+#include "diagnostics/event_writer.h"
+#include "optimizer/run_optimizer.h"
+#include "optimizer/stop_request.h"
+#include "power/power_source.h"
+#include "prediction/history_file.h"
+#include "prediction/history_recorder.h"
+#include "settings/data_folder.h"
+#include "settings/settings_store.h"
+
+namespace dozewell {
+namespace {
+
+constexpr uint32_t kDefaultIntervalDays = 30;
+constexpr uint32_t kDefaultDelayMinutes = 30;
+constexpr uint32_t kSecondsPerDay = 86400;
+constexpr wchar_t kBatteryAttempts[] = L"CurrentOptimizerAttemptsInDCmode";
+
+uint32_t LowBits(ThreadHandle thread) {
+  return static_cast<uint32_t>(std::bit_cast<uintptr_t>(thread));
+}
+
+uint32_t ReadOr(const wchar_t* name, uint32_t value) {
+  ReadSetting(name, value, /*deleteAfterRead=*/false);
+  return value;
+}
+
+// Type and argument are the other way round in these events; whoever filters for them knows.
+void LogSwapped(const wchar_t* text) {
+  if (DebugLogging) LogServiceEvent(text, kEventInformation, kEventSuccess);
+}
+
+// A first launch only starts the clock.
+bool IsRunDue(int64_t now) {
+  int64_t last = 0;
+  ReadLastOptimizerRun(last);
+  const uint32_t intervalSeconds =
+      ReadOr(L"OptimizerInterval", kDefaultIntervalDays) * kSecondsPerDay;
+  if (last == 0) {
+    LogSwapped(L"Optimizer skipped\n");
+    WriteLastOptimizerRun(now);
+    return false;
+  }
+  return WrapSubtract64(now, last) > int64_t{intervalSeconds};
+}
+
+// On battery a run is put off some times.
+bool IsPutOff() {
+  uint8_t lineStatus = kLineUnknown;
+  if (ReadAcLineStatus(lineStatus) && lineStatus != kLineOffline) return false;
+  uint32_t total = 0;
+  uint32_t current = 0;
+  if (!ReadSetting(L"TotalOptimizerAttemptsInDCmode", total, /*deleteAfterRead=*/false) ||
+      !ReadSetting(kBatteryAttempts, current, /*deleteAfterRead=*/false)) {
+    LogServiceEvent(
+        L"TotalOptimizerAttemptsInDCmode or CurrentOptimizerAttemptsInDCmode value is  not defined "
+        L"in registry...",
+        0, kEventSuccess);
+    return true;
+  }
+  if (current >= total) return false;
+  WriteSetting(kBatteryAttempts, current + 1);
+  LogServiceEvent(L"Optimizer thread run postponed as current power source is DC", 0,
+                  kEventSuccess);
+  return true;
+}
+
+// A stop request does not end this wait.
+void WaitBeforeRun() {
+  const int32_t seconds = Wrap32(int64_t{ReadOr(L"OptimizerDelay", kDefaultDelayMinutes)} * 60);
+  if (seconds <= 0) return;
+  if (DebugLogging) {
+    LogServiceEvent(L"Optimizer will sleep for %d seconds\n", static_cast<uint32_t>(seconds),
+                    kEventInformation);
+  }
+  SleepMilliseconds(static_cast<uint32_t>(seconds) * 1000);
+}
+
+void SaveHistory() {
+  const std::lock_guard guard(ControllerLock);
+  AH_SaveHistory();
+}
+
+void RunIfDue() {
+  const int64_t now = UtcSecondsNow();
+  if (!IsRunDue(now) || IsPutOff()) return;
+  WaitBeforeRun();
+  SaveHistory();
+  RunOptimizer(PathInFolder(GetDataFolder(), kHistoryFileName));
+  WriteLastOptimizerRun(now);
+  WriteSetting(kBatteryAttempts, 0);
+}
+
+void OptimizerThreadProc() {
+  try {
+    RunIfDue();
+  } catch (...) {
+    LogSwapped(L"Optimizer exception\n");
+  }
+}
+
+}  // namespace
+
+void LaunchOptimizerThread() {
+  const std::lock_guard guard(ControllerLock);
+  if (OptimizerThreadHandle != kNoThread) {
+    if (IsThreadRunning(OptimizerThreadHandle)) {
+      LogServiceEvent(L"Optimizer thread still alive, %lu\n", LowBits(OptimizerThreadHandle),
+                      kEventInformation);
+      return;
+    }
+    CloseThread(OptimizerThreadHandle);
+  }
+  OptimizerThreadHandle = StartWatchedThread(OptimizerThreadProc);
+  LogServiceEvent(L"Launch optimizer thread, %lu\n", LowBits(OptimizerThreadHandle),
+                  kEventInformation);
+}
+
+void TerminateOptimizerThread() {
+  const std::lock_guard guard(ControllerLock);
+  if (OptimizerThreadHandle == kNoThread || !IsThreadRunning(OptimizerThreadHandle)) return;
+  OptimizerStopRequested = true;
+  LogServiceEvent(L"Terminate optimizer thread, %lu\n", LowBits(OptimizerThreadHandle),
+                  kEventInformation);
+}
+
+}  // namespace dozewell
