@@ -16,7 +16,7 @@ sys.path.insert(0, str(LAB))
 from driver import DURATION, ENABLED
 from expect import NotAsExpected, expect, expect_true
 from installation import Installation
-from machine import DATA_FILE, HISTORY_FILE, Machine
+from machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL, Machine
 from playback import Playback, read_history, write_history
 from record import information
 from replay import Replay
@@ -75,7 +75,8 @@ def compare(machine, replay, history):
     changes = read_history(history)
     machine.reset()
     machine.clock.set(changes[0][0])
-    machine.provision()
+    # With the parameters that dozewell-replay takes, and no others.
+    machine.provision(OptimizerInterval=LONGEST_INTERVAL)
     machine.install()
     number = 0
     for sleep in Playback(machine).sleeps(changes):

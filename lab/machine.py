@@ -25,6 +25,8 @@ from waiting import wait_until
 
 DEFAULT_SETTINGS = Path(__file__).resolve().parents[1] / "packaging" / "default-settings.ini"
 START_OF_TIME = "2026-01-05 08:00"  # a Monday
+# Days between searches for better parameters, which are counted in seconds.
+LONGEST_INTERVAL = 2**32 // 86400
 
 SUSPEND, RESUME_BY_USER, POWER_STATUS_CHANGE, RESUME, SETTING_CHANGE = 4, 7, 10, 18, 0x8013
 IDLE_BACKGROUND_TASK = uuid.UUID("515c31d8-f734-163d-a0fd-11a08c91e8f1")

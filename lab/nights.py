@@ -1,5 +1,7 @@
 """The steps of a night, as the machine's power manager and its user take them."""
 
+import re
+
 from driver import ENDED_BY_TIMER, WENT_ON_TO_HIBERNATION
 from expect import expect
 
@@ -34,9 +36,13 @@ def _resume_at(machine, time, status):
     return machine.resume()
 
 
+_OPTIMIZER = re.compile(r"(Launch|Terminate) optimizer thread, |Optimizer (thread still|skipped)")
+
+
 def events(step):
-    """What was written to the event log about the controller."""
-    return step.events
+    """What was written to the event log about the controller, without the optimizer's starts and
+    stops."""
+    return [event for event in step.events if not _OPTIMIZER.match(event.text)]
 
 
 def stamped(machine, event):

@@ -2,6 +2,7 @@
 
 from expect import expect
 from living import machine_that_knows_office_hours
+from nights import events
 from record import information
 
 
@@ -55,7 +56,7 @@ def a_real_resume_gives_the_user_back_his_own_timeouts(machine):
 
     machine.clock.pass_until("2026-02-03 07:00", awake=False)
     step = machine.resume()
-    expect(step.events, [
+    expect(events(step), [
         information("3/2/2026 7:0:0 - Activating"),
         information("GetPreviousSleepStatus 0\n"),
         information("GetPreviousSleepStatus 0\n"),
