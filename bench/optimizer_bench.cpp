@@ -1,4 +1,5 @@
-// How long a whole search takes, against a plain reading of the same rules in the same run.
+// How long a whole search takes, against a plain reading of the same rules in the same run; and how
+// soon it ends when it is asked to.
 
 #include <algorithm>
 #include <chrono>
@@ -6,12 +7,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "optimizer/grid_simulator.h"
 #include "optimizer/parameter_grid.h"
 #include "optimizer/parameter_search.h"
 #include "optimizer/simulator.h"
+#include "optimizer/stop_request.h"
 #include "plain_simulator.h"
 #include "replay/sample_history.h"
 
@@ -129,14 +132,55 @@ void PrintRatio(const char* shape, const ParameterGrid& grid, const History& his
               atOnce * 1e6, plain / atOnce);
 }
 
+// Milliseconds from the request to the return of a search that was at work for so long.
+double MillisecondsToStop(const ParameterGrid& grid, const History& history, double secondsBefore) {
+  const Outcomes baseline = Baseline(history);
+  Clock::time_point requested;
+  std::thread requester([&] {
+    std::this_thread::sleep_for(std::chrono::duration<double>(secondsBefore));
+    requested = Clock::now();
+    OptimizerStopRequested = true;
+  });
+  const bool stopped = !SearchParameters(history, baseline, grid, kScoringWeights);
+  const Clock::time_point returned = Clock::now();
+  requester.join();
+  OptimizerStopRequested = false;
+  return stopped ? std::chrono::duration<double, std::milli>(returned - requested).count() : 0;
+}
+
+void PrintStops(const ParameterGrid& grid) {
+  constexpr int kRequests = 50;
+  std::printf(
+      "Milliseconds from a stop request to the end of a search of %llu sets\n%-10s %10s %10s\n",
+      static_cast<unsigned long long>(grid.Size()), "days", "median", "longest");
+  for (const int days : {60, 365, 3650}) {
+    const History history = OfficeHistory(days);
+    const double whole = SearchSeconds(grid, history);
+    std::vector<double> milliseconds;
+    milliseconds.reserve(kRequests);
+    for (int i = 0; i < kRequests; ++i) {
+      milliseconds.push_back(MillisecondsToStop(grid, history, whole * i / kRequests));
+    }
+    std::sort(milliseconds.begin(), milliseconds.end());
+    std::printf("%-10d %10.2f %10.2f\n", days, milliseconds[kRequests / 2], milliseconds.back());
+  }
+}
+
 }  // namespace
 }  // namespace dozewell
 
 int main(int argc, char** argv) {
   using namespace dozewell;
-  if (argc > 2 || (argc == 2 && std::strcmp(argv[1], "--verify") != 0)) {
-    std::fprintf(stderr, "Usage: optimizer_bench [--verify]\n");
+  const bool verify = argc == 2 && std::strcmp(argv[1], "--verify") == 0;
+  const bool stops = argc == 2 && std::strcmp(argv[1], "--stop") == 0;
+  if (argc > 1 && !verify && !stops) {
+    std::fprintf(stderr, "Usage: optimizer_bench [--verify | --stop]\n");
     return 2;
+  }
+  const ParameterGrid largest = Grid(16, 16, 10, 8, 5);
+  if (stops) {
+    PrintStops(largest);
+    return 0;
   }
   // High and low thresholds, first and second weights, day groupings.
   const NamedGrid grids[] = {
@@ -148,7 +192,7 @@ int main(int argc, char** argv) {
       {"20 x 20, 4 x 4, 2: many thresholds", Grid(20, 20, 4, 4, 2)},
   };
   const History sixtyDays = OfficeHistory(60);
-  if (argc == 2) {
+  if (verify) {
     for (const NamedGrid& named : grids) {
       const bool same = SameAsPlain(named.grid, sixtyDays);
       std::printf("%-34s %8llu sets: %s\n", named.shape,
@@ -164,8 +208,7 @@ int main(int argc, char** argv) {
   for (const NamedGrid& named : grids) PrintRatio(named.shape, named.grid, sixtyDays);
 
   std::printf("\nMilliseconds of a whole search\n%-10s", "days");
-  const ParameterGrid bySize[] = {Grid(5, 5, 4, 4, 3), Grid(8, 10, 5, 5, 5),
-                                  Grid(16, 16, 10, 8, 5)};
+  const ParameterGrid bySize[] = {Grid(5, 5, 4, 4, 3), Grid(8, 10, 5, 5, 5), largest};
   for (const ParameterGrid& grid : bySize) {
     std::printf(" %9llu sets", static_cast<unsigned long long>(grid.Size()));
   }

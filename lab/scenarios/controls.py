@@ -5,7 +5,7 @@ import uuid
 from expect import expect
 from machine import IDLE_BACKGROUND_TASK, RESUME_BY_USER, SETTING_CHANGE, SUSPEND
 from record import error, information
-from service import (CONTINUE, INTERROGATE, PAUSE, PAUSED, RUNNING, SESSION_CHANGE, SHUTDOWN,
+from service import (CONTINUE, INTERROGATE, PAUSE, PAUSED, RUNNING, SESSION_CHANGE,
                      STOPPED, STOP_PENDING, sent)
 
 MEANINGLESS_POWER_EVENTS = [0, 1, 5, 6, RESUME_BY_USER, 8, 9, 11, 19, 0x8012, 0x8014, 0xFFFFFFFF]
@@ -94,4 +94,4 @@ def without_a_controller_events_are_only_answered(machine):
     machine.clock.pass_time(days=2)
     _expect_answer(machine.power_event(SUSPEND), [sent(RUNNING)], "a suspend")
     _expect_answer(machine.notify_idle(), [sent(RUNNING)], "an idle machine")
-    _expect_answer(machine.deliver(SHUTDOWN), [sent(STOPPED)], "a shutdown")
+    _expect_answer(machine.shut_down(), [sent(STOPPED)], "a shutdown")
