@@ -30,20 +30,47 @@ class Replay:
         self._run("sample", "--kind", kind, "--days", days, "--seed", seed, "--out", made_up)
         return self.history(made_up)
 
-    def learn(self, history):
-        """The data file of one who has learnt the history."""
-        known = self._folder / "known.dat"
+    def learn(self, history, settings=None):
+        """The data file of one who has learnt the history, with the default settings or others."""
         data = self._folder / "known.z7"
-        known.write_bytes(history)
-        self._run("learn", "--history", known, "--data", data)
+        self._run("learn", "--history", self._known(history), "--data", data,
+                  *self._with(settings))
         return data
 
     def reasons(self, data, time):
         """Why the service decides as it does on a suspend at a time."""
         return self._run("explain", "--data", data, "--at", _text(time))
 
-    def decision(self, data, time):
-        return json.loads(self._run("suspend", "--json", "--data", data, "--now", _text(time)))
+    def decision(self, data, time, settings=None):
+        return json.loads(self._run("suspend", "--json", "--data", data, "--now", _text(time),
+                                    *self._with(settings)))
+
+    def search(self, history, timeout):
+        """The texts that a search stores, by their names; the timeout is the one to beat, in
+        minutes."""
+        found = json.loads(self._run("search", "--json", "--history", self._known(history),
+                                     "--hibernate-after", timeout))
+        return {best["name"]: best["value"] for best in found["best"]}
+
+    def apply(self, strength, text):
+        """What the settings become when a strength chooses a set."""
+        best = self._folder / "best.txt"
+        best.write_text(text)
+        return json.loads(self._run("apply", "--json", "--strength", strength, "--best", best))
+
+    def _known(self, history):
+        known = self._folder / "known.dat"
+        known.write_bytes(history)
+        return known
+
+    def _with(self, settings):
+        """The options for settings, which are a ConfigParser."""
+        if settings is None:
+            return []
+        file = self._folder / "settings.ini"
+        with open(file, "w", encoding="utf-8") as out:
+            settings.write(out, space_around_delimiters=False)
+        return ["--settings", file]
 
     def _run(self, *arguments):
         finished = subprocess.run([self._program, *map(str, arguments)], capture_output=True,

@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Plays a history through the service until its search for better parameters is due, and holds what
+it stores and adopts, and what it decides on the next suspend, against dozewell-replay on the same
+files. One line for each history and strength, and last how many passed and failed."""
+
+import argparse
+import configparser
+import sys
+import tempfile
+from datetime import timedelta
+from pathlib import Path
+
+LAB = Path(__file__).resolve().parent
+sys.path.insert(0, str(LAB))
+
+# pylint: disable=wrong-import-position
+from compare_decisions import check_sleep
+from expect import NotAsExpected, expect, expect_true
+from installation import Installation
+from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL, Machine
+from playback import Playback, read_history
+from registry import CURRENT, predictor_key
+from replay import Replay
+
+DAYS = 60
+SAMPLES = [("office", 1), ("home", 2), ("shift", 3)]
+STRENGTHS = [0, 1, 2]
+INTERVAL_DAYS, DELAY = 30, timedelta(minutes=30)
+PARAMETERS = ["FirstLastWeight", "SecondLastWeight", "AgregationWeight", "StrengthHigh",
+              "StrengthLow", "DayGrouping"]
+
+
+def last_long_use(changes):
+    """The place of the last resume after which the delay and the search fit before a suspend."""
+    return max(place for place in range(2, len(changes) - 2, 2)
+               if changes[place + 1][0] - changes[place][0] > 2 * DELAY)
+
+
+def search(machine):
+    """The service's search, which becomes due and waits for its delay."""
+    machine.registry.write("OptimizerInterval", INTERVAL_DAYS)
+    machine.change_power_status()
+    expect(machine.registry.read("Best0", predictor_key(CURRENT)), None, "set before the delay")
+    machine.clock.pass_time(minutes=DELAY // timedelta(minutes=1))
+    step = machine.take_step()
+    expect_true(any(text.startswith("Optimizer runtime ") for text in step.of("information")),
+                "there was no search")
+
+
+def settings_with(adopted):
+    """The default settings with the adopted parameters, as dozewell-replay reads them."""
+    ini = configparser.ConfigParser()
+    ini.optionxform = str
+    ini.read(DEFAULT_SETTINGS, "utf-8")
+    for name in PARAMETERS:
+        if adopted[name] is not None:
+            ini["CyclicProbabilityPredictor"][name] = adopted[name]
+    return ini
+
+
+def compare(machine, replay, history, strength):
+    """What was adopted."""
+    changes = read_history(history)
+    place = last_long_use(changes)
+    machine.reset()
+    machine.clock.set(changes[0][0])
+    machine.provision(OptimizerInterval=LONGEST_INTERVAL)
+    machine.registry.write("Strength", str(strength), predictor_key(CURRENT))
+    machine.install()
+    playback = Playback(machine)
+    for _ in playback.sleeps(changes[:place + 1]):
+        # What the driver keeps of a timer that has expired would show in the next arming.
+        machine.driver.words = 0, 0
+    machine.record.clear()
+    search(machine)
+
+    timeout = int(machine.schemes.hibernate_after[0])
+    found = replay.search(machine.data_file(HISTORY_FILE), timeout)
+    stored = {name: machine.registry.read(name, predictor_key(CURRENT)) for name in found}
+    expect(stored, found, "sets that were stored")
+    chosen = found[f"Best{strength}"]
+    adopted = replay.apply(strength, chosen)
+    expect((machine.setting("DisablePrediction"), machine.setting("ServiceFeedback")),
+           (adopted["disabled"], adopted["feedback"]), "what was adopted")
+    expect({name: machine.registry.read(name, predictor_key(CURRENT)) for name in PARAMETERS},
+           {name: adopted[name] for name in PARAMETERS}, "parameters that were adopted")
+
+    sleep = next(playback.sleeps(changes[place:place + 3]))
+    if adopted["disabled"]:
+        expect(len(sleep.moments[0].step.events), 2, "events of a suspend without predictions")
+    else:
+        settings = settings_with(adopted)
+        known = replay.learn(machine.data_file(HISTORY_FILE), settings)
+        check_sleep(sleep, replay.decision(known, sleep.start, settings))
+    machine.stop_service()
+    return chosen
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--replay", default=LAB.parent / "build" / "native" / "dozewell-replay")
+    parser.add_argument("--build", type=Path, default=LAB.parent / "build" / "windows")
+    parser.add_argument("--folder", type=Path, default=LAB.parent / "build" / "play")
+    options = parser.parse_args()
+    passed = failed = 0
+    with tempfile.TemporaryDirectory() as folder, \
+            Installation(options.folder, options.build, zone="UTC") as installation:
+        machine = Machine(installation)
+        replay = Replay(options.replay, folder)
+        for (kind, seed), strength in zip(SAMPLES, STRENGTHS):
+            name = f"{DAYS} days, {kind}, strength {strength}"
+            try:
+                chosen = compare(machine, replay, replay.sample(kind, DAYS, seed), strength)
+                print(f"ok     {name}: adopted {chosen}", flush=True)
+                passed += 1
+            except NotAsExpected as difference:
+                print(f"FAILED {name}: {difference}", flush=True)
+                failed += 1
+    print(f"{passed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
