@@ -24,8 +24,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[1]
 RUN_SECONDS = 120
-COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "merge", "import",
-            "export", "sample")
+COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare", "merge",
+            "import", "export", "sample", "simulate", "baseline", "search", "apply")
 DAY = 86400
 
 # A day of half hours, in use from 08:00 to 12:00 on two days, so that every figure can be told.
@@ -156,10 +156,15 @@ def test_options_that_are_missing(tool):
         "suspend": ["--data"],
         "explain": ["--data"],
         "week": ["--data"],
+        "compare": ["--history"],
         "merge": ["--history", "--pending", "--now", "--limit", "--out"],
         "import": ["--history", "--out"],
         "export": ["--history", "--out"],
         "sample": ["--kind", "--days", "--seed", "--out"],
+        "simulate": ["--history"],
+        "baseline": ["--history"],
+        "search": ["--history"],
+        "apply": ["--strength", "--best"],
     }
     equal(sorted(required), sorted(COMMANDS))
     for command, options in required.items():
@@ -837,14 +842,14 @@ def run_test(test, tool):
         shutil.rmtree(tool.folder)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__,
+def main(names, description):
+    parser = argparse.ArgumentParser(description=description,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tool", required=True, help="command that starts the replay tool")
     parser.add_argument("--only", default="", help="run only tests whose names hold this text")
     options = parser.parse_args()
     tool = Tool(options.tool)
-    tests = [test for name, test in sorted(globals().items())
+    tests = [test for name, test in sorted(names.items())
              if name.startswith("test_") and options.only in name]
     results = [run_test(test, tool) for test in tests]
     print("%d passed, %d failed" % (sum(results), len(results) - sum(results)))
@@ -852,4 +857,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(globals(), __doc__))

@@ -1,16 +1,14 @@
 #include "optimizer/parameter_ranges.h"
 
-#include "prediction/configurations_impl.h"
-
 namespace dozewell {
 
-ParameterRanges ReadParameterRanges() {
+ParameterRanges ReadParameterRanges(IConfigurations& configuration) {
   ParameterRanges ranges;
-  ranges.strengthHigh = ParseIntList("StrengthHighRange");
-  ranges.strengthLow = ParseIntList("StrengthLowRange");
-  ranges.firstLastWeight = ParseIntList("FirstLastWeightRange");
-  ranges.secondLastWeight = ParseIntList("SecondLastWeightRange");
-  ranges.dayGrouping = ParseIntList("DayGroupingRange");
+  ranges.strengthHigh = ReadPredictorNumbers(configuration, "StrengthHighRange");
+  ranges.strengthLow = ReadPredictorNumbers(configuration, "StrengthLowRange");
+  ranges.firstLastWeight = ReadPredictorNumbers(configuration, "FirstLastWeightRange");
+  ranges.secondLastWeight = ReadPredictorNumbers(configuration, "SecondLastWeightRange");
+  ranges.dayGrouping = ReadPredictorNumbers(configuration, "DayGroupingRange");
   return ranges;
 }
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "prediction/configurations.h"
+
 namespace dozewell {
 
 // Candidate values of each parameter, in the order in which they are tried.
@@ -15,8 +17,7 @@ struct ParameterRanges {
   std::vector<int32_t> dayGrouping;
 };
 
-// The ranges in the settings.
-ParameterRanges ReadParameterRanges();
+ParameterRanges ReadParameterRanges(IConfigurations& configuration);
 
 }  // namespace dozewell
 

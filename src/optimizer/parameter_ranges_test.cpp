@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fakes/settings_fake.h"
-#include "prediction/configurations.h"
+#include "prediction/configurations_impl.h"
 
 namespace dozewell {
 namespace {
@@ -25,7 +25,8 @@ TEST_CASE("the ranges are read in their order, a missing one as empty") {
   SetRange("StrengthLowRange", " ,30,,x 20z -5 ");
   SetRange("FirstLastWeightRange", "10");
   SetRange("DayGroupingRange", "0 12 0");
-  const ParameterRanges ranges = ReadParameterRanges();
+  ConfigurationsImpl configuration;
+  const ParameterRanges ranges = ReadParameterRanges(configuration);
   CHECK(ranges.strengthHigh == std::vector{60, 70, 80});
   CHECK(ranges.strengthLow == std::vector{30, 0, 20, -5});
   CHECK(ranges.firstLastWeight == std::vector{10});

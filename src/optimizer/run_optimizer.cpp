@@ -61,7 +61,8 @@ std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
   const BackgroundPriority background;
   Outcomes baseline;
   CountOutcomes(SimulateFixedTimeout(history, timeoutSeconds), baseline);
-  const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges());
+  ConfigurationsImpl configuration;
+  const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges(configuration));
   return SearchParameters(history, baseline, grid, ParseIntList("WR"));
 }
 

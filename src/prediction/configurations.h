@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace dozewell {
 
@@ -41,6 +42,10 @@ class IConfigurations {
 
 // The number that a value of the predictor's section holds, or `missing` when it is absent.
 int32_t ReadPredictorNumber(IConfigurations& configuration, const char* key, int32_t missing);
+
+// The numbers that a value of the predictor's section holds, separated by blanks and commas. A
+// token that is no number is 0; an absent value gives no numbers.
+std::vector<int32_t> ReadPredictorNumbers(IConfigurations& configuration, const char* key);
 
 }  // namespace dozewell
 

@@ -1,9 +1,7 @@
 #include "prediction/configurations_impl.h"
 
-#include <string_view>
 #include <utility>
 
-#include "base/numbers.h"
 #include "settings/data_folder.h"
 #include "settings/predictor_values.h"
 #include "settings/settings_store.h"
@@ -39,18 +37,8 @@ void ConfigurationsImpl::NotifyListener(std::string section) {
 }
 
 std::vector<int32_t> ParseIntList(const char* key) {
-  constexpr std::string_view kDelimiters = " ,";
-  const std::string value = ConfigurationsImpl().GetValue(kPredictorSection, key);
-  std::vector<int32_t> numbers;
-  std::string_view rest = value;
-  for (;;) {
-    const size_t start = rest.find_first_not_of(kDelimiters);
-    if (start == std::string_view::npos) return numbers;
-    rest.remove_prefix(start);
-    const std::string_view token = rest.substr(0, rest.find_first_of(kDelimiters));
-    numbers.push_back(Atoi(token));
-    rest.remove_prefix(token.size());
-  }
+  ConfigurationsImpl configuration;
+  return ReadPredictorNumbers(configuration, key);
 }
 
 }  // namespace dozewell

@@ -28,8 +28,7 @@ class ConfigurationsImpl : public IConfigurations {
   IConfigurationsListener* listener_ = nullptr;
 };
 
-// The numbers of a value of the predictor's section in the settings, separated by blanks and
-// commas. A token that is no number is 0; an absent value gives no numbers.
+// ReadPredictorNumbers of the service's configuration.
 std::vector<int32_t> ParseIntList(const char* key);
 
 }  // namespace dozewell

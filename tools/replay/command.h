@@ -22,8 +22,14 @@ struct Options {
   std::optional<std::string> kind;
   std::optional<std::string> days;
   std::optional<std::string> seed;
+  std::optional<std::string> hibernateAfter;
+  std::optional<std::string> strength;
+  std::optional<std::string> best;
   bool json = false;
-  bool colour = false;  // the output goes to a terminal that shows colours
+  bool timeLine = false;
+  bool each = false;
+  bool colour = false;    // the output goes to a terminal that shows colours
+  bool progress = false;  // messages go to a terminal, which can show how far a command has come
 };
 
 // What a command has to say.
@@ -40,6 +46,13 @@ struct CommandOption {
   std::optional<std::string> Options::*text;
 };
 
+// One without a text, which is given or not.
+struct CommandFlag {
+  const char* name;
+  const char* description;
+  bool Options::*given;
+};
+
 struct Command {
   const char* name;
   const char* description;
@@ -48,7 +61,8 @@ struct Command {
   void (*run)(const Options& options, Results& results);
   std::vector<const CommandOption*> required;
   std::vector<const CommandOption*> optional;
-  bool takesJson;
+  std::vector<const CommandFlag*> flags;
+  const char* details = "";  // more help, after the example
 };
 
 // All commands, in the order of the help.

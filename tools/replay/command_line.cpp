@@ -28,9 +28,10 @@ void AddCommand(CLI::App& program, const Command& command, ParsedCommandLine& pa
   CLI::App& app = *program.add_subcommand(command.name, command.description);
   for (const auto* option : command.required) AddOption(app, *option, parsed.options, true);
   for (const auto* option : command.optional) AddOption(app, *option, parsed.options, false);
-  if (command.takesJson) app.add_flag("--json", parsed.options.json, "Print JSON for programs");
+  for (const auto* flag : command.flags)
+    app.add_flag(flag->name, parsed.options.*flag->given, flag->description);
   app.group("Commands");
-  app.footer(std::string("Example:\n  ") + kProgramName + " " + command.example);
+  app.footer(std::string("Example:\n  ") + kProgramName + " " + command.example + command.details);
   app.callback([&parsed, &command] { parsed.command = &command; });
 }
 

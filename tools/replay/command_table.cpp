@@ -31,8 +31,47 @@ constexpr CommandOption kLimit = {"--limit", "DAYS", "Days of history to keep", 
 constexpr CommandOption kKind = {"--kind", "KIND", "office, home, shift or erratic",
                                  &Options::kind};
 constexpr CommandOption kDays = {"--days", "N", "Days of history, 1 to 36500", &Options::days};
+constexpr CommandOption kHibernateAfter = {"--hibernate-after", "MINUTES",
+                                           "Fixed timeout; without one, 10; 0 is never",
+                                           &Options::hibernateAfter};
+constexpr CommandOption kTimeoutToBeat = {"--hibernate-after", "MINUTES",
+                                          "Fixed timeout to beat; without one, 10; 0 is never",
+                                          &Options::hibernateAfter};
 constexpr CommandOption kSeed = {"--seed", "N", "The same seed makes the same history",
                                  &Options::seed};
+constexpr CommandOption kStrength = {"--strength", "TEXT",
+                                     "Value of Strength, which chooses among Best0, Best1, ...",
+                                     &Options::strength};
+constexpr CommandOption kBest = {"--best", "FILE",
+                                 "Text of the chosen set; without such a file, there is no set",
+                                 &Options::best};
+
+constexpr CommandFlag kJson = {"--json", "Print JSON for programs", &Options::json};
+constexpr CommandFlag kTimeLine = {"--timeline", "Print the time line first", &Options::timeLine};
+constexpr CommandFlag kEach = {"--each", "Print CSV with a line for each set first",
+                               &Options::each};
+
+constexpr const char* kTimeLineDetails =
+    "\n\n"
+    "A line of the time line has the seconds of a change and the state that begins with it: 0 in\n"
+    "use, 1 in limbo, 2 asleep, 3 hibernated, 5 hibernated by a prediction, 6 asleep again by a\n"
+    "prediction.";
+
+constexpr const char* kSearchDetails =
+    "\n\n"
+    "The CSV has no header. Its columns are the weights of the last, the second-last and the "
+    "older\n"
+    "observations, the high and the low strength, the day grouping, the seconds asleep and\n"
+    "hibernated, the resumes from sleep and from hibernation.";
+
+constexpr const char* kCompareDetails =
+    "\n\n"
+    "The settings are taken as they are and, as Best0, Best1 and so on, as a search with their\n"
+    "ranges and weights would change them; where that finds nothing better (-1), the fixed "
+    "timeout\n"
+    "stays. Clairvoyant is the best prediction for each sleep, made by someone who knows when the\n"
+    "user comes: hibernation from the first 10-minute slot's start on and sleep again from the\n"
+    "last one's before the user, if that leaves 30 minutes or more between them.";
 
 }  // namespace
 
@@ -44,70 +83,109 @@ std::span<const Command> Commands() {
        RunLearn,
        {&kHistory, &kData},
        {&kSettings},
-       true},
+       {&kJson}},
       {"predict",
        "Say when the machine will lie idle and be in use again",
        "predict --data cpredict.z7 --at 2024-03-01T18:00:00",
        RunPredict,
        {&kData},
        {&kAt, &kSettings},
-       true},
+       {&kJson}},
       {"probabilities",
        "List how likely the machine is in use in each slot of the cycle",
        "probabilities --data cpredict.z7",
        RunProbabilities,
        {&kData},
        {&kSettings},
-       true},
+       {&kJson}},
       {"suspend",
        "Say what the service would decide on a suspend",
        "suspend --data cpredict.z7 --now 2024-03-01T18:00:00",
        RunSuspend,
        {&kData},
        {&kNow, &kSettings},
-       true},
+       {&kJson}},
       {"explain",
        "Say why it would decide so, with the evidence",
        "explain --data cpredict.z7 --at 2024-03-01T18:00:00",
        RunExplain,
        {&kData},
        {&kAt, &kSettings},
-       true},
+       {&kJson}},
       {"week",
        "Draw how likely the machine is in use over the cycle",
        "week --data cpredict.z7",
        RunWeek,
        {&kData},
        {&kSettings},
-       false},
+       {}},
+      {"compare",
+       "Compare fixed timeouts, settings, what a search adopts, and the best possible",
+       "compare --history zs7state.dat",
+       RunCompare,
+       {&kHistory},
+       {&kSettings, &kTimeoutToBeat},
+       {&kJson},
+       kCompareDetails},
       {"merge",
        "Merge new records into a history as the service saves it",
        "merge --history old.dat --pending new.csv --now 1709316000 --limit 60 --out m.dat",
        RunMerge,
        {&kOldHistory, &kPending, &kUtcNow, &kLimit, &kOut},
        {},
-       true},
+       {&kJson}},
       {"import",
        "Turn a CSV history into a zs7state.dat",
        "import --history history.csv --out zs7state.dat",
        RunImport,
        {&kCsvHistory, &kOut},
        {},
-       true},
+       {&kJson}},
       {"export",
        "Turn a zs7state.dat into a CSV history",
        "export --history zs7state.dat --out history.csv",
        RunExport,
        {&kDatHistory, &kOut},
        {},
-       true},
+       {&kJson}},
       {"sample",
        "Make up a history, from Monday, 2024-01-01 on",
        "sample --kind office --days 60 --seed 1 --out office.csv",
        RunSample,
        {&kKind, &kDays, &kSeed, &kOut},
        {},
-       true},
+       {&kJson}},
+      {"simulate",
+       "Replay a history with predictions and count what comes of it",
+       "simulate --history zs7state.dat --timeline",
+       RunSimulate,
+       {&kHistory},
+       {&kSettings},
+       {&kJson, &kTimeLine},
+       kTimeLineDetails},
+      {"baseline",
+       "Replay a history with a fixed timeout and count what comes of it",
+       "baseline --history zs7state.dat --hibernate-after 30",
+       RunBaseline,
+       {&kHistory},
+       {&kHibernateAfter},
+       {&kJson, &kTimeLine},
+       kTimeLineDetails},
+      {"search",
+       "Search the ranges in the settings for the best parameters",
+       "search --history zs7state.dat --hibernate-after 30",
+       RunSearch,
+       {&kHistory},
+       {&kSettings, &kTimeoutToBeat},
+       {&kJson, &kEach},
+       kSearchDetails},
+      {"apply",
+       "Say what the settings become when a set is chosen",
+       "apply --strength 0 --best best0.txt",
+       RunApply,
+       {&kStrength, &kBest},
+       {},
+       {&kJson}},
   };
   return kCommands;
 }

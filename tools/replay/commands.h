@@ -17,7 +17,12 @@ void RunWeek(const Options& options, Results& results);
 void RunMerge(const Options& options, Results& results);
 void RunImport(const Options& options, Results& results);
 void RunExport(const Options& options, Results& results);
+void RunCompare(const Options& options, Results& results);
 void RunSample(const Options& options, Results& results);
+void RunSimulate(const Options& options, Results& results);
+void RunBaseline(const Options& options, Results& results);
+void RunSearch(const Options& options, Results& results);
+void RunApply(const Options& options, Results& results);
 
 }  // namespace dozewell
 

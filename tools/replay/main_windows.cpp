@@ -20,6 +20,11 @@ bool SwitchColoursOn() {
          SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
+bool MessagesGoToConsole() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 }  // namespace
 
 extern "C" int wmain(int argc, wchar_t** argv) {
@@ -30,5 +35,5 @@ extern "C" int wmain(int argc, wchar_t** argv) {
   for (int i = 1; i < argc; ++i) arguments.push_back(dozewell::NarrowToUtf8(argv[i]));
   const wchar_t* noColour = _wgetenv(L"NO_COLOR");
   const bool colour = (noColour == nullptr || *noColour == L'\0') && SwitchColoursOn();
-  return dozewell::RunReplay(arguments, colour);
+  return dozewell::RunReplay(arguments, {colour, MessagesGoToConsole()});
 }

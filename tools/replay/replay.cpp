@@ -11,23 +11,25 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailure = 2;
 
-void RunCommandLine(const std::vector<std::string>& arguments, bool colour, Results& results) {
+void RunCommandLine(const std::vector<std::string>& arguments, const Streams& streams,
+                    Results& results) {
   ParsedCommandLine parsed = ParseCommandLine(arguments);
   if (parsed.command == nullptr) {
     results.output = parsed.help;
     return;
   }
-  parsed.options.colour = colour;
+  parsed.options.colour = streams.outputShowsColours;
+  parsed.options.progress = streams.messagesGoToTerminal;
   parsed.command->run(parsed.options, results);
 }
 
 }  // namespace
 
-int RunReplay(const std::vector<std::string>& arguments, bool colour) {
+int RunReplay(const std::vector<std::string>& arguments, const Streams& streams) {
   Results results;
   std::exception_ptr failure;
   try {
-    RunCommandLine(arguments, colour, results);
+    RunCommandLine(arguments, streams, results);
   } catch (...) {
     failure = std::current_exception();
   }

@@ -6,10 +6,16 @@
 
 namespace dozewell {
 
+// Where the program's output and messages go.
+struct Streams {
+  bool outputShowsColours;
+  bool messagesGoToTerminal;
+};
+
 // The whole program: runs the command that the arguments, in UTF-8 and without the program's name,
-// ask for, and prints what it has to say to standard output and standard error. `colour` says that
-// standard output shows colours. Returns the exit code: 0, or 2 after an error.
-int RunReplay(const std::vector<std::string>& arguments, bool colour);
+// ask for, and prints what it has to say to standard output and standard error. Returns the exit
+// code: 0, or 2 after an error.
+int RunReplay(const std::vector<std::string>& arguments, const Streams& streams);
 
 }  // namespace dozewell
 

@@ -1,0 +1,59 @@
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/json.h"
+#include "optimizer/best_set.h"
+#include "replay/commands.h"
+#include "replay/input_file.h"
+
+namespace dozewell {
+namespace {
+
+// As the value that it stands for, which ends without a line feed.
+std::string ChosenText(const std::string& fileName) {
+  const auto content = ReadInputIfExists(fileName);
+  if (!content) return "";
+  std::string text(AsText(*content));
+  if (text.ends_with('\n')) text.pop_back();
+  return text;
+}
+
+std::string Json(const BestSetApplication& application) {
+  std::string json = "{\"disabled\":" + std::to_string(application.disabled) +
+                     ",\"feedback\":" + std::to_string(application.feedback);
+  for (size_t i = 0; i < kBestSetParameters.size(); ++i) {
+    json += ',' + JsonString(kBestSetParameters[i]) + ':' +
+            (application.parameters ? JsonString(std::to_string((*application.parameters)[i]))
+                                    : "null");
+  }
+  return json + "}\n";
+}
+
+const char* Verdict(const BestSetApplication& application) {
+  if (application.disabled != 0) return "no better than the timeout, so there are no predictions";
+  return application.parameters ? "taken" : "no set, so the parameters stay as they are";
+}
+
+// What is stored, as a settings file would have it and in the order of storing.
+std::string Text(const std::string& strength, const BestSetApplication& application) {
+  std::string text = "Best" + strength + ": " + Verdict(application) + '\n';
+  if (application.parameters) {
+    for (size_t i = 0; i < kBestSetParameters.size(); ++i) {
+      text += std::string(kBestSetParameters[i]) + '=' +
+              std::to_string((*application.parameters)[i]) + '\n';
+    }
+  }
+  return text + "DisablePrediction=" + std::to_string(application.disabled) +
+         "\nServiceFeedback=" + std::to_string(application.feedback) + '\n';
+}
+
+}  // namespace
+
+void RunApply(const Options& options, Results& results) {
+  const BestSetApplication application = ReadBestSet(ChosenText(options.best.value()));
+  results.output = options.json ? Json(application) : Text(options.strength.value(), application);
+}
+
+}  // namespace dozewell

@@ -1,0 +1,46 @@
+#include "replay/clairvoyant.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#include "base/numbers.h"
+#include "optimizer/native_simulator_configurations.h"
+#include "optimizer/simulator.h"
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int64_t kMinute = 60;
+constexpr int64_t kSlot = kSimulatedTimeResolution * kMinute;
+constexpr int64_t kIdleStretch = kIdleStretchMinutes * kMinute;
+
+// The start of the slot that a time lies in.
+int64_t SlotStart(int64_t time) { return WrapSubtract64(time, (time % kSlot + kSlot) % kSlot); }
+
+// Predictions count in whole minutes from the time that they are made at.
+int64_t InWholeMinutes(int64_t from, int64_t time) {
+  const int64_t seconds = WrapSubtract64(time, from);
+  return WrapAdd64(from, (seconds + kMinute - 1) / kMinute * kMinute);
+}
+
+}  // namespace
+
+SimTimeLine SimulateClairvoyant(std::span<const HistoryRecord> history) {
+  constexpr int64_t kNever = 0;
+  const SimTimeLine asleepThroughout = SimulateFixedTimeout(history, kNever);
+  SimTimeLine timeLine;
+  for (size_t i = 0; i < asleepThroughout.size(); ++i) {
+    const SimEvent& event = asleepThroughout[i];
+    timeLine.push_back(event);
+    if (event.state != SimState::Asleep || i + 1 == asleepThroughout.size()) continue;
+    const int64_t firstSlot = WrapAdd64(SlotStart(event.time), kSlot);
+    const int64_t lastSlot = SlotStart(WrapSubtract64(asleepThroughout[i + 1].time, 1));
+    if (WrapSubtract64(lastSlot, firstSlot) < kIdleStretch) continue;
+    timeLine.push_back({InWholeMinutes(event.time, firstSlot), SimState::PredictedHibernation});
+    timeLine.push_back({lastSlot, SimState::PredictedWakeBack});
+  }
+  return timeLine;
+}
+
+}  // namespace dozewell

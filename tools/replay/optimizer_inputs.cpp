@@ -1,0 +1,29 @@
+#include "replay/optimizer_inputs.h"
+
+#include <limits>
+
+#include "replay/history_io.h"
+#include "replay/option_text.h"
+
+namespace dozewell {
+
+std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name) {
+  return IncreasingRecords(LoadHistory(name).bytes);
+}
+
+NativeSimulatorConfigurations SimulatedParameters(IConfigurations& configuration) {
+  const auto text = [&](const char* key) { return configuration.GetValue(kPredictorSection, key); };
+  return NativeSimulatorConfigurations(
+      kSimulatedDataPath, text("DaysInCycle"), text("FirstLastWeight"), text("SecondLastWeight"),
+      text("AgregationWeight"), text("StrengthHigh"), text("StrengthLow"), text("DayGrouping"));
+}
+
+int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes) {
+  constexpr int64_t kDefaultMinutes = 10;
+  constexpr int64_t kSecondsPerMinute = 60;
+  if (!minutes) return kDefaultMinutes * kSecondsPerMinute;
+  return kSecondsPerMinute * ParseNumberOption<uint32_t>("--hibernate-after", *minutes, 0,
+                                                         std::numeric_limits<uint32_t>::max());
+}
+
+}  // namespace dozewell

@@ -1,0 +1,24 @@
+#ifndef DOZEWELL_REPLAY_OUTCOMES_TEXT_H_
+#define DOZEWELL_REPLAY_OUTCOMES_TEXT_H_
+
+#include <string>
+
+#include "optimizer/sim_time_line.h"
+
+namespace dozewell {
+
+// The outcomes as a JSON object.
+std::string OutcomesJson(const Outcomes& outcomes);
+
+// The outcomes in words, a line each.
+std::string OutcomesText(const Outcomes& outcomes);
+
+// Seconds as hours with one decimal, such as "20.7 hours".
+std::string HoursText(int64_t seconds);
+
+// A line for each entry: its seconds and the number of its state.
+std::string TimeLineText(const SimTimeLine& timeLine);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_OUTCOMES_TEXT_H_

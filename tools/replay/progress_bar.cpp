@@ -1,0 +1,43 @@
+#include "replay/progress_bar.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+namespace dozewell {
+namespace {
+
+constexpr uint64_t kWhole = 100;
+constexpr uint64_t kPercentPerMark = 2;
+constexpr size_t kMarks = kWhole / kPercentPerMark;
+constexpr size_t kLineLength = sizeof("[] 100%") - 1 + kMarks;
+
+void PrintAtOnce(const std::string& text) {
+  std::fputs(text.c_str(), stderr);
+  std::fflush(stderr);
+}
+
+}  // namespace
+
+ProgressBar::ProgressBar(uint64_t steps, bool shown) : steps_(steps), shown_(shown) {
+  if (shown_) Draw();
+}
+
+ProgressBar::~ProgressBar() {
+  if (shown_) PrintAtOnce('\r' + std::string(kLineLength, ' ') + '\r');
+}
+
+void ProgressBar::Step() {
+  const uint64_t percent = ++done_ * kWhole / steps_;
+  if (!shown_ || percent == percent_) return;
+  percent_ = percent;
+  Draw();
+}
+
+void ProgressBar::Draw() const {
+  const size_t marks = percent_ / kPercentPerMark;
+  PrintAtOnce("\r[" + std::string(marks, '#') + std::string(kMarks - marks, ' ') + "] " +
+              std::to_string(percent_) + '%');
+}
+
+}  // namespace dozewell

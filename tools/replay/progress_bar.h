@@ -1,0 +1,31 @@
+#ifndef DOZEWELL_REPLAY_PROGRESS_BAR_H_
+#define DOZEWELL_REPLAY_PROGRESS_BAR_H_
+
+#include <cstdint>
+
+namespace dozewell {
+
+// Shows on standard error, which has to be a terminal, how far something has come, and is gone once
+// that ends.
+class ProgressBar {
+ public:
+  // One that is not `shown` prints nothing.
+  ProgressBar(uint64_t steps, bool shown);
+  ~ProgressBar();
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
+
+  void Step();
+
+ private:
+  void Draw() const;
+
+  uint64_t steps_;
+  bool shown_;
+  uint64_t done_ = 0;
+  uint64_t percent_ = 0;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_REPLAY_PROGRESS_BAR_H_

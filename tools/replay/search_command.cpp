@@ -1,0 +1,120 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/float_text.h"
+#include "common/json.h"
+#include "optimizer/best_set.h"
+#include "optimizer/parameter_grid.h"
+#include "optimizer/parameter_ranges.h"
+#include "optimizer/parameter_search.h"
+#include "optimizer/simulator.h"
+#include "replay/commands.h"
+#include "replay/file_configurations.h"
+#include "replay/optimizer_inputs.h"
+#include "replay/outcomes_text.h"
+#include "replay/progress_bar.h"
+
+namespace dozewell {
+namespace {
+
+struct Search {
+  size_t records;
+  ParameterGrid grid;
+  std::vector<int32_t> weights;
+  int64_t timeoutSeconds;
+  Outcomes baseline;
+  std::vector<Outcomes> outcomes;  // of each set in the order of the grid, when they are asked for
+  std::vector<BestSet> best;       // by weight
+};
+
+Search RunOn(const Options& options) {
+  const auto history = LoadOptimizerHistory(options.history.value());
+  FileConfigurations configuration(LoadSettings(options.settings));
+  Search search = {};
+  search.records = history.size();
+  search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
+  CountOutcomes(SimulateFixedTimeout(history, search.timeoutSeconds), search.baseline);
+  search.grid = BuildParameterGrid(ReadParameterRanges(configuration));
+  search.weights = ReadPredictorNumbers(configuration, "WR");
+  if (options.each) search.outcomes.resize(search.grid.Size());
+  ProgressBar progress(search.grid.Size(), options.progress);
+  const SetVisitor visit = [&](uint64_t position, const Outcomes& outcomes) {
+    if (options.each) search.outcomes[position] = outcomes;
+    progress.Step();
+  };
+  // Nobody requests a stop here, so there is a result.
+  search.best =
+      SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
+  return search;
+}
+
+std::string CsvLine(const ParameterSet& set, const Outcomes& outcomes) {
+  NativeSimulatorConfigurations texts = ConfigurationsOf(set);
+  return BestSetText(texts) + ',' + std::to_string(outcomes.sleepSeconds) + ',' +
+         std::to_string(outcomes.hibernateSeconds) + ',' +
+         std::to_string(outcomes.resumesFromSleep) + ',' +
+         std::to_string(outcomes.resumesFromHibernate) + '\n';
+}
+
+std::string EachSet(const Search& search) {
+  std::string lines;
+  for (size_t position = 0; position < search.outcomes.size(); ++position) {
+    lines += CsvLine(search.grid.SetAt(position), search.outcomes[position]);
+  }
+  return lines;
+}
+
+std::string BestJson(const BestSet& best) {
+  return "{\"name\":" + JsonString(best.name) + ",\"value\":" + JsonString(best.value) +
+         ",\"score\":" + FloatJson(best.score) + ",\"baseline\":" + FloatJson(best.baseline) + "}";
+}
+
+std::string Json(const Search& search) {
+  return "{\"records\":" + std::to_string(search.records) +
+         ",\"sets\":" + std::to_string(search.grid.Size()) +
+         ",\"baselineOutcome\":" + OutcomesJson(search.baseline) +
+         ",\"best\":" + JsonList(search.best, BestJson) + "}\n";
+}
+
+std::string TableLine(const std::vector<std::string>& cells) {
+  constexpr size_t kWidth = 12;
+  std::string line;
+  for (const std::string& cell : cells) {
+    line += cell + std::string(kWidth - std::min(kWidth - 1, cell.size()), ' ');
+  }
+  return line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+}
+
+std::string TimeoutText(int64_t seconds) {
+  constexpr int64_t kSecondsPerMinute = 60;
+  if (seconds == 0) return "no timeout";
+  return "a timeout of " + std::to_string(seconds / kSecondsPerMinute) + " minutes";
+}
+
+std::string Text(const Search& search) {
+  std::string text = std::to_string(search.records) + " records, " +
+                     std::to_string(search.grid.Size()) + " sets\n\nWith " +
+                     TimeoutText(search.timeoutSeconds) + ":\n" + OutcomesText(search.baseline);
+  if (search.best.empty()) return text + "\nNo weights (WR), so no set is chosen.\n";
+  text += '\n' + TableLine({"Name", "Weight", "Score", "Timeout's", "Set"});
+  for (size_t i = 0; i < search.best.size(); ++i) {
+    const BestSet& best = search.best[i];
+    text += TableLine({best.name, std::to_string(search.weights[i]), FloatText(best.score),
+                       FloatText(best.baseline),
+                       best.value == kNoBestSet ? "-1, no better than the timeout" : best.value});
+  }
+  return text;
+}
+
+}  // namespace
+
+void RunSearch(const Options& options, Results& results) {
+  const Search search = RunOn(options);
+  results.output = EachSet(search) + (options.json ? Json(search) : Text(search));
+}
+
+}  // namespace dozewell
