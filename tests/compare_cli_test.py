@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+"""Tests `dozewell-replay compare` from outside.
+
+    compare_cli_test.py --tool build/native/dozewell-replay
+    compare_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+"""
+
+import json
+import sys
+
+from replay_cli_test import DAY, ROOT, contains, equal, main
+
+MINUTE = 60
+HOUR = 60 * MINUTE
+DAYS = 10
+SLEEPS = DAYS - 1
+
+# In use from 08:05 to 12:05 every day.
+HISTORY = "".join("%d,0\n%d,1\n" % (start, start + 4 * HOUR)
+                  for start in range(8 * HOUR + 5 * MINUTE, DAYS * DAY, DAY))
+
+# All days are one group, so that one day tells what the next is like.
+GIVEN = """\
+[CyclicProbabilityPredictor]
+DaysInCycle=7
+FirstLastWeight=50
+SecondLastWeight=30
+AgregationWeight=20
+StrengthHigh=60
+StrengthLow=40
+DayGrouping=255
+"""
+RANGES = """\
+StrengthHighRange=60
+StrengthLowRange=0, 40
+FirstLastWeightRange=50
+SecondLastWeightRange=30
+DayGroupingRange=255
+"""
+
+
+def choices(tool, settings, *options):
+    tool.write("h.csv", HISTORY)
+    tool.write("s.ini", settings)
+    out = tool.works("compare", "--history", "h.csv", "--settings", "s.ini", "--json", *options)
+    compared = json.loads(out)
+    equal(compared["records"], 2 * DAYS)
+    return {choice["name"]: choice for choice in compared["choices"]}
+
+
+def choice(name, asleep, hibernated, from_sleep, from_hibernate, **value):
+    return {"name": name, **value, "sleepSeconds": asleep, "hibernateSeconds": hibernated,
+            "resumesFromSleep": from_sleep, "resumesFromHibernate": from_hibernate}
+
+
+def fixed(minutes, name=None, **value):
+    asleep = SLEEPS * minutes * MINUTE
+    return choice(name or "%d minutes" % minutes, asleep, SLEEPS * 20 * HOUR - asleep, 0, SLEEPS,
+                  **value)
+
+
+# Nothing is known of the first sleep. From then on only the first and the last five minutes of a
+# sleep are outside whole slots.
+LEARNT = (20 * HOUR + (SLEEPS - 1) * 10 * MINUTE, (SLEEPS - 1) * (20 * HOUR - 10 * MINUTE),
+          SLEEPS, 0)
+NEVER = (SLEEPS * 20 * HOUR, 0, SLEEPS, 0)
+
+
+def test_everything_in_its_order(tool):
+    compared = choices(tool, GIVEN + RANGES + "WR=5 60\n")
+    learnt = "50,30,20,60,40,255"
+    equal(list(compared.values()),
+          [fixed(10), fixed(30), fixed(60), fixed(180), choice("never", *NEVER),
+           choice("settings", *LEARNT), fixed(10, "Best0", value="-1"),
+           choice("Best1", *LEARNT, value=learnt),
+           choice("clairvoyant", SLEEPS * 10 * MINUTE, SLEEPS * (20 * HOUR - 10 * MINUTE), SLEEPS,
+                  0)])
+
+
+def test_the_table(tool):
+    tool.write("h.csv", HISTORY)
+    tool.write("s.ini", GIVEN + RANGES + "WR=5 60\n")
+    equal(tool.works("compare", "--history", "h.csv", "--settings", "s.ini"), """\
+                                    hours        hours resumes from resumes from
+                                   asleep   hibernated        sleep  hibernation
+10 minutes                            1.5        178.5            0            9
+30 minutes                            4.5        175.5            0            9
+60 minutes                            9.0        171.0            0            9
+180 minutes                          27.0        153.0            0            9
+never                               180.0          0.0            9            0
+settings                             21.3        158.7            9            0
+Best0: -1                             1.5        178.5            0            9
+Best1: 50,30,20,60,40,255            21.3        158.7            9            0
+clairvoyant                           1.5        178.5            9            0
+""")
+
+
+def test_json_on_one_line(tool):
+    tool.write("h.csv", "")
+    out = tool.works("compare", "--history", "h.csv", "--json")
+    equal(out[:out.index("}") + 1],
+          '{"records":0,"choices":[{"name":"10 minutes","sleepSeconds":0,"hibernateSeconds":0,'
+          '"resumesFromSleep":0,"resumesFromHibernate":0}')
+    equal(out[-4:], "}]}\n")
+    equal(out.count("\n"), 1)
+
+
+def test_where_no_set_is_better_the_fixed_timeout_stays(tool):
+    settings = GIVEN + RANGES + "WR=0\n"
+    equal(choices(tool, settings)["Best0"], fixed(10, "Best0", value="-1"))
+    equal(choices(tool, settings, "--hibernate-after", "60")["Best0"],
+          fixed(60, "Best0", value="-1"))
+    equal(choices(tool, settings, "--hibernate-after", "180")["Best0"],
+          choice("Best0", *LEARNT, value="50,30,20,60,40,255"))
+
+
+def test_an_empty_set_changes_nothing(tool):
+    # No set reaches more than 0, and neither does a timeout that never hibernates.
+    settings = GIVEN + RANGES.replace("0, 40", "99") + "WR=0\n"
+    equal(choices(tool, settings, "--hibernate-after", "0")["Best0"],
+          choice("Best0", *LEARNT, value=",,,,,"))
+
+
+def test_without_weights_for_a_search_nothing_is_adopted(tool):
+    equal([name for name in choices(tool, GIVEN) if name.startswith("Best")], [])
+
+
+def test_the_default_settings(tool):
+    tool.write("h.csv", HISTORY)
+    defaults = str(ROOT / "packaging" / "default-settings.ini")
+    tool.write("s.ini", open(defaults, "rb").read())
+    equal(tool.works("compare", "--history", "h.csv"),
+          tool.works("compare", "--history", "h.csv", "--settings", "s.ini"))
+
+
+def test_the_clairvoyant_is_explained(tool):
+    contains(tool.works("compare", "--help"), "Clairvoyant is the best prediction for each sleep")
+
+
+def test_settings_that_cannot_be_simulated(tool):
+    tool.write("h.csv", HISTORY)
+    tool.write("s.ini", GIVEN.replace("FirstLastWeight=50\n", ""))
+    tool.fails("No weigths specified", "compare", "--history", "h.csv", "--settings", "s.ini")
+
+
+def test_ranges_that_cannot_be_simulated(tool):
+    tool.write("h.csv", HISTORY)
+    tool.write("s.ini", GIVEN + RANGES.replace("=50", "=-1"))
+    tool.fails("No weigths specified", "compare", "--history", "h.csv", "--settings", "s.ini")
+
+
+def test_a_history_with_an_unknown_code(tool):
+    tool.write("h.csv", HISTORY + "99999999,4\n")
+    tool.fails("Unknown event in the history", "compare", "--history", "h.csv")
+
+
+def test_bad_timeouts(tool):
+    tool.write("h.csv", HISTORY)
+    for text in ("-1", "4294967296", "ten"):
+        tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: " + text,
+                   "compare", "--history", "h.csv", "--hibernate-after=" + text)
+
+
+def test_missing_files(tool):
+    tool.write("h.csv", HISTORY)
+    missing = "gone: cannot be read: No such file or directory"
+    tool.fails(missing, "compare", "--history", "gone")
+    tool.fails(missing, "compare", "--history", "h.csv", "--settings", "gone")
+
+
+if __name__ == "__main__":
+    sys.exit(main(globals(), __doc__))
