@@ -4,22 +4,20 @@ dozewell-replay decides from the same data at the same time; and at the end the 
 against what dozewell-replay makes of the history. One line for each history, made-up ones and those
 in a folder, and last how many passed and failed."""
 
-import argparse
 import sys
-import tempfile
+from functools import partial
 from pathlib import Path
 
 LAB = Path(__file__).resolve().parent
 sys.path.insert(0, str(LAB))
 
 # pylint: disable=wrong-import-position
+from comparisons import recorded, run
 from driver import DURATION, ENABLED
-from expect import NotAsExpected, expect, expect_true
-from installation import Installation
-from machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL, Machine
+from expect import expect, expect_true
+from machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL
 from playback import Playback, read_history, write_history
 from record import information
-from replay import Replay
 
 DAYS = 40
 SAMPLES = [("office", 1), ("home", 2), ("shift", 3), ("erratic", 4)]
@@ -71,7 +69,6 @@ def check_sleep(sleep, decision):
 
 
 def compare(machine, replay, history):
-    """How many suspends were compared."""
     changes = read_history(history)
     machine.reset()
     machine.clock.set(changes[0][0])
@@ -92,39 +89,14 @@ def compare(machine, replay, history):
     expect_true(machine.data_file(HISTORY_FILE) == write_history(seen), "the history differs")
     expect_true(machine.data_file(DATA_FILE) == replay.learn(write_history(seen)).read_bytes(),
                 "the data file differs")
-    return number
+    return f"{number} suspends"
 
 
-def histories(replay, traces):
-    """Names and contents."""
-    for kind, seed in SAMPLES:
-        yield f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)
-    for path in sorted(traces.glob("*.csv")) if traces else ():
-        yield path.name, replay.history(path)
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--traces", type=Path, help="a folder with histories, as .csv")
-    parser.add_argument("--replay", default=LAB.parent / "build" / "native" / "dozewell-replay")
-    parser.add_argument("--build", type=Path, default=LAB.parent / "build" / "windows")
-    parser.add_argument("--folder", type=Path, default=LAB.parent / "build" / "play")
-    options = parser.parse_args()
-    passed = failed = 0
-    with tempfile.TemporaryDirectory() as folder, \
-            Installation(options.folder, options.build, zone="UTC") as installation:
-        machine = Machine(installation)
-        replay = Replay(options.replay, folder)
-        for name, history in histories(replay, options.traces):
-            try:
-                print(f"ok     {name}: {compare(machine, replay, history)} suspends", flush=True)
-                passed += 1
-            except NotAsExpected as difference:
-                print(f"FAILED {name}: {difference}", flush=True)
-                failed += 1
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+def comparisons(replay, traces):
+    made_up = [(f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)) for kind, seed in SAMPLES]
+    for name, history in [*made_up, *recorded(replay, traces)]:
+        yield name, partial(compare, history=history)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(__doc__, comparisons))

@@ -3,11 +3,10 @@
 it stores and adopts, and what it decides on the next suspend, against dozewell-replay on the same
 files. One line for each history and strength, and last how many passed and failed."""
 
-import argparse
 import configparser
 import sys
-import tempfile
 from datetime import timedelta
+from functools import partial
 from pathlib import Path
 
 LAB = Path(__file__).resolve().parent
@@ -15,16 +14,15 @@ sys.path.insert(0, str(LAB))
 
 # pylint: disable=wrong-import-position
 from compare_decisions import check_sleep
-from expect import NotAsExpected, expect, expect_true
-from installation import Installation
-from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL, Machine
+from comparisons import recorded, run
+from expect import expect, expect_true
+from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
 from playback import Playback, read_history
 from registry import CURRENT, predictor_key
-from replay import Replay
 
 DAYS = 60
 SAMPLES = [("office", 1), ("home", 2), ("shift", 3)]
-STRENGTHS = [0, 1, 2]
+STRENGTHS = 3
 INTERVAL_DAYS, DELAY = 30, timedelta(minutes=30)
 PARAMETERS = ["FirstLastWeight", "SecondLastWeight", "AgregationWeight", "StrengthHigh",
               "StrengthLow", "DayGrouping"]
@@ -59,7 +57,6 @@ def settings_with(adopted):
 
 
 def compare(machine, replay, history, strength):
-    """What was adopted."""
     changes = read_history(history)
     place = last_long_use(changes)
     machine.reset()
@@ -93,32 +90,15 @@ def compare(machine, replay, history, strength):
         known = replay.learn(machine.data_file(HISTORY_FILE), settings)
         check_sleep(sleep, replay.decision(known, sleep.start, settings))
     machine.stop_service()
-    return chosen
+    return f"adopted {chosen}"
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--replay", default=LAB.parent / "build" / "native" / "dozewell-replay")
-    parser.add_argument("--build", type=Path, default=LAB.parent / "build" / "windows")
-    parser.add_argument("--folder", type=Path, default=LAB.parent / "build" / "play")
-    options = parser.parse_args()
-    passed = failed = 0
-    with tempfile.TemporaryDirectory() as folder, \
-            Installation(options.folder, options.build, zone="UTC") as installation:
-        machine = Machine(installation)
-        replay = Replay(options.replay, folder)
-        for (kind, seed), strength in zip(SAMPLES, STRENGTHS):
-            name = f"{DAYS} days, {kind}, strength {strength}"
-            try:
-                chosen = compare(machine, replay, replay.sample(kind, DAYS, seed), strength)
-                print(f"ok     {name}: adopted {chosen}", flush=True)
-                passed += 1
-            except NotAsExpected as difference:
-                print(f"FAILED {name}: {difference}", flush=True)
-                failed += 1
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+def comparisons(replay, traces):
+    made_up = [(f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)) for kind, seed in SAMPLES]
+    for number, (name, history) in enumerate([*made_up, *recorded(replay, traces)]):
+        strength = number % STRENGTHS
+        yield f"{name}, strength {strength}", partial(compare, history=history, strength=strength)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(__doc__, comparisons))
