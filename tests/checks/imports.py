@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that Windows programs import only libraries that every Windows has: imports.py OBJDUMP
-PROGRAM..."""
+"""Checks that Windows programs import only libraries that every Windows has, and no timers: nothing
+they do is periodic. imports.py OBJDUMP PROGRAM..."""
 
 import re
 import subprocess
@@ -8,6 +8,8 @@ import sys
 
 WINDOWS = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "powrprof.dll", "rpcrt4.dll",
            "setupapi.dll", "shell32.dll", "user32.dll", "wevtapi.dll"}
+TIMERS = re.compile(r"\b(SetTimer|\w*WaitableTimer\w*|\w*TimerQueue\w*|\w*ThreadpoolTimer\w*|"
+                    r"timeSetEvent)\b")
 
 
 def main():
@@ -22,6 +24,9 @@ def main():
             errors += 1
         for name in sorted(imported - WINDOWS):
             print(f"{program}: imports {name}, which Windows does not have")
+            errors += 1
+        for name in sorted(set(TIMERS.findall(headers))):
+            print(f"{program}: imports {name}, a timer")
             errors += 1
     return 1 if errors else 0
 
