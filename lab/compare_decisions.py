@@ -73,7 +73,7 @@ def compare(machine, replay, history):
     machine.reset()
     machine.clock.set(changes[0][0])
     # With the parameters that dozewell-replay takes, and no others.
-    machine.provision(OptimizerInterval=LONGEST_INTERVAL)
+    machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
     machine.install()
     number = 0
     for sleep in Playback(machine).sleeps(changes):

@@ -61,7 +61,7 @@ def compare(machine, replay, history, strength):
     place = last_long_use(changes)
     machine.reset()
     machine.clock.set(changes[0][0])
-    machine.provision(OptimizerInterval=LONGEST_INTERVAL)
+    machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
     machine.registry.write("Strength", str(strength), predictor_key(CURRENT))
     machine.install()
     playback = Playback(machine)

@@ -37,12 +37,12 @@ class SystemCalls:
     @contextlib.contextmanager
     def held(self, name, begin, call=1):
         """Begins something, and within the with statement holds whoever makes the call-th call from
-        now in that call."""
+        now in that call. Gives what begin gave."""
         entry = self._calls[name]
         number = entry.hold_at = entry.made + call
         try:
-            begin()
+            begun = begin()
             wait_until(lambda: entry.made >= number, f"{name} is not called")
-            yield
+            yield begun
         finally:
             entry.hold_at = 0

@@ -23,12 +23,13 @@ _OVERRIDES = "HKCU\\Software\\Wine\\AppDefaults\\DozewellService.exe\\DllOverrid
 
 
 class Installation:
-    """Boots on entry into a with statement and is switched off at its end; then `wine`, `state` and
-    `agent` are there. The folder is kept, and booting there again is faster."""
+    """Boots on entry into a with statement and is switched off at its end; meanwhile `wine`, `state`
+    and `agent` are there. `build` is the folder of the Windows build. The machine's own folder is
+    kept, and booting there again is faster."""
 
     def __init__(self, folder, build, zone=ZONE):
         self._folder = folder.resolve()
-        self._build = build
+        self.build = build.resolve()
         self._lock = None
         self.wine = Wine(self._folder / "wine", zone)
         self.state = None
@@ -75,7 +76,7 @@ class Installation:
         for file, place in places.items():
             folder = self.wine.drive / place
             folder.mkdir(parents=True, exist_ok=True)
-            shutil.copy(self._build / file, folder)
+            shutil.copy(self.build / file, folder)
 
     def _start_agent(self):
         self.wine.start("C:\\lab\\agent.exe")

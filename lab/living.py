@@ -1,10 +1,15 @@
 """Days lived on the machine, so that the service learns."""
 
 from datetime import date, timedelta
+from itertools import cycle
 
 from clock import local
 
 A_MONDAY = date(2026, 1, 5)
+
+# Of one day after the other.
+_COMES = ("07:50", "08:20", "08:00", "09:10")
+_LEAVES = ("18:00", "17:10", "18:00", "16:30", "18:40")
 
 
 def machine_that_knows_office_hours(machine, **settings):
@@ -27,6 +32,24 @@ def office_days(machine, first, days, start="08:00", end="18:00"):
         day = _next_working_day(day)
         machine.clock.pass_until(local(f"{day} {start}"), awake=False)
         machine.resume()
+
+
+def sixty_days(machine):
+    """From eight o'clock on A_MONDAY: a user who comes and goes on working days, not always at the
+    same time. Ends in use, on the sixtieth day."""
+    day = A_MONDAY
+    last_day = day + timedelta(days=59)
+    for come, leave in zip(cycle(_COMES), cycle(_LEAVES)):
+        following = _next_working_day(day)
+        if following > last_day:
+            return
+        machine.clock.pass_until(local(f"{day} {leave}"))
+        # A search for better parameters that has come to its time ends before the suspend.
+        machine.take_step()
+        machine.suspend()
+        machine.clock.pass_until(local(f"{following} {come}"), awake=False)
+        machine.resume()
+        day = following
 
 
 def _next_working_day(day):

@@ -21,9 +21,12 @@ from link import Link, LinkLost
 from power_schemes import PowerSchemes
 from record import EVENTS, Record, of_kinds
 from registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
+from tool import Tool
 from waiting import wait_until
 
-DEFAULT_SETTINGS = Path(__file__).resolve().parents[1] / "packaging" / "default-settings.ini"
+_LAB = Path(__file__).resolve().parent
+SCENARIO_SETTINGS = _LAB / "settings.ini"
+DEFAULT_SETTINGS = _LAB.parent / "packaging" / "default-settings.ini"
 START_OF_TIME = "2026-01-05 08:00"  # a Monday
 # Days between searches for better parameters, which are counted in seconds.
 LONGEST_INTERVAL = 2**32 // 86400
@@ -80,6 +83,8 @@ class Machine:
         self.record = Record(self._state)
         self.registry = Registry(agent)
         self.service = service.Service(agent, PROGRAM)
+        self.client = Tool(self._wine, installation.build / "dozewellctl.exe", self.take_step)
+        self.replay = Tool(self._wine, installation.build / "dozewell-replay.exe", self.take_step)
         self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
         # Where the program runs when it is run with an argument.
         self.current_folder = self._wine.drive
@@ -108,12 +113,12 @@ class Machine:
         self.set_mains(True)
         self.record.clear()
 
-    def provision(self, total_attempts=0, current_attempt=0, **settings):
-        """Lays down what an installer would: the default settings, the start gate's counters (None
-        for none), and more settings by their names."""
+    def provision(self, total_attempts=0, current_attempt=0, file=SCENARIO_SETTINGS, **settings):
+        """Lays down what an installer would: the settings of a file, the start gate's counters
+        (None for none), and more settings by their names."""
         ini = configparser.ConfigParser()
         ini.optionxform = str
-        ini.read(DEFAULT_SETTINGS, "utf-8")
+        ini.read(file, "utf-8")
         for name, value in ini["Settings"].items():
             self.registry.write(name, int(value), DEFAULT)
         for name, value in ini["CyclicProbabilityPredictor"].items():

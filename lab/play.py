@@ -15,7 +15,7 @@ sys.path.insert(0, str(LAB))
 
 # pylint: disable=wrong-import-position
 from installation import Installation
-from machine import DATA_FILE, LONGEST_INTERVAL, Machine
+from machine import DATA_FILE, DEFAULT_SETTINGS, LONGEST_INTERVAL, Machine
 from playback import Playback, read_history, write_history
 from replay import Replay, ReplayFailed
 
@@ -109,7 +109,7 @@ def play(machine, replay, history, explain):
     user_timeout = timedelta(minutes=machine.schemes.hibernate_after[0])
     machine.clock.set(changes[0][0])
     # With the parameters that the reasons and the totals are told for, from one end to the other.
-    machine.provision(OptimizerInterval=LONGEST_INTERVAL)
+    machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
     machine.install()
 
     number_of_sleeps = (len(changes) - 1) // 2

@@ -62,6 +62,12 @@ class Wine:
                                 cwd=self.drive, stdin=subprocess.DEVNULL, stdout=output,
                                 stderr=subprocess.DEVNULL)
 
+    def start_piped(self, program, *arguments):
+        """Starts a program whose input, output and errors are the caller's."""
+        pipe = subprocess.PIPE
+        return subprocess.Popen([*self._command, program, *arguments], env=self._environment,
+                                cwd=self.drive, stdin=pipe, stdout=pipe, stderr=pipe)
+
     def _server(self, option):
         self._call(["wineserver", option])
 

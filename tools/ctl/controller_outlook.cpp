@@ -6,7 +6,9 @@ ControllerOutlook ExpectController(const ControllerSigns& signs) {
   if (!signs.serviceAnswers) return {Expected::No, "the service does not answer"};
   if (!signs.featureEnabled) return {Expected::No, "the feature is off"};
   if (!signs.engineProblem.empty()) {
-    return {Expected::No, "it cannot be built: " + signs.engineProblem};
+    // A controller that was started with other settings goes on.
+    return {Expected::Maybe,
+            "only if it was started earlier, as it cannot be built now: " + signs.engineProblem};
   }
   if (!signs.currentAttempt || !signs.totalAttempts) {
     return {Expected::Maybe, "only if the feature was enabled since the service started"};

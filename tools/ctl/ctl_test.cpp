@@ -164,7 +164,7 @@ TEST_CASE("a feature that was switched without the driver's timers is told so") 
   client.refused = {"driver", "GetDriverEnabled"};
   Fails(machine, {"enable"}, 1,
         "the feature is on now, but the driver's timers were not switched: the service has no "
-        "driver device, or the driver does not answer");
+        "driver device, or the driver does not answer, or the controller could not be started");
 }
 
 TEST_CASE("a feature that was not switched is told with the cause") {
@@ -511,7 +511,7 @@ TEST_CASE("the status shows what is not there") {
         "Service             not installed, but one answers, as from a console\n"
         "Feature             on\n"
         "Start attempts      TotalAttempts is not set: the controller never starts by itself\n"
-        "Controller          does not run: it cannot be built: "
+        "Controller          may run: only if it was started earlier, as it cannot be built now: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations\n"
         "Predictions         off, as DisablePrediction is 1\n"
         "Power scheme        not balanced, power-saver or high-performance, or not to be read\n"

@@ -25,9 +25,11 @@ std::string WhyNotSwitched(bool enable) {
   bool timersEnabled = false;
   const CallResult driver = CallGetDriverEnabled(timersEnabled);
   RequireReachable(driver);
+  std::string why = driver.IsDone() ? "the driver did not take it" : kNoDriver;
+  // The service begins with the controller and says no when it fails, whatever the setting is.
+  if (enable) why += ", or the controller could not be started";
   return std::string("the feature is ") + (enable ? "on" : "off") +
-         " now, but the driver's timers were not switched: " +
-         (driver.IsDone() ? "the driver did not take it" : kNoDriver);
+         " now, but the driver's timers were not switched: " + why;
 }
 
 void SwitchFeature(bool enable, const Options& options, const Console& console) {

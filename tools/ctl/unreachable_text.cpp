@@ -35,8 +35,10 @@ std::string UnreachableText(uint32_t status, const ServiceQuery& service) {
   if (status == kErrorAccessDenied) {
     return "the service does not let you in" + error + "; try it as administrator";
   }
-  if (status == kServerTooBusy)
+  // A service that stops while calls are in flight gives this answer, too.
+  if (status == kServerTooBusy && service.state != kServiceStopPending) {
     return "the service is too busy" + error + "; try again in a moment";
+  }
   if (status == kCallFailed) {
     return "the service went away during the call" + error +
            ", which it may or may not have carried out; dozewellctl status shows what holds";

@@ -36,6 +36,10 @@ TEST_CASE("what the call itself tells counts before the service's state") {
         "the service does not let you in (error 5); try it as administrator");
   CHECK(UnreachableText(1723, running) ==
         "the service is too busy (error 1723); try again in a moment");
+  CHECK(UnreachableText(1723, {1060, 0}) ==
+        "the service is too busy (error 1723); try again in a moment");
+  CHECK(UnreachableText(1723, {0, kServiceStopPending}) ==
+        "the service is stopping; once it has, net start DozewellService starts it again");
   CHECK(UnreachableText(1726, {1060, 0}) ==
         "the service went away during the call (error 1726), which it may or may not have carried "
         "out; dozewellctl status shows what holds");

@@ -1,0 +1,113 @@
+"""dozewellctl explains what a suspend would lead to."""
+
+from pathlib import Path
+
+from client import DONE
+from expect import expect, expect_true
+from living import machine_that_knows_office_hours, sixty_days
+from machine import DATA_FILE, HISTORY_FILE
+from nights import events
+from registry import DEFAULT, predictor_key
+
+README = Path(__file__).resolve().parents[2] / "README.md"
+EVENING = 'explain --at "2026-02-02 18:00"'
+SIXTIETH_EVENING = 'explain --at "2026-03-05 17:40"'
+IGNORED = "dozewellctl: warning: C:\\ProgramData\\Brevan\\Z7\\cpredict.z7: ignored: "
+
+
+def _office_machine(machine):
+    machine_that_knows_office_hours(machine)
+    machine.restart_service()  # its data file holds all that it knows
+
+
+def _machine_of_sixty_days(machine):
+    machine.provision(total_attempts=10, current_attempt=10)
+    machine.schemes.hibernate_after = 180, 60
+    machine.start_service()
+    sixty_days(machine)
+    machine.clock.pass_until("2026-03-05 17:40")
+    machine.restart_service()
+
+
+def _output(machine, command, error=""):
+    answer = machine.client.run(command)
+    expect((answer.exit_code, answer.error), (DONE, error), f"exit code and error of {command}")
+    return answer.output
+
+
+def the_readme_shows_status_and_explanation_as_they_look(machine):
+    _machine_of_sixty_days(machine)
+    readme = README.read_text("utf-8")
+    for command in "status", SIXTIETH_EVENING:
+        shown = ["> dozewellctl " + command, *_output(machine, command).splitlines()]
+        block = "".join(f"    {line}".rstrip() + "\n" for line in shown)
+        expect_true(block in readme, f"README.md does not show this:\n{block}")
+
+
+def the_words_are_those_of_dozewell_replay(machine):
+    _machine_of_sixty_days(machine)
+    for options in ("--at 2026-03-05T17:40:00", "--at 2026-03-06T08:10:00",
+                    "--at 2026-03-07T23:59:59", "--json --at 2026-03-05T17:40:00"):
+        replayed = machine.replay.run(
+            f"explain --data {machine.data_folder / DATA_FILE} {options}")
+        expect((replayed.exit_code, replayed.error), (0, ""), "exit code and error of the replay")
+        expect(_output(machine, "explain " + options), replayed.output, f"words for {options}")
+
+
+def what_is_explained_is_what_a_suspend_then_does(machine):
+    _machine_of_sixty_days(machine)
+    explained = _output(machine, SIXTIETH_EVENING)
+    step = machine.suspend()
+    expect([event.text.strip() for event in events(step)[1:-1]], [
+        "Predicted Hibernate at: Thu Mar  5 18:10:00 2026",
+        "Predicted Sleep restored at: Fri Mar  6 08:20:00 2026",
+        "Predicted Hibernate next at: Fri Mar  6 18:10:00 2026"], "decision")
+    expect(machine.schemes.hibernate_after, (30, 30), "timeouts")
+    expect(machine.driver.armed_minutes, 880, "minutes until the timer's wake")
+    expect(explained.splitlines()[:4], [
+        "A suspend at Thu 2026-03-05 17:40",
+        "  hibernates the machine after 30 min, at Thu 2026-03-05 18:10,",
+        "  wakes it after 14 h 40 min, at Fri 2026-03-06 08:20, to sleep until it is used,",
+        "  and hibernates it again when it was not used for 9 h 50 min."], "explanation")
+
+
+def other_settings_lead_to_another_explanation(machine):
+    _office_machine(machine)
+    expect(_output(machine, EVENING).splitlines()[0], "A suspend at Mon 2026-02-02 18:00",
+           "first line")
+    machine.registry.write("StrengthLow", "0", predictor_key(DEFAULT))
+    expect(_output(machine, EVENING).splitlines()[0],
+           "A suspend at Mon 2026-02-02 18:00 leaves the user's own timeout in place and arms no "
+           "wake timer.", "first line when nothing is ever idle")
+
+
+def what_is_not_done_is_warned_of(machine):
+    _office_machine(machine)
+    explained = _output(machine, EVENING)
+    machine.registry.write("EnableZ7Feature", 0)
+    machine.registry.write("DisablePrediction", 1)
+    expect(_output(machine, EVENING, error=(
+        "dozewellctl: warning: the feature is off, so nothing of this is done\n"
+        "dozewellctl: warning: DisablePrediction is 1, so nothing of this is done\n")),
+        explained, "explanation")
+
+
+def an_explanation_asks_the_service_nothing_and_does_without_it(machine):
+    _office_machine(machine)
+    files = machine.data_file(DATA_FILE), machine.data_file(HISTORY_FILE)
+    explained = _output(machine, EVENING)
+    expect(machine.take_step().entries, [], "what the service did")
+    expect((machine.data_file(DATA_FILE), machine.data_file(HISTORY_FILE)), files, "files")
+    machine.stop_service()
+    expect(_output(machine, EVENING), explained, "explanation without a service")
+
+
+def data_that_the_service_would_not_load_is_warned_of_and_left_alone(machine):
+    machine.provision()
+    nothing_known = _output(machine, EVENING, error=IGNORED + "it cannot be opened\n")
+    expect_true(not machine.data_folder.exists(), "a data folder was made")
+    machine.write_data_file(DATA_FILE, b"no data")
+    expect(_output(machine, EVENING,
+                   error=IGNORED + "it is not of the size that the configured cycle needs\n"),
+           nothing_known, "explanation")
+    expect(machine.data_file(DATA_FILE), b"no data", "the data file")
