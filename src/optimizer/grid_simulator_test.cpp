@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <exception>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -66,6 +67,8 @@ History RegularDays(int days) {
 }
 
 ParameterGrid DrawGrid(RandomHistories& random) {
+  constexpr int32_t kLeast = std::numeric_limits<int32_t>::min();
+  constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
   const auto draw = [&random](int64_t most, auto one) {
     std::vector<decltype(one())> drawn;
     for (int64_t i = random.Between(1, most); i > 0; --i) drawn.push_back(one());
@@ -74,6 +77,7 @@ ParameterGrid DrawGrid(RandomHistories& random) {
   ParameterGrid grid;
   grid.strengths = draw(6, [&random] {
     const auto percent = [&random] {
+      if (random.Chance(3)) return random.OneOf<int32_t>({kLeast, kMost});
       return static_cast<int32_t>(random.Chance(70) ? random.Between(0, 100)
                                                     : random.Between(-130, 230));
     };
@@ -86,12 +90,14 @@ ParameterGrid DrawGrid(RandomHistories& random) {
         random.Chance(15) ? -first : random.OneOf<int64_t>({0, 10, 20, 40, -100, -25, -75});
     const int64_t agregation = random.Chance(95) ? 100 - first - second : random.Between(-100, 100);
     if (random.Chance(1)) return WeightTriple{-1, 1, 100};
+    if (random.Chance(3)) return WeightTriple{kMost, kMost, 102};  // of which the sum wraps
     return WeightTriple{static_cast<int32_t>(first), static_cast<int32_t>(second),
                         static_cast<int32_t>(agregation)};
   });
   grid.dayGroupings = draw(3, [&random] {
-    return static_cast<int32_t>(random.OneOf<int64_t>(
-        {0, 127, 12, 115, 255, 128, -1, random.Between(0, 127), random.Between(-1000, 1000)}));
+    return static_cast<int32_t>(
+        random.OneOf<int64_t>({0, 127, 12, 115, 255, 128, -1, kLeast, kMost, random.Between(0, 127),
+                               random.Between(-1000, 1000)}));
   });
   return grid;
 }

@@ -326,7 +326,8 @@ TEST_CASE("an exception ends the thread, and the run is tried again") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   // A state that there is none of.
-  const std::vector<HistoryRecord> records = {{1795000000, 0, 0}, {1795000600, 7, 0}, {1795001200, 0, 0}};
+  const std::vector<HistoryRecord> records = {
+      {1795000000, 0, 0}, {1795000600, 7, 0}, {1795001200, 0, 0}};
   REQUIRE(WriteWholeFile(optimizer.machine.HistoryFile(), records.data(),
                          records.size() * sizeof(HistoryRecord)));
   CHECK(optimizer.Launch() == Launched(1));

@@ -308,12 +308,13 @@ def all_cases(options):
                 yield "%s-%d" % (path.stem, index), trace_case(path, options.seed, index)
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__,
+def main(all_cases, description, cases):
+    """Runs the command line of a comparison; `all_cases` makes named lists of runs."""
+    parser = argparse.ArgumentParser(description=description,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tool", required=True, help="command that starts the replay tool")
     parser.add_argument("--second-tool", help="command whose answers must equal the first's")
-    parser.add_argument("--cases", type=int, default=200)
+    parser.add_argument("--cases", type=int, default=cases)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--traces", help="folder with recorded *.csv histories")
     options = parser.parse_args()
@@ -332,4 +333,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(all_cases, __doc__, cases=200))

@@ -1,0 +1,418 @@
+#!/usr/bin/env python3
+"""Tests what dozewell-replay offers of the optimizer, from outside: simulate, baseline, search and
+apply.
+
+    optimizer_cli_test.py --tool build/native/dozewell-replay
+    optimizer_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+"""
+
+import json
+import os
+import pty
+import subprocess
+import sys
+
+from replay_cli_test import DAY, ROOT, contains, equal, main, record
+
+MINUTE = 60
+HOUR = 60 * MINUTE
+SECTION = "[CyclicProbabilityPredictor]\n"
+
+# A cycle of one day, in use from 08:00 to 12:00, so that the second night can be predicted:
+# hibernation at 12:10 and sleep again at 08:00. The user comes half an hour later.
+DAILY = SECTION + """\
+DaysInCycle=1
+FirstLastWeight=2
+SecondLastWeight=1
+AgregationWeight=1
+StrengthHigh=70
+StrengthLow=30
+"""
+USES = [(8 * HOUR, 0), (12 * HOUR, 1), (DAY + 8 * HOUR, 0), (DAY + 12 * HOUR, 1),
+        (2 * DAY + 8 * HOUR + 30 * MINUTE, 0)]
+OUTCOME = ('{"sleepSeconds":74400,"hibernateSeconds":71400,'
+           '"resumesFromSleep":2,"resumesFromHibernate":0}\n')
+NOTHING = ('{"sleepSeconds":0,"hibernateSeconds":0,'
+           '"resumesFromSleep":0,"resumesFromHibernate":0}\n')
+
+RANGES = {"StrengthHighRange": "70", "StrengthLowRange": "30", "FirstLastWeightRange": "50",
+          "SecondLastWeightRange": "25", "DayGroupingRange": "0", "WR": "50"}
+BAR_WIDTH = len("[] 100%") + 50
+UNKNOWN_CODE = "Unknown event in the history"
+
+
+def csv(records):
+    return "".join("%d,%d\n" % pair for pair in records)
+
+
+def settings(**changes):
+    return SECTION + "".join("%s=%s\n" % pair for pair in {**RANGES, **changes}.items())
+
+
+def simulate(tool, records, text, *options):
+    tool.write("h.csv", csv(records))
+    tool.write("s.ini", text)
+    return tool.works("simulate", "--history", "h.csv", "--settings", "s.ini", *options)
+
+
+def baseline(tool, records, *options):
+    tool.write("h.csv", csv(records))
+    return tool.works("baseline", "--history", "h.csv", *options)
+
+
+def search(tool, *options, records=USES, **changes):
+    tool.write("h.csv", csv(records))
+    tool.write("s.ini", settings(**changes))
+    return tool.works("search", "--history", "h.csv", "--settings", "s.ini", *options)
+
+
+def found(tool, *options, **changes):
+    return json.loads(search(tool, "--json", *options, **changes))
+
+
+def rows(tool, **changes):
+    lines = search(tool, "--json", "--each", **changes).splitlines()[:-1]
+    return [[int(number) for number in line.split(",")] for line in lines]
+
+
+def apply(tool, text, strength="0"):
+    tool.write("best.txt", text)
+    return json.loads(tool.works("apply", "--strength", strength, "--best", "best.txt", "--json"))
+
+
+# With predictions
+
+def test_simulate_counts_time_and_resumes(tool):
+    equal(simulate(tool, USES, DAILY, "--json"), OUTCOME)
+    equal(simulate(tool, USES, DAILY),
+          "Asleep: 20.7 hours\n"
+          "Hibernated: 19.8 hours\n"
+          "Resumes from sleep: 2\n"
+          "Resumes from hibernation: 0\n")
+
+
+def test_simulate_prints_the_time_line_first(tool):
+    line = "28800 0\n43200 2\n115200 0\n129600 2\n130200 5\n201600 6\n203400 0\n"
+    equal(simulate(tool, USES, DAILY, "--json", "--timeline"), line + OUTCOME)
+    contains(simulate(tool, USES, DAILY, "--timeline"), line + "Asleep: ")
+
+
+def test_simulate_reads_hibernation_and_limbo(tool):
+    records = [(600, 0), (1200, 1), (1800, 2), (2400, 3), (3000, 0)]
+    equal(simulate(tool, records, DAILY, "--timeline", "--json"),
+          "600 0\n1200 2\n1800 3\n2400 1\n3000 0\n"
+          '{"sleepSeconds":600,"hibernateSeconds":600,'
+          '"resumesFromSleep":0,"resumesFromHibernate":0}\n')
+
+
+def test_simulate_has_its_own_slots_and_day(tool):
+    text = DAILY + "MinutesInDay=0\n[Settings]\nTimeResolution=7\n"
+    equal(simulate(tool, USES, text, "--json"), OUTCOME)
+
+
+def test_simulate_and_search_take_the_default_settings(tool):
+    tool.write("h.csv", csv(USES))
+    tool.write("s.ini", (ROOT / "packaging" / "default-settings.ini").read_bytes())
+    for command in ("simulate", "search"):
+        run = (command, "--history", "h.csv", "--json")
+        equal(tool.works(*run), tool.works(*run, "--settings", "s.ini"))
+
+
+def test_a_history_of_two_records_is_not_simulated(tool):
+    for records in ([], USES[:2], [(1, 9), (2, 9)]):
+        equal(simulate(tool, records, DAILY, "--timeline", "--json"), NOTHING)
+        equal(baseline(tool, records, "--timeline", "--json"), NOTHING)
+
+
+def test_simulate_needs_parameters_even_for_no_records(tool):
+    tool.write("h.csv", "")
+    for text, error in (
+            ("", "No weigths specified"),
+            (DAILY + "SecondLastWeight=-1\n", "No weigths specified"),
+            (DAILY + "DaysInCycle=0\n",
+             "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"),
+            (DAILY.replace("DaysInCycle=1\n", ""),
+             "ArbitraryCycleProbabilityTracker - wrong configurations")):
+        tool.write("s.ini", text)
+        tool.fails(error, "simulate", "--history", "h.csv", "--settings", "s.ini", "--timeline")
+
+
+def test_an_unknown_code_ends_the_simulation(tool):
+    tool.write("h.dat", record(0, 0) + record(5, 1) + record(9, 4))
+    tool.write("s.ini", DAILY)
+    tool.fails(UNKNOWN_CODE, "simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline")
+    tool.fails(UNKNOWN_CODE, "baseline", "--history", "h.dat", "--timeline", "--json")
+
+
+def test_a_refused_event_ends_the_simulation(tool):
+    tool.write("s.ini", DAILY)
+    command = ("simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline")
+    tool.write("h.dat", record(0, 0) + record(600.25, 1) + record(600.75, 0))
+    tool.fails("state start is later than state end", *command)
+    tool.write("h.dat", record(0, 0) + record(600, 1) + record(1e18, 0))
+    tool.fails("wrong time ...", *command)
+
+
+def test_records_not_later_than_the_last_do_not_count(tool):
+    records = [record(*pair) for pair in USES]
+    odd = [record(USES[1][0], 0), record(5, 9), record(float("nan"), 9)]
+    tool.write("h.dat", b"".join(records[:2] + odd + records[2:]) + b"partial")
+    tool.write("s.ini", DAILY)
+    equal(tool.works("simulate", "--history", "h.dat", "--settings", "s.ini", "--json"), OUTCOME)
+    tool.write("s.ini", settings())
+    out = tool.works("search", "--history", "h.dat", "--settings", "s.ini", "--json")
+    equal(json.loads(out)["records"], 5)
+
+
+# With a fixed timeout
+
+def test_baseline_hibernates_when_the_timeout_is_over(tool):
+    equal(baseline(tool, USES[:3], "--timeline", "--json"),
+          "28800 0\n43200 2\n43800 3\n115200 0\n"
+          '{"sleepSeconds":600,"hibernateSeconds":71400,'
+          '"resumesFromSleep":0,"resumesFromHibernate":1}\n')
+    equal(baseline(tool, USES[:3]),
+          "Asleep: 0.2 hours\n"
+          "Hibernated: 19.8 hours\n"
+          "Resumes from sleep: 0\n"
+          "Resumes from hibernation: 1\n")
+
+
+def test_a_return_at_the_timeout_is_from_sleep(tool):
+    asleep = ('{"sleepSeconds":72000,"hibernateSeconds":0,'
+              '"resumesFromSleep":1,"resumesFromHibernate":0}\n')
+    for minutes in ("1200", "0", "4294967295"):
+        equal(baseline(tool, USES[:3], "--hibernate-after", minutes, "--json"), asleep)
+    contains(baseline(tool, USES[:3], "--hibernate-after", "1199", "--json"),
+             '"hibernateSeconds":60,')
+
+
+def test_baseline_takes_all_codes_but_0_for_sleep_and_repeated_ones_once(tool):
+    records = [(0, 0), (60, 0), (120, 2), (180, 3), (240, 1), (300, 0)]
+    equal(baseline(tool, records, "--timeline", "--json"),
+          "0 0\n120 2\n300 0\n"
+          '{"sleepSeconds":180,"hibernateSeconds":0,'
+          '"resumesFromSleep":1,"resumesFromHibernate":0}\n')
+
+
+def test_bad_timeouts(tool):
+    tool.write("h.csv", csv(USES))
+    for minutes in ("ten", "-1", "4294967296", "1.5", " 5"):
+        for command in ("baseline", "search"):
+            tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: " + minutes,
+                       command, "--history", "h.csv", "--hibernate-after=" + minutes)
+
+
+# The search
+
+def test_search_tells_what_it_would_store(tool):
+    # A week is too long a cycle for this history: nothing is predicted.
+    equal(search(tool, "--json", WR="50, 0 100"),
+          '{"records":5,"sets":1,"baselineOutcome":{"sleepSeconds":1200,"hibernateSeconds":144600,'
+          '"resumesFromSleep":0,"resumesFromHibernate":2},"best":['
+          '{"name":"Best0","value":"50,25,25,70,30,0","score":50,"baseline":49.5884781},'
+          '{"name":"Best1","value":"-1","score":0,"baseline":99.1769562},'
+          '{"name":"Best2","value":"50,25,25,70,30,0","score":100,"baseline":0}]}\n')
+
+
+def test_search_in_words(tool):
+    equal(search(tool, WR="50, 0"),
+          "5 records, 1 sets\n"
+          "\n"
+          "With a timeout of 10 minutes:\n"
+          "Asleep: 0.3 hours\n"
+          "Hibernated: 40.2 hours\n"
+          "Resumes from sleep: 0\n"
+          "Resumes from hibernation: 2\n"
+          "\n"
+          "Name        Weight      Score       Timeout's   Set\n"
+          "Best0       50          50          49.5884781  50,25,25,70,30,0\n"
+          "Best1       0           0           99.1769562  -1, no better than the timeout\n")
+    contains(search(tool, "--hibernate-after", "0"), "\n\nWith no timeout:\nAsleep: 40.5 hours\n")
+
+
+def test_search_without_weights_chooses_no_set(tool):
+    equal(found(tool, WR="")["best"], [])
+    equal(found(tool, WR=" ,, ")["sets"], 1)
+    contains(search(tool, WR=""), "\nNo weights (WR), so no set is chosen.\n")
+    equal(found(tool, WR="x")["best"][0]["baseline"], 99.1769562)
+
+
+def test_search_takes_the_given_timeout(tool):
+    equal(found(tool, "--hibernate-after", "1199")["baselineOutcome"]["sleepSeconds"], 2 * 71940)
+    equal(found(tool, "--hibernate-after", "0")["best"][0]["baseline"], 50)
+
+
+def test_sets_that_score_alike_lose_to_the_last(tool):
+    equal(found(tool, DayGroupingRange="0,127")["best"][0]["value"], "50,25,25,70,30,127")
+    equal(found(tool, DayGroupingRange="127,0")["best"][0]["value"], "50,25,25,70,30,0")
+
+
+def test_search_over_no_sets(tool):
+    # No low threshold is below the high one.
+    equal(found(tool, StrengthLowRange="71", WR="100 0"), {
+        "records": 5, "sets": 0,
+        "baselineOutcome": {"sleepSeconds": 1200, "hibernateSeconds": 144600,
+                            "resumesFromSleep": 0, "resumesFromHibernate": 2},
+        "best": [{"name": "Best0", "value": ",,,,,", "score": 0, "baseline": 0},
+                 {"name": "Best1", "value": "-1", "score": 0, "baseline": 99.1769562}]})
+    equal(search(tool, "--each", "--json", DayGroupingRange="").count("\n"), 1)
+    equal(found(tool, FirstLastWeightRange="60", SecondLastWeightRange="40")["sets"], 0)
+
+
+def test_search_over_fewer_than_three_records(tool):
+    equal(search(tool, "--each", "--json", records=USES[:2]),
+          "50,25,25,70,30,0,0,0,0,0\n"
+          '{"records":2,"sets":1,"baselineOutcome":' + NOTHING.strip() +
+          ',"best":[{"name":"Best0","value":"-1","score":0,"baseline":null}]}\n')
+
+
+def test_each_set_has_its_line_in_the_order_of_the_grid(tool):
+    ranges = {"StrengthHighRange": "90 60", "StrengthLowRange": "60,70",
+              "FirstLastWeightRange": "60,10", "SecondLastWeightRange": "30 40",
+              "DayGroupingRange": "12,0,115"}
+    expected = [[first, second, 100 - first - second, high, low, grouping]
+                for high, low in ((90, 60), (90, 70), (60, 60))
+                for first, second in ((60, 30), (10, 30), (10, 40))
+                for grouping in (12, 0, 115)]
+    equal([row[:6] for row in rows(tool, **ranges)], expected)
+    # A code that the service does not write has the sets simulated one by one.
+    one_by_one = [*USES, (3 * DAY, 2), (3 * DAY + HOUR, 0)]
+    equal([row[:6] for row in rows(tool, records=one_by_one, **ranges)], expected)
+
+
+def test_each_set_comes_to_what_simulate_gives(tool):
+    records = [(day * DAY + hour * HOUR + day % 5 * 600, asleep)
+               for day in range(25) for hour, asleep in ((8, 0), (12, 1), (13, 0), (18, 1))]
+    ranges = {"StrengthHighRange": "80", "StrengthLowRange": "10,40", "FirstLastWeightRange": "20",
+              "SecondLastWeightRange": "20 30", "DayGroupingRange": "0,12"}
+    for history in (records, [*records, (30 * DAY, 2), (31 * DAY, 0)]):
+        outcomes = set()
+        for first, second, rest, high, low, grouping, *outcome in rows(tool, records=history,
+                                                                       **ranges):
+            text = SECTION + ("DaysInCycle=7\nFirstLastWeight=%d\nSecondLastWeight=%d\n"
+                              "AgregationWeight=%d\nStrengthHigh=%d\nStrengthLow=%d\n"
+                              "DayGrouping=%d\n" % (first, second, rest, high, low, grouping))
+            equal(list(json.loads(simulate(tool, history, text, "--json")).values()), outcome)
+            outcomes.add(tuple(outcome))
+        equal(len(outcomes) > 3, True)
+
+
+def test_an_exception_ends_the_search(tool):
+    tool.write("h.csv", csv(USES))
+    command = ("search", "--history", "h.csv", "--settings", "s.ini", "--each", "--json")
+    tool.write("s.ini", settings(FirstLastWeightRange="50,-1"))
+    tool.fails("No weigths specified", *command)
+    tool.write("s.ini", settings(DayGroupingRange=""))
+    tool.write("h.csv", csv([*USES[:2], (DAY, 4)]))
+    tool.fails(UNKNOWN_CODE, *command)
+    tool.write("s.ini", settings())
+    tool.write("h.csv", "0,0\n600.25,1\n600.75,0\n")
+    tool.fails("state start is later than state end", *command)
+
+
+def test_search_shows_how_far_it_is_on_a_terminal_only(tool):
+    if not tool.is_native:
+        return
+    tool.write("h.csv", csv(USES))
+    tool.write("s.ini", settings(DayGroupingRange="0,1,2,3"))
+    command = [*tool.command, "search", "--history", "h.csv", "--settings", "s.ini", "--json"]
+    master, slave = pty.openpty()
+    with os.fdopen(master, "rb", 0) as screen:
+        done = subprocess.run(command, cwd=tool.folder, stdout=subprocess.PIPE, stderr=slave,
+                              timeout=10, check=True)
+        os.close(slave)
+        shown = screen.read(100000).decode()
+    equal(json.loads(done.stdout)["sets"], 4)
+    bars = ["[%s%s] %d%%" % ("#" * (share // 2), " " * (50 - share // 2), share)
+            for share in (0, 25, 50, 75, 100)]
+    equal(shown.split("\r"), ["", *bars, " " * BAR_WIDTH, ""])
+
+
+def test_the_bar_is_gone_before_an_error(tool):
+    if not tool.is_native:
+        return
+    tool.write("h.csv", csv(USES))
+    tool.write("s.ini", settings(FirstLastWeightRange="-1"))
+    command = [*tool.command, "search", "--history", "h.csv", "--settings", "s.ini"]
+    master, slave = pty.openpty()
+    with os.fdopen(master, "rb", 0) as screen:
+        done = subprocess.run(command, cwd=tool.folder, stdout=subprocess.DEVNULL, stderr=slave,
+                              timeout=10, check=False)
+        os.close(slave)
+        shown = screen.read(100000).decode()
+    equal(done.returncode, 2)
+    equal(shown.split(" " * BAR_WIDTH + "\r")[1], "dozewell-replay: No weigths specified\r\n")
+
+
+# Applying what was found
+
+PARAMETERS = ("FirstLastWeight", "SecondLastWeight", "AgregationWeight", "StrengthHigh",
+              "StrengthLow", "DayGrouping")
+
+
+def applied(*texts):
+    return {"disabled": 0, "feedback": 2, **dict(zip(PARAMETERS, texts))}
+
+
+def not_applied(disabled, feedback):
+    return {"disabled": disabled, "feedback": feedback, **dict.fromkeys(PARAMETERS)}
+
+
+def test_apply_tells_what_would_be_stored(tool):
+    tool.write("b", "10,20,70,90,60,2\n")
+    command = ("apply", "--strength", "0", "--best", "b")
+    equal(tool.works(*command, "--json"),
+          '{"disabled":0,"feedback":2,"FirstLastWeight":"10","SecondLastWeight":"20",'
+          '"AgregationWeight":"70","StrengthHigh":"90","StrengthLow":"60","DayGrouping":"2"}\n')
+    equal(tool.works(*command),
+          "Best0: taken\n"
+          "FirstLastWeight=10\nSecondLastWeight=20\nAgregationWeight=70\n"
+          "StrengthHigh=90\nStrengthLow=60\nDayGrouping=2\n"
+          "DisablePrediction=0\nServiceFeedback=2\n")
+
+
+def test_apply_switches_predictions_off(tool):
+    for text in ("-1", "-1\n"):
+        equal(apply(tool, text), not_applied(1, 3))
+    tool.write("b", "-1")
+    equal(tool.works("apply", "--strength", "1", "--best", "b"),
+          "Best1: no better than the timeout, so there are no predictions\n"
+          "DisablePrediction=1\nServiceFeedback=3\n")
+
+
+def test_apply_of_no_set(tool):
+    for text in ("", "\n", "-1 ", " -1", "-1\n\n", "-1\r\n", "10,20,70,90,60", "10,20,70,90,60,",
+                 "10 ,20,70,90,60,2", "10,20,70,90,60,x", ",,,,,", "10;20;70;90;60;2",
+                 "10,20,70,90,60,- 2", "0x10,20,70,90,60,2"):
+        equal(apply(tool, text), not_applied(0, 0))
+    equal(tool.works("apply", "--strength", "7", "--best", "gone.txt"),
+          "Best7: no set, so the parameters stay as they are\n"
+          "DisablePrediction=0\nServiceFeedback=0\n")
+
+
+def test_apply_reads_numbers_as_scanf_does(tool):
+    equal(apply(tool, " 10,\t20,\n+70,-90,060,2 and more"),
+          applied("10", "20", "70", "-90", "60", "2"))
+    equal(apply(tool, "4294967306,2147483648,-2147483649,-4294967297,18446744073709551617,2"),
+          applied("10", "-2147483648", "2147483647", "-1", "1", "2"))
+
+
+def test_apply_takes_any_strength(tool):
+    for strength in ("", "1", "none", "-1"):
+        equal(apply(tool, "-1", "" + strength)["disabled"], 1)
+
+
+def test_a_set_that_cannot_be_read(tool):
+    (tool.folder / "folder").mkdir()
+    tool.fails("folder: cannot be read: " + tool.folder_reason, "apply", "--strength", "0",
+               "--best", "folder")
+
+
+def test_what_a_search_finds_can_be_applied(tool):
+    best = found(tool)["best"][0]["value"]
+    equal(apply(tool, best), applied(*best.split(",")))
+
+
+if __name__ == "__main__":
+    sys.exit(main(globals(), __doc__))
