@@ -1,7 +1,9 @@
 # add_rpc_stubs(TARGET SIDE IDL): adds to a target the stubs generated for one side, server or
-# client, and their header dozewell_rpc.h. Server functions are called Serve_X, client ones Call_X.
+# client, of x.idl, and their header x_rpc.h. Server functions are called Serve_X, client ones
+# Call_X.
 function(add_rpc_stubs target side idl)
-  set(folder ${CMAKE_CURRENT_BINARY_DIR}/rpc_${side})
+  get_filename_component(stem ${idl} NAME_WE)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/rpc_${stem}_${side})
   file(MAKE_DIRECTORY ${folder})
   if(MSVC)
     set(other_side client)
@@ -9,23 +11,22 @@ function(add_rpc_stubs target side idl)
       set(other_side server)
     endif()
     set(compile midl /nologo /env x64 /robust /Oicf /prefix client Call_ server Serve_
-                /h dozewell_rpc.h /${other_side} none /out ${folder} ${idl})
+                /h ${stem}_rpc.h /${other_side} none /out ${folder} ${idl})
   else()
     set(widl ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl)
     string(SUBSTRING ${side} 0 1 kind)
     set(compile ${widl} -m64 -Oicf -robust --prefix-client=Call_ --prefix-server=Serve_
-                -H dozewell_rpc.h -h -${kind} ${idl})
+                -H ${stem}_rpc.h -h -${kind} ${idl})
   endif()
-  get_filename_component(stem ${idl} NAME_WE)
   string(SUBSTRING ${side} 0 1 letter)
   set(stubs ${folder}/${stem}_${letter}.c)
-  add_custom_command(OUTPUT ${folder}/dozewell_rpc.h ${stubs} COMMAND ${compile}
+  add_custom_command(OUTPUT ${folder}/${stem}_rpc.h ${stubs} COMMAND ${compile}
                      WORKING_DIRECTORY ${folder} DEPENDS ${idl} VERBATIM)
   if(NOT MSVC)
     # Generated code is nobody's to mend.
     set_source_files_properties(${stubs} PROPERTIES COMPILE_OPTIONS -w)
   endif()
-  target_sources(${target} PRIVATE ${stubs} ${folder}/dozewell_rpc.h)
+  target_sources(${target} PRIVATE ${stubs} ${folder}/${stem}_rpc.h)
   target_include_directories(${target} SYSTEM PUBLIC ${folder})
   target_link_libraries(${target} PUBLIC rpcrt4)
 endfunction()

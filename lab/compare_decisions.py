@@ -15,7 +15,7 @@ sys.path.insert(0, str(LAB))
 from comparisons import recorded, run
 from driver import DURATION, ENABLED
 from expect import expect, expect_true
-from machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL
+from machine import DATA_FILE, DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
 from playback import Playback, read_history, write_history
 from record import information
 

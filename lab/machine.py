@@ -85,6 +85,10 @@ class Machine:
         self.service = service.Service(agent, PROGRAM)
         self.client = Tool(self._wine, installation.build / "dozewellctl.exe", self.take_step)
         self.replay = Tool(self._wine, installation.build / "dozewell-replay.exe", self.take_step)
+        self.packets = Tool(self._wine, installation.build / "rpc_wire_test.exe", self.take_step,
+                            seconds=50)
+        self.crowd = Tool(self._wine, installation.build / "rpc_clients_test.exe", self.take_step,
+                          seconds=50)
         self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
         # Where the program runs when it is run with an argument.
         self.current_folder = self._wine.drive

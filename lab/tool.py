@@ -3,7 +3,7 @@
 import shlex
 from typing import NamedTuple
 
-_SECONDS = 10
+_SECONDS = 10  # that a run may take
 
 
 class Answer(NamedTuple):
@@ -18,10 +18,11 @@ class Answer(NamedTuple):
 class Tool:
     """A command is one text, as it is typed, with quotation marks around what has blanks in it."""
 
-    def __init__(self, wine, program, take_step):
+    def __init__(self, wine, program, take_step, seconds=_SECONDS):
         self._wine = wine
         self._program = program
         self._take_step = take_step
+        self._seconds = seconds
 
     def run(self, command, typed=""):
         """Runs a command to its end; `typed` is what its user answers to questions."""
@@ -29,14 +30,19 @@ class Tool:
 
     def begin(self, command):
         """Begins a command that may have to wait; Run.finish() waits until it has ended."""
-        return Run(self._wine.start_piped(self._program, *shlex.split(command)), self._take_step)
+        process = self._wine.start_piped(self._program, *shlex.split(command))
+        return Run(process, self._take_step, self._seconds)
 
 
 class Run:
-    def __init__(self, process, take_step):
+    def __init__(self, process, take_step, seconds):
         self._process = process
         self._take_step = take_step
+        self._seconds = seconds
+
+    def has_ended(self):
+        return self._process.poll() is not None
 
     def finish(self, typed=""):
-        output, error = self._process.communicate(typed.encode(), timeout=_SECONDS)
+        output, error = self._process.communicate(typed.encode(), timeout=self._seconds)
         return Answer(self._process.returncode, output.decode(), error.decode(), self._take_step())

@@ -5,7 +5,7 @@ from pathlib import Path
 from client import DONE
 from expect import expect, expect_true
 from living import machine_that_knows_office_hours, sixty_days
-from machine import DATA_FILE, HISTORY_FILE
+from machine import DATA_FILE, HISTORY_FILE, SCENARIO_SETTINGS
 from nights import events
 from registry import DEFAULT, predictor_key
 
@@ -49,7 +49,8 @@ def the_words_are_those_of_dozewell_replay(machine):
     for options in ("--at 2026-03-05T17:40:00", "--at 2026-03-06T08:10:00",
                     "--at 2026-03-07T23:59:59", "--json --at 2026-03-05T17:40:00"):
         replayed = machine.replay.run(
-            f"explain --data {machine.data_folder / DATA_FILE} {options}")
+            f"explain --settings {SCENARIO_SETTINGS} --data {machine.data_folder / DATA_FILE} "
+            f"{options}")
         expect((replayed.exit_code, replayed.error), (0, ""), "exit code and error of the replay")
         expect(_output(machine, "explain " + options), replayed.output, f"words for {options}")
 

@@ -176,8 +176,13 @@ bool GetWakeRaw(uint32_t timer, int32_t* count) {
 
 bool GetPowerSettings(uint32_t mask, uint32_t source, PowerTimeouts* settings) {
   Guid scheme = {};
-  return settings != nullptr && CanSelect(mask, source) && GetActivePowerScheme(scheme) &&
-         ReadPowerTimeouts(mask, source, scheme, settings) == mask;
+  PowerTimeouts read = {};
+  if (settings == nullptr || !CanSelect(mask, source) || !GetActivePowerScheme(scheme) ||
+      ReadPowerTimeouts(mask, source, scheme, &read) != mask) {
+    return false;
+  }
+  *settings = read;
+  return true;
 }
 
 bool SetPowerSettings(uint32_t mask, uint32_t source, const PowerTimeouts* settings) {

@@ -46,8 +46,8 @@ bool SetWakeRaw(uint32_t timer, int32_t count);
 bool GetWakeTime(uint32_t timer, WakeTime* wakeTime);
 bool GetWakeRaw(uint32_t timer, int32_t* count);
 
-// The active scheme's settings of a mask (see power_timeouts.h). False when one of them failed;
-// those before and after it are read or written all the same.
+// The active scheme's settings of a mask (see power_timeouts.h); what was not asked for reads as 0.
+// False when one of them failed: the others are written all the same, of those read none is told.
 bool GetPowerSettings(uint32_t mask, uint32_t source, PowerTimeouts* settings);
 bool SetPowerSettings(uint32_t mask, uint32_t source, const PowerTimeouts* settings);
 

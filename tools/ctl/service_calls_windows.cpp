@@ -25,9 +25,12 @@ RPC_STATUS Bind() {
   if (DozewellBinding != nullptr) return RPC_S_OK;
   wchar_t protocol[] = L"ncacn_np";
   wchar_t endpoint[] = L"\\pipe\\Brevan_Dozewell_Service";
+  // While the service does not run, any program may own a pipe of that name. It may learn who
+  // calls, often an administrator, but must not act in his name.
+  wchar_t options[] = L"Security=Identification Dynamic True";
   unsigned short* text = nullptr;
   RPC_STATUS status = RpcStringBindingComposeW(nullptr, RpcText(protocol), nullptr,
-                                               RpcText(endpoint), nullptr, &text);
+                                               RpcText(endpoint), RpcText(options), &text);
   if (status != RPC_S_OK) return status;
   status = RpcBindingFromStringBindingW(text, &DozewellBinding);
   RpcStringFreeW(&text);

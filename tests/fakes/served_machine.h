@@ -1,0 +1,48 @@
+#ifndef DOZEWELL_TESTS_FAKES_SERVED_MACHINE_H_
+#define DOZEWELL_TESTS_FAKES_SERVED_MACHINE_H_
+
+#include <cstdint>
+#include <ostream>
+
+#include "fakes/journal.h"
+#include "fakes/machine.h"
+#include "power/driver_device.h"
+#include "support/calls.h"
+
+namespace dozewell::fakes {
+
+// A machine whose service has opened the driver and may be asked by clients.
+struct ServedMachine : Machine {
+  ServedMachine() { OpenDriverDevice(); }
+};
+
+// What a procedure answered, and what it asked of the machine.
+struct Answer {
+  bool answer;
+  Calls calls;
+
+  bool operator==(const Answer&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const Answer& answer) {
+  return stream << (answer.answer ? "true" : "false") << answer.calls;
+}
+
+template <typename Procedure>
+Answer Ask(Procedure procedure) {
+  TakeJournal();
+  const bool answer = procedure();
+  return {answer, TakeJournal()};
+}
+
+inline const Answer kRefusedUnasked = {false, {}};
+
+// Numbers in an enumeration's place that mean nothing anywhere: the largest that a client can send,
+// and what only a hand-written packet carries.
+inline constexpr uint32_t kLargestEnum = 0x7FFF;
+inline constexpr uint32_t kBeyondEnums[] = {0x8000,     0x8001,     0xFFFF,
+                                            0x80000000, 0x80000001, 0xFFFFFFFF};
+
+}  // namespace dozewell::fakes
+
+#endif  // DOZEWELL_TESTS_FAKES_SERVED_MACHINE_H_

@@ -1,0 +1,149 @@
+// Clients that call the service through stubs, one for long and many at once, while some switch
+// the feature on and off and others have events dispatched. For a machine of its own, whose
+// settings are lost:
+//
+//   rpc_clients_test DOZEWELLSERVICE [CLIENTS]   of a service that it starts, without the driver,
+//                                                with what the service holds before and after
+//   rpc_clients_test -running CLIENTS            of one that runs
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cwchar>
+#include <string>
+
+#include "rpc/crowd.h"
+#include "rpc/mixed_calls.h"
+#include "rpc/observed_state.h"
+#include "rpc/results.h"
+#include "rpc/service_process.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int kClients = 1000;
+
+// One client's rounds, in parts. What they may leave behind does not count the part after which
+// most was left: a thread's stack or the heap's next piece comes once, what a call leaves comes in
+// every part. The heap grows by 64 KB.
+constexpr int kWarmingRounds = 200;
+constexpr int kParts = 10;
+constexpr int kRoundsPerPart = 50;
+constexpr size_t kSpareBytes = 128 << 10;
+
+// What may stay of a crowd: Wine keeps the memory of threads that have ended for others, some 80 KB
+// of each that ran at once with the most.
+constexpr size_t kSpareBytesPerClient = 128 << 10;
+
+// The runtime's own threads and handles come and go.
+constexpr size_t kSpare = 4;
+
+// Its idle threads stay for a while, with their stacks.
+constexpr DWORD kSettleMs = 60000;
+
+bool HasNoneLeft(const Holdings& before, const Holdings& after) {
+  return after.handles <= before.handles + kSpare && after.threads <= before.threads;
+}
+
+// What the service holds once nothing is left of its calls, or as long as that may take.
+Holdings Settled(const ServiceProcess& service, const Holdings& before) {
+  const DWORD began = GetTickCount();
+  Holdings held = service.Held();
+  while (!HasNoneLeft(before, held) && GetTickCount() - began < kSettleMs) {
+    Sleep(100);
+    held = service.Held();
+  }
+  return held;
+}
+
+void Print(const char* when, const Holdings& held) {
+  std::printf("  %s: %zu handles, %zu threads, %zu KB of memory\n", when, held.handles,
+              held.threads, held.privateBytes >> 10);
+  std::fflush(stdout);
+}
+
+// Each round calls all procedures, and Ping on a connection of its own.
+void CallAll(int rounds) {
+  for (int round = 0; round < rounds; ++round) {
+    for (unsigned int procedure = 0; procedure < kProcedureCount; ++procedure) {
+      Expect(CallByChance(procedure, static_cast<unsigned int>(round)),
+             "procedure " + std::to_string(procedure) + " answered wrongly");
+    }
+    ExpectPing();
+  }
+}
+
+size_t Growth(size_t before, size_t after) { return after > before ? after - before : 0; }
+
+void TestOneClient(const ServiceProcess& service) {
+  CallAll(kWarmingRounds);
+  const Holdings before = service.Held();
+  Print("before", before);
+  Holdings after = before;
+  size_t growth = 0;
+  size_t largest = 0;
+  for (int part = 0; part < kParts; ++part) {
+    CallAll(kRoundsPerPart);
+    const Holdings held = service.Held();
+    const size_t more = Growth(after.privateBytes, held.privateBytes);
+    growth += more;
+    largest = std::max(largest, more);
+    after = held;
+  }
+  after = Settled(service, before);
+  Print("after", after);
+  Expect(HasNoneLeft(before, after), "handles or threads are left");
+  Expect(growth - largest <= kSpareBytes, std::to_string(growth - largest) + " bytes are left");
+}
+
+void TestCrowd(const ServiceProcess& service, int clients) {
+  const Holdings before = service.Held();
+  Print("before", before);
+  const DWORD began = GetTickCount();
+  size_t peak = 0;
+  RunCrowd(clients, 1, [&] { peak = std::max(peak, service.Handles()); });
+  std::printf("  %lu ms, at most %zu handles\n", GetTickCount() - began, peak);
+  const Holdings after = Settled(service, before);
+  Print("after", after);
+  Expect(HasNoneLeft(before, after), "handles or threads are left");
+  Expect(Growth(before.privateBytes, after.privateBytes) <=
+             static_cast<size_t>(clients) * kSpareBytesPerClient,
+         "memory is left");
+}
+
+void TestService(Results& results, const std::wstring& program, int clients) {
+  ServiceProcess service(program);
+  BindToService();
+  results.Run("one client's calls leave nothing behind", [&] { TestOneClient(service); });
+  results.Run(std::to_string(clients) + " clients at once leave nothing behind",
+              [&] { TestCrowd(service, clients); });
+  results.Run("a Ping is answered", ExpectPing);
+  results.Run("the service stops in good order", [&] { Expect(service.Stop(), "it does not"); });
+}
+
+int Number(const wchar_t* text) { return static_cast<int>(std::wcstol(text, nullptr, 10)); }
+
+}  // namespace
+}  // namespace dozewell
+
+int wmain(int argc, wchar_t** argv) {
+  using dozewell::Number;
+  if (argc == 4 && std::wcscmp(argv[1], dozewell::kCrowdMember) == 0) {
+    return dozewell::BeCrowdMember(Number(argv[2]), static_cast<unsigned int>(Number(argv[3])));
+  }
+  dozewell::Results results;
+  if (argc == 3 && std::wcscmp(argv[1], L"-running") == 0) {
+    const int clients = Number(argv[2]);
+    results.Run(std::to_string(clients) + " clients at once are served",
+                [&] { dozewell::RunCrowd(clients, 1, [] {}); });
+    results.Run("a Ping is answered", dozewell::ExpectPing);
+    return results.Finish();
+  }
+  results.Run("the service listens and was called", [&] {
+    dozewell::Expect(argc > 1,
+                     "usage: rpc_clients_test DOZEWELLSERVICE [CLIENTS] | -running CLIENTS");
+    dozewell::TestService(results, argv[1], argc > 2 ? Number(argv[2]) : dozewell::kClients);
+  });
+  return results.Finish();
+}

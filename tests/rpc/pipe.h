@@ -1,0 +1,60 @@
+#ifndef DOZEWELL_TESTS_RPC_PIPE_H_
+#define DOZEWELL_TESTS_RPC_PIPE_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "rpc/packets.h"
+
+namespace dozewell {
+
+// What came of waiting for a packet: one came, the server closed the connection, or nothing came
+// in time.
+struct Reply {
+  enum Outcome { kPacket, kClosed, kNothing } outcome;
+  Bytes packet;
+};
+
+std::string Describe(const Reply& reply);
+
+// Long enough for any answer.
+constexpr uint32_t kAnswerMs = 10000;
+
+// A connection to the service's pipe, on which bytes go as they are given.
+class Pipe {
+ public:
+  // Throws std::runtime_error when the service takes no connection within some seconds.
+  Pipe();
+
+  // False when the server has closed the connection or does not take all of it in time.
+  bool Write(const Bytes& bytes, uint32_t timeoutMs = kAnswerMs);
+  Reply Read(uint32_t timeoutMs);
+
+ private:
+  struct Closer {
+    void operator()(void* handle) const;
+  };
+
+  // How many bytes came; 0 when the outcome is not kPacket.
+  size_t ReadSome(uint8_t* bytes, size_t size, uint32_t timeoutMs, Reply::Outcome& outcome);
+
+  std::unique_ptr<void, Closer> event_;
+  std::unique_ptr<void, Closer> pipe_;
+};
+
+// A connection over which procedures can be called.
+class BoundPipe : public Pipe {
+ public:
+  BoundPipe();
+
+  // Writes a packet and waits for what comes of it.
+  Reply Send(const Bytes& packet, uint32_t timeoutMs = kAnswerMs);
+
+  // A procedure's results; throws std::runtime_error when anything but a response comes.
+  Bytes Call(uint16_t procedure, const Bytes& arguments);
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_TESTS_RPC_PIPE_H_

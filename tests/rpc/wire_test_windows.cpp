@@ -1,0 +1,74 @@
+// Sends packets to the service over its pipe, right ones and wrong ones, and sees what it makes of
+// them. For a machine of its own, whose settings are lost:
+//
+//   rpc_wire_test DOZEWELLSERVICE [MUTATED_PACKETS]   to a service that it starts, without the
+//   driver rpc_wire_test -refused                            what must not be carried out, to one
+//   that runs
+//
+// Whether a packet was carried out is seen in the settings.
+
+#include <windows.h>
+
+#include <cwchar>
+#include <string>
+#include <string_view>
+
+#include "rpc/observed_state.h"
+#include "rpc/service_process.h"
+#include "rpc/wire_groups.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int kMutatedPackets = 10000;
+
+// What may be left of a burst of connections: the runtime lets go of them on threads of its own.
+constexpr size_t kSpareHandles = 16;
+constexpr uint32_t kSettleMs = 10000;
+
+void ExpectHandlesBack(const ServiceProcess& service, size_t before) {
+  const DWORD start = GetTickCount();
+  size_t now = service.Handles();
+  while (now > before + kSpareHandles && GetTickCount() - start < kSettleMs) {
+    Sleep(50);
+    now = service.Handles();
+  }
+  Expect(now <= before + kSpareHandles,
+         std::to_string(before) + " handles before, " + std::to_string(now) + " after");
+}
+
+void TestService(Results& results, const std::wstring& program, int mutatedPackets) {
+  StayOnOneProcessor();
+  ServiceProcess service(program);
+  TestWellFormedCalls(results);
+  const size_t handles = service.Handles();
+  TestRefusedCalls(results);
+  TestOddCalls(results);
+  TestRefusedPackets(results);
+  TestOddPackets(results);
+  TestMutatedPackets(results, mutatedPackets);
+  results.Run("the process is the one that was started",
+              [&] { Expect(service.Runs(), "it has ended"); });
+  results.Run("the service has let go of all connections",
+              [&] { ExpectHandlesBack(service, handles); });
+  results.Run("the service stops in good order", [&] { Expect(service.Stop(), "it does not"); });
+}
+
+}  // namespace
+}  // namespace dozewell
+
+int wmain(int argc, wchar_t** argv) {
+  dozewell::Results results;
+  results.Run("the service listens and was sent everything", [&] {
+    dozewell::Expect(argc > 1, "usage: rpc_wire_test DOZEWELLSERVICE [MUTATED_PACKETS] | -refused");
+    if (argv[1] == std::wstring_view(L"-refused")) {
+      dozewell::TestRefusedCalls(results);
+      dozewell::TestRefusedPackets(results);
+      return;
+    }
+    dozewell::TestService(
+        results, argv[1],
+        argc > 2 ? static_cast<int>(std::wcstol(argv[2], nullptr, 10)) : dozewell::kMutatedPackets);
+  });
+  return results.Finish();
+}
