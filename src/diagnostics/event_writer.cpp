@@ -14,7 +14,6 @@
 namespace dozewell {
 namespace {
 
-constexpr wchar_t kEventSourceName[] = L"Dozewell Service";
 constexpr size_t kFormatLimit = 1000;  // characters; formats this long are dropped
 
 }  // namespace

@@ -8,6 +8,9 @@ namespace dozewell {
 // Messages of the service. Nothing here ever fails its caller, and all of it may be called on any
 // thread.
 
+// The source of all events.
+inline constexpr wchar_t kEventSourceName[] = L"Dozewell Service";
+
 inline constexpr uint16_t kEventSuccess = 0;
 inline constexpr uint16_t kEventError = 1;
 inline constexpr uint16_t kEventInformation = 4;

@@ -1,0 +1,27 @@
+# add_version_resource(TARGET DESCRIPTION): has a program say, in Explorer and to installers, what it
+# is and of which version. Does nothing for systems without version resources.
+function(add_version_resource target description)
+  if(WIN32)
+    set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+    configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+    target_sources(${target} PRIVATE ${resource})
+  endif()
+endfunction()
+
+# add_message_table(TARGET MESSAGES): puts the texts of an .mc file into a program, for the event
+# log's viewers.
+function(add_message_table target messages)
+  set(compile mc)
+  if(MINGW)
+    set(compile ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-windmc)
+  endif()
+  get_filename_component(stem ${messages} NAME_WE)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/messages)
+  file(MAKE_DIRECTORY ${folder})
+  add_custom_command(OUTPUT ${folder}/${stem}.rc ${folder}/MSG00409.bin
+                     COMMAND ${compile} -h ${folder} -r ${folder} ${messages}
+                     DEPENDS ${messages} VERBATIM)
+  set_source_files_properties(${folder}/${stem}.rc PROPERTIES
+                              OBJECT_DEPENDS ${folder}/MSG00409.bin INCLUDE_DIRECTORIES ${folder})
+  target_sources(${target} PRIVATE ${folder}/${stem}.rc)
+endfunction()

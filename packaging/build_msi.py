@@ -1,0 +1,159 @@
+#!/usr/bin/env python3
+"""Builds the installer package from the programs of a Windows build. The same programs, documents
+and settings give the same bytes.
+
+    build_msi.py --programs build/windows --out build/package
+
+Writes dozewell-VERSION-x64.msi there and dozewell-VERSION-x64.contents.txt, the list of what it
+installs. SOURCE_DATE_EPOCH, in seconds since 1970, is the time that all files get.
+"""
+
+import argparse
+import hashlib
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import uuid
+from datetime import datetime, timezone
+from pathlib import Path
+from xml.sax.saxutils import quoteattr
+
+import default_values
+import msi_tables
+from msi_file import Table, set_package_code
+
+PACKAGING = Path(__file__).resolve().parent
+ROOT = PACKAGING.parent
+
+# What tells this product from all others, for ever. All other identifiers follow from it.
+UPGRADE_CODE = uuid.UUID("5B0C1E5E-2A3C-4C61-9F0A-6A0D1F6D8A37")
+ARCHITECTURE = "x64;" + msi_tables.ENGLISH
+
+PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe")
+HELPER = "dozewell-setup.exe"  # in the package, but not installed
+
+# The licences of what is linked into the programs, as the build machine's packages state them.
+LICENCES = {
+    "CLI11.txt": Path("/usr/share/doc/libcli11-dev/copyright"),
+    "GCC.txt": Path("/usr/share/doc/g++-mingw-w64-x86-64-win32/copyright"),
+    "mingw-w64.txt": Path("/usr/share/doc/mingw-w64-x86-64-dev/copyright"),
+}
+
+
+def documents():
+    """The installed documents: their sources by their folder and name."""
+    found = {("DOCSFOLDER", path.name): path for path in sorted((ROOT / "docs").glob("*.md"))}
+    found["DOCSFOLDER", "default-settings.ini"] = default_values.FILE
+    found["DOCSFOLDER", "LICENSE.txt"] = ROOT / "LICENSE"
+    for name, path in LICENCES.items():
+        found["LICENCESFOLDER", name] = path
+    return found
+
+
+def documents_wxs(files):
+    """A component for each document, as installers want it, and the group of all."""
+    lines = ['<Wix xmlns="http://schemas.microsoft.com/wix/2006/wi"><Fragment>']
+    for folder, name in files:
+        component = "Document." + name.replace("-", "_")
+        lines.append(
+            f'<DirectoryRef Id="{folder}"><Component Id="{component}" '
+            f'Guid="{identifier(f"component {folder} {name}")}" Win64="yes">'
+            f'<File Id="{component}" Name={quoteattr(name)} Source={quoteattr(name)} '
+            f'KeyPath="yes"/></Component></DirectoryRef>')
+    lines.append('<ComponentGroup Id="Documents">')
+    for _, name in files:
+        lines.append(f'<ComponentRef Id="Document.{name.replace("-", "_")}"/>')
+    lines.append("</ComponentGroup></Fragment></Wix>")
+    return "\n".join(lines)
+
+
+def identifier(text):
+    return str(uuid.uuid5(UPGRADE_CODE, text)).upper()
+
+
+def stage(folder, programs, date):
+    """Puts all files of the package into a folder, with nothing of their own but their content."""
+    files = {name: programs / name for name in (*PROGRAMS, HELPER)}
+    files |= {name: path for (_, name), path in documents().items()}
+    for name, path in files.items():
+        shutil.copyfile(path, folder / name)
+        os.chmod(folder / name, 0o644)
+        os.utime(folder / name, (date, date))
+
+
+def run_wixl(folder, msi, version, date):
+    (folder / "documents.wxs").write_text(documents_wxs(documents()), "utf-8")
+    shutil.copy(PACKAGING / "dozewell.wxs", folder)
+    variables = {"Version": version, "UpgradeCode": str(UPGRADE_CODE).upper(),
+                 "ProductCode": identifier(f"product {version}")}
+    # wixl writes the time that it runs at into the package, and its time zone's.
+    clock = datetime.fromtimestamp(date, timezone.utc).strftime("%Y-%m-%d %H:%M:%S")
+    defines = [word for name, value in variables.items() for word in ("-D", f"{name}={value}")]
+    subprocess.run(["faketime", "-f", clock, "wixl", "-a", "x64", "-o", msi, *defines,
+                    "dozewell.wxs", "documents.wxs"],
+                   cwd=folder, env={**os.environ, "TZ": "UTC"}, check=True)
+
+
+def complete_tables(folder, msi, version):
+    added, changed = msi_tables.added_rows(), msi_tables.changed_cells(version)
+    for name in sorted({*added, *changed, *msi_tables.DELETED_ROWS}):
+        new = msi_tables.NEW_TABLES.get(name)
+        table = Table(name, *new) if new else Table.read(msi, name)
+        for row in added.get(name, ()):
+            table.add(row)
+        for first_cell, cells in changed.get(name, {}).items():
+            for column, value in cells.items():
+                table.set(first_cell, column, value)
+        for key in msi_tables.DELETED_ROWS.get(name, ()):
+            table.delete([key])
+        table.write(msi, folder)
+
+
+def contents(folder):
+    """Installed files with their digests and sizes in bytes."""
+    installed = {name: name for name in PROGRAMS}
+    for place, name in documents():
+        installed[("docs/licences/" if place == "LICENCESFOLDER" else "docs/") + name] = name
+    lines = []
+    for path, name in sorted(installed.items()):
+        data = (folder / name).read_bytes()
+        lines.append(f"{hashlib.sha256(data).hexdigest()} {len(data):8d}  {path}\n")
+    return "".join(lines)
+
+
+def build(programs, out, version):
+    date = int(os.environ["SOURCE_DATE_EPOCH"])
+    out.mkdir(parents=True, exist_ok=True)
+    msi = out / f"dozewell-{version}-x64.msi"
+    with tempfile.TemporaryDirectory() as scratch:
+        folder = Path(scratch)
+        unfinished = folder / "dozewell.msi"
+        stage(folder, programs, date)
+        run_wixl(folder, unfinished, version, date)
+        complete_tables(folder, unfinished, version)
+        # A package has a code of its own, so that Windows never takes it for another one.
+        set_package_code(unfinished, uuid.UUID(int=0), ARCHITECTURE)
+        code = identifier("package " + hashlib.sha256(unfinished.read_bytes()).hexdigest())
+        set_package_code(unfinished, code, ARCHITECTURE)
+        msi.with_suffix(".contents.txt").write_text(contents(folder), "utf-8")
+        shutil.copyfile(unfinished, msi)
+    return msi
+
+
+def main():
+    parser = argparse.ArgumentParser(description="Builds the installer package.")
+    parser.add_argument("--programs", type=Path, required=True, help="folder of a Windows build")
+    parser.add_argument("--out", type=Path, required=True, help="folder for the package")
+    parser.add_argument("--version", default=(ROOT / "VERSION").read_text("utf-8").strip(),
+                        help="another version than that of the file VERSION")
+    options = parser.parse_args()
+    try:
+        print(build(options.programs.resolve(), options.out.resolve(), options.version))
+    except (ValueError, OSError, subprocess.CalledProcessError) as error:
+        sys.exit(f"build_msi.py: {error}")
+
+
+if __name__ == "__main__":
+    main()

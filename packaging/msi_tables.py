@@ -1,0 +1,134 @@
+"""What the installer package holds beyond what wixl can write: rows of its tables."""
+
+from default_values import default_values
+
+SERVICE, TOOLS = "Service", "Tools"  # components
+PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell_replay.exe")  # files
+ENGLISH = "1033"
+
+_MACHINE = "2"  # HKEY_LOCAL_MACHINE
+_EVENT_SOURCE = r"SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
+_CHOICES = r"SOFTWARE\Corisk\Z7\Installer"
+
+# Properties that an administrator may give, the default value that each replaces, and the largest
+# number.
+CHOICES = {
+    "FEATUREENABLED": ("EnableZ7Feature", 1),
+    "TOTALATTEMPTS": ("TotalAttempts", 2147483647),
+    "STRENGTH": ("Strength", 2147483647),
+    "HISTORYLIMIT": ("HistoryLimit", 2147483647),
+    "DEBUGLOGGING": ("DebugLogging", 1),
+}
+
+# Kinds of custom actions.
+_SET_PROPERTY = 51
+_RUN_HELPER = 2
+_AS_SYSTEM_IN_SCRIPT = 1024 + 2048
+_FAILURE_IS_WELL = 64
+
+_INSTALLING = 'NOT REMOVE="ALL"'
+# For good, not for a newer version that comes in its place.
+_REMOVING = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
+
+# Steps of dozewell-setup: what it is to do, when and in what place, and whether the installation
+# goes on without. The user's timeouts come back before the service is stopped (1900); the folder is
+# safe and the restarts are set before it is started (5900).
+_STEPS = {
+    "RestoreMachine": ("restore", _REMOVING, 1850, True),
+    "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650, True),
+    "SecureDataFolder": ("secure-data-folder", _INSTALLING, 5810, False),
+    "ConfigureService": ("configure-service", _INSTALLING, 5820, True),
+}
+
+# Tables that wixl leaves out: their columns, types and number of key columns.
+NEW_TABLES = {
+    "Environment": (("Environment", "Name", "Value", "Component_"),
+                    ("s72", "l255", "L255", "s72"), 1),
+}
+
+
+def added_rows():
+    """Rows by table; each row in the order of the table's columns."""
+    replaced = {name: choice for choice, (name, _) in CHOICES.items()}
+    values = default_values()
+    missing = replaced.keys() - {value.name for value in values}
+    if missing:
+        raise ValueError(f"the default settings lack {', '.join(sorted(missing))}")
+    choices = sorted(CHOICES)
+    return {
+        "Property": [
+            ("ARPNOMODIFY", "1"),
+            *((value.name, value.text) for value in values if value.name in replaced),
+        ],
+        "Registry": [
+            ("EventMessageFile", _MACHINE, _EVENT_SOURCE, "EventMessageFile",
+             "#%[#DozewellService.exe]", SERVICE),
+            ("TypesSupported", _MACHINE, _EVENT_SOURCE, "TypesSupported", "#7", SERVICE),
+            *(_default_value_row(value, replaced) for value in values),
+            *((f"Choice.{choice}", _MACHINE, _CHOICES, choice, f"[{choice}]", SERVICE)
+              for choice in choices),
+        ],
+        # Folders that hold only folders go with the product because they are said to come with it.
+        "CreateFolder": [("BREVANFOLDER", SERVICE)],
+        "Environment": [("Path", "=-*PATH", "[~];[INSTALLFOLDER]", TOOLS)],
+        "AppSearch": [(f"Chosen.{choice}", f"Chosen.{choice}") for choice in choices],
+        # A text, looked for in the 64-bit registry.
+        "RegLocator": [(f"Chosen.{choice}", _MACHINE, _CHOICES, choice, "18")
+                       for choice in choices],
+        "LaunchCondition": [(_is_valid(choice, largest),
+                             f"{choice} must be a whole number from 0 to {largest}.")
+                            for choice, (_, largest) in sorted(CHOICES.items())],
+        "CustomAction": [
+            *((f"Remember.{choice}", str(_SET_PROPERTY), choice, f"[Chosen.{choice}]", "")
+              for choice in choices),
+            *((f"Take.{choice}", str(_SET_PROPERTY), CHOICES[choice][0], f"[{choice}]", "")
+              for choice in choices),
+            *((action, str(_RUN_HELPER + _AS_SYSTEM_IN_SCRIPT +
+                           (_FAILURE_IS_WELL if goes_on else 0)), "Setup", step, "")
+              for action, (step, _, _, goes_on) in _STEPS.items()),
+        ],
+        "InstallExecuteSequence": [
+            ("AppSearch", "", "50"),
+            # What is given now counts more than what was chosen before.
+            *((f"Remember.{choice}", f"NOT {choice} AND Chosen.{choice}", str(51 + place))
+              for place, choice in enumerate(choices)),
+            *((f"Take.{choice}", choice, str(61 + place))
+              for place, choice in enumerate(choices)),
+            ("RemoveRegistryValues", "", "2600"),
+            ("RemoveEnvironmentStrings", "", "3300"),
+            ("RemoveFolders", "", "3600"),
+            ("CreateFolders", "", "3700"),
+            ("WriteRegistryValues", "", "5000"),
+            ("WriteEnvironmentStrings", "", "5200"),
+            *((action, when, str(place)) for action, (_, when, place, _) in _STEPS.items()),
+        ],
+    }
+
+
+def changed_cells(version):
+    """New contents of cells by table, first cell of the row, and column."""
+    file_version = {"Version": version + ".0", "Language": ENGLISH}
+    return {
+        "File": {program: file_version for program in PROGRAMS},
+        "Property": {"SecureCustomProperties": {"Value": ";".join([
+            "INSTALLFOLDER", "REMOVEDATA", "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED",
+            *sorted(CHOICES)])}},
+        # An installation without its service is none.
+        "ServiceInstall": {"DozewellService": {"ErrorControl": str(1 + 0x8000)}},
+        # Where a failure brings the version before back.
+        "InstallExecuteSequence": {"RemoveExistingProducts": {"Sequence": "1501"}},
+    }
+
+
+# Files with a version are told apart by that, not by their content.
+DELETED_ROWS = {"MsiFileHash": PROGRAMS}
+
+
+def _default_value_row(value, replaced):
+    text = f"[{value.name}]" if value.name in replaced else value.text
+    return (f"Default.{value.name}", _MACHINE, value.key, value.name,
+            "#" + text if value.is_number else text, SERVICE)
+
+
+def _is_valid(choice, largest):
+    return f"NOT {choice} OR ({choice} >= 0 AND {choice} <= {largest})"
