@@ -25,4 +25,7 @@ need_packages() {
 BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
 # To build for Windows and run what was built.
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools python3 tzdata wine wine64 winbind)
-TEST_PACKAGES=("${WINDOWS_PACKAGES[@]}" clang clang-format clang-tidy libclang-rt-14-dev git)
+# To make an installer package of that.
+PACKAGING_PACKAGES=(wixl msitools faketime git)
+TEST_PACKAGES=("${WINDOWS_PACKAGES[@]}" "${PACKAGING_PACKAGES[@]}"
+               clang clang-format clang-tidy libclang-rt-14-dev chromium fonts-liberation)

@@ -133,6 +133,21 @@ def test_the_default_settings(tool):
           tool.works("compare", "--history", "h.csv", "--settings", "s.ini"))
 
 
+def test_the_default_settings_give_each_strength_a_set(tool):
+    tool.works("sample", "--kind", "office", "--days", "90", "--seed", "1", "--out", "h.csv")
+    compared = json.loads(tool.works("compare", "--history", "h.csv", "--hibernate-after", "180",
+                                     "--json"))
+    adopted = [choice for choice in compared["choices"] if choice["name"].startswith("Best")]
+    equal([choice["name"] for choice in adopted], ["Best0", "Best1", "Best2", "Best3", "Best4"])
+    equal([choice["name"] for choice in adopted if choice["value"] == "-1"], [])
+    # The greater the strength, the fewer wait, and the more power it takes.
+    waits = [choice["resumesFromHibernate"] for choice in adopted]
+    equal(waits, sorted(waits, reverse=True))
+    asleep = [choice["sleepSeconds"] for choice in adopted]
+    equal(asleep, sorted(asleep))
+    equal(waits[0] > waits[2] > waits[4], True)
+
+
 def test_the_clairvoyant_is_explained(tool):
     contains(tool.works("compare", "--help"), "Clairvoyant is the best prediction for each sleep")
 

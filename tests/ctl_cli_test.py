@@ -30,7 +30,7 @@ SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
 COMMANDS = ("status", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
-            "reset-history", "ping", "watch", "explain")
+            "reset-history", "ping", "watch", "explain", "report")
 GROUPS = ("wake", "power", "scheme", "strength")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
@@ -239,13 +239,13 @@ def test_help_of_each_command(machine):
         for example in examples:
             words = shlex.split(example)
             equal(" ".join(words).startswith(command), True)
-            if command not in ("watch", "explain"):
+            if command not in ("watch", "explain", "report"):
                 equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
 
 
 def test_version(machine):
-    project = re.search(r"project\(Dozewell VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())
-    equal(machine.works("--version"), "dozewellctl %s\n" % project.group(1))
+    version = (ROOT / "VERSION").read_text().strip()
+    equal(machine.works("--version"), "dozewellctl %s\n" % version)
 
 
 def test_output_that_cannot_be_written(machine):
@@ -317,6 +317,40 @@ def test_explanation_is_that_of_the_replay_tool(machine):
     matches(now.splitlines()[0], r"A suspend at \w{3} \d{4}-\d\d-\d\d \d\d:\d\d.*")
 
 
+def test_report_is_that_of_the_replay_tool(machine):
+    machine.provision()
+    (machine.scratch / "s.ini").write_text(SETTINGS)
+    (machine.scratch / "h.csv").write_text("28800,0\n43200,1\n115200,0\n129600,1\n")
+    machine.data.mkdir(parents=True)
+    replay = machine.program("dozewell-replay")
+    for command in (("learn", "--history", "h.csv", "--settings", "s.ini", "--data", "d.z7"),
+                    ("import", "--history", "h.csv", "--out", "h.dat")):
+        done = machine.run(replay, *command)
+        equal((done.returncode, done.stderr), (0, b""))
+    shutil.copy(machine.scratch / "d.z7", machine.data / "cpredict.z7")
+    shutil.copy(machine.scratch / "h.dat", machine.data / "zs7state.dat")
+    out = machine.works("report")
+    page = (machine.scratch / "dozewell-report.html").read_text()
+    equal(out, "dozewell-report.html: %d bytes\n" % len(page.encode()))
+    date, clock = re.search(r"Dozewell report of \w+ (\d+ \w+ \d+), (\d\d:\d\d)\.", page).groups()
+    now = time.strptime(date + clock, "%d %b %Y%H:%M")
+    done = machine.run(replay, "report", "--history", "h.csv", "--data", "d.z7", "--settings",
+                       "s.ini", "--now", time.strftime("%Y-%m-%dT%H:%M:00", now), "--out", "r.html")
+    equal((done.returncode, done.stderr), (0, b""))
+    # Not shown, since it is long.
+    equal(page == (machine.scratch / "r.html").read_text(), True)
+
+
+def test_report_without_settings_or_a_place(machine):
+    machine.fails(1, NO_ENGINE, "report")
+    equal((machine.scratch / "dozewell-report.html").exists(), False)
+    machine.provision()
+    (machine.scratch / "folder").mkdir()
+    code, out, err = machine.ctl("report", "--out", "folder")
+    equal((code, out), (1, ""))
+    equal(err.splitlines()[-1], "dozewellctl: folder: cannot be written: not a regular file")
+
+
 def test_explanation_of_what_is_not_done(machine):
     machine.provision()
     machine.write_setting("\\Current", "EnableZ7Feature", "REG_DWORD", 0)
@@ -372,8 +406,9 @@ def test_the_feature_is_switched_although_the_driver_is_absent(machine):
     machine.provision(attempts=3)
     without_driver = "the feature is %s now, but the driver's timers were not switched: " \
                      + NO_DRIVER
+    not_started = ", or the controller could not be started"
     with machine.service():
-        machine.fails(1, without_driver % "on", "enable")
+        machine.fails(1, without_driver % "on" + not_started, "enable")
         equal(machine.read_setting("\\Current", "EnableZ7Feature"), "0x1")
         equal(machine.read_setting("\\Current", "CurrentAttempt"), "0x3")
         equal(machine.works("reset-history", "--yes"), "The service has been told to forget.\n")

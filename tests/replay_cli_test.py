@@ -24,8 +24,9 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[1]
 RUN_SECONDS = 120
-COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare", "merge",
-            "import", "export", "sample", "simulate", "baseline", "search", "apply")
+COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare",
+            "report", "merge", "import", "export", "sample", "simulate", "baseline", "search",
+            "apply")
 DAY = 86400
 
 # A day of half hours, in use from 08:00 to 12:00 on two days, so that every figure can be told.
@@ -157,6 +158,7 @@ def test_options_that_are_missing(tool):
         "explain": ["--data"],
         "week": ["--data"],
         "compare": ["--history"],
+        "report": ["--history", "--data", "--out"],
         "merge": ["--history", "--pending", "--now", "--limit", "--out"],
         "import": ["--history", "--out"],
         "export": ["--history", "--out"],
@@ -224,8 +226,8 @@ def test_examples_of_the_help_work(tool):
 
 
 def test_version(tool):
-    project = re.search(r"project\(Dozewell VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())
-    equal(tool.works("--version"), "dozewell-replay %s\n" % project.group(1))
+    version = (ROOT / "VERSION").read_text().strip()
+    equal(tool.works("--version"), "dozewell-replay %s\n" % version)
 
 
 # Learning and what comes of it

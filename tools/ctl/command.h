@@ -21,6 +21,7 @@ struct Options {
   std::optional<std::string> scheme;
   std::optional<std::string> strength;
   std::optional<std::string> at;
+  std::optional<std::string> out;
   bool yes = false;
   bool json = false;
 };

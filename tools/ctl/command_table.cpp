@@ -29,6 +29,9 @@ constexpr CommandArgument kStrength = {
 constexpr CommandArgument kAt = {"--at", "TIME",
                                  "Local time as \"YYYY-MM-DD HH:MM\" to explain; without one, now",
                                  &Options::at};
+constexpr CommandArgument kOut = {"--out", "FILE",
+                                  "File to write; without one, dozewell-report.html in this folder",
+                                  &Options::out};
 
 }  // namespace
 
@@ -117,6 +120,12 @@ std::span<const Command> Commands() {
        RunExplain,
        {},
        {&kAt}},
+      {"report",
+       "Write a page of HTML that shows what was learnt, predicted and gained",
+       {"report", "report --out week.html"},
+       RunReport,
+       {},
+       {&kOut}},
   };
   return kCommands;
 }

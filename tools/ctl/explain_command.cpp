@@ -4,7 +4,6 @@
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
-#include "ctl/live_settings.h"
 #include "prediction/explanation.h"
 
 namespace dozewell::ctl {
@@ -25,12 +24,7 @@ tm TimeToExplain(const std::optional<std::string>& at) {
 void RunExplain(const Options& options, const Console& console) {
   const tm at = TimeToExplain(options.at);
   LiveEngine engine;
-  if (!engine.Warning().empty()) console.warn("warning: " + engine.Warning());
-  if (!ReadFeatureEnabled())
-    console.warn("warning: the feature is off, so nothing of this is done");
-  if (!ReadPredictionsEnabled()) {
-    console.warn("warning: DisablePrediction is 1, so nothing of this is done");
-  }
+  for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
   const Explanation explanation = Explain(engine.Tracker(), at);
   console.print(options.json ? ExplanationJson(explanation) : ExplanationText(explanation));
 }

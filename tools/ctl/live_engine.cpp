@@ -4,6 +4,7 @@
 
 #include "base/file.h"
 #include "base/utf8.h"
+#include "ctl/live_settings.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "settings/data_folder.h"
 
@@ -14,9 +15,18 @@ LiveEngine::LiveEngine()
     : path_(PathInFolder(DataFolderPath(), kDataFileName)),
       loaded_(LoadTracker(configuration_, path_)) {}
 
-std::string LiveEngine::Warning() const {
-  const char* const why = WhyIgnored(loaded_.state);
-  return why != nullptr ? NarrowToUtf8(path_) + ": ignored: " + why : "";
+std::vector<std::string> LiveEngine::Warnings() const {
+  std::vector<std::string> warnings;
+  if (const char* const why = WhyIgnored(loaded_.state)) {
+    warnings.push_back(NarrowToUtf8(path_) + ": ignored: " + why);
+  }
+  if (!ReadFeatureEnabled()) {
+    warnings.emplace_back("the feature is off, so nothing of this is done");
+  }
+  if (!ReadPredictionsEnabled()) {
+    warnings.emplace_back("DisablePrediction is 1, so nothing of this is done");
+  }
+  return warnings;
 }
 
 std::string EngineProblem() {

@@ -2,6 +2,7 @@
 #define DOZEWELL_CTL_LIVE_ENGINE_H_
 
 #include <string>
+#include <vector>
 
 #include "common/tracker_file.h"
 #include "prediction/configurations_impl.h"
@@ -15,9 +16,11 @@ class LiveEngine {
   // Throws what the engine throws when the settings make none.
   LiveEngine();
 
+  IConfigurations& Configuration() { return configuration_; }
   ArbitraryCycleProbabilityTracker& Tracker() { return loaded_.tracker; }
-  // Says that the data file was ignored and why; empty when it was loaded.
-  std::string Warning() const;
+  // What to know before what the engine says: that the data file was ignored and why, and that the
+  // service does nothing of it.
+  std::vector<std::string> Warnings() const;
 
  private:
   ConfigurationsImpl configuration_;

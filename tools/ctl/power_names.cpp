@@ -5,8 +5,8 @@
 #include <iterator>
 #include <limits>
 
+#include "common/duration_text.h"
 #include "common/text.h"
-#include "ctl/duration_text.h"
 
 namespace dozewell::ctl {
 namespace {

@@ -2,9 +2,9 @@
 #include <cstdio>
 #include <iterator>
 
+#include "common/duration_text.h"
 #include "common/json.h"
 #include "common/local_time.h"
-#include "ctl/duration_text.h"
 #include "ctl/status_report.h"
 #include "ctl/unreachable_text.h"
 #include "ctl/utc_time.h"

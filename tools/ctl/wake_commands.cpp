@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
+#include "common/duration_text.h"
 #include "common/json.h"
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
-#include "ctl/duration_text.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
 #include "ctl/wake_time_text.h"

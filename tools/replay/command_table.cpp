@@ -25,6 +25,9 @@ constexpr CommandOption kAt = {"--at", "YYYY-MM-DDTHH:MM:SS",
 constexpr CommandOption kNow = {"--now", "YYYY-MM-DDTHH:MM:SS",
                                 "Local time of the suspend; without one, that of the last event",
                                 &Options::now};
+constexpr CommandOption kReportTime = {
+    "--now", "YYYY-MM-DDTHH:MM:SS",
+    "Local time of the report; without one, that of the last event learnt", &Options::now};
 constexpr CommandOption kUtcNow = {"--now", "SECONDS", "UTC seconds since 1970 of the save",
                                    &Options::utcNow};
 constexpr CommandOption kLimit = {"--limit", "DAYS", "Days of history to keep", &Options::limit};
@@ -127,6 +130,13 @@ std::span<const Command> Commands() {
        {&kSettings, &kTimeoutToBeat},
        {&kJson},
        kCompareDetails},
+      {"report",
+       "Write a page of HTML that shows what was learnt, predicted and gained",
+       "report --history zs7state.dat --data cpredict.z7 --out report.html",
+       RunReport,
+       {&kHistory, &kData, &kOut},
+       {&kSettings, &kHibernateAfter, &kReportTime},
+       {}},
       {"merge",
        "Merge new records into a history as the service saves it",
        "merge --history old.dat --pending new.csv --now 1709316000 --limit 60 --out m.dat",

@@ -14,6 +14,7 @@ void RunProbabilities(const Options& options, Results& results);
 void RunSuspend(const Options& options, Results& results);
 void RunExplain(const Options& options, Results& results);
 void RunWeek(const Options& options, Results& results);
+void RunReport(const Options& options, Results& results);
 void RunMerge(const Options& options, Results& results);
 void RunImport(const Options& options, Results& results);
 void RunExport(const Options& options, Results& results);

@@ -1,20 +1,12 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <cstdio>
-#include <iterator>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "common/comparison.h"
+#include "common/hours_text.h"
 #include "common/json.h"
-#include "optimizer/best_set.h"
-#include "optimizer/parameter_grid.h"
-#include "optimizer/parameter_ranges.h"
-#include "optimizer/parameter_search.h"
-#include "optimizer/simulator.h"
-#include "replay/clairvoyant.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/optimizer_inputs.h"
@@ -22,60 +14,11 @@
 namespace dozewell {
 namespace {
 
-using Records = std::span<const HistoryRecord>;
-
-constexpr int64_t kComparedMinutes[] = {10, 30, 60, 180};
-
-// One way to spend the sleeps of a history.
-struct Choice {
-  std::string name;
-  std::string value;  // the text of an adopted set; empty for every other choice
-  Outcomes outcomes;
-};
-
-Outcomes OutcomesOf(const SimTimeLine& timeLine) {
-  Outcomes outcomes;
-  CountOutcomes(timeLine, outcomes);
-  return outcomes;
-}
-
-ParameterSet SetOf(const BestSetApplication& application) {
-  const auto& [firstLast, secondLast, agregation, high, low, dayGrouping] =
-      application.parameters.value();
-  return {{high, low}, {firstLast, secondLast, agregation}, dayGrouping};
-}
-
-// What the service does once the set is the chosen one.
-Outcomes Adopted(const BestSet& best, Records records, const Outcomes& baseline,
-                 const Outcomes& unchanged) {
-  const BestSetApplication application = ReadBestSet(best.value);
-  if (application.disabled != 0) return baseline;
-  if (!application.parameters) return unchanged;
-  NativeSimulatorConfigurations parameters = ConfigurationsOf(SetOf(application));
-  return OutcomesOf(SimulatePredictor(parameters, records));
-}
-
-std::vector<Choice> Compare(Records records, IConfigurations& configuration,
-                            int64_t hibernateAfterSeconds) {
-  std::vector<Choice> choices;
-  for (const int64_t minutes : kComparedMinutes) {
-    choices.push_back({std::to_string(minutes) + " minutes", "",
-                       OutcomesOf(SimulateFixedTimeout(records, minutes * 60))});
-  }
-  choices.push_back({"never", "", OutcomesOf(SimulateFixedTimeout(records, 0))});
-
-  NativeSimulatorConfigurations given = SimulatedParameters(configuration);
-  const Outcomes unchanged = OutcomesOf(SimulatePredictor(given, records));
-  choices.push_back({"settings", "", unchanged});
-
-  const Outcomes baseline = OutcomesOf(SimulateFixedTimeout(records, hibernateAfterSeconds));
-  const auto results =
-      SearchParameters(records, baseline, BuildParameterGrid(ReadParameterRanges(configuration)),
-                       ReadPredictorNumbers(configuration, "WR"));
-  for (const BestSet& best : results.value()) {
-    choices.push_back({best.name, best.value, Adopted(best, records, baseline, unchanged)});
-  }
-  choices.push_back({"clairvoyant", "", OutcomesOf(SimulateClairvoyant(records))});
+std::vector<Choice> AllChoices(const Comparison& comparison) {
+  std::vector<Choice> choices = comparison.fixed;
+  choices.push_back(comparison.settings);
+  choices.insert(choices.end(), comparison.adopted.begin(), comparison.adopted.end());
+  choices.push_back(comparison.clairvoyant);
   return choices;
 }
 
@@ -96,13 +39,6 @@ std::string PaddedRight(std::string text, size_t width) {
 
 std::string PaddedLeft(const std::string& text, size_t width) {
   return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-std::string HoursText(int64_t seconds) {
-  constexpr double kSecondsPerHour = 3600;
-  char text[64];
-  std::snprintf(text, std::size(text), "%.1f", static_cast<double>(seconds) / kSecondsPerHour);
-  return text;
 }
 
 std::string TableLine(const std::string& name, const std::array<std::string, 4>& cells) {
@@ -133,7 +69,7 @@ void RunCompare(const Options& options, Results& results) {
   const std::vector<HistoryRecord> records = LoadOptimizerHistory(options.history.value());
   FileConfigurations configuration(LoadSettings(options.settings));
   const std::vector<Choice> choices =
-      Compare(records, configuration, HibernateAfterSeconds(options.hibernateAfter));
+      AllChoices(Compare(records, configuration, HibernateAfterSeconds(options.hibernateAfter)));
   results.output = options.json ? "{\"records\":" + std::to_string(records.size()) +
                                       ",\"choices\":" + JsonList(choices, ChoiceJson) + "}\n"
                                 : Table(choices);

@@ -26,6 +26,7 @@ class LearntData {
   CyclicProbabilityPredictor& Predictor() { return predictor_; }
   // A tracker of its own on the same data, for what the predictor does not show.
   ArbitraryCycleProbabilityTracker Tracker();
+  IConfigurations& Configuration() { return configuration_; }
   CycleShape Shape() { return ConfiguredShape(configuration_); }
 
   // The time that an option gives, or without it that of the last event learnt. Throws ReplayError

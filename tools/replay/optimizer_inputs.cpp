@@ -11,13 +11,6 @@ std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name) {
   return IncreasingRecords(LoadHistory(name).bytes);
 }
 
-NativeSimulatorConfigurations SimulatedParameters(IConfigurations& configuration) {
-  const auto text = [&](const char* key) { return configuration.GetValue(kPredictorSection, key); };
-  return NativeSimulatorConfigurations(
-      kSimulatedDataPath, text("DaysInCycle"), text("FirstLastWeight"), text("SecondLastWeight"),
-      text("AgregationWeight"), text("StrengthHigh"), text("StrengthLow"), text("DayGrouping"));
-}
-
 int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes) {
   constexpr int64_t kDefaultMinutes = 10;
   constexpr int64_t kSecondsPerMinute = 60;

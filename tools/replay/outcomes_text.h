@@ -13,9 +13,6 @@ std::string OutcomesJson(const Outcomes& outcomes);
 // The outcomes in words, a line each.
 std::string OutcomesText(const Outcomes& outcomes);
 
-// Seconds as hours with one decimal, such as "20.7 hours".
-std::string HoursText(int64_t seconds);
-
 // A line for each entry: its seconds and the number of its state.
 std::string TimeLineText(const SimTimeLine& timeLine);
 

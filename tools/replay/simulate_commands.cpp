@@ -1,5 +1,6 @@
 #include <vector>
 
+#include "common/simulated_parameters.h"
 #include "optimizer/simulator.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"

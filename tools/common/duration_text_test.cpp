@@ -1,8 +1,8 @@
-#include "ctl/duration_text.h"
+#include "common/duration_text.h"
 
 #include <doctest/doctest.h>
 
-namespace dozewell::ctl {
+namespace dozewell {
 
 TEST_CASE("a duration is a number of minutes or has units from the longest on") {
   CHECK(ParseDuration("0") == 0);
@@ -45,4 +45,4 @@ TEST_CASE("what is shown can be given") {
   }
 }
 
-}  // namespace dozewell::ctl
+}  // namespace dozewell

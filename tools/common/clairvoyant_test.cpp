@@ -1,4 +1,4 @@
-#include "replay/clairvoyant.h"
+#include "common/clairvoyant.h"
 
 #include <doctest/doctest.h>
 

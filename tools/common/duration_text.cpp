@@ -1,4 +1,4 @@
-#include "ctl/duration_text.h"
+#include "common/duration_text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 #include "common/text.h"
 
-namespace dozewell::ctl {
+namespace dozewell {
 namespace {
 
 constexpr int64_t kMinutesInHour = 60;
@@ -71,4 +71,4 @@ std::string DurationText(int64_t minutes) {
   return text;
 }
 
-}  // namespace dozewell::ctl
+}  // namespace dozewell

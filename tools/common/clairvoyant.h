@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_CLAIRVOYANT_H_
-#define DOZEWELL_REPLAY_CLAIRVOYANT_H_
+#ifndef DOZEWELL_COMMON_CLAIRVOYANT_H_
+#define DOZEWELL_COMMON_CLAIRVOYANT_H_
 
 #include <span>
 
@@ -17,4 +17,4 @@ SimTimeLine SimulateClairvoyant(std::span<const HistoryRecord> history);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_CLAIRVOYANT_H_
+#endif  // DOZEWELL_COMMON_CLAIRVOYANT_H_

@@ -1,0 +1,96 @@
+#!/usr/bin/env python3
+"""Tests `dozewell-replay report` from outside. What the page looks like is for
+report_browser_test.py to say.
+
+    report_cli_test.py --tool build/native/dozewell-replay
+    report_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+"""
+
+import sys
+
+from replay_cli_test import contains, equal, main
+
+FILES = ("--history", "h.csv", "--data", "d.z7", "--settings", "s.ini")
+
+
+def page(tool, *more):
+    out = tool.works("report", *FILES, "--out", "r.html", *more)
+    html = tool.read("r.html")
+    equal(out, "r.html: %d bytes\n" % len(html))
+    return html.decode()
+
+
+def test_a_report_is_of_the_last_event_unless_a_time_is_given(tool):
+    tool.example()
+    html = page(tool)
+    contains(html, "<title>Dozewell report, Fri 2 Jan 1970</title>")
+    contains(html, "Dozewell report of Fri 2 Jan 1970, 12:00. The history has 4 records, from "
+                   "Thu 1 Jan 1970 to Fri 2 Jan 1970.")
+    equal(page(tool, "--now", "1970-01-02T12:00:00"), html)
+    contains(page(tool, "--now", "1970-01-05T07:30:00"), "report of Mon 5 Jan 1970, 07:30.")
+
+
+def test_the_time_that_it_predicts_from_is_that_of_the_report(tool):
+    tool.example()
+    html = page(tool, "--now", "1970-01-03T09:00:00")
+    contains(html, tool.works("explain", "--data", "d.z7", "--settings", "s.ini", "--at",
+                              "1970-01-03T09:00:00"))
+
+
+def test_the_timeout_to_compare_with(tool):
+    tool.example()
+    contains(page(tool), "Next to a fixed timeout of 10 minutes, ")
+    contains(page(tool, "--hibernate-after", "180"), "Next to a fixed timeout of 180 minutes, ")
+    contains(page(tool, "--hibernate-after", "0"), "Next to never hibernating, ")
+
+
+def test_what_is_compared_is_what_compare_says(tool):
+    tool.example()
+    html = page(tool)
+    rows = [line.split() for line in
+            tool.works("compare", "--history", "h.csv", "--settings", "s.ini").splitlines()]
+    names = {"never": "never", "settings": "these settings", "clairvoyant": "best possible"}
+    found = 0
+    for row in rows:
+        if row[0] in names:
+            found += 1
+            shown = html.split('<th scope="row">%s</th>' % names[row[0]])[1].split("</tr>")[0]
+            equal([cell.split("<")[0] for cell in shown.split('<td class="number">')[1:]], row[1:])
+    equal(found, len(names))
+
+
+def test_a_data_file_that_is_ignored_is_told_on_the_page_too(tool):
+    tool.example()
+    tool.write("d.z7", "short")
+    warning = "d.z7: ignored: it is not of the size that the configured cycle needs"
+    tool.works("report", *FILES, "--out", "r.html", "--now", "1970-01-05T07:30:00",
+               warnings=[warning])
+    contains(tool.read("r.html").decode(), '<p class="note">%s</p>' % warning)
+    tool.fails("d.z7: holds no event whose time could be taken; give --now", "report", *FILES,
+               "--out", "r.html", warnings=[warning])
+
+
+def test_a_history_that_cannot_be_replayed(tool):
+    tool.example()
+    tool.write("h.csv", "0,0\n100,1\n200,4\n")
+    contains(page(tool), "The history cannot be replayed: Unknown event in the history.")
+
+
+def test_what_goes_wrong_leaves_the_page_that_was_there(tool):
+    tool.example()
+    tool.write("r.html", "old")
+    before = tool.files()
+    out = ("--out", "r.html")
+    missing = "gone: cannot be read: No such file or directory"
+    tool.fails(missing, "report", "--history", "gone", "--data", "d.z7", *out)
+    tool.fails(missing, "report", "--history", "h.csv", "--data", "gone", *out)
+    tool.fails(missing, "report", *FILES[:4], "--settings", "gone", *out)
+    tool.fails("--now: not a local time YYYY-MM-DDTHH:MM:SS: noon", "report", *FILES, *out,
+               "--now", "noon")
+    tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: ten", "report",
+               *FILES, *out, "--hibernate-after", "ten")
+    equal(tool.files(), before)
+
+
+if __name__ == "__main__":
+    sys.exit(main(globals(), __doc__))

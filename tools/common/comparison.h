@@ -1,0 +1,51 @@
+#ifndef DOZEWELL_COMMON_COMPARISON_H_
+#define DOZEWELL_COMMON_COMPARISON_H_
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "optimizer/parameter_grid.h"
+#include "optimizer/parameter_search.h"
+#include "optimizer/sim_time_line.h"
+#include "prediction/configurations.h"
+#include "prediction/history_file.h"
+
+namespace dozewell {
+
+// One way to spend the sleeps of a history.
+struct Choice {
+  std::string name;   // "10 minutes", "never", "settings", "Best0", "clairvoyant"
+  std::string value;  // the text of an adopted set; empty for every other choice
+  Outcomes outcomes;
+
+  bool operator==(const Choice&) const = default;
+};
+
+// What a history would have come to, with timeouts that a user can set, with predictions, and with
+// the best that anyone could do.
+struct Comparison {
+  std::vector<Choice> fixed;  // hibernate-after timeouts, from the shortest to never
+  Choice settings;            // the parameters as they are
+  std::vector<Choice>
+      adopted;  // what the service does with each result of a search, in their order
+  Choice clairvoyant;
+
+  Outcomes baseline;  // the timeout that the search measures its sets against
+  uint64_t sets;      // how many of those there are
+  std::vector<BestSet> best;
+};
+
+// The parameters that a result of a search stands for; nothing when there are none.
+std::optional<ParameterSet> SetOf(const BestSet& best);
+
+// Simulates all of it. The search takes ranges and weights from the configuration. Throws what a
+// simulation throws.
+Comparison Compare(std::span<const HistoryRecord> history, IConfigurations& configuration,
+                   int64_t hibernateAfterSeconds);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_COMMON_COMPARISON_H_

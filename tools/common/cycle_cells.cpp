@@ -1,0 +1,81 @@
+#include "common/cycle_cells.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "prediction/slot_probability.h"
+#include "prediction/tracker.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int kMostCells = 48;
+constexpr int kMinutesInRealDay = 1440;
+// What the hours of a label have room for.
+constexpr int kMostMinutesInDay = 100 * 60;
+
+constexpr const char* kWeekDays[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
+constexpr int kThursday = 3;  // the day that slot 0 begins
+
+struct Cycle {
+  const CycleShape& shape;
+  std::span<const float> probabilities;
+  int cellMinutes;
+
+  // A week starts where people start it, other cycles where they start.
+  bool IsWeek() const {
+    return shape.daysInCycle == kDaysInWeek && shape.minutesInDay == kMinutesInRealDay;
+  }
+  std::string RowName(int row) const {
+    return IsWeek() ? kWeekDays[row] : "day " + std::to_string(row);
+  }
+  int DayOfRow(int row) const {
+    return IsWeek() ? (row + kDaysInWeek - kThursday) % kDaysInWeek : row;
+  }
+
+  std::optional<double> Mean(int day, int firstMinute) const;
+  CycleCells::Row Row(int row) const;
+};
+
+std::optional<double> Cycle::Mean(int day, int firstMinute) const {
+  const int64_t firstSlot = int64_t{day} * shape.SlotsPerDay();
+  const int end = std::min(firstMinute + cellMinutes, shape.minutesInDay);
+  double sum = 0;
+  int known = 0;
+  for (int minute = firstMinute; minute < end; ++minute) {
+    const int64_t slot = firstSlot + minute / shape.minutesPerSlot;
+    const float probability = probabilities[static_cast<size_t>(slot)];
+    // Not-a-number, which weights without a sum give, tells nothing either.
+    if (probability == kUnknownProbability || std::isnan(probability)) continue;
+    sum += std::clamp(probability, 0.0F, 1.0F);
+    ++known;
+  }
+  return known > 0 ? std::optional(sum / known) : std::nullopt;
+}
+
+CycleCells::Row Cycle::Row(int row) const {
+  CycleCells::Row result = {RowName(row), {}};
+  for (int minute = 0; minute < shape.minutesInDay; minute += cellMinutes) {
+    result.cells.push_back(Mean(DayOfRow(row), minute));
+  }
+  return result;
+}
+
+}  // namespace
+
+std::optional<CycleCells> MakeCycleCells(const CycleShape& shape,
+                                         std::span<const float> probabilities) {
+  const bool wholeDays =
+      shape.IsUsable() && shape.minutesInDay > 0 && shape.minutesInDay <= kMostMinutesInDay &&
+      int64_t{shape.SlotsPerDay()} * shape.daysInCycle == std::ssize(probabilities);
+  if (!wholeDays) return std::nullopt;
+  const int cellMinutes = (shape.minutesInDay + kMostCells - 1) / kMostCells;
+  const Cycle cycle = {shape, probabilities, cellMinutes};
+  CycleCells cells = {cellMinutes, {}};
+  for (int row = 0; row < shape.daysInCycle; ++row) cells.rows.push_back(cycle.Row(row));
+  return cells;
+}
+
+}  // namespace dozewell

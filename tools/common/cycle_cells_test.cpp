@@ -1,0 +1,68 @@
+#include "common/cycle_cells.h"
+
+#include <doctest/doctest.h>
+
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+#include "prediction/tracker.h"
+
+namespace dozewell {
+namespace {
+
+using Cells = std::vector<std::optional<double>>;
+
+}  // namespace
+
+TEST_CASE("a week has a row for each day from Monday on, with 48 cells") {
+  std::vector<float> probabilities(7 * 144, kUnknownProbability);
+  // The first slot is a Thursday's.
+  probabilities[0] = 0.5F;
+  probabilities[4 * 144 + 143] = 1.0F;
+  const auto map = MakeCycleCells({7, 1440, 10}, probabilities);
+  REQUIRE(map);
+  CHECK(map->cellMinutes == 30);
+  std::vector<std::string> names;
+  for (const CycleCells::Row& row : map->rows) {
+    names.push_back(row.name);
+    CHECK(row.cells.size() == 48);
+  }
+  CHECK(names == std::vector<std::string>{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"});
+  CHECK(map->rows[3].cells[0] == 0.5);
+  CHECK(map->rows[3].cells[1] == std::nullopt);
+  CHECK(map->rows[0].cells[47] == 1.0);
+}
+
+TEST_CASE("a cell is the mean of its minutes that are known, held between 0 and 1") {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  // Cells of two minutes, so that one has a part of two slots.
+  const std::vector<float> probabilities = {1.0F, 0.0F, nan, 5.0F, -0.5F, 0.25F};
+  const auto map = MakeCycleCells({2, 60, 20}, probabilities);
+  REQUIRE(map);
+  CHECK(map->cellMinutes == 2);
+  REQUIRE(map->rows.size() == 2);
+  CHECK(map->rows[0].name == "day 0");
+  CHECK(map->rows[1].name == "day 1");
+  const Cells& first = map->rows[0].cells;
+  const Cells& second = map->rows[1].cells;
+  CHECK(first.size() == 30);
+  CHECK(first[9] == 1.0);
+  CHECK(first[10] == 0.0);
+  CHECK(first[20] == std::nullopt);
+  CHECK(second[0] == 1.0);
+  CHECK(second[10] == 0.0);
+  CHECK(second[29] == 0.25);
+  const std::vector<float> quarters = {1.0F, 0.0F, 0.0F, 0.0F};
+  CHECK(MakeCycleCells({1, 60, 15}, quarters)->rows[0].cells[7] == 0.5);
+}
+
+TEST_CASE("a cycle that is not one of whole days has no cells") {
+  const std::vector<float> probabilities(7, 0.5F);
+  CHECK_FALSE(MakeCycleCells({1, 60, 0}, probabilities));
+  CHECK_FALSE(MakeCycleCells({1, 60, 7}, probabilities));
+  CHECK_FALSE(MakeCycleCells({-1, 1440, 30}, probabilities));
+  CHECK_FALSE(MakeCycleCells({1, 7000, 1000}, probabilities));
+}
+
+}  // namespace dozewell

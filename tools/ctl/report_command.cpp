@@ -1,0 +1,69 @@
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/file.h"
+#include "base/utf8.h"
+#include "common/json.h"
+#include "ctl/command_failure.h"
+#include "ctl/commands.h"
+#include "ctl/live_engine.h"
+#include "power/hibernate_after.h"
+#include "power/power_scheme.h"
+#include "power/power_source.h"
+#include "prediction/history_file.h"
+#include "replay/optimizer_inputs.h"
+#include "replay/output_file.h"
+#include "report/report.h"
+#include "settings/data_folder.h"
+
+namespace dozewell::ctl {
+namespace {
+
+constexpr const char* kDefaultName = "dozewell-report.html";
+
+// The user's own timeout for the power source that the machine runs on; the one that is taken where
+// none can be read otherwise.
+int64_t LiveHibernateAfterSeconds() {
+  constexpr int64_t kMinute = 60;
+  uint8_t acLineStatus = kLineUnknown;
+  uint32_t minutes = 0;
+  const bool found =
+      ReadAcLineStatus(acLineStatus) &&
+      ReadHA(acLineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC, minutes);
+  return found ? minutes * kMinute : HibernateAfterSeconds(std::nullopt);
+}
+
+// Without the folder, the engine has said so before.
+std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
+  const std::wstring path = PathInFolder(DataFolderPath(), kHistoryFileName);
+  const auto file = ReadWholeFile(path);
+  if (file) return IncreasingRecords(*file);
+  warnings.push_back(NarrowToUtf8(path) + ": ignored: it cannot be opened");
+  return {};
+}
+
+}  // namespace
+
+void RunReport(const Options& options, const Console& console) {
+  tm now;
+  if (!LocalTimeNow(now)) {
+    throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
+  }
+  // The page tells minutes, so that of a minute is always the same.
+  now.tm_sec = 0;
+  LiveEngine engine;
+  std::vector<std::string> warnings = engine.Warnings();
+  const std::vector<HistoryRecord> history = LiveHistory(warnings);
+  for (const std::string& warning : warnings) console.warn("warning: " + warning);
+  const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
+                                               now, LiveHibernateAfterSeconds(), warnings});
+  const std::string name = options.out.value_or(kDefaultName);
+  OutputFile(name).Write(page.data(), page.size());
+  const std::string size = std::to_string(page.size());
+  console.print(options.json ? "{\"file\":" + JsonString(name) + ",\"bytes\":" + size + "}\n"
+                             : name + ": " + size + " bytes\n");
+}
+
+}  // namespace dozewell::ctl

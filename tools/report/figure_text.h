@@ -1,0 +1,35 @@
+#ifndef DOZEWELL_REPORT_FIGURE_TEXT_H_
+#define DOZEWELL_REPORT_FIGURE_TEXT_H_
+
+#include <cstdint>
+#include <string>
+
+#include "base/wall_clock.h"
+
+namespace dozewell::report {
+
+// How the report writes times and numbers. Times are such that TmFromSeconds gave.
+
+std::string DateText(const tm& time);      // "Thu 29 Feb"
+std::string LongDateText(const tm& time);  // "Thu 29 Feb 2024"
+std::string TimeText(const tm& time);      // "17:43"
+std::string DateTimeText(const tm& time);  // "Thu 29 Feb, 17:43"
+
+// The same of wall-clock seconds, which must be ones that TmFromSeconds converts.
+tm TimeOf(int64_t seconds);
+
+// "62" of 0.62.
+std::string PercentText(double share);
+
+// "1 resume", "2 resumes".
+std::string CountText(int64_t count, const char* singular, const char* plural);
+
+// "a fixed timeout of 180 minutes", for 0 seconds one that never ends.
+std::string TimeoutText(int64_t seconds);
+
+// A share of a whole, both positive, as CSS has it: "33.26%".
+std::string CssPercent(int64_t part, int64_t whole);
+
+}  // namespace dozewell::report
+
+#endif  // DOZEWELL_REPORT_FIGURE_TEXT_H_

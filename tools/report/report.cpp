@@ -1,0 +1,99 @@
+#include "report/report.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+
+#include "base/numbers.h"
+#include "common/comparison.h"
+#include "common/html.h"
+#include "common/simulated_parameters.h"
+#include "optimizer/simulator.h"
+#include "report/figure_text.h"
+#include "report/gain_section.h"
+#include "report/now_section.h"
+#include "report/outlook_section.h"
+#include "report/past_section.h"
+#include "report/section.h"
+#include "report/style.h"
+#include "report/week_section.h"
+#include "report/winners_section.h"
+
+namespace dozewell::report {
+namespace {
+
+constexpr const char* kHead =
+    "<!DOCTYPE html>\n"
+    "<html lang=\"en\">\n"
+    "<head>\n"
+    "<meta charset=\"utf-8\">\n"
+    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+    "<meta name=\"color-scheme\" content=\"light dark\">\n"
+    // Whatever a text may have smuggled in, nothing is loaded and nothing runs.
+    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
+    "'unsafe-inline'; img-src data:\">\n"
+    "<link rel=\"icon\" href=\"data:,\">\n";
+
+std::vector<float> Probabilities(ITracker& tracker) {
+  std::vector<float> probabilities(static_cast<size_t>(tracker.GetData()->slotCount));
+  for (size_t slot = 0; slot < probabilities.size(); ++slot) {
+    probabilities[slot] = tracker.GetSlotProbability(static_cast<int>(slot));
+  }
+  return probabilities;
+}
+
+std::string DateOf(const HistoryRecord& record) {
+  return LongDateText(TimeOf(std::clamp(TruncateToInt64(record.time), int64_t{0}, kLastSecond)));
+}
+
+std::string HistoryText(const std::vector<HistoryRecord>& history) {
+  if (history.empty()) return "Nothing is recorded yet.";
+  return "The history has " + CountText(std::ssize(history), "record", "records") + ", from " +
+         DateOf(history.front()) + " to " + DateOf(history.back()) + ".";
+}
+
+std::string Header(const ReportInput& input) {
+  std::string notes;
+  for (const std::string& note : input.notes) {
+    notes += HtmlElement("p", {{"class", "note"}}, HtmlText(note));
+  }
+  return HtmlElement(
+             "header",
+             HtmlElement("h1", "When this machine is needed") +
+                 HtmlElement("p", {{"class", "lead"}},
+                             HtmlText("Dozewell report of " + LongDateText(input.now) + ", " +
+                                      TimeText(input.now) + ". " + HistoryText(input.history))) +
+                 notes) +
+         "\n";
+}
+
+std::string ReplaySections(const ReportInput& input) {
+  try {
+    const Comparison comparison =
+        Compare(input.history, input.configuration, input.hibernateAfterSeconds);
+    NativeSimulatorConfigurations parameters = SimulatedParameters(input.configuration);
+    return GainSection(comparison, input.hibernateAfterSeconds) +
+           WinnersSection(comparison, ReadPredictorNumbers(input.configuration, "WR"),
+                          input.configuration.GetValue(kPredictorSection, "Strength"),
+                          input.hibernateAfterSeconds) +
+           PastSection(SimulatePredictor(parameters, input.history));
+  } catch (const std::exception& error) {
+    return Section("replay", "The recorded past",
+                   std::string("The history cannot be replayed: ") + error.what() + ".", "");
+  }
+}
+
+}  // namespace
+
+std::string MakeReport(const ReportInput& input) {
+  const std::string title = "Dozewell report, " + LongDateText(input.now);
+  const std::string sections =
+      NowSection(Explain(input.tracker, input.now)) +
+      WeekSection(ShapeOf(*input.tracker.GetData()), Probabilities(input.tracker)) +
+      OutlookSection(input.tracker, input.now) + ReplaySections(input);
+  return kHead + HtmlElement("title", HtmlText(title)) + "\n" +
+         HtmlElement("style", std::string("\n") + kStyle) + "\n</head>\n<body>\n" + Header(input) +
+         HtmlElement("main", "\n" + sections) + "\n</body>\n</html>\n";
+}
+
+}  // namespace dozewell::report

@@ -1,0 +1,29 @@
+#ifndef DOZEWELL_REPORT_REPORT_H_
+#define DOZEWELL_REPORT_REPORT_H_
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/configurations.h"
+#include "prediction/history_file.h"
+
+namespace dozewell::report {
+
+struct ReportInput {
+  IConfigurations& configuration;
+  ArbitraryCycleProbabilityTracker& tracker;  // on what was learnt
+  std::vector<HistoryRecord> history;         // those that count
+  tm now;                                     // a valid local time
+  int64_t hibernateAfterSeconds;              // the timeout to compare with; 0 is never
+  std::vector<std::string> notes;             // what the reader has to know first
+};
+
+// A page of HTML that stands alone: it loads nothing and runs no script. The same input makes the
+// same page. A history that cannot be replayed leaves out what would need that, and says why.
+std::string MakeReport(const ReportInput& input);
+
+}  // namespace dozewell::report
+
+#endif  // DOZEWELL_REPORT_REPORT_H_

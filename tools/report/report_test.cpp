@@ -1,0 +1,76 @@
+#include "report/report.h"
+
+#include <doctest/doctest.h>
+
+#include "support/mornings.h"
+#include "support/text_parts.h"
+
+namespace dozewell::report {
+namespace {
+
+constexpr int kDays = 10;
+
+std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {}) {
+  fakes::Configurations configuration = AllDaysAlike();
+  configuration.values["StrengthHighRange"] = "60";
+  configuration.values["StrengthLowRange"] = "40";
+  configuration.values["FirstLastWeightRange"] = "50";
+  configuration.values["SecondLastWeightRange"] = "30";
+  configuration.values["DayGroupingRange"] = "255";
+  configuration.values["WR"] = "50 90";
+  configuration.values["Strength"] = "1";
+  ArbitraryCycleProbabilityTracker tracker(&configuration);
+  Learn(tracker, Mornings(kDays));
+  tm now;
+  TmFromSeconds(SimTime(kDays, 9, 3), now);
+  return MakeReport({configuration, tracker, history, now, 600, std::move(notes)});
+}
+
+}  // namespace
+
+TEST_CASE("a page has all sections and stands alone") {
+  const std::string page = Page(Mornings(kDays));
+  CHECK(page.starts_with("<!DOCTYPE html>\n<html lang=\"en\">\n"));
+  CHECK(page.ends_with("</body>\n</html>\n"));
+  CHECK(Contains(page, "<title>Dozewell report, Sun 11 Jan 2026</title>"));
+  CHECK(Contains(page,
+                 "Dozewell report of Sun 11 Jan 2026, 09:03. The history has 20 records, "
+                 "from Thu 1 Jan 2026 to Sat 10 Jan 2026."));
+  for (const char* const id : {"now", "week", "outlook", "gain", "winners", "past"}) {
+    CHECK(CountOf(std::string("<section id=\"") + id + "\"", page) == 1);
+  }
+  CHECK(CountOf("<article>", page) == 2);
+  CHECK(Contains(page, "Strength 1 <span class=\"badge\">chosen</span>"));
+  CHECK(Contains(page, "prefers-color-scheme: dark"));
+  for (const char* const loading : {"<script", "src=", "url(", "@import", "http:", "https:"}) {
+    CHECK_FALSE(Contains(page, loading));
+  }
+}
+
+TEST_CASE("the same input makes the same page") {
+  CHECK(Page(Mornings(kDays)) == Page(Mornings(kDays)));
+}
+
+TEST_CASE("notes come first and are text") {
+  const std::string page = Page({}, {"<b>: ignored", "the feature is off"});
+  CHECK(Contains(page,
+                 "<p class=\"note\">&lt;b&gt;: ignored</p><p class=\"note\">the feature is "
+                 "off</p></header>"));
+  CHECK(Contains(page, "Nothing is recorded yet."));
+}
+
+TEST_CASE("a history that cannot be replayed leaves the rest of the page") {
+  std::vector<HistoryRecord> history = Mornings(kDays);
+  history[3].asleep = 7;
+  const std::string page = Page(history);
+  CHECK(Contains(page, "The history cannot be replayed: "));
+  CHECK(Contains(page, "<section id=\"outlook\""));
+  CHECK_FALSE(Contains(page, "<section id=\"gain\""));
+}
+
+TEST_CASE("records beyond the calendar are dated with its ends") {
+  const std::string page = Page({{-1e15, 0, 0}, {1e15, 1, 0}});
+  CHECK(Contains(page, "from Thu 1 Jan 1970 to Wed 31 Dec 3000."));
+}
+
+}  // namespace dozewell::report
