@@ -12,6 +12,7 @@ from waiting import wait_until
 from wine import ZONE, Wine
 
 PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
+SETUP_HELPER = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
 STATE_FILE = "lab/machine.bin"
 STEP_SECONDS = 10
 
@@ -19,7 +20,8 @@ _PROGRAM_FOLDER = "Program Files/Dozewell"
 _DRIVER = "dozewell_lab"
 _KERNEL_DRIVER, _DEMAND_START = 1, 3
 _SYSTEM_CLASS = "{4D36E97D-E325-11CE-BFC1-08002BE10318}"
-_OVERRIDES = "HKCU\\Software\\Wine\\AppDefaults\\DozewellService.exe\\DllOverrides"
+# The programs that get the lab's power schemes, and all that comes with these.
+_SERVED = ("DozewellService.exe", "dozewell-setup.exe")
 
 
 class Installation:
@@ -62,7 +64,7 @@ class Installation:
         self._start_agent()
         if is_new:
             self._install_driver()
-            self._prefer_the_labs_library()
+        self._prefer_the_labs_library()
         wait_until(self._driver_answers, "the driver does not answer")
         finished.touch()
 
@@ -71,7 +73,7 @@ class Installation:
             "lab/agent.exe": "lab",
             "lab/dozewell_lab.sys": "windows/system32/drivers",
             "lab/powrprof.dll": _PROGRAM_FOLDER,
-            "DozewellService.exe": _PROGRAM_FOLDER,
+            **dict.fromkeys(_SERVED, _PROGRAM_FOLDER),
         }
         for file, place in places.items():
             folder = self.wine.drive / place
@@ -95,7 +97,10 @@ class Installation:
         self.agent.ask("start-service", _DRIVER)
 
     def _prefer_the_labs_library(self):
-        Registry(self.agent).write("powrprof", "native,builtin", _OVERRIDES)
+        for program in _SERVED:
+            Registry(self.agent).write(
+                "powrprof", "native,builtin",
+                f"HKCU\\Software\\Wine\\AppDefaults\\{program}\\DllOverrides")
 
     def _driver_answers(self):
         try:

@@ -18,6 +18,7 @@ from driver import Driver
 from failures import SystemCalls
 from installation import PROGRAM, STEP_SECONDS
 from link import Link, LinkLost
+from package import Package
 from power_schemes import PowerSchemes
 from record import EVENTS, Record, of_kinds
 from registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
@@ -89,6 +90,7 @@ class Machine:
                             seconds=50)
         self.crowd = Tool(self._wine, installation.build / "rpc_clients_test.exe", self.take_step,
                           seconds=50)
+        self.package = Package(installation, self.take_step)
         self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
         # Where the program runs when it is run with an argument.
         self.current_folder = self._wine.drive
@@ -152,6 +154,13 @@ class Machine:
         finished = self._wine.run(PROGRAM, *(arguments or ["-i"]), timeout=STEP_SECONDS)
         self._await_serving()
         return Finished(finished.returncode, finished.stdout, self._finish_step())
+
+    def install_package(self, package):
+        """Has a package installed, and waits for the service that it starts."""
+        self._before_start()
+        self.package.install(package)
+        self._await_serving()
+        return self._finish_step()
 
     def start_console(self, *arguments):
         """Starts the program in a console, to be ended with press_ctrl_c, and waits until it

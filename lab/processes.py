@@ -9,8 +9,11 @@ def thread_runs(wine_folder, program):
     runs = {}
     for process in _processes(wine_folder, program):
         for thread in (process / "task").iterdir():
-            status = dict(line.split(":\t", 1) for line in
-                          (thread / "status").read_text().splitlines())
+            try:
+                lines = (thread / "status").read_text().splitlines()
+            except (FileNotFoundError, ProcessLookupError):
+                continue  # it has ended since
+            status = dict(line.split(":\t", 1) for line in lines)
             runs[int(thread.name)] = (int(status["voluntary_ctxt_switches"]) +
                                       int(status["nonvoluntary_ctxt_switches"]))
     return runs

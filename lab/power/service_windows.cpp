@@ -50,11 +50,23 @@ BOOL WINAPI SendStatus(SERVICE_STATUS_HANDLE handle, SERVICE_STATUS* status) {
   return SendStatusImport.System(handle, status);
 }
 
-// Wine refuses a delayed start, so what was asked for shows here only.
+// Times in milliseconds, the period in seconds.
+std::string RestartsText(const SERVICE_FAILURE_ACTIONSW& onFailure) {
+  std::string text = "restart after";
+  for (DWORD i = 0; i < onFailure.cActions; ++i) {
+    const SC_ACTION& action = onFailure.lpsaActions[i];
+    text += action.Type == SC_ACTION_RESTART ? Format(" %lu", action.Delay) : " never";
+  }
+  return text + Format(" ms, anew after %lu s", onFailure.dwResetPeriod);
+}
+
+// Wine refuses a delayed start and forgets restarts, so what was asked for shows here only.
 BOOL WINAPI ChangeConfig(SC_HANDLE service, DWORD level, void* info) {
   if (level == SERVICE_CONFIG_DELAYED_AUTO_START_INFO) {
     const auto* const delayed = static_cast<SERVICE_DELAYED_AUTO_START_INFO*>(info);
     Record("config", Format("delayed start %d", delayed->fDelayedAutostart));
+  } else if (level == SERVICE_CONFIG_FAILURE_ACTIONS) {
+    Record("config", RestartsText(*static_cast<SERVICE_FAILURE_ACTIONSW*>(info)));
   }
   if (const uint32_t error = ChangeConfigImport.CountCall()) return FailureOf<BOOL>(error);
   return ChangeConfigImport.System(service, level, info);

@@ -2,9 +2,11 @@
 // the feature on and off and others have events dispatched. For a machine of its own, whose
 // settings are lost:
 //
-//   rpc_clients_test DOZEWELLSERVICE [CLIENTS]   of a service that it starts, without the driver,
-//                                                with what the service holds before and after
-//   rpc_clients_test -running CLIENTS            of one that runs
+//   rpc_clients_test DOZEWELLSERVICE [CLIENTS]
+//   rpc_clients_test -running CLIENTS
+//
+// The first starts the service, without the driver, and sees what it holds before and after; the
+// second has many clients at once call a service that runs.
 
 #include <windows.h>
 

@@ -1,11 +1,12 @@
 // Sends packets to the service over its pipe, right ones and wrong ones, and sees what it makes of
 // them. For a machine of its own, whose settings are lost:
 //
-//   rpc_wire_test DOZEWELLSERVICE [MUTATED_PACKETS]   to a service that it starts, without the
-//   driver rpc_wire_test -refused                            what must not be carried out, to one
-//   that runs
+//   rpc_wire_test DOZEWELLSERVICE [MUTATED_PACKETS]
+//   rpc_wire_test -refused
 //
-// Whether a packet was carried out is seen in the settings.
+// The first starts the service, without the driver, and sends it everything; the second sends what
+// must not be carried out to a service that runs. Whether a packet was carried out is seen in the
+// settings.
 
 #include <windows.h>
 

@@ -1,0 +1,61 @@
+"""The installer package, and what it does to the machine."""
+
+import contextlib
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+from expect import expect
+from installation import SETUP_HELPER
+from registry import Registry
+from tool import Tool
+
+_BUILD_PACKAGE = Path(__file__).resolve().parents[1] / "packaging" / "build_msi.py"
+_OVERRIDES = "HKCU\\Software\\Wine\\DllOverrides"
+_SECONDS = 30
+
+
+class Package:
+    def __init__(self, installation, take_step):
+        self._wine = installation.wine
+        self._build = installation.build
+        self._registry = Registry(installation.agent)
+        # The helper that the installer runs, as a program of its own.
+        self.helper = Tool(self._wine, SETUP_HELPER, take_step)
+
+    @contextlib.contextmanager
+    def at_hand(self):
+        """The package's path for the length of a with statement; at its end the product is removed.
+        Meanwhile every program gets the lab's power schemes: the installer runs its helper under
+        names that it makes up."""
+        package = self._build_package()
+        system = self._wine.drive / "windows" / "system32" / "powrprof.dll"
+        own = system.with_name("powrprof.own")
+        system.replace(own)
+        shutil.copy(self._build / "lab" / "powrprof.dll", system)
+        self._registry.write("powrprof", "native,builtin", _OVERRIDES)
+        try:
+            yield package
+        finally:
+            self._call_installer("/x", package)
+            self._registry.delete("powrprof", _OVERRIDES)
+            own.replace(system)
+
+    def install(self, package):
+        expect(self._call_installer("/i", package), 0, "exit code of an installation")
+
+    def remove(self, package):
+        expect(self._call_installer("/x", package), 0, "exit code of a removal")
+
+    def _build_package(self):
+        out = self._wine.folder.parent / "package"
+        done = subprocess.run(
+            [_BUILD_PACKAGE, "--programs", self._build, "--out", out],
+            env={**os.environ, "SOURCE_DATE_EPOCH": "1767600000"}, check=True,
+            capture_output=True, text=True)
+        return done.stdout.strip()
+
+    def _call_installer(self, option, package):
+        path = "Z:" + package.replace("/", "\\")
+        return self._wine.run("msiexec", option, path, "/qn", timeout=_SECONDS).returncode
