@@ -25,12 +25,13 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[1]
 RUN_SECONDS = 60
 START_SECONDS = 30
+WEEK = ROOT / "tests" / "event_logs" / "week.xml"
 ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
 SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
 COMMANDS = ("status", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
-            "reset-history", "ping", "watch", "explain", "report")
+            "reset-history", "ping", "watch", "explain", "import-history", "report")
 GROUPS = ("wake", "power", "scheme", "strength")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
@@ -239,7 +240,9 @@ def test_help_of_each_command(machine):
         for example in examples:
             words = shlex.split(example)
             equal(" ".join(words).startswith(command), True)
-            if command not in ("watch", "explain", "report"):
+            if command == "import-history":
+                equal(machine.ctl(*words)[0], 1)
+            elif command not in ("watch", "explain", "report"):
                 equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
 
 
@@ -361,6 +364,37 @@ def test_explanation_of_what_is_not_done(machine):
         "DisablePrediction is 1, so nothing of this is done"])
 
 
+def test_import_where_there_is_no_event_log(machine):
+    machine.provision()
+    machine.fails(1, "the System log cannot be read (error 120); --from reads an export of it",
+                  "import-history", "--yes")
+    equal(machine.data.parent.exists(), False)
+
+
+def test_import_of_an_event_log(machine):
+    machine.provision()
+    shutil.copy(WEEK, machine.scratch / "week.xml")
+    (machine.scratch / "s.ini").write_text(SETTINGS)
+    done = machine.run(machine.program("dozewell-replay"), "import", "--from-event-log", "week.xml",
+                       "--out", "h.dat", "--data", "d.z7", "--settings", "s.ini")
+    equal((done.returncode, done.stderr), (0, b""))
+    question = r"C:\ProgramData\Brevan\Z7\zs7state.dat gets 24 records, "
+    code, out, err = machine.ctl("import-history", "--from", "week.xml", stdin=None, input=b"n\n")
+    equal((code, out, err.startswith(question)), (1, "", True))
+    contains(err, r"C:\ProgramData\Brevan\Z7\cpredict.z7 is made from it. Go on? [y/N] ")
+    contains(err, "dozewellctl: nothing was imported\n")
+    equal(machine.data.parent.exists(), False)
+    out = machine.works("import-history", "--from", "week.xml", "--yes")
+    contains(out, r"C:\ProgramData\Brevan\Z7\zs7state.dat: 24 records; from the event log: 24 ")
+    contains(out, "\nC:\\ProgramData\\Brevan\\Z7\\cpredict.z7: learnt\n")
+    for name, expected in (("zs7state.dat", "h.dat"), ("cpredict.z7", "d.z7")):
+        equal((machine.data / name).read_bytes(), (machine.scratch / expected).read_bytes())
+    # What was learnt is what the service goes on from.
+    machine.works("explain")
+    again = json.loads(machine.works("import-history", "--from", "week.xml", "--json"))
+    equal((again["records"], again["added"], again["learnt"]), (24, 0, False))
+
+
 # With a service in a console
 
 def test_ping(machine):
@@ -368,6 +402,12 @@ def test_ping(machine):
         matches(machine.works("ping"), r"The service answers, in \d+\.\d\d ms\.\n")
         equal(list(json.loads(machine.works("ping", "--json"))), ["milliseconds"])
     machine.fails(3, NOT_INSTALLED, "ping")
+
+
+def test_nothing_is_imported_beside_a_service_in_a_console(machine):
+    with machine.service():
+        machine.fails(1, "the service runs in a console; end it there first", "import-history",
+                      "--from", str(WEEK), "--yes")
 
 
 def test_what_needs_the_driver_is_refused(machine):
@@ -484,6 +524,8 @@ def test_an_installed_service(machine):
         # The first start counted, and no more.
         contains(out, "Start attempts      1 of 1: the controller starts with the service\n")
         contains(out, "Controller          may run: at the latest from the next start attempt on\n")
+        machine.fails(1, "the service must be stopped, but its state is running; as administrator, "
+                      "net stop DozewellService stops it", "import-history", "--from", str(WEEK))
         equal(machine.run("net", "stop", "DozewellService").returncode, 0)
         wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout)
         machine.fails(3, STOPPED, "ping")

@@ -210,8 +210,7 @@ class Machine:
 
     def clean(self):
         if self.program_folder.exists():
-            for package in (self.package, self.next_package):
-                self.msiexec("/x", package)
+            any(self.msiexec("/x", package) == 0 for package in (self.package, self.next_package))
         self.run("reg", "delete", PRODUCT_KEY, "/f")
         for path in self.data.parents[1].glob("Brevan*"):
             shutil.rmtree(path) if path.is_dir() else path.unlink()

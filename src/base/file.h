@@ -23,6 +23,9 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 // backslash of its own is carried through as WidenUtf8 carries a byte that is not UTF-8.
 std::wstring PathFromSystem(std::string_view name);
 
+// The way back, to what a user knows the path by.
+std::string PathToSystem(const std::wstring& path);
+
 // Opens a file with fopen's modes.
 File OpenFile(const std::wstring& path, const char* mode);
 

@@ -6,14 +6,6 @@
 #include "base/utf8.h"
 
 namespace dozewell {
-namespace {
-
-std::string SystemPath(std::wstring path) {
-  std::replace(path.begin(), path.end(), L'\\', L'/');
-  return NarrowToUtf8(path);
-}
-
-}  // namespace
 
 std::wstring PathFromSystem(std::string_view name) {
   std::wstring path = WidenUtf8(name);
@@ -27,8 +19,14 @@ std::wstring PathFromSystem(std::string_view name) {
   return path;
 }
 
+std::string PathToSystem(const std::wstring& path) {
+  std::wstring name = path;
+  std::replace(name.begin(), name.end(), L'\\', L'/');
+  return NarrowToUtf8(name);
+}
+
 File OpenFile(const std::wstring& path, const char* mode) {
-  return File(std::fopen(SystemPath(path).c_str(), mode));
+  return File(std::fopen(PathToSystem(path).c_str(), mode));
 }
 
 int64_t SizeOfFile(std::FILE* file) {
@@ -38,10 +36,10 @@ int64_t SizeOfFile(std::FILE* file) {
   return status.st_size;
 }
 
-bool RemoveFile(const std::wstring& path) { return std::remove(SystemPath(path).c_str()) == 0; }
+bool RemoveFile(const std::wstring& path) { return std::remove(PathToSystem(path).c_str()) == 0; }
 
 bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement) {
-  return std::rename(SystemPath(replacement).c_str(), SystemPath(path).c_str()) == 0;
+  return std::rename(PathToSystem(replacement).c_str(), PathToSystem(path).c_str()) == 0;
 }
 
 }  // namespace dozewell

@@ -57,6 +57,15 @@ TEST_CASE("names beyond ASCII reach the system") {
   CHECK(ReadWholeFile(path).has_value());
 }
 
+TEST_CASE("a path is what the system's name for it was") {
+  for (const char* name : {"/a/\xC3\xA4", "a b.xml", "C:/a"}) {
+    CHECK(PathFromSystem(PathToSystem(PathFromSystem(name))) == PathFromSystem(name));
+  }
+  const TempFolder folder;
+  CHECK(WriteWholeFile(PathFromSystem(PathToSystem(folder.File(L"x"))), "x", 1));
+  CHECK(ReadWholeFile(folder.File(L"x")).has_value());
+}
+
 TEST_CASE("a folder and a name are joined by exactly one backslash") {
   CHECK(PathInFolder(L"C:\\Data", L"x") == L"C:\\Data\\x");
   CHECK(PathInFolder(L"C:\\Data\\", L"x") == L"C:\\Data\\x");

@@ -8,6 +8,8 @@ namespace dozewell {
 
 std::wstring PathFromSystem(std::string_view name) { return WidenUtf8(name); }
 
+std::string PathToSystem(const std::wstring& path) { return NarrowToUtf8(path); }
+
 File OpenFile(const std::wstring& path, const char* mode) {
   const std::wstring wideMode(mode, mode + std::char_traits<char>::length(mode));
   return File(_wfopen(path.c_str(), wideMode.c_str()));

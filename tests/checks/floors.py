@@ -24,6 +24,7 @@ FLOORS = {
     "src/rpc/": 7,
     "src/service/": 8,
     "tools/common/": 9,
+    "tools/event_log/": 10,
     "tools/report/": 10,
     "tools/": 11,
     "tools/ctl/": 12,

@@ -22,6 +22,7 @@ struct Options {
   std::optional<std::string> strength;
   std::optional<std::string> at;
   std::optional<std::string> out;
+  std::optional<std::string> from;
   bool yes = false;
   bool json = false;
 };

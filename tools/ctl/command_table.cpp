@@ -32,6 +32,9 @@ constexpr CommandArgument kAt = {"--at", "TIME",
 constexpr CommandArgument kOut = {"--out", "FILE",
                                   "File to write; without one, dozewell-report.html in this folder",
                                   &Options::out};
+constexpr CommandArgument kFrom = {
+    "--from", "FILE", "What wevtutil qe System /f:xml exported here; without one, the log itself",
+    &Options::from};
 
 }  // namespace
 
@@ -126,6 +129,13 @@ std::span<const Command> Commands() {
        RunReport,
        {},
        {&kOut}},
+      {"import-history",
+       "Put what the Windows event log tells before the history, while the service is stopped",
+       {"import-history", "import-history --from system.xml --yes"},
+       RunImportHistory,
+       {},
+       {&kFrom},
+       true},
   };
   return kCommands;
 }

@@ -25,6 +25,7 @@ void RunStrengthSet(const Options& options, const Console& console);
 void RunResetHistory(const Options& options, const Console& console);
 void RunExplain(const Options& options, const Console& console);
 void RunReport(const Options& options, const Console& console);
+void RunImportHistory(const Options& options, const Console& console);
 void RunWatch(const Options& options, const Console& console);
 
 }  // namespace dozewell::ctl

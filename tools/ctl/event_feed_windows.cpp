@@ -68,10 +68,10 @@ class InterruptWatch {
 };
 
 // Hands on what is there.
-uint32_t Drain(EVT_HANDLE subscription, const std::function<void(const std::string&)>& take) {
+uint32_t Drain(EVT_HANDLE results, const std::function<void(const std::string&)>& take) {
   std::string xml;
   for (;;) {
-    const uint32_t error = Next(subscription, xml);
+    const uint32_t error = Next(results, xml);
     if (error == ERROR_NO_MORE_ITEMS) return 0;
     if (error != 0) return error;
     take(xml);
@@ -79,6 +79,12 @@ uint32_t Drain(EVT_HANDLE subscription, const std::function<void(const std::stri
 }
 
 }  // namespace
+
+uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take) {
+  ExpectReason();
+  const EventHandle results(EvtQuery(nullptr, L"System", L"*", EvtQueryChannelPath));
+  return results ? Drain(results.get(), take) : GetLastError();
+}
 
 uint32_t ReadLastEvents(size_t count, std::vector<std::string>& events) {
   events.clear();

@@ -12,7 +12,7 @@
 #include "common/json.h"
 #include "common/local_time.h"
 #include "common/text.h"
-#include "ctl/utc_time.h"
+#include "common/utc_time.h"
 
 namespace dozewell::ctl {
 namespace {

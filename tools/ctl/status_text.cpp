@@ -5,9 +5,9 @@
 #include "common/duration_text.h"
 #include "common/json.h"
 #include "common/local_time.h"
+#include "common/utc_time.h"
 #include "ctl/status_report.h"
 #include "ctl/unreachable_text.h"
-#include "ctl/utc_time.h"
 #include "ctl/wake_time_text.h"
 
 namespace dozewell::ctl {

@@ -25,6 +25,8 @@ struct Options {
   std::optional<std::string> hibernateAfter;
   std::optional<std::string> strength;
   std::optional<std::string> best;
+  std::optional<std::string> eventLog;
+  std::optional<std::string> zone;
   bool json = false;
   bool timeLine = false;
   bool each = false;

@@ -7,8 +7,17 @@ namespace {
 constexpr CommandOption kHistory = {"--history", "FILE",
                                     "History: CSV if named so, else the bytes of zs7state.dat",
                                     &Options::history};
-constexpr CommandOption kCsvHistory = {"--history", "FILE", "CSV history to read",
-                                       &Options::history};
+constexpr CommandOption kImportedHistory = {
+    "--history", "FILE", "CSV history; with an event log, what to put it before, if it exists",
+    &Options::history};
+constexpr CommandOption kEventLog = {
+    "--from-event-log", "FILE", "What wevtutil qe System /f:xml exports of the Windows System log",
+    &Options::eventLog};
+constexpr CommandOption kZone = {"--zone", "RULES",
+                                 "Time zone of that log's machine; without one, this machine's",
+                                 &Options::zone};
+constexpr CommandOption kNewData = {
+    "--data", "FILE", "Data file to write as learn does, unless there is one", &Options::data};
 constexpr CommandOption kDatHistory = {"--history", "FILE", "zs7state.dat to read",
                                        &Options::history};
 constexpr CommandOption kOldHistory = {
@@ -75,6 +84,13 @@ constexpr const char* kCompareDetails =
     "stays. Clairvoyant is the best prediction for each sleep, made by someone who knows when the\n"
     "user comes: hibernation from the first 10-minute slot's start on and sleep again from the\n"
     "last one's before the user, if that leaves 30 minutes or more between them.";
+
+constexpr const char* kImportDetails =
+    "\n"
+    "  dozewell-replay import --from-event-log system.xml --out zs7state.dat --data cpredict.z7\n"
+    "\n"
+    "The rules of a time zone are those of the variable TZ of POSIX, such as UTC0, JST-9,\n"
+    "CET-1CEST,M3.5.0,M10.5.0/3 or EST5EDT,M3.2.0,M11.1.0.";
 
 }  // namespace
 
@@ -145,12 +161,13 @@ std::span<const Command> Commands() {
        {},
        {&kJson}},
       {"import",
-       "Turn a CSV history into a zs7state.dat",
+       "Turn a CSV history or a Windows event log into a zs7state.dat",
        "import --history history.csv --out zs7state.dat",
        RunImport,
-       {&kCsvHistory, &kOut},
-       {},
-       {&kJson}},
+       {&kOut},
+       {&kImportedHistory, &kEventLog, &kZone, &kNewData, &kSettings},
+       {&kJson},
+       kImportDetails},
       {"export",
        "Turn a zs7state.dat into a CSV history",
        "export --history zs7state.dat --out history.csv",

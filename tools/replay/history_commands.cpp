@@ -33,12 +33,6 @@ void RunMerge(const Options& options, Results& results) {
   ReportSaved(options, merged.size(), results);
 }
 
-void RunImport(const Options& options, Results& results) {
-  const auto records = WholeRecords(LoadCsvHistory(options.history.value()).bytes);
-  SaveDatHistory(options.out.value(), records);
-  ReportSaved(options, records.size(), results);
-}
-
 void RunExport(const Options& options, Results& results) {
   const auto records = WholeRecords(LoadDatHistory(options.history.value()).bytes);
   SaveCsvHistory(options.out.value(), records);

@@ -43,6 +43,11 @@ std::string History::Place(size_t record) const {
          std::to_string(record * sizeof(HistoryRecord));
 }
 
+History ToHistory(const std::string& name, std::span<const HistoryRecord> records) {
+  const auto* const begin = reinterpret_cast<const unsigned char*>(records.data());
+  return {name, {begin, begin + records.size_bytes()}, {}};
+}
+
 History LoadHistory(const std::string& name) { return FromContent(name, ReadInput(name)); }
 
 std::optional<History> LoadHistoryIfExists(const std::string& name) {

@@ -25,6 +25,9 @@ struct History {
   std::string Place(size_t record) const;
 };
 
+// Records as a file of this name would hold them.
+History ToHistory(const std::string& name, std::span<const HistoryRecord> records);
+
 // These throw ReplayError for files that cannot be read or written and for bad lines.
 History LoadHistory(const std::string& name);
 std::optional<History> LoadHistoryIfExists(const std::string& name);

@@ -1,3 +1,7 @@
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -34,6 +38,8 @@ void Report(const std::string& message) {
 }  // namespace
 
 extern "C" int wmain(int argc, wchar_t** argv) {
+  // Line feeds stay as they are, as in all our programs.
+  _setmode(_fileno(stderr), _O_BINARY);
   std::vector<std::string> arguments;
   for (int i = 1; i < argc; ++i) arguments.push_back(dozewell::NarrowToUtf8(argv[i]));
   return dozewell::setup::RunSetup(arguments, kSteps, Report);

@@ -119,6 +119,11 @@ CallResult CallGetStrength(int32_t& strength) {
 
 ServiceQuery QueryService() { return client.service; }
 
+uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take) {
+  for (const std::string& xml : client.systemLog) take(xml);
+  return client.eventsError;
+}
+
 uint32_t ReadLastEvents(size_t count, std::vector<std::string>& events) {
   const size_t got = std::min(count, client.events.size());
   events.assign(client.events.end() - static_cast<std::ptrdiff_t>(got), client.events.end());

@@ -31,6 +31,7 @@ struct Client {
 
   uint32_t eventsError = 0;
   std::vector<std::string> events;  // oldest first
+  std::vector<std::string> systemLog;
 };
 extern Client client;
 

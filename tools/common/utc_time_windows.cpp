@@ -1,8 +1,8 @@
 #include <windows.h>
 
-#include "ctl/utc_time.h"
+#include "common/utc_time.h"
 
-namespace dozewell::ctl {
+namespace dozewell {
 
 bool LocalTimeFromUtc(int64_t utcSeconds, tm& time) {
   tm utc;
@@ -27,4 +27,4 @@ bool LocalTimeFromUtc(int64_t utcSeconds, tm& time) {
   return TmFromSeconds(SecondsFromTm(fields), time);
 }
 
-}  // namespace dozewell::ctl
+}  // namespace dozewell

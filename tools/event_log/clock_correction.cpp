@@ -1,0 +1,112 @@
+#include "event_log/clock_correction.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <tuple>
+
+#include "base/wall_clock.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int64_t kSecondsPerHour = 3600;
+constexpr int64_t kSecondsPerDay = 86400;
+
+// So far apart may the events be that tell of one start or wake.
+constexpr int64_t kTransitionSeconds = 300;
+
+// So much may the order of times differ from that of the records: a starting system's events wait
+// until the log takes them.
+constexpr int64_t kSlackSeconds = kSecondsPerHour;
+
+void SortByRecord(std::vector<LogEvent>& events) {
+  std::ranges::stable_sort(
+      events, {}, [](const LogEvent& event) { return std::tuple(event.record, event.time); });
+  const auto isRepeated = [](const LogEvent& a, const LogEvent& b) {
+    return a.record != 0 && a.record == b.record;
+  };
+  events.erase(std::unique(events.begin(), events.end(), isRepeated), events.end());
+}
+
+// Goes through a log from its end, and moves events by what the clock was set afterwards.
+class BackwardCorrection {
+ public:
+  // True when the event was moved.
+  bool Correct(LogEvent& event) {
+    const bool isOtherTransition =
+        transition_ != kNone && std::abs(event.time - transition_) > kTransitionSeconds;
+    const bool endsUse = event.kind == LogEventKind::Slept || event.kind == LogEventKind::Stopped;
+    if (isOtherTransition || endsUse) Forget();
+    if (endsUse) return false;
+
+    const int64_t stamp = event.time;
+    if (IsOfOldClock(stamp)) {
+      if (BeginsUse(event.kind) && transition_ == kNone) transition_ = stamp;
+      event.time += shift_;
+    }
+    if (event.wakeTime && IsOfOldClock(*event.wakeTime)) *event.wakeTime += shift_;
+    if (event.kind == LogEventKind::ClockSet && event.oldTime && event.newTime) {
+      shift_ += *event.newTime - *event.oldTime;
+      oldTime_ = *event.oldTime;
+      transition_ = kNone;
+    }
+    return event.time != stamp;
+  }
+
+ private:
+  static constexpr int64_t kNone = -1;  // before any time that an event has
+
+  static bool BeginsUse(LogEventKind kind) {
+    return kind == LogEventKind::Started || kind == LogEventKind::LogStarted ||
+           kind == LogEventKind::Woke || kind == LogEventKind::UncleanStart;
+  }
+
+  void Forget() {
+    shift_ = 0;
+    oldTime_ = kNone;
+    transition_ = kNone;
+  }
+
+  // Some events have a higher number than the setting of the clock and were stamped before it, and
+  // the other way about.
+  bool IsOfOldClock(int64_t time) const { return time <= oldTime_; }
+
+  int64_t shift_ = 0;
+  int64_t oldTime_ = kNone;     // what the clock showed when it was set
+  int64_t transition_ = kNone;  // the start or wake that has been met, by the old clock
+};
+
+size_t CorrectTimes(std::vector<LogEvent>& events) {
+  size_t corrected = 0;
+  BackwardCorrection correction;
+  for (auto event = events.rbegin(); event != events.rend(); ++event) {
+    if (correction.Correct(*event)) ++corrected;
+  }
+  return corrected;
+}
+
+size_t LeaveOutImpossibleTimes(std::vector<LogEvent>& events) {
+  if (events.empty()) return 0;
+  // Every zone's local time must have a date.
+  int64_t earliest = kSecondsPerDay;
+  const int64_t latest = std::min(events.back().time + kSlackSeconds, kLastSecond - kSecondsPerDay);
+  return std::erase_if(events, [&](const LogEvent& event) {
+    if (event.time < earliest || event.time > latest) return true;
+    earliest = std::max(earliest, event.time - kSlackSeconds);
+    return false;
+  });
+}
+
+}  // namespace
+
+ClockCorrections PutInOrder(std::vector<LogEvent>& events) {
+  SortByRecord(events);
+  ClockCorrections corrections;
+  corrections.corrected = CorrectTimes(events);
+  corrections.leftOut = LeaveOutImpossibleTimes(events);
+  std::ranges::stable_sort(events, {}, &LogEvent::time);
+  return corrections;
+}
+
+}  // namespace dozewell

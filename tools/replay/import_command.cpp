@@ -1,0 +1,91 @@
+#include <optional>
+#include <string>
+
+#include "event_log/event_log_file.h"
+#include "event_log/zone_rules.h"
+#include "replay/commands.h"
+#include "replay/event_log_import.h"
+#include "replay/file_configurations.h"
+#include "replay/history_io.h"
+#include "replay/input_file.h"
+#include "replay/learning.h"
+#include "replay/replay_error.h"
+
+namespace dozewell {
+namespace {
+
+void ImportCsv(const Options& options, Results& results) {
+  if (!options.history) throw ReplayError("--history is required");
+  for (const auto& [option, isGiven] : {std::pair("--zone", options.zone.has_value()),
+                                        {"--data", options.data.has_value()},
+                                        {"--settings", options.settings.has_value()}}) {
+    if (isGiven) throw ReplayError(std::string(option) + " requires --from-event-log");
+  }
+  const auto records = WholeRecords(LoadCsvHistory(*options.history).bytes);
+  SaveDatHistory(options.out.value(), records);
+  const std::string count = std::to_string(records.size());
+  results.output =
+      options.json ? "{\"records\":" + count + "}\n" : *options.out + ": " + count + " records\n";
+}
+
+LocalClock ClockOf(const std::optional<std::string>& zone) {
+  if (!zone) return SystemClock();
+  const auto rules = ZoneRules::Parse(*zone);
+  if (!rules) {
+    throw ReplayError("--zone: not a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3: " + *zone);
+  }
+  return [rules](int64_t utcSeconds) { return rules->WallSeconds(utcSeconds); };
+}
+
+// Learns what is to be saved unless there is a data file.
+std::optional<Learning> LearnIfNew(const Options& options, const History& history,
+                                   Results& results) {
+  if (!options.data) {
+    if (options.settings) throw ReplayError("--settings requires --data");
+    return std::nullopt;
+  }
+  if (ReadInputIfExists(*options.data)) return std::nullopt;
+  FileConfigurations configuration(LoadSettings(options.settings));
+  return std::optional<Learning>(std::in_place, history, configuration, *options.data,
+                                 results.warnings);
+}
+
+void ImportEventLog(const Options& options, Results& results) {
+  const LocalClock clock = ClockOf(options.zone);
+  const std::string& name = options.eventLog.value();
+  const auto history =
+      options.history ? LoadHistoryIfExists(*options.history) : std::optional<History>();
+  const EventLogImport import =
+      ImportEvents(name, ParseEventLog(AsText(ReadInput(name)), name), clock, history);
+
+  const std::string& out = options.out.value();
+  auto learning = LearnIfNew(options, ToHistory(out, import.history.records), results);
+  SaveHistory(out, import.history.records);
+  if (learning) learning->Commit();
+
+  if (options.json) {
+    results.output =
+        "{" + ImportJsonMembers(import) + ",\"learnt\":" + (learning ? "true" : "false") + "}\n";
+    return;
+  }
+  results.output = out + ": " + std::to_string(import.history.records.size()) +
+                   " records; from the event log: " + AddedText(import) + "\n" +
+                   FindingsText(import);
+  if (learning) {
+    results.output += *options.data + ": learnt\n";
+  } else if (options.data) {
+    results.output += *options.data + ": left as it is\n";
+  }
+}
+
+}  // namespace
+
+void RunImport(const Options& options, Results& results) {
+  if (options.eventLog) {
+    ImportEventLog(options, results);
+  } else {
+    ImportCsv(options, results);
+  }
+}
+
+}  // namespace dozewell

@@ -1,0 +1,66 @@
+#include "replay/learning.h"
+
+#include <bit>
+#include <cstdint>
+#include <exception>
+
+#include "common/float_text.h"
+#include "common/local_time.h"
+#include "prediction/cyclic_probability_predictor.h"
+#include "prediction/history_file.h"
+#include "prediction/tracker_data.h"
+#include "replay/learnt_data.h"
+
+namespace dozewell {
+namespace {
+
+constexpr size_t kMostReports = 10;
+
+std::string TimeText(const HistoryRecord& record, const TimeLineEvent& event) {
+  const bool converted = event.time.tm_year != kNone;
+  return converted ? FormatLocalTime(event.time) : DoubleText(record.time) + " seconds";
+}
+
+// To the last bit, so that not-a-number is the same as itself.
+bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
+  return std::bit_cast<uint64_t>(a.time) == std::bit_cast<uint64_t>(b.time);
+}
+
+}  // namespace
+
+Learning::Learning(const History& history, IConfigurations& configuration, const std::string& data,
+                   std::vector<std::string>& warnings)
+    : data_(data) {
+  HistorianImpl historian;
+  // Nothing is at that path yet, so there is nothing that the predictor could go on from.
+  const CyclicProbabilityPredictor predictor(&configuration, &historian, data_.TemporaryPath());
+  Feed(history, historian, warnings);
+  historian.NotifyListener({{}, ContainerStopped});
+  size_ = static_cast<size_t>(TrackerDataSize(ConfiguredShape(configuration).SlotCount()));
+}
+
+void Learning::Feed(const History& history, HistorianImpl& historian,
+                    std::vector<std::string>& warnings) {
+  const auto records = WholeRecords(history.bytes);
+  records_ = records.size();
+  size_t position = 0;
+  for (const HistoryRecord& record : IncreasingRecords(history.bytes)) {
+    // One that counts is later than all that were passed over before it.
+    while (!IsSameTime(records[position], record)) ++position;
+    ++inOrder_;
+    const TimeLineEvent event = ToTimeLineEvent(record);
+    try {
+      historian.NotifyListener(event);
+    } catch (const std::exception& refusal) {
+      if (++refused_ > kMostReports) continue;
+      warnings.push_back(history.Place(position) + ", " + TimeText(record, event) +
+                         ": event refused: " + refusal.what());
+    }
+  }
+  if (refused_ > kMostReports) {
+    warnings.push_back(history.name + ": " + std::to_string(refused_ - kMostReports) +
+                       " more events refused");
+  }
+}
+
+}  // namespace dozewell
