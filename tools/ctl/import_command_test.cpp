@@ -181,11 +181,11 @@ TEST_CASE("importing again changes nothing and asks nothing") {
 TEST_CASE("what is missing is learnt from a history that needs nothing") {
   Machine machine;
   machine.answer = true;
-  machine.PutHistory({{100, 0, 0}, {200, 1, 0}});
+  machine.PutHistory({{100, 0, 0}, {200, 1, 0}, {150, 0, 0}});
   const Run run = Import(machine);
   CHECK(run.exitCode == 0);
   CHECK(run.questions == Lines{machine.DataName() + " is made from it. Go on?"});
-  CHECK(machine.HistoryTimes() == Times{100, 200});
+  CHECK(machine.HistoryTimes() == Times{100, 200, 150});
   CHECK(machine.HasData());
 }
 

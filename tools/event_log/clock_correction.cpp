@@ -13,8 +13,8 @@ namespace {
 constexpr int64_t kSecondsPerHour = 3600;
 constexpr int64_t kSecondsPerDay = 86400;
 
-// So far apart may the events be that tell of one start or wake.
-constexpr int64_t kTransitionSeconds = 300;
+// So far apart may the events be that tell of one start.
+constexpr int64_t kStartSeconds = 300;
 
 // So much may the order of times differ from that of the records: a starting system's events wait
 // until the log takes them.
@@ -34,22 +34,19 @@ class BackwardCorrection {
  public:
   // True when the event was moved.
   bool Correct(LogEvent& event) {
-    const bool isOtherTransition =
-        transition_ != kNone && std::abs(event.time - transition_) > kTransitionSeconds;
+    const bool isBeforeStart = start_ != kNone && std::abs(event.time - start_) > kStartSeconds;
     const bool endsUse = event.kind == LogEventKind::Slept || event.kind == LogEventKind::Stopped;
-    if (isOtherTransition || endsUse) Forget();
-    if (endsUse) return false;
+    if (isBeforeStart || endsUse) Forget();
 
     const int64_t stamp = event.time;
     if (IsOfOldClock(stamp)) {
-      if (BeginsUse(event.kind) && transition_ == kNone) transition_ = stamp;
+      if (event.kind == LogEventKind::Started) start_ = stamp;
       event.time += shift_;
     }
     if (event.wakeTime && IsOfOldClock(*event.wakeTime)) *event.wakeTime += shift_;
     if (event.kind == LogEventKind::ClockSet && event.oldTime && event.newTime) {
       shift_ += *event.newTime - *event.oldTime;
       oldTime_ = *event.oldTime;
-      transition_ = kNone;
     }
     return event.time != stamp;
   }
@@ -57,15 +54,10 @@ class BackwardCorrection {
  private:
   static constexpr int64_t kNone = -1;  // before any time that an event has
 
-  static bool BeginsUse(LogEventKind kind) {
-    return kind == LogEventKind::Started || kind == LogEventKind::LogStarted ||
-           kind == LogEventKind::Woke || kind == LogEventKind::UncleanStart;
-  }
-
   void Forget() {
     shift_ = 0;
     oldTime_ = kNone;
-    transition_ = kNone;
+    start_ = kNone;
   }
 
   // Some events have a higher number than the setting of the clock and were stamped before it, and
@@ -73,8 +65,8 @@ class BackwardCorrection {
   bool IsOfOldClock(int64_t time) const { return time <= oldTime_; }
 
   int64_t shift_ = 0;
-  int64_t oldTime_ = kNone;     // what the clock showed when it was set
-  int64_t transition_ = kNone;  // the start or wake that has been met, by the old clock
+  int64_t oldTime_ = kNone;  // what the clock showed when it was set
+  int64_t start_ = kNone;    // of the system, by the old clock, once it has been met
 };
 
 size_t CorrectTimes(std::vector<LogEvent>& events) {

@@ -87,6 +87,14 @@ TEST_CASE("a clock that is set twice leaves what came before both where it was")
   CHECK(ordered.corrections == ClockCorrections{2, 0});
 }
 
+TEST_CASE("a clock that is set twice while the system starts moves all of the start") {
+  const int64_t wrong = 100 * kDay;
+  const Ordered ordered = Order(
+      {Event(1, wrong, LogEventKind::Started), ClockSet(2, wrong + 5, kNow - kHour),
+       Event(3, kNow - kHour + 5, LogEventKind::LogStarted), ClockSet(4, kNow - kHour + 60, kNow)});
+  CHECK(ordered.times == Times{kNow - 65, kNow - 60, kNow - 55, kNow});
+}
+
 TEST_CASE("a wake that was stamped before the clock had caught up moves behind the sleep") {
   LogEvent known = Event(4, kNow + 8 * kHour + 3, LogEventKind::Woke);
   known.wakeTime = kNow + 8 * kHour;
@@ -100,6 +108,8 @@ TEST_CASE("a wake that was stamped before the clock had caught up moves behind t
   late[2].record = 3;
   late[3].record = 4;
   CHECK(Order(late).times == expected);
+  PutInOrder(late);
+  CHECK(late.back().wakeTime == kNow + 8 * kHour);
 }
 
 TEST_CASE("a wake's own time moves with it") {

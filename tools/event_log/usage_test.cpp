@@ -94,7 +94,7 @@ TEST_CASE("an unclean start knows better when the machine was last alive") {
 
 TEST_CASE("power that is lost while the machine sleeps ends nothing") {
   const Usage usage = FindUsage(
-      std::vector{Started(100), Slept(700), Started(1000), UncleanStart(1011, 690), Seen(1200)});
+      std::vector{Started(100), Slept(700), Started(1000), UncleanStart(1011, 800), Seen(1200)});
   CHECK(usage.marks == Marks{InUse(100), Asleep(700), InUse(1000), Asleep(1200)});
   CHECK(usage.unexpectedEnds == 0);
   CHECK(MarksOf({UncleanStart(100, 50)}).empty());
@@ -108,6 +108,13 @@ TEST_CASE("a wake has the time that the log gives it afterwards") {
   CHECK(MarksOf({Started(100), Slept(7200), wake, Slept(60000)}) == expected);
   // One that the wake itself came after is no later for that.
   CHECK(MarksOf({Started(100), Slept(7200), Woke(50002), wake, Slept(60000)})[2] == InUse(50002));
+}
+
+TEST_CASE("a wake that the log gives a time yet to come is as late as its event") {
+  LogEvent wake = Explained(7200, 50000, WakeCause::Device);
+  wake.time = 49000;
+  CHECK(MarksOf({Started(100), Slept(7200), wake, Slept(60000)})[2] == InUse(49000));
+  CHECK(MarksOf({Started(100), Slept(7200), Woke(48000), wake, Slept(60000)})[2] == InUse(49000));
 }
 
 TEST_CASE("a wake that is told of too late is none") {
