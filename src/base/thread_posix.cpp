@@ -35,7 +35,7 @@ ThreadHandle StartWatchedThread(void (*procedure)()) {
   auto handle = std::make_unique<SharedThread>(std::make_shared<Thread>());
   (*handle)->procedure = procedure;
   auto argument = std::make_unique<SharedThread>(*handle);
-  pthread_t thread;
+  pthread_t thread{};
   if (pthread_create(&thread, nullptr, Run, argument.get()) != 0) return nullptr;
   static_cast<void>(argument.release());
   pthread_detach(thread);
