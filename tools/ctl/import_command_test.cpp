@@ -4,11 +4,10 @@
 #include <vector>
 
 #include "base/file.h"
-#include "ctl/ctl.h"
 #include "ctl/fakes/client_fake.h"
+#include "ctl/fakes/client_machine.h"
 #include "ctl/fakes/utc_time_fake.h"
 #include "fakes/settings_fake.h"
-#include "prediction/configurations.h"
 #include "prediction/history_file.h"
 #include "support/file_name.h"
 #include "support/temp_folder.h"
@@ -17,6 +16,8 @@ namespace dozewell::ctl {
 namespace {
 
 using fakes::client;
+using fakes::ClientRun;
+using fakes::Ctl;
 using fakes::settings;
 using Lines = std::vector<std::string>;
 
@@ -35,79 +36,44 @@ std::vector<std::string> Day() {
 }
 
 // A machine whose service is stopped and has learnt nothing, an hour ahead of UTC.
-class Machine {
+class Machine : public fakes::ClientMachine {
  public:
   Machine() {
-    client = {};
     client.unreachable = kServerUnavailable;
     client.service = {0, 1};
     client.systemLog = Day();
-    fakes::ResetSettings();
-    settings.dataFolder = folder_.File(L"");
-    settings.defaults.values = {{L"TimeResolution", fakes::Number32(30)}};
-    for (const auto& [name, value] : {std::pair{"DaysInCycle", "1"},
-                                      {"MinutesInDay", "1440"},
-                                      {"FirstLastWeight", "2"},
-                                      {"SecondLastWeight", "1"},
-                                      {"AgregationWeight", "1"},
-                                      {"StrengthHigh", "70"},
-                                      {"StrengthLow", "30"}}) {
-      settings.defaults.predictorValues[{kPredictorSection, name}] = fakes::Text(value);
-    }
+    Provision();
     fakes::utcOffsetSeconds = 3600;
   }
-  ~Machine() { fakes::utcOffsetSeconds = 0; }
-  Machine(const Machine&) = delete;
-  Machine& operator=(const Machine&) = delete;
 
-  std::string HistoryName() const { return PathToSystem(folder_.File(L"zs7state.dat")); }
-  std::string DataName() const { return PathToSystem(folder_.File(L"cpredict.z7")); }
+  std::string HistoryName() const { return PathToSystem(Folder().File(L"zs7state.dat")); }
+  std::string DataName() const { return PathToSystem(Folder().File(L"cpredict.z7")); }
 
   void PutHistory(const std::vector<HistoryRecord>& records) const {
-    REQUIRE(WriteWholeFile(folder_.File(L"zs7state.dat"), records.data(),
+    REQUIRE(WriteWholeFile(Folder().File(L"zs7state.dat"), records.data(),
                            records.size() * sizeof(HistoryRecord)));
   }
   std::vector<double> HistoryTimes() const {
     std::vector<double> times;
-    const auto bytes = ReadWholeFile(folder_.File(L"zs7state.dat"));
+    const auto bytes = ReadWholeFile(Folder().File(L"zs7state.dat"));
     if (!bytes) return times;
     for (const HistoryRecord& record : WholeRecords(*bytes)) times.push_back(record.time);
     return times;
   }
-  bool HasData() const { return ReadWholeFile(folder_.File(L"cpredict.z7")).has_value(); }
-  const TempFolder& Folder() const { return folder_; }
-
-  bool answer = false;  // to every question
-
- private:
-  TempFolder folder_;
+  bool HasData() const { return ReadWholeFile(Folder().File(L"cpredict.z7")).has_value(); }
 };
 
-struct Run {
-  int exitCode;
-  std::string output;
-  Lines messages;
-  Lines questions;
-};
-
-Run Import(const Machine& machine, Lines arguments = {}) {
-  Run run = {};
-  const Console console = {[&run](const std::string& output) { run.output += output; },
-                           [&run](const std::string& message) { run.messages.push_back(message); },
-                           [&run, &machine](const std::string& question) {
-                             run.questions.push_back(question);
-                             return machine.answer;
-                           }};
-  arguments.insert(arguments.begin(), "import-history");
-  run.exitCode = RunCtl(arguments, console);
-  return run;
+Lines Arguments(Lines options) {
+  options.insert(options.begin(), "import-history");
+  return options;
 }
 
-void Fails(const Machine& machine, const Lines& arguments, const std::string& message) {
-  const Run run = Import(machine, arguments);
-  CHECK(run.exitCode == 1);
-  CHECK(run.messages == Lines{message});
-  CHECK(run.output == "");
+ClientRun Import(const Machine& machine, const Lines& options = {}) {
+  return Ctl(machine, Arguments(options));
+}
+
+void Fails(const Machine& machine, const Lines& options, const std::string& message) {
+  fakes::Fails(machine, Arguments(options), 1, message);
 }
 
 using Times = std::vector<double>;
@@ -120,7 +86,7 @@ constexpr double kEvening = 2 * 86400 + 61200;  // 17:00
 TEST_CASE("a history and what is learnt from it are made of the event log") {
   Machine machine;
   machine.answer = true;
-  const Run run = Import(machine);
+  const ClientRun run = Import(machine);
   CHECK(run.exitCode == 0);
   CHECK(run.messages == Lines{});
   CHECK(run.questions ==
@@ -136,7 +102,7 @@ TEST_CASE("a history and what is learnt from it are made of the event log") {
 
 TEST_CASE("nothing is imported unless the user says yes") {
   const Machine machine;
-  Run run = Import(machine);
+  ClientRun run = Import(machine);
   CHECK(run.exitCode == 1);
   CHECK(run.questions.size() == 1);
   CHECK(run.messages == Lines{"nothing was imported"});
@@ -152,7 +118,7 @@ TEST_CASE("what is imported comes before the history, and what is learnt stays")
   machine.answer = true;
   machine.PutHistory({{kEvening - 60, 0, 0}, {kEvening + 60, 1, 0}});
   REQUIRE(WriteWholeFile(machine.Folder().File(L"cpredict.z7"), "learnt", 6));
-  const Run run = Import(machine);
+  const ClientRun run = Import(machine);
   CHECK(run.exitCode == 0);
   CHECK(run.questions ==
         Lines{machine.HistoryName() + " gets 1 record, 1970-01-03 08:00 to 1970-01-03 08:00, "
@@ -168,7 +134,7 @@ TEST_CASE("what is imported comes before the history, and what is learnt stays")
 TEST_CASE("importing again changes nothing and asks nothing") {
   const Machine machine;
   Import(machine, {"--yes"});
-  const Run run = Import(machine);
+  const ClientRun run = Import(machine);
   CHECK(run.exitCode == 0);
   CHECK(run.questions == Lines{});
   CHECK(run.output == machine.HistoryName() + ": 2 records; from the event log: no records\n" +
@@ -182,7 +148,7 @@ TEST_CASE("what is missing is learnt from a history that needs nothing") {
   Machine machine;
   machine.answer = true;
   machine.PutHistory({{100, 0, 0}, {200, 1, 0}, {150, 0, 0}});
-  const Run run = Import(machine);
+  const ClientRun run = Import(machine);
   CHECK(run.exitCode == 0);
   CHECK(run.questions == Lines{machine.DataName() + " is made from it. Go on?"});
   CHECK(machine.HistoryTimes() == Times{100, 200, 150});
@@ -195,7 +161,7 @@ TEST_CASE("an export of the event log is imported") {
   std::string xml;
   for (const std::string& event : Day()) xml += event + "\n";
   REQUIRE(WriteWholeFile(machine.Folder().File(L"log.xml"), xml.data(), xml.size()));
-  const Run run =
+  const ClientRun run =
       Import(machine, {"--from", FileName(machine.Folder(), L"log.xml"), "--yes", "--json"});
   CHECK(run.exitCode == 0);
   CHECK(run.output.starts_with("{\"records\":2,\"added\":2,\"from\":\"1970-01-03T08:00:00\","));

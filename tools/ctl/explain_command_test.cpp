@@ -1,0 +1,69 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/utf8.h"
+#include "ctl/fakes/client_machine.h"
+#include "fakes/clock_fake.h"
+#include "fakes/settings_fake.h"
+
+namespace dozewell::ctl {
+namespace {
+
+using fakes::ClientMachine;
+using fakes::ClientRun;
+using fakes::Ctl;
+using fakes::Fails;
+using fakes::settings;
+
+using Calls = std::vector<std::string>;
+
+}  // namespace
+
+TEST_CASE("what is learnt and set on this machine is explained") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::string ignored = "warning: " + NarrowToUtf8(settings.dataFolder + L"cpredict.z7") +
+                              ": ignored: it cannot be opened";
+  ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.messages == Calls{ignored});
+  const std::string leaves = " leaves the user's own timeout in place and arms no wake timer.\n";
+  CHECK(run.output.starts_with("A suspend at Sat 2026-11-21 18:00" + leaves));
+  run = Ctl(machine, {"explain", "--at", "2026-11-21T18:00:30", "--json"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.output.starts_with("{\"at\":\"2026-11-21T18:00:30\",\"decision\":{"));
+  fakes::clock.localTime = {9, 5, 8, 21, 10, 126, 6, 324, 0};
+  CHECK(Ctl(machine, {"explain"}).output.starts_with("A suspend at Sat 2026-11-21 08:05" + leaves));
+  // No folder is made for a user who only looks.
+  CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
+}
+
+TEST_CASE("an explanation of what is not done says so") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  settings.current.values = {{L"EnableZ7Feature", fakes::Number32(0)},
+                             {L"DisablePrediction", fakes::Number32(1)}};
+  const ClientRun run = Ctl(machine, {"explain"});
+  CHECK(run.exitCode == 0);
+  REQUIRE(run.messages.size() == 3);
+  CHECK(run.messages[1] == "warning: the feature is off, so nothing of this is done");
+  CHECK(run.messages[2] == "warning: DisablePrediction is 1, so nothing of this is done");
+}
+
+TEST_CASE("nothing is explained without usable settings, a folder, or a time") {
+  const ClientMachine machine;
+  Fails(machine, {"explain"}, 1,
+        "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
+  ClientMachine::Provision();
+  Fails(machine, {"explain", "--at", "noon"}, 2, "--at: not a local time YYYY-MM-DD HH:MM: noon");
+  fakes::clock.utcSeconds = -1;
+  Fails(machine, {"explain"}, 1, "the clock cannot be read; give --at");
+  fakes::clock.utcSeconds = 0;
+  settings.dataFolder = L"";
+  Fails(machine, {"explain"}, 1, "invalid string position");
+}
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,71 @@
+#include "ctl/fakes/client_machine.h"
+
+#include <doctest/doctest.h>
+
+#include <utility>
+
+#include "ctl/ctl.h"
+#include "ctl/fakes/client_fake.h"
+#include "ctl/fakes/utc_time_fake.h"
+#include "fakes/clock_fake.h"
+#include "fakes/settings_fake.h"
+#include "prediction/configurations.h"
+
+namespace dozewell::fakes {
+
+ClientMachine::ClientMachine() {
+  client = {};
+  ResetSettings();
+  settings.dataFolder = folder_.File(L"");
+  clock = {};
+  utcOffsetSeconds = 0;
+}
+
+ClientMachine::~ClientMachine() { utcOffsetSeconds = 0; }
+
+void ClientMachine::Provision() {
+  settings.defaults.values = {{L"TimeResolution", Number32(30)},
+                              {L"TotalAttempts", Number32(3)},
+                              {L"CurrentAttempt", Number32(3)},
+                              {L"ServiceFeedback", Number32(1)}};
+  for (const auto& [name, value] : {std::pair{"DaysInCycle", "1"},
+                                    {"MinutesInDay", "1440"},
+                                    {"FirstLastWeight", "2"},
+                                    {"SecondLastWeight", "1"},
+                                    {"AgregationWeight", "1"},
+                                    {"StrengthHigh", "70"},
+                                    {"StrengthLow", "30"}}) {
+    settings.defaults.predictorValues[{kPredictorSection, name}] = Text(value);
+  }
+}
+
+ClientRun Ctl(const ClientMachine& machine, const std::vector<std::string>& arguments) {
+  ClientRun run = {};
+  const ctl::Console console = {
+      [&run](const std::string& output) { run.output += output; },
+      [&run](const std::string& message) { run.messages.push_back(message); },
+      [&run, &machine](const std::string& question) {
+        run.questions.push_back(question);
+        return machine.answer;
+      }};
+  run.exitCode = ctl::RunCtl(arguments, console);
+  return run;
+}
+
+void Works(const ClientMachine& machine, const std::vector<std::string>& arguments,
+           const std::string& output) {
+  const ClientRun run = Ctl(machine, arguments);
+  CHECK(run.output == output);
+  CHECK(run.messages == std::vector<std::string>{});
+  CHECK(run.exitCode == 0);
+}
+
+void Fails(const ClientMachine& machine, const std::vector<std::string>& arguments, int exitCode,
+           const std::string& message) {
+  const ClientRun run = Ctl(machine, arguments);
+  CHECK(run.output == "");
+  CHECK(run.messages == std::vector<std::string>{message});
+  CHECK(run.exitCode == exitCode);
+}
+
+}  // namespace dozewell::fakes

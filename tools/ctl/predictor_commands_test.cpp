@@ -1,0 +1,58 @@
+#include <doctest/doctest.h>
+
+#include <string>
+#include <vector>
+
+#include "ctl/fakes/client_fake.h"
+#include "ctl/fakes/client_machine.h"
+
+namespace dozewell::ctl {
+namespace {
+
+using fakes::client;
+using fakes::ClientMachine;
+using fakes::ClientRun;
+using fakes::Ctl;
+using fakes::Fails;
+using fakes::Works;
+
+using Calls = std::vector<std::string>;
+
+}  // namespace
+
+TEST_CASE("the strength is shown and chosen") {
+  const ClientMachine machine;
+  Works(machine, {"strength", "set", "2147483647"}, "The strength is now 2147483647.\n");
+  Works(machine, {"strength", "get"}, "The strength is 2147483647.\n");
+  Works(machine, {"strength", "set", "0", "--json"}, "{\"strength\":0}\n");
+  Works(machine, {"strength", "get", "--json"}, "{\"strength\":0}\n");
+  CHECK(client.calls == Calls{"SetStrength 2147483647", "SetStrength 0"});
+  client.refused = {"GetStrength", "SetStrength"};
+  Fails(machine, {"strength", "get"}, 1, "the service could not read the strength");
+  Fails(machine, {"strength", "set", "1"}, 1, "the service could not store the strength");
+}
+
+TEST_CASE("the history is reset only when the user says yes") {
+  ClientMachine machine;
+  ClientRun run = Ctl(machine, {"reset-history"});
+  CHECK(run.exitCode == 1);
+  CHECK(run.questions == Calls{"The service will forget all that it has learnt. Go on?"});
+  CHECK(run.messages == Calls{"nothing was reset"});
+  CHECK(client.calls == Calls{});
+  machine.answer = true;
+  run = Ctl(machine, {"reset-history"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.questions.size() == 1);
+  CHECK(run.output == "The service has been told to forget.\n");
+  CHECK(client.calls == Calls{"ResetHistory"});
+  run = Ctl(machine, {"reset-history", "--yes", "--json"});
+  CHECK(run.questions == Calls{});
+  CHECK(run.output == "{\"reset\":true}\n");
+  CHECK(client.calls == Calls{"ResetHistory", "ResetHistory"});
+  client.refused = {"ResetHistory"};
+  Fails(machine, {"reset-history", "--yes"}, 1,
+        "the history was not reset, since the controller does not run; dozewellctl status shows "
+        "why");
+}
+
+}  // namespace dozewell::ctl

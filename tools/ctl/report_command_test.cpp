@@ -1,0 +1,91 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/file.h"
+#include "base/utf8.h"
+#include "ctl/fakes/client_machine.h"
+#include "fakes/clock_fake.h"
+#include "fakes/power_fake.h"
+#include "fakes/settings_fake.h"
+#include "support/mornings.h"
+#include "support/text_parts.h"
+
+namespace dozewell::ctl {
+namespace {
+
+using fakes::ClientMachine;
+using fakes::ClientRun;
+using fakes::Ctl;
+using fakes::Fails;
+using fakes::settings;
+
+using Calls = std::vector<std::string>;
+
+// As a user names the folder, in a way that every system takes.
+std::string UserFolder() {
+  std::string folder = NarrowToUtf8(settings.dataFolder);
+  std::ranges::replace(folder, '\\', '/');
+  return folder;
+}
+
+std::string Content(const std::string& name) {
+  const auto bytes = ReadWholeFile(PathFromSystem(name)).value();
+  return {bytes.begin(), bytes.end()};
+}
+
+}  // namespace
+
+TEST_CASE("a report shows this machine's settings, files and timeout") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  fakes::clock.localTime = {9, 5, 8, 21, 10, 126, 6, 324, 0};
+  fakes::power = {};
+  fakes::power.acLineStatus = kLineOffline;
+  fakes::power.values["balanced DC hibernate"] = 45 * 60;
+  const std::string folder = NarrowToUtf8(settings.dataFolder);
+  const std::string page = UserFolder() + "r.html";
+  const std::vector<std::string> warnings = {
+      "warning: " + folder + "cpredict.z7: ignored: it cannot be opened",
+      "warning: " + folder + "zs7state.dat: ignored: it cannot be opened"};
+  ClientRun run = Ctl(machine, {"report", "--out", page});
+  CHECK(run.exitCode == 0);
+  CHECK(run.messages == warnings);
+  std::string html = Content(page);
+  CHECK(run.output == page + ": " + std::to_string(html.size()) + " bytes\n");
+  CHECK(Contains(html, "Dozewell report of Sat 21 Nov 2026, 08:05. Nothing is recorded yet."));
+  CHECK(CountOf("<p class=\"note\">", html) == 2);
+  CHECK(Contains(html, "the score of a fixed timeout of 45 minutes"));
+
+  const std::vector<HistoryRecord> history = Mornings(3);
+  WriteWholeFile(settings.dataFolder + L"zs7state.dat", history.data(),
+                 history.size() * sizeof(HistoryRecord));
+  fakes::power.acLineStatus = kLineUnknown;
+  run = Ctl(machine, {"report", "--json", "--out", page});
+  html = Content(page);
+  CHECK(run.output ==
+        "{\"file\":\"" + page + "\",\"bytes\":" + std::to_string(html.size()) + "}\n");
+  CHECK(run.messages == Calls{warnings[0]});
+  CHECK(Contains(html, "The history has 6 records"));
+  // There is none for AC.
+  CHECK(Contains(html, "the score of a fixed timeout of 10 minutes"));
+  CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
+}
+
+TEST_CASE("no report is written without usable settings, a clock, or a place for it") {
+  const ClientMachine machine;
+  const std::string page = UserFolder() + "r.html";
+  Fails(machine, {"report", "--out", page}, 1,
+        "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
+  ClientMachine::Provision();
+  const ClientRun run = Ctl(machine, {"report", "--out", UserFolder()});
+  CHECK(run.exitCode == 1);
+  CHECK(run.messages.back() == UserFolder() + ": cannot be written: not a regular file");
+  fakes::clock.utcSeconds = -1;
+  Fails(machine, {"report", "--out", page}, 1, "the clock cannot be read");
+  CHECK_FALSE(OpenFile(PathFromSystem(page), "rb"));
+}
+
+}  // namespace dozewell::ctl
