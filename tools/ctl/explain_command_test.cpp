@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/utf8.h"
-#include "ctl/fakes/client_machine.h"
+#include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
 

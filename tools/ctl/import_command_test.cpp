@@ -5,8 +5,8 @@
 
 #include "base/file.h"
 #include "ctl/fakes/client_fake.h"
-#include "ctl/fakes/client_machine.h"
 #include "ctl/fakes/utc_time_fake.h"
+#include "fakes/client_machine.h"
 #include "fakes/settings_fake.h"
 #include "prediction/history_file.h"
 #include "support/file_name.h"

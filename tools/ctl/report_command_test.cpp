@@ -6,7 +6,7 @@
 
 #include "base/file.h"
 #include "base/utf8.h"
-#include "ctl/fakes/client_machine.h"
+#include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "ctl/fakes/client_fake.h"
-#include "ctl/fakes/client_machine.h"
 #include "ctl/fakes/utc_time_fake.h"
+#include "fakes/client_machine.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
 

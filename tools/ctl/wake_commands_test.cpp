@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ctl/fakes/client_fake.h"
-#include "ctl/fakes/client_machine.h"
+#include "fakes/client_machine.h"
 
 namespace dozewell::ctl {
 namespace {

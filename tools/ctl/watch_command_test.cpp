@@ -1,7 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "ctl/fakes/client_fake.h"
-#include "ctl/fakes/client_machine.h"
+#include "fakes/client_machine.h"
 
 namespace dozewell::ctl {
 namespace {

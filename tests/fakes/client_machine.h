@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_CTL_FAKES_CLIENT_MACHINE_H_
-#define DOZEWELL_CTL_FAKES_CLIENT_MACHINE_H_
+#ifndef DOZEWELL_TESTS_FAKES_CLIENT_MACHINE_H_
+#define DOZEWELL_TESTS_FAKES_CLIENT_MACHINE_H_
 
 #include <string>
 #include <vector>
@@ -47,4 +47,4 @@ void Fails(const ClientMachine& machine, const std::vector<std::string>& argumen
 
 }  // namespace dozewell::fakes
 
-#endif  // DOZEWELL_CTL_FAKES_CLIENT_MACHINE_H_
+#endif  // DOZEWELL_TESTS_FAKES_CLIENT_MACHINE_H_

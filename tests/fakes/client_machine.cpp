@@ -1,4 +1,4 @@
-#include "ctl/fakes/client_machine.h"
+#include "fakes/client_machine.h"
 
 #include <doctest/doctest.h>
 
