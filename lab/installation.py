@@ -12,7 +12,7 @@ from waiting import wait_until
 from wine import ZONE, Wine
 
 PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
-SETUP_HELPER = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
+SETUP_PROGRAM = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
 STATE_FILE = "lab/machine.bin"
 STEP_SECONDS = 10
 

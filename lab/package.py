@@ -7,7 +7,7 @@ import subprocess
 from pathlib import Path
 
 from expect import expect
-from installation import SETUP_HELPER
+from installation import SETUP_PROGRAM
 from registry import Registry
 from tool import Tool
 
@@ -21,14 +21,14 @@ class Package:
         self._wine = installation.wine
         self._build = installation.build
         self._registry = Registry(installation.agent)
-        # The helper that the installer runs, as a program of its own.
-        self.helper = Tool(self._wine, SETUP_HELPER, take_step)
+        # The program that the installer runs, on its own.
+        self.setup = Tool(self._wine, SETUP_PROGRAM, take_step)
 
     @contextlib.contextmanager
     def at_hand(self):
         """The package's path for the length of a with statement; at its end the product is removed.
-        Meanwhile every program gets the lab's power schemes: the installer runs its helper under
-        names that it makes up."""
+        Meanwhile every program gets the lab's power schemes: the installer runs its setup program
+        under names that it makes up."""
         package = self._build_package()
         system = self._wine.drive / "windows" / "system32" / "powrprof.dll"
         own = system.with_name("powrprof.own")

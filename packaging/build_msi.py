@@ -32,7 +32,7 @@ UPGRADE_CODE = uuid.UUID("5B0C1E5E-2A3C-4C61-9F0A-6A0D1F6D8A37")
 ARCHITECTURE = "x64;" + msi_tables.ENGLISH
 
 PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe")
-HELPER = "dozewell-setup.exe"  # in the package, but not installed
+SETUP = "dozewell-setup.exe"  # in the package, but not installed
 
 # The licences of what is linked into the programs, as the build machine's packages state them.
 LICENCES = {
@@ -75,7 +75,7 @@ def identifier(text):
 
 def stage(folder, programs, date):
     """Puts all files of the package into a folder, with nothing of their own but their content."""
-    files = {name: programs / name for name in (*PROGRAMS, HELPER)}
+    files = {name: programs / name for name in (*PROGRAMS, SETUP)}
     files |= {name: path for (_, name), path in documents().items()}
     for name, path in files.items():
         shutil.copyfile(path, folder / name)

@@ -22,7 +22,7 @@ CHOICES = {
 
 # Kinds of custom actions.
 _SET_PROPERTY = 51
-_RUN_HELPER = 2
+_RUN_OWN_PROGRAM = 2
 _AS_SYSTEM_IN_SCRIPT = 1024 + 2048
 _FAILURE_IS_WELL = 64
 
@@ -83,7 +83,7 @@ def added_rows():
               for choice in choices),
             *((f"Take.{choice}", str(_SET_PROPERTY), CHOICES[choice][0], f"[{choice}]", "")
               for choice in choices),
-            *((action, str(_RUN_HELPER + _AS_SYSTEM_IN_SCRIPT +
+            *((action, str(_RUN_OWN_PROGRAM + _AS_SYSTEM_IN_SCRIPT +
                            (_FAILURE_IS_WELL if goes_on else 0)), "Setup", step, "")
               for action, (step, _, _, goes_on) in _STEPS.items()),
         ],

@@ -371,11 +371,11 @@ def test_the_service_is_described_to_windows(packages):
 
 def test_steps_are_taken_as_the_system_and_in_their_place(packages):
     actions = {row["Action"]: row for row in packages.this.table("CustomAction")}
-    helper = 2 + 1024 + 2048  # a program of the package, in the script, not as the user
-    for name, command, kind in (("RestoreMachine", "restore", helper + 64),
-                                ("RemoveLearntData", "remove-learnt-data", helper + 64),
-                                ("SecureDataFolder", "secure-data-folder", helper),
-                                ("ConfigureService", "configure-service", helper + 64)):
+    setup = 2 + 1024 + 2048  # a program of the package, in the script, not as the user
+    for name, command, kind in (("RestoreMachine", "restore", setup + 64),
+                                ("RemoveLearntData", "remove-learnt-data", setup + 64),
+                                ("SecureDataFolder", "secure-data-folder", setup),
+                                ("ConfigureService", "configure-service", setup + 64)):
         equal((actions[name]["Source"], actions[name]["Target"], actions[name]["Type"]),
               ("Setup", command, str(kind)), name)
     sequence = packages.this.cells("InstallExecuteSequence", "Action", "Sequence")

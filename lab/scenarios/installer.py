@@ -58,8 +58,8 @@ def a_machine_that_is_given_the_package_lives_with_it_and_is_left_as_its_user_ha
 
 def restoring_beside_a_running_service_leaves_it_running(machine):
     words = _machine_that_sleeps_on_predictions(machine)
-    restored = machine.package.helper.run("restore")
-    expect((restored.exit_code, restored.output, restored.error), (0, "", ""), "the helper")
+    restored = machine.package.setup.run("restore")
+    expect((restored.exit_code, restored.output, restored.error), (0, "", ""), "the setup program")
     _expect_left_as_its_user_had_it(machine, words)
     expect(machine.service.status().state, RUNNING, "state")
 
@@ -68,7 +68,7 @@ def restoring_works_after_the_service_was_stopped(machine):
     words = _machine_that_sleeps_on_predictions(machine)
     machine.stop_service()
     expect(cached_timeouts(machine), USERS_OWN, "timeouts that a stop leaves put aside")
-    restored = machine.package.helper.run("restore")
+    restored = machine.package.setup.run("restore")
     expect(restored.exit_code, 0, "exit code")
     _expect_left_as_its_user_had_it(machine, words)
 
@@ -76,25 +76,25 @@ def restoring_works_after_the_service_was_stopped(machine):
 def restoring_without_a_device_gives_back_the_timeouts(machine):
     _machine_that_sleeps_on_predictions(machine)
     machine.driver.hide()
-    restored = machine.package.helper.run("restore")
-    expect((restored.exit_code, restored.error), (0, ""), "the helper")
+    restored = machine.package.setup.run("restore")
+    expect((restored.exit_code, restored.error), (0, ""), "the setup program")
     expect_timeouts(machine, USERS_OWN)
 
 
 def a_driver_that_does_not_tell_its_timers_is_reported(machine):
     _machine_that_sleeps_on_predictions(machine)
     machine.driver.fail(READ_TIMER)
-    restored = machine.package.helper.run("restore")
+    restored = machine.package.setup.run("restore")
     expect((restored.exit_code, restored.error), (1, f"dozewell-setup: {NOT_SWITCHED_OFF}\n"),
-           "the helper")
+           "the setup program")
     expect(restored.step.events, [error(f"dozewell-setup: {NOT_SWITCHED_OFF}")], "events")
     expect_timeouts(machine, USERS_OWN)
 
 
 def an_installed_service_is_asked_to_start_late_and_to_be_restarted(machine):
     machine.service.create()
-    configured = machine.package.helper.run("configure-service")
-    expect((configured.exit_code, configured.error), (0, ""), "the helper")
+    configured = machine.package.setup.run("configure-service")
+    expect((configured.exit_code, configured.error), (0, ""), "the setup program")
     expect(configured.step.of("config"),
            ["delayed start 1", "restart after 60000 300000 900000 ms, anew after 86400 s"],
            "what was asked for")
