@@ -22,6 +22,8 @@ import time
 import traceback
 from pathlib import Path
 
+from replay_cli_test import SETTINGS
+
 ROOT = Path(__file__).resolve().parents[1]
 RUN_SECONDS = 60
 START_SECONDS = 30
@@ -47,19 +49,6 @@ NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \
             "take it"
 NO_ENGINE = "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"
-
-SETTINGS = """\
-[Settings]
-TimeResolution=30
-[CyclicProbabilityPredictor]
-DaysInCycle=1
-MinutesInDay=1440
-FirstLastWeight=2
-SecondLastWeight=1
-AgregationWeight=1
-StrengthHigh=70
-StrengthLow=30
-"""
 
 
 class Machine:

@@ -49,6 +49,16 @@ def settings(**changes):
     return SECTION + "".join("%s=%s\n" % pair for pair in {**RANGES, **changes}.items())
 
 
+def on_a_terminal(tool, *arguments):
+    """A run whose messages go to a terminal, and what that shows."""
+    master, slave = pty.openpty()
+    with os.fdopen(master, "rb", 0) as screen:
+        done = subprocess.run([*tool.command, *arguments], cwd=tool.folder, stdout=subprocess.PIPE,
+                              stderr=slave, timeout=10, check=False)
+        os.close(slave)
+        return done, screen.read(100000).decode()
+
+
 def simulate(tool, records, text, *options):
     tool.write("h.csv", csv(records))
     tool.write("s.ini", text)
@@ -316,13 +326,9 @@ def test_search_shows_how_far_it_is_on_a_terminal_only(tool):
         return
     tool.write("h.csv", csv(USES))
     tool.write("s.ini", settings(DayGroupingRange="0,1,2,3"))
-    command = [*tool.command, "search", "--history", "h.csv", "--settings", "s.ini", "--json"]
-    master, slave = pty.openpty()
-    with os.fdopen(master, "rb", 0) as screen:
-        done = subprocess.run(command, cwd=tool.folder, stdout=subprocess.PIPE, stderr=slave,
-                              timeout=10, check=True)
-        os.close(slave)
-        shown = screen.read(100000).decode()
+    done, shown = on_a_terminal(tool, "search", "--history", "h.csv", "--settings", "s.ini",
+                                "--json")
+    equal(done.returncode, 0)
     equal(json.loads(done.stdout)["sets"], 4)
     bars = ["[%s%s] %d%%" % ("#" * (share // 2), " " * (50 - share // 2), share)
             for share in (0, 25, 50, 75, 100)]
@@ -334,13 +340,7 @@ def test_the_bar_is_gone_before_an_error(tool):
         return
     tool.write("h.csv", csv(USES))
     tool.write("s.ini", settings(FirstLastWeightRange="-1"))
-    command = [*tool.command, "search", "--history", "h.csv", "--settings", "s.ini"]
-    master, slave = pty.openpty()
-    with os.fdopen(master, "rb", 0) as screen:
-        done = subprocess.run(command, cwd=tool.folder, stdout=subprocess.DEVNULL, stderr=slave,
-                              timeout=10, check=False)
-        os.close(slave)
-        shown = screen.read(100000).decode()
+    done, shown = on_a_terminal(tool, "search", "--history", "h.csv", "--settings", "s.ini")
     equal(done.returncode, 2)
     equal(shown.split(" " * BAR_WIDTH + "\r")[1], "dozewell-replay: No weigths specified\r\n")
 
