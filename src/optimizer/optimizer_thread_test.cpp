@@ -102,6 +102,18 @@ bool EndsRun(Calls events) {
   return !events.empty() && events.back().starts_with("4 Optimizer runtime ");
 }
 
+// Of 20 minutes each, of which none is in the file yet.
+void RecordFourSleeps() {
+  for (int sleep = 0; sleep < 4; ++sleep) {
+    SMEventData event(SMEvent::Suspend);
+    event.time.tm_hour = 1 + sleep;
+    AH_RecordHistoryEvent(event);
+    event.event = SMEvent::Activating;
+    event.time.tm_min = 25;
+    AH_RecordHistoryEvent(event);
+  }
+}
+
 }  // namespace
 
 TEST_CASE("the first launch only starts the clock") {
@@ -244,15 +256,7 @@ TEST_CASE("the wait is told when debug logging is on and there is one") {
 TEST_CASE("a run saves what was recorded, searches it, and notes when it was launched") {
   const Optimizer optimizer;
   optimizer.MakeDue();
-  // Four sleeps of 20 minutes, of which none is in the file yet.
-  for (int sleep = 0; sleep < 4; ++sleep) {
-    SMEventData event(SMEvent::Suspend);
-    event.time.tm_hour = 1 + sleep;
-    AH_RecordHistoryEvent(event);
-    event.event = SMEvent::Activating;
-    event.time.tm_min = 25;
-    AH_RecordHistoryEvent(event);
-  }
+  RecordFourSleeps();
   threads.whileSleeping = [] { fakes::clock.utcSeconds += 1800; };
   CHECK(EndsRun(optimizer.Launch()));
   CHECK(optimizer.Best0() == "10,20,70,90,60,2");
@@ -260,13 +264,27 @@ TEST_CASE("a run saves what was recorded, searches it, and notes when it was lau
   CHECK(optimizer.Stored(L"CurrentOptimizerAttemptsInDCmode") == fakes::Number32(0));
 }
 
-TEST_CASE("the history is saved under the controller's lock, and nothing else runs under it") {
+TEST_CASE("what is recorded during the wait is searched too") {
+  const Optimizer optimizer;
+  optimizer.MakeDue();
+  threads.whileSleeping = [] { RecordFourSleeps(); };
+  CHECK(EndsRun(optimizer.Launch()));
+  CHECK(optimizer.Best0() == "10,20,70,90,60,2");
+}
+
+TEST_CASE("the history is saved under the controller's lock, and nothing waits under it") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   bool takenWhileSleeping = true;
-  threads.whileSleeping = [&] { takenWhileSleeping = fakes::IsTaken(ControllerLock); };
+  bool takenWhileSaving = false;
+  threads.whileSleeping = [&] {
+    takenWhileSleeping = fakes::IsTaken(ControllerLock);
+    // From here on only saving asks for the time.
+    fakes::clock.whileUtcRead = [&] { takenWhileSaving = fakes::IsTaken(ControllerLock); };
+  };
   CHECK(EndsRun(optimizer.Launch()));
   CHECK(!takenWhileSleeping);
+  CHECK(takenWhileSaving);
   CHECK(!fakes::IsTaken(ControllerLock));
   CHECK(!threads.inBackground);
 }

@@ -6,7 +6,10 @@ namespace dozewell {
 
 fakes::Clock fakes::clock;
 
-int64_t UtcSecondsNow() { return fakes::clock.utcSeconds; }
+int64_t UtcSecondsNow() {
+  fakes::clock.whileUtcRead();
+  return fakes::clock.utcSeconds;
+}
 
 bool LocalTimeNow(tm& time) {
   fakes::clock.whileRead();

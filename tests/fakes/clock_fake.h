@@ -14,6 +14,8 @@ struct Clock {
   tm localTime = {0, 0, 0, 1, 0, 70, 4, 0, 0};
   // What happens while the local time is read.
   std::function<void()> whileRead = [] {};
+  // The same of UTC.
+  std::function<void()> whileUtcRead = [] {};
 };
 extern Clock clock;
 
