@@ -17,8 +17,8 @@ struct ServiceEvent {
   bool operator==(const ServiceEvent&) const = default;
 };
 
-// The event in the XML that the event log renders it to. What is not there, or behind something that
-// is not well formed, is left empty or 0; no text is refused.
+// The event in the XML that the event log renders it to. What is not there, or behind something
+// that is not well formed, is left empty or 0; no text is refused.
 ServiceEvent ParseEventXml(std::string_view xml);
 
 // "2026-11-21 08:05:09  error        text", in this machine's local time and one line.
