@@ -53,9 +53,10 @@ Outcomes AsleepThroughout(const std::vector<ObservedSleep>& sleeps) {
 }
 
 OutcomeTable CountSleeps(const std::vector<ObservedSleep>& sleeps, const ObservedSlots& slots,
-                         const std::vector<float>& probabilities, const Thresholds& thresholds) {
+                         const std::vector<float>& probabilities, const Thresholds& thresholds,
+                         const Outcomes& asleepThroughout) {
   OutcomeTable table(thresholds.lows.size(), thresholds.highs.size());
-  table.Add(thresholds.AllLows(), thresholds.AllHighs(), AsleepThroughout(sleeps));
+  table.Add(thresholds.AllLows(), thresholds.AllHighs(), asleepThroughout);
   for (size_t i = 0; i < sleeps.size(); ++i) {
     const size_t first = slots.firstRun[i];
     const size_t count = slots.firstRun[i + 1] - first;
@@ -98,12 +99,14 @@ bool GridSimulator::Simulate(const SetVisitor& visit) const {
   if (!observed) return false;
 
   const Thresholds thresholds(grid_.strengths);
+  const Outcomes asleepThroughout = AsleepThroughout(observed->sleeps);
   std::vector<float> probabilities;
   auto slots = observed->slots.begin();
   for (const auto& [key, groupings] : groupingsByKey) {
     for (size_t weights = 0; weights < grid_.weights.size(); ++weights) {
       Estimate(*slots, Normalised(grid_.weights[weights]), probabilities);
-      const OutcomeTable table = CountSleeps(observed->sleeps, *slots, probabilities, thresholds);
+      const OutcomeTable table =
+          CountSleeps(observed->sleeps, *slots, probabilities, thresholds, asleepThroughout);
       for (size_t pair = 0; pair < thresholds.pairs.size(); ++pair) {
         if (OptimizerStopRequested) return true;
         const auto [low, high] = thresholds.pairs[pair];

@@ -5,14 +5,16 @@
 #include <utility>
 
 #include "base/numbers.h"
-#include "optimizer/parameter_grid.h"
 #include "optimizer/simulator.h"
 #include "optimizer/slot_pool.h"
 #include "optimizer/stop_request.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/slot_learner.h"
 
 namespace dozewell {
 namespace {
+
+constexpr CycleShape kSimulatedCycle = {kDaysInWeek, 24 * 60, kSimulatedTimeResolution};
 
 // How far from a sleep a prediction can look: three searches of nearly a cycle each.
 constexpr int64_t kSlotsInReach = 3 * kSimulatedSlots;
@@ -68,7 +70,7 @@ class HistoryObserver {
   explicit HistoryObserver(std::span<const int32_t> dayGroupings)
       : observers_(dayGroupings.begin(), dayGroupings.end()) {}
 
-  // Throws what the tracker throws.
+  // Throws what the learner throws.
   void Replay(std::span<const HistoryRecord> history) {
     bool inUse = false;
     bool asleep = false;
@@ -94,7 +96,7 @@ class HistoryObserver {
   void AddSleep(int64_t start, int64_t next) {
     sleeps_.push_back({start, start - start % kSimulatedSlotSeconds, next, std::nullopt});
     for (SlotObserver& observer : observers_) {
-      observer.AddSleep(tracker_.GetData()->Slots(), sleeps_.back());
+      observer.AddSleep(learner_.Data().Slots(), sleeps_.back());
     }
   }
 
@@ -102,12 +104,10 @@ class HistoryObserver {
     TimeLineEvent event;
     TmFromSeconds(time, event.time);
     event.state = state;
-    tracker_.ProcessEvent(event);
+    learner_.ProcessEvent(event);
   }
 
-  // What is learnt does not depend on these, as long as the tracker takes them.
-  NativeSimulatorConfigurations parameters_ = ConfigurationsOf({{0, 0}, {1, 1, 1}, 0});
-  ArbitraryCycleProbabilityTracker tracker_{&parameters_};
+  SlotLearner learner_{kSimulatedCycle};
   std::vector<SlotObserver> observers_;
   std::vector<ObservedSleep> sleeps_;
 };

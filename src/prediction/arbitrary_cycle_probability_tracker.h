@@ -8,6 +8,7 @@
 
 #include "prediction/configurations.h"
 #include "prediction/probability_map.h"
+#include "prediction/slot_learner.h"
 #include "prediction/slot_probability.h"
 #include "prediction/time_line.h"
 #include "prediction/tracker.h"
@@ -34,7 +35,7 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   ArbitraryCycleProbabilityTracker(IConfigurations* configuration, TrackerDataPtr data);
 
   void ProcessEvent(const TimeLineEvent& event) override;
-  const TrackerData* GetData() override { return data_.get(); }
+  const TrackerData* GetData() override { return &Data(); }
   void ReloadParameters(std::string section) override;
   std::vector<PredictionRecord> GetPredictions(const tm& time) override;
   std::vector<PredictionRecord> PredictHibernate(const tm& time) override;
@@ -51,6 +52,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   const DayGroups* PooledDays() const { return PoolsDays() ? &dayGroups_ : nullptr; }
 
  private:
+  const TrackerData& Data() const { return learner_->Data(); }
+
   void ReloadWeights();
   void ReloadStrengths();
   float ReadStrength(const char* key);
@@ -60,21 +63,11 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   void EstimateSlots(int64_t first, int64_t last);
   void SetObservations(int slot, const Observations& observations);
 
-  // The slots, first to last, that a stretch of time marks; last may lie in the next cycle.
-  struct SlotRange {
-    int64_t first;
-    int64_t last;
-  };
-  std::optional<SlotRange> InactiveSlots(int64_t start, int64_t end) const;
-  std::optional<SlotRange> InUseSlots(int64_t start, int64_t end) const;
-  void MarkSlots(const SlotRange& range, bool inUse, int64_t start);
-
-  int SlotAt(int64_t seconds) const;
   int32_t MinutesToIdle(int64_t seconds);
   std::optional<PredictionRecord> NextUse(int64_t seconds);
 
   IConfigurations* configuration_;
-  TrackerDataPtr data_;
+  std::optional<SlotLearner> learner_;
   ObservationWeights weights_;
   float strengthHigh_ = 0.0F;
   float strengthLow_ = 0.0F;
