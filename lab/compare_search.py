@@ -16,10 +16,9 @@ sys.path.insert(0, str(LAB))
 from compare_decisions import check_sleep
 from comparisons import recorded, run
 from expect import expect, expect_true
-from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL, RESUME_BY_USER
+from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
 from playback import Playback, read_history
 from registry import CURRENT, predictor_key
-from waiting import wait_until
 
 DAYS = 60
 SAMPLES = [("office", 1), ("home", 2), ("shift", 3)]
@@ -68,14 +67,8 @@ def compare(machine, replay, history, strength):
     machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
     machine.registry.write("Strength", str(strength), predictor_key(CURRENT))
     machine.install()
-    # One thread of the lab's delivers what the system sends, from the first time on.
-    machine.power_event(RESUME_BY_USER)
-    threads = len(machine.thread_runs())
     playback = Playback(machine)
     for _ in playback.sleeps(changes[:place + 1]):
-        # A suspend that comes before the system has ended the optimizer's thread would stop the
-        # next search.
-        wait_until(lambda: len(machine.thread_runs()) <= threads, "the optimizer does not end")
         # What the driver keeps of a timer that has expired would show in the next arming.
         machine.driver.words = 0, 0
     machine.record.clear()

@@ -15,6 +15,7 @@ PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
 SETUP_PROGRAM = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
 STATE_FILE = "lab/machine.bin"
 STEP_SECONDS = 10
+BOOT_SECONDS = 60
 
 _PROGRAM_FOLDER = "Program Files/Dozewell"
 _DRIVER = "dozewell_lab"
@@ -65,7 +66,7 @@ class Installation:
         if is_new:
             self._install_driver()
         self._prefer_the_labs_library()
-        wait_until(self._driver_answers, "the driver does not answer")
+        wait_until(self._driver_answers, "the driver does not answer", BOOT_SECONDS)
         finished.touch()
 
     def _copy_files(self):
@@ -82,7 +83,7 @@ class Installation:
 
     def _start_agent(self):
         self.wine.start("C:\\lab\\agent.exe")
-        port = wait_until(lambda: self.state.agent_port, "the agent does not start")
+        port = wait_until(lambda: self.state.agent_port, "the agent does not start", BOOT_SECONDS)
         if self.state.size != ctypes.sizeof(MachineState):
             raise RuntimeError("machine_state.py and shared/machine_state.h differ")
         self.agent = Link(port, STEP_SECONDS)

@@ -75,8 +75,8 @@ def show_failure(failure, machine):
 
 
 def run(chosen, folder, build):
-    """How many failed."""
-    failed = 0
+    """The names of those that failed."""
+    failed = []
     left = list(chosen)
     while left:
         # After a scenario that leaves the machine in a state that cannot be reset, it boots anew.
@@ -89,7 +89,7 @@ def run(chosen, folder, build):
                 milliseconds = round(1000 * (time.monotonic() - start))
                 print(f"{'FAILED' if failure else 'ok':6} {name} ({milliseconds} ms)", flush=True)
                 if failure:
-                    failed += 1
+                    failed.append(name)
                     show_failure(failure, machine)
                     break
     return failed
@@ -107,7 +107,9 @@ def main():
     start = time.monotonic()
     failed = run(chosen, options.folder, options.build)
     print(f"{len(chosen)} scenarios in {time.monotonic() - start:.1f} s")
-    print(f"{len(chosen) - failed} passed, {failed} failed")
+    for name in failed:
+        print(f"FAILED {name}")
+    print(f"{len(chosen) - len(failed)} passed, {len(failed)} failed")
     return 1 if failed or not chosen else 0
 
 

@@ -22,8 +22,17 @@ DWORD WINAPI DoWork(void* argument) {
   CountThreadAsBusy();
   const DWORD result = work.procedure(work.argument);
   Record("thread", "end");
-  --Machine->busyThreads;
   return result;
+}
+
+// A thread is done when the system says so, which is somewhat later than when its procedure
+// returns; until then the service takes it for running.
+DWORD WINAPI AwaitEnd(void* argument) {
+  const HANDLE thread = argument;
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+  --Machine->busyThreads;
+  return 0;
 }
 
 HANDLE WINAPI StartCountedThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize,
@@ -44,9 +53,13 @@ HANDLE WINAPI StartCountedThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize
       CreateThreadImport.System(security, stackSize, DoWork, work.get(), flags, id);
   if (thread == nullptr) {
     --Machine->busyThreads;
-  } else {
-    static_cast<void>(work.release());
+    return nullptr;
   }
+  static_cast<void>(work.release());
+  HANDLE watched = nullptr;
+  DuplicateHandle(GetCurrentProcess(), thread, GetCurrentProcess(), &watched, SYNCHRONIZE, FALSE,
+                  0);
+  CloseHandle(CreateThreadImport.System(nullptr, 0, AwaitEnd, watched, 0, nullptr));
   return thread;
 }
 

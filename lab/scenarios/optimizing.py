@@ -9,7 +9,6 @@ from machine import HISTORY_FILE, POWER_STATUS_CHANGE, SUSPEND
 from record import information, success
 from registry import CURRENT, REG_QWORD, predictor_key
 from service import POWER_EVENT
-from waiting import wait_until
 
 DAY = 86400
 BEST = predictor_key(CURRENT)
@@ -51,12 +50,8 @@ def _numberless(events):
 
 
 def _launch(machine):
-    """The events of one change of the power status. The last thread is done, but for the system it
-    may take a moment to end."""
-    def launched():
-        events = _numberless(machine.change_power_status().events)
-        return None if events == [STILL_ALIVE] else events
-    return wait_until(launched, "the last thread does not end")
+    """The events of one change of the power status."""
+    return _numberless(machine.change_power_status().events)
 
 
 def _best(machine):
