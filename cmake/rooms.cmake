@@ -33,6 +33,21 @@ function(room_sources variable kind)
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
+# unite(TARGET): compiles the target's sources of one room as one, so that what they all include is
+# read once. Names in their unnamed namespaces must differ, then, within a room. Not for libraries of
+# which programs take only what they need.
+function(unite target)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source IN LISTS sources)
+    cmake_path(ABSOLUTE_PATH source OUTPUT_VARIABLE folder)
+    cmake_path(GET folder PARENT_PATH folder)
+    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${CMAKE_SOURCE_DIR})
+    string(MAKE_C_IDENTIFIER ${folder} unit)
+    set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${unit})
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+endfunction()
+
 # header_library(NAME HEADER): an interface library for a header-only library of the build machine.
 # A cross build must see that library's headers and none of the machine's own, so they are reached
 # through a folder that holds nothing else.

@@ -32,7 +32,7 @@ namespace {
 
 using Action = void (*)(const SMEventData*);
 
-constexpr SMEvent kEvents[] = {
+constexpr SMEvent kAllEvents[] = {
     SMEvent::Activating,     SMEvent::Suspend, SMEvent::ShuttingDown, SMEvent::ParamChanging,
     SMEvent::Uninitializing, SMEvent::Saving,  SMEvent::ResetHistory};
 
@@ -124,7 +124,7 @@ TEST_CASE("the predictor hears of resumes, suspends and shut-downs with their ti
   Listener listener;
   learning.Hear(listener);
   const tm now = LocalTime(2026, 11, 21, 8, 5, 9);
-  for (const SMEvent event : kEvents) {
+  for (const SMEvent event : kAllEvents) {
     CHECK(learning.Run(AH_LogEvent, event) == Calls{"trace AH_LogEvent\n"});
   }
   REQUIRE(listener.events.size() == 3);
@@ -153,7 +153,7 @@ TEST_CASE("the container's end is told on any event, as state 4") {
   Learning learning;
   Listener listener;
   learning.Hear(listener);
-  for (const SMEvent event : kEvents) {
+  for (const SMEvent event : kAllEvents) {
     CHECK(learning.Run(AH_PredictorContainerOff, event) ==
           Calls{"trace AH_PredictorContainerOff\n"});
   }

@@ -21,10 +21,10 @@ namespace dozewell {
 namespace {
 
 // A machine that wakes, with its driver open. It was suspended at 18:00 on 2026-11-21.
-struct Wake {
+struct WakingMachine {
   fakes::Machine machine;
 
-  Wake() {
+  WakingMachine() {
     OpenDriverDevice();
     engine.suspendTime = LocalTime(2026, 11, 21, 18);
     Sleep(0);
@@ -90,7 +90,7 @@ TEST_CASE("an expired timer and its sleep status make a timer wake") {
       {false, 5, false}, {false, 4, false}, {false, 0, false}, {true, 0x80000005, false},
   };
   for (const Row& row : rows) {
-    Wake wake;
+    WakingMachine wake;
     wake.SetTimer(row.expired, row.status);
     CAPTURE(row.status);
     CHECK(Ask(GImpl_GoingToS3) ==
@@ -99,7 +99,7 @@ TEST_CASE("an expired timer and its sleep status make a timer wake") {
 }
 
 TEST_CASE("the alarm's expiry is no timer wake") {
-  Wake wake;
+  WakingMachine wake;
   fakes::driver.timer.words = {0xC0000000, 0xB8000343};
   fakes::driver.previousSleepStatus = 5;
   CHECK(Ask(GImpl_GoingToS3) == GoingToS3(false, "5"));
@@ -107,7 +107,7 @@ TEST_CASE("the alarm's expiry is no timer wake") {
 
 TEST_CASE("without a previous sleep status the timer alone decides") {
   for (const bool expired : {true, false}) {
-    Wake wake;
+    WakingMachine wake;
     wake.SetTimer(expired, 4);
     fakes::driver.failer.firstFailing = 2;
     CHECK(Ask(GImpl_GoingToS3) == GoingToS3(expired, "0"));
@@ -115,7 +115,7 @@ TEST_CASE("without a previous sleep status the timer alone decides") {
 }
 
 TEST_CASE("a timer that cannot be read has not expired, whatever the sleep status") {
-  Wake wake;
+  WakingMachine wake;
   wake.SetTimer(true, 5);
   fakes::driver.failer.firstFailing = 1;
   CHECK(Ask(GImpl_GoingToS3) == GoingToS3(false, "5"));
@@ -147,7 +147,7 @@ TEST_CASE("debug logging tells how the timer wake was recognised") {
       {true, 2, "SleepType 1 bExpired 1 drvResult 1\n", "GetPreviousSleepStatus 0\n", true},
   };
   for (const Row& row : rows) {
-    Wake wake;
+    WakingMachine wake;
     DebugLogging = true;
     wake.SetTimer(row.expired, 5);
     fakes::driver.failer.firstFailing = row.failing;
@@ -170,7 +170,7 @@ TEST_CASE("a sleep of the timeout's length, up to a minute off, is the system's 
       {1801, true},  {1859, true}, {1860, true}, {1861, false}, {60, false},
   };
   for (const Row& row : rows) {
-    Wake wake;
+    WakingMachine wake;
     wake.Sleep(row.seconds);
     fakes::driver.previousSleepStatus = 4;
     CHECK(Ask(GImpl_GoingToS4) == GoingToS4(row.answer, std::to_string(row.seconds), "1800"));
@@ -178,7 +178,7 @@ TEST_CASE("a sleep of the timeout's length, up to a minute off, is the system's 
 }
 
 TEST_CASE("a clock that was set back over the suspend counts by its distance") {
-  Wake wake;
+  WakingMachine wake;
   wake.Sleep(-1800);
   fakes::driver.previousSleepStatus = 4;
   CHECK(Ask(GImpl_GoingToS4) == GoingToS4(true, "1800", "1800"));
@@ -186,7 +186,7 @@ TEST_CASE("a clock that was set back over the suspend counts by its distance") {
 
 TEST_CASE("only a sleep that went on into hibernation is the system's own wake") {
   for (const uint32_t status : {0U, 3U, 5U}) {
-    Wake wake;
+    WakingMachine wake;
     wake.Sleep(1800);
     fakes::driver.previousSleepStatus = status;
     CHECK(Ask(GImpl_GoingToS4) == GoingToS4(false, "1800", "1800"));
@@ -195,7 +195,7 @@ TEST_CASE("only a sleep that went on into hibernation is the system's own wake")
 
 TEST_CASE("without a previous sleep status the length of the sleep alone decides") {
   for (const int32_t seconds : {1860, 1861}) {
-    Wake wake;
+    WakingMachine wake;
     wake.Sleep(seconds);
     fakes::driver.previousSleepStatus = 5;
     fakes::driver.failer.firstFailing = 1;
@@ -210,7 +210,7 @@ TEST_CASE("the timeout is that of the source that the machine runs on, AC when i
     const char* haSeconds;
   };
   for (const Row& row : {Row{0, "DC", "900"}, Row{1, "AC", "1800"}, Row{255, "AC", "1800"}}) {
-    Wake wake;
+    WakingMachine wake;
     wake.Sleep(900);
     fakes::power.acLineStatus = row.lineStatus;
     fakes::driver.previousSleepStatus = 4;
@@ -223,14 +223,14 @@ TEST_CASE("the timeout is that of the source that the machine runs on, AC when i
 TEST_CASE("without a timeout, or one of never, it is not the system's own wake") {
   const Answer never = GoingToS4(false, "0", "0");
   {
-    Wake wake;
+    WakingMachine wake;
     fakes::driver.previousSleepStatus = 4;
     fakes::power.values["balanced AC hibernate"] = 0;
     CHECK(Ask(GImpl_GoingToS4) == never);
   }
   // The power source, the active scheme, the timeout.
   for (int failing = 1; failing <= 3; ++failing) {
-    Wake wake;
+    WakingMachine wake;
     fakes::driver.previousSleepStatus = 4;
     fakes::power.failer.firstFailing = failing;
     Answer expected = never;
@@ -241,14 +241,14 @@ TEST_CASE("without a timeout, or one of never, it is not the system's own wake")
 }
 
 TEST_CASE("a timeout of less than a minute is as one of never") {
-  Wake wake;
+  WakingMachine wake;
   fakes::driver.previousSleepStatus = 4;
   fakes::power.values["balanced AC hibernate"] = 59;
   CHECK(Ask(GImpl_GoingToS4) == GoingToS4(false, "0", "0"));
 }
 
 TEST_CASE("the longest timeout's seconds are shown cut to 32 bits") {
-  Wake wake;
+  WakingMachine wake;
   wake.Sleep(1800);
   fakes::driver.previousSleepStatus = 4;
   fakes::power.values["balanced AC hibernate"] = 0xFFFFFFFF;
@@ -268,7 +268,7 @@ TEST_CASE("without a driver the timeout alone tells the system's own wake") {
 
 TEST_CASE("debug logging tells how the system's own wake was recognised") {
   for (const uint32_t status : {4U, 5U}) {
-    Wake wake;
+    WakingMachine wake;
     DebugLogging = true;
     wake.Sleep(1801);
     fakes::driver.previousSleepStatus = status;
@@ -284,7 +284,7 @@ TEST_CASE("debug logging tells how the system's own wake was recognised") {
 TEST_CASE(
     "a resume is real when it is neither wake, and the second is not asked for a timer wake") {
   const Calls real = {"trace GImpl_RealActivate\n"};
-  Wake wake;
+  WakingMachine wake;
   wake.Sleep(1800);
   wake.SetTimer(true, 5);
   CHECK(Ask(GImpl_RealActivate) == Answer{false, Joined({real, GoingToS3(true, "5").calls})});
@@ -297,7 +297,7 @@ TEST_CASE(
 }
 
 TEST_CASE("guards look at no event and change nothing") {
-  Wake wake;
+  WakingMachine wake;
   wake.Sleep(1800);
   wake.SetTimer(true, 5);
   engine.nextSleepTime = LocalTime(2026, 11, 22, 8);

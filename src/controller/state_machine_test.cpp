@@ -134,7 +134,7 @@ Names UndefinedEvent(const std::string& state, const std::string& event) {
                event);
 }
 
-Names Joined(const std::vector<Names>& parts) {
+Names InOrder(const std::vector<Names>& parts) {
   Names all;
   for (const Names& part : parts) all.insert(all.end(), part.begin(), part.end());
   return all;
@@ -147,23 +147,23 @@ struct NamedState {
   int32_t value;
   const char* name;
 };
-const NamedState kStates[] = {
+const NamedState kNamedStates[] = {
     {SMState::Uninitialized, -1, "Uninitialized"}, {SMState::Active, 0, "Active"},
     {SMState::Spike_S3ToS4, 1, "Spike_S3ToS4"},    {SMState::Spike_S4ToS3, 2, "Spike_S4ToS3"},
     {SMState::Suspended, 3, "Suspended"},          {SMState::Off, 4, "Off"},
 };
-const Names kEvents = {"Activating",     "Suspend", "ShuttingDown", "ParamChanging",
-                       "Uninitializing", "Saving",  "ResetHistory"};
+const Names kEventNames = {"Activating",     "Suspend", "ShuttingDown", "ParamChanging",
+                           "Uninitializing", "Saving",  "ResetHistory"};
 const Names kGuards = {"GImpl_GoingToS3", "GImpl_GoingToS4", "GImpl_RealActivate"};
 
-struct Row {
+struct TableRow {
   std::string state;
   std::string event;
   std::string guard;  // empty for none
   Names actions;
   std::string nextState;
 };
-const Row kRows[] = {
+const TableRow kTable[] = {
     {"Uninitialized",
      "Activating",
      "",
@@ -239,30 +239,30 @@ Outcome Expected(const std::string& state, const std::string& event,
   Outcome outcome{EventArrived(event), state};
   Names& calls = outcome.calls;
   bool defined = false;
-  for (const Row& row : kRows) {
+  for (const TableRow& row : kTable) {
     if (row.state != state || row.event != event) continue;
     defined = true;
     if (!row.guard.empty()) calls.push_back(row.guard);
     if (!row.guard.empty() && !guards.contains(row.guard)) continue;
     const Names entered = row.nextState != state ? StateEntered(row.nextState) : Names{};
     outcome.nextState = row.nextState;
-    calls = Joined({calls, row.actions, entered});
+    calls = InOrder({calls, row.actions, entered});
     break;
   }
   const Names undefined = defined ? Names{} : UndefinedEvent(state, event);
-  calls = Joined({calls, undefined, kDeleted});
+  calls = InOrder({calls, undefined, kDeleted});
   return outcome;
 }
 
 }  // namespace
 
 TEST_CASE("states and events have their values and names") {
-  for (const NamedState& state : kStates) {
+  for (const NamedState& state : kNamedStates) {
     CHECK(static_cast<int32_t>(state.state) == state.value);
     CHECK(NarrowToUtf8(SMStateName(state.state)) == state.name);
   }
-  for (uint32_t event = 0; event < kEvents.size(); ++event) {
-    CHECK(NarrowToUtf8(SMEventName(static_cast<SMEvent>(event))) == kEvents[event]);
+  for (uint32_t event = 0; event < kEventNames.size(); ++event) {
+    CHECK(NarrowToUtf8(SMEventName(static_cast<SMEvent>(event))) == kEventNames[event]);
   }
 }
 
@@ -278,39 +278,39 @@ TEST_CASE("values without a name are UNKNOWN") {
 TEST_CASE("a new machine is Uninitialized") { CHECK(Machine().current == SMState::Uninitialized); }
 
 TEST_CASE("a machine without any handler moves along the rows that have no guard") {
-  for (const NamedState& state : kStates) {
-    for (uint32_t event = 0; event < kEvents.size(); ++event) {
+  for (const NamedState& state : kNamedStates) {
+    for (uint32_t event = 0; event < kEventNames.size(); ++event) {
       Controller controller;
       Machine empty;
       empty.current = state.state;
       StateMachine = &empty;
       std::string nextState = state.name;
-      for (const Row& row : kRows) {
-        if (row.state == state.name && row.event == kEvents[event] && row.guard.empty()) {
+      for (const TableRow& row : kTable) {
+        if (row.state == state.name && row.event == kEventNames[event] && row.guard.empty()) {
           nextState = row.nextState;
         }
       }
       const Names entered = nextState != state.name ? StateEntered(nextState) : Names{};
       CAPTURE(state.name);
-      CAPTURE(kEvents[event]);
+      CAPTURE(kEventNames[event]);
       CHECK(controller.Post(static_cast<SMEvent>(event)) ==
-            Joined({EventArrived(kEvents[event]), entered, kDeleted}));
+            InOrder({EventArrived(kEventNames[event]), entered, kDeleted}));
       CHECK(NarrowToUtf8(SMStateName(empty.current)) == nextState);
     }
   }
 }
 
 TEST_CASE("every event in every state does what its row says, whatever the guards answer") {
-  for (const NamedState& state : kStates) {
-    for (uint32_t event = 0; event < kEvents.size(); ++event) {
+  for (const NamedState& state : kNamedStates) {
+    for (uint32_t event = 0; event < kEventNames.size(); ++event) {
       for (size_t answers = 0; answers < 8; ++answers) {
         Controller controller(state.state);
         for (size_t guard = 0; guard < kGuards.size(); ++guard) {
           if ((answers >> guard & 1) != 0) trueGuards.insert(kGuards[guard]);
         }
-        const Outcome expected = Expected(state.name, kEvents[event], trueGuards);
+        const Outcome expected = Expected(state.name, kEventNames[event], trueGuards);
         CAPTURE(state.name);
-        CAPTURE(kEvents[event]);
+        CAPTURE(kEventNames[event]);
         CAPTURE(answers);
         CHECK(controller.Post(static_cast<SMEvent>(event)) == expected.calls);
         CHECK(NarrowToUtf8(SMStateName(controller.machine.current)) == expected.nextState);
@@ -348,9 +348,9 @@ TEST_CASE("a second Activating while Active is an undefined event") {
   const std::string error =
       "State Machine Error: State: Active, Undefined event: 21/11/2026 8:5:9 - Activating";
   CHECK(controller.Post(SMEvent::Activating) ==
-        Joined({EventArrived("Activating"),
-                {"open Dozewell Service", "report 1 " + error, "close", "trace " + error},
-                kDeleted}));
+        InOrder({EventArrived("Activating"),
+                 {"open Dozewell Service", "report 1 " + error, "close", "trace " + error},
+                 kDeleted}));
   CHECK(controller.machine.current == SMState::Active);
 }
 
@@ -358,7 +358,7 @@ TEST_CASE("a suspend that is announced twice is handled once") {
   Controller controller(SMState::Active);
   controller.Post(SMEvent::Suspend);
   CHECK(controller.Post(SMEvent::Suspend) ==
-        Joined({EventArrived("Suspend"), UndefinedEvent("Suspended", "Suspend"), kDeleted}));
+        InOrder({EventArrived("Suspend"), UndefinedEvent("Suspended", "Suspend"), kDeleted}));
   CHECK(controller.machine.current == SMState::Suspended);
 }
 
@@ -366,12 +366,12 @@ TEST_CASE("a resume that is neither the timer's nor the timeout's is a real one"
   Controller controller(SMState::Suspended);
   trueGuards = {"GImpl_RealActivate"};
   CHECK(controller.Post(SMEvent::Activating) ==
-        Joined({EventArrived("Activating"),
-                kGuards,
-                {"AH_RecordHistoryEvent", "AH_LogEvent", "AH_RestoreHA", "AH_CancelHWTimer",
-                 "LaunchOptimizerThread"},
-                StateEntered("Active"),
-                kDeleted}));
+        InOrder({EventArrived("Activating"),
+                 kGuards,
+                 {"AH_RecordHistoryEvent", "AH_LogEvent", "AH_RestoreHA", "AH_CancelHWTimer",
+                  "LaunchOptimizerThread"},
+                 StateEntered("Active"),
+                 kDeleted}));
   CHECK(controller.machine.current == SMState::Active);
 }
 
@@ -379,48 +379,48 @@ TEST_CASE("a wake by the timer puts the machine back to sleep and asks no other 
   Controller controller(SMState::Suspended);
   trueGuards = {"GImpl_GoingToS3", "GImpl_GoingToS4", "GImpl_RealActivate"};
   CHECK(controller.Post(SMEvent::Activating) ==
-        Joined({EventArrived("Activating"),
-                {"GImpl_GoingToS3", "AH_SetNextPredictedHA", "AH_ProgramSleep"},
-                StateEntered("Spike_S4ToS3"),
-                kDeleted}));
+        InOrder({EventArrived("Activating"),
+                 {"GImpl_GoingToS3", "AH_SetNextPredictedHA", "AH_ProgramSleep"},
+                 StateEntered("Spike_S4ToS3"),
+                 kDeleted}));
   CHECK(controller.machine.current == SMState::Spike_S4ToS3);
 }
 
 TEST_CASE("a resume that every guard denies is dropped silently") {
   Controller controller(SMState::Suspended);
   CHECK(controller.Post(SMEvent::Activating) ==
-        Joined({EventArrived("Activating"), kGuards, kDeleted}));
+        InOrder({EventArrived("Activating"), kGuards, kDeleted}));
   CHECK(controller.machine.current == SMState::Suspended);
 }
 
 TEST_CASE("a transition back to the same state tells of no new state") {
   Controller controller(SMState::Active);
   CHECK(controller.Post(SMEvent::ParamChanging) ==
-        Joined({EventArrived("ParamChanging"), {"AH_SetPredictorConfig"}, kDeleted}));
+        InOrder({EventArrived("ParamChanging"), {"AH_SetPredictorConfig"}, kDeleted}));
   CHECK(controller.Post(SMEvent::Saving) ==
-        Joined({EventArrived("Saving"), {"AH_SavePredictionData"}, kDeleted}));
+        InOrder({EventArrived("Saving"), {"AH_SavePredictionData"}, kDeleted}));
   CHECK(controller.Post(SMEvent::ResetHistory) ==
-        Joined({EventArrived("ResetHistory"), {"AH_ResetHistory"}, kDeleted}));
+        InOrder({EventArrived("ResetHistory"), {"AH_ResetHistory"}, kDeleted}));
 }
 
 TEST_CASE("an event without a known number is undefined and named UNKNOWN") {
   Controller controller(SMState::Active);
   CHECK(controller.Post(static_cast<SMEvent>(7)) ==
-        Joined({EventArrived("UNKNOWN"), UndefinedEvent("Active", "UNKNOWN"), kDeleted}));
+        InOrder({EventArrived("UNKNOWN"), UndefinedEvent("Active", "UNKNOWN"), kDeleted}));
 }
 
 TEST_CASE("an event made while the clock could not be read shows fields of -1") {
   Controller controller(SMState::Active);
   fakes::clock.utcSeconds = -1;
   CHECK(controller.Post(SMEvent::Saving) ==
-        Joined({Information("State Machine event: ", "-1/0/1899 -1:-1:-1 - Saving"),
-                {"AH_SavePredictionData"},
-                kDeleted}));
+        InOrder({Information("State Machine event: ", "-1/0/1899 -1:-1:-1 - Saving"),
+                 {"AH_SavePredictionData"},
+                 kDeleted}));
 }
 
 TEST_CASE("an event in a state that the table does not have is written and dropped") {
   Controller controller(static_cast<SMState>(5));
-  CHECK(controller.Post(SMEvent::Activating) == Joined({EventArrived("Activating"), kDeleted}));
+  CHECK(controller.Post(SMEvent::Activating) == InOrder({EventArrived("Activating"), kDeleted}));
   CHECK(controller.machine.current == static_cast<SMState>(5));
 }
 
@@ -428,13 +428,13 @@ TEST_CASE("without an error handler an undefined event is only written") {
   for (const SMState state : {SMState::Active, SMState::Off}) {
     Controller controller(state);
     controller.machine.ReportStateMachineError = nullptr;
-    CHECK(controller.Post(SMEvent::Activating) == Joined({EventArrived("Activating"), kDeleted}));
+    CHECK(controller.Post(SMEvent::Activating) == InOrder({EventArrived("Activating"), kDeleted}));
     CHECK(controller.machine.current == state);
   }
 }
 
 TEST_CASE("no event at all is an error that names the state") {
-  for (const NamedState& state : kStates) {
+  for (const NamedState& state : kNamedStates) {
     Controller controller(state.state);
     PostEvent(nullptr);
     CHECK(fakes::eventLog.calls ==
@@ -450,10 +450,10 @@ TEST_CASE("an empty guard is as one that says no") {
   Controller controller(SMState::Suspended);
   controller.machine.GImpl_GoingToS3 = nullptr;
   trueGuards = {"GImpl_GoingToS3", "GImpl_GoingToS4"};
-  CHECK(controller.Post(SMEvent::Activating) == Joined({EventArrived("Activating"),
-                                                        {"GImpl_GoingToS4"},
-                                                        StateEntered("Spike_S3ToS4"),
-                                                        kDeleted}));
+  CHECK(controller.Post(SMEvent::Activating) == InOrder({EventArrived("Activating"),
+                                                         {"GImpl_GoingToS4"},
+                                                         StateEntered("Spike_S3ToS4"),
+                                                         kDeleted}));
 }
 
 TEST_CASE("a resume without any guard is dropped silently") {
@@ -461,7 +461,7 @@ TEST_CASE("a resume without any guard is dropped silently") {
   controller.machine.GImpl_GoingToS3 = nullptr;
   controller.machine.GImpl_GoingToS4 = nullptr;
   controller.machine.GImpl_RealActivate = nullptr;
-  CHECK(controller.Post(SMEvent::Activating) == Joined({EventArrived("Activating"), kDeleted}));
+  CHECK(controller.Post(SMEvent::Activating) == InOrder({EventArrived("Activating"), kDeleted}));
   CHECK(controller.machine.current == SMState::Suspended);
 }
 
@@ -471,10 +471,10 @@ TEST_CASE("an empty action is left out and the others run") {
   controller.machine.AH_TimeStampEvent = nullptr;
   controller.machine.AH_LogEvent = nullptr;
   CHECK(controller.Post(SMEvent::Suspend) ==
-        Joined({EventArrived("Suspend"),
-                {"AH_RecordHistoryEvent", "AH_SetPredictedSettings"},
-                StateEntered("Suspended"),
-                kDeleted}));
+        InOrder({EventArrived("Suspend"),
+                 {"AH_RecordHistoryEvent", "AH_SetPredictedSettings"},
+                 StateEntered("Suspended"),
+                 kDeleted}));
 }
 
 TEST_CASE("a handler that is put into its slot late is the one that runs") {
@@ -482,7 +482,7 @@ TEST_CASE("a handler that is put into its slot late is the one that runs") {
   controller.Post(SMEvent::Saving);
   controller.machine.AH_SavePredictionData = Act<"another handler">;
   CHECK(controller.Post(SMEvent::Saving) ==
-        Joined({EventArrived("Saving"), {"another handler"}, kDeleted}));
+        InOrder({EventArrived("Saving"), {"another handler"}, kDeleted}));
 }
 
 TEST_CASE("what an action throws reaches the poster and the state stays as it was") {
@@ -490,12 +490,12 @@ TEST_CASE("what an action throws reaches the poster and the state stays as it wa
   controller.machine.AH_SaveHistory = Throw;
   CHECK_THROWS_WITH_AS(controller.Post(SMEvent::ShuttingDown), "thrown by an action",
                        std::runtime_error);
-  CHECK(fakes::eventLog.calls == Joined({EventArrived("ShuttingDown"),
-                                         {"TerminateOptimizerThread", "AH_RecordHistoryEvent"},
-                                         kDeleted}));
+  CHECK(fakes::eventLog.calls == InOrder({EventArrived("ShuttingDown"),
+                                          {"TerminateOptimizerThread", "AH_RecordHistoryEvent"},
+                                          kDeleted}));
   CHECK(controller.machine.current == SMState::Active);
   CHECK(controller.Post(SMEvent::Saving) ==
-        Joined({EventArrived("Saving"), {"AH_SavePredictionData"}, kDeleted}));
+        InOrder({EventArrived("Saving"), {"AH_SavePredictionData"}, kDeleted}));
 }
 
 TEST_CASE("what a guard throws reaches the poster and the state stays as it was") {
@@ -505,7 +505,7 @@ TEST_CASE("what a guard throws reaches the poster and the state stays as it was"
   CHECK_THROWS_WITH_AS(controller.Post(SMEvent::Activating), "thrown by a guard",
                        std::runtime_error);
   CHECK(fakes::eventLog.calls ==
-        Joined({EventArrived("Activating"), {"GImpl_GoingToS3"}, kDeleted}));
+        InOrder({EventArrived("Activating"), {"GImpl_GoingToS3"}, kDeleted}));
   CHECK(controller.machine.current == SMState::Suspended);
 }
 

@@ -22,12 +22,12 @@ namespace dozewell {
 namespace {
 
 // What driver and power scheme say of a resume.
-struct Wake {
+struct WakeCase {
   const char* name;
   bool byTimer;
   bool bySystem;
 };
-const Wake kWakes[] = {
+const WakeCase kWakeCases[] = {
     {"neither", false, false},
     {"timer", true, false},
     {"system", false, true},
@@ -35,10 +35,10 @@ const Wake kWakes[] = {
 };
 
 // A started controller in a state, 30 minutes after a suspend at 18:00, with a night still ahead.
-struct Controller {
+struct WokenController {
   fakes::Machine machine;
 
-  Controller(SMState state, const Wake& wake) {
+  WokenController(SMState state, const WakeCase& wake) {
     OpenDriverDevice();
     StartController();
     StateMachine->current = state;
@@ -84,8 +84,8 @@ struct Controller {
   }
 };
 
-const char* const kEvents[] = {"Activating",     "Suspend", "ShuttingDown", "ParamChanging",
-                               "Uninitializing", "Saving",  "ResetHistory"};
+const char* const kLoggedEvents[] = {"Activating",     "Suspend", "ShuttingDown", "ParamChanging",
+                                     "Uninitializing", "Saving",  "ResetHistory"};
 const SMState kStates[] = {SMState::Uninitialized, SMState::Active,    SMState::Spike_S3ToS4,
                            SMState::Spike_S4ToS3,  SMState::Suspended, SMState::Off};
 
@@ -127,7 +127,7 @@ const Row kRows[] = {
     {SMState::Spike_S4ToS3, 2, kShutDownFromSpike},
 };
 
-Calls ResumeFromSuspended(const Wake& wake) {
+Calls ResumeFromSuspended(const WakeCase& wake) {
   if (wake.byTimer) {
     return {"GImpl_GoingToS3", "AH_SetNextPredictedHA", "AH_ProgramSleep", "-> Spike_S4ToS3"};
   }
@@ -138,13 +138,13 @@ Calls ResumeFromSuspended(const Wake& wake) {
                  kToActive});
 }
 
-Calls Expected(SMState state, uint32_t event, const Wake& wake) {
+Calls Expected(SMState state, uint32_t event, const WakeCase& wake) {
   if (state == SMState::Suspended && event == 0) return ResumeFromSuspended(wake);
   for (const Row& row : kRows) {
     if (row.state == state && row.event == event) return row.ran;
   }
   return {"State Machine Error: State: " + NarrowToUtf8(SMStateName(state)) +
-          ", Undefined event: 21/11/2026 18:30:0 - " + kEvents[event]};
+          ", Undefined event: 21/11/2026 18:30:0 - " + kLoggedEvents[event]};
 }
 
 }  // namespace
@@ -152,10 +152,10 @@ Calls Expected(SMState state, uint32_t event, const Wake& wake) {
 TEST_CASE("every event in every state runs its handlers in their order, for every kind of wake") {
   for (const SMState state : kStates) {
     for (uint32_t event = 0; event < 7; ++event) {
-      for (const Wake& wake : kWakes) {
-        Controller controller(state, wake);
+      for (const WakeCase& wake : kWakeCases) {
+        WokenController controller(state, wake);
         CAPTURE(NarrowToUtf8(SMStateName(state)));
-        CAPTURE(kEvents[event]);
+        CAPTURE(kLoggedEvents[event]);
         CAPTURE(wake.name);
         const Calls ran = controller.Post(event);
         CHECK(ran == Expected(state, event, wake));
@@ -169,17 +169,17 @@ TEST_CASE("every event in every state runs its handlers in their order, for ever
 
 TEST_CASE("a stop outside Active leaves the history unsaved") {
   for (const SMState state : {SMState::Suspended, SMState::Spike_S3ToS4, SMState::Spike_S4ToS3}) {
-    Controller controller(state, kWakes[0]);
+    WokenController controller(state, kWakeCases[0]);
     controller.Post(4);
     CHECK(controller.machine.HasNoFiles());
   }
-  Controller controller(SMState::Active, kWakes[0]);
+  WokenController controller(SMState::Active, kWakeCases[0]);
   controller.Post(4);
   CHECK_FALSE(controller.machine.HasNoFiles());
 }
 
 TEST_CASE("one real resume asks for each kind of wake twice") {
-  Controller controller(SMState::Suspended, kWakes[0]);
+  WokenController controller(SMState::Suspended, kWakeCases[0]);
   controller.Post(0);
   CHECK(fakes::driver.calls ==
         std::vector<std::string>{"open", "read timer", "read previous sleep status",

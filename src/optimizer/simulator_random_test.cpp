@@ -15,7 +15,7 @@ namespace {
 
 // What a simulation gives, or that it threw.
 template <typename Simulate>
-std::vector<std::string> Texts(Simulate simulate) {
+std::vector<std::string> TextsOrError(Simulate simulate) {
   try {
     return SimTexts(simulate());
   } catch (const std::exception&) {
@@ -44,8 +44,8 @@ TEST_CASE("the simulator gives what a plain reading of its rules gives") {
     const std::vector<HistoryRecord> history =
         random.Chance(40) ? random.Written() : random.Hostile();
     NativeSimulatorConfigurations parameters = ConfigurationsOf(DrawSet(random));
-    const auto expected = Texts([&] { return SimulatePlainly(parameters, history); });
-    CHECK(Texts([&] { return SimulatePredictor(parameters, history); }) == expected);
+    const auto expected = TextsOrError([&] { return SimulatePlainly(parameters, history); });
+    CHECK(TextsOrError([&] { return SimulatePredictor(parameters, history); }) == expected);
     for (const std::string& text : expected) {
       if (text.ends_with(" 5")) ++scheduled;
       if (text == "exception") ++exceptions;

@@ -9,7 +9,7 @@
 namespace dozewell {
 namespace {
 
-struct Listener : ITimeLineListener {
+struct EventListener : ITimeLineListener {
   std::vector<int32_t> heard;
 
   void OnTimeLineEvent(const TimeLineEvent& event) override { heard.push_back(event.state); }
@@ -20,8 +20,8 @@ struct Listener : ITimeLineListener {
 TEST_CASE("the one listener hears each event at once until it is unregistered") {
   HistorianImpl historian;
   CHECK_NOTHROW(historian.NotifyListener({WeekTime(0), Activating}));
-  Listener first;
-  Listener second;
+  EventListener first;
+  EventListener second;
   historian.RegisterListener(&first);
   historian.RegisterListener(&second);
   CHECK(historian.HasListener());

@@ -41,7 +41,7 @@ struct Recorder {
   std::vector<unsigned char> File() { return ReadWholeFile(folder.File(L"zs7state.dat")).value(); }
 };
 
-std::vector<unsigned char> BytesOf(const std::vector<HistoryRecord>& records) {
+std::vector<unsigned char> FileOf(const std::vector<HistoryRecord>& records) {
   std::vector<unsigned char> bytes(records.size() * sizeof(HistoryRecord));
   if (!bytes.empty()) std::memcpy(bytes.data(), records.data(), bytes.size());
   return bytes;
@@ -57,7 +57,7 @@ TEST_CASE("every event given is recorded, asleep for all but Activating") {
   recorder.Record(SMEvent::Uninitializing, kNow + 3);
   AH_SaveHistory();
   CHECK(recorder.File() ==
-        BytesOf({{kNow, 0, 0}, {kNow + 1, 1, 0}, {kNow + 2, 1, 0}, {kNow + 3, 1, 0}}));
+        FileOf({{kNow, 0, 0}, {kNow + 1, 1, 0}, {kNow + 2, 1, 0}, {kNow + 3, 1, 0}}));
 }
 
 TEST_CASE("daylight saving does not move a recorded time") {
@@ -66,7 +66,7 @@ TEST_CASE("daylight saving does not move a recorded time") {
   fakes::clock.localTime.tm_isdst = 1;
   AH_RecordHistoryEvent(SMEventData(SMEvent::Suspend));
   AH_SaveHistory();
-  CHECK(recorder.File() == BytesOf({{1782907200, 1, 0}}));
+  CHECK(recorder.File() == FileOf({{1782907200, 1, 0}}));
 }
 
 TEST_CASE("a save empties the pending records") {
@@ -90,7 +90,7 @@ TEST_CASE("without a history limit records older than 60 days are dropped") {
   Recorder recorder;
   recorder.SetFile({{kNow - 5184001, 1, 0}, {kNow - 5184000, 0, 0}, {kNow - 1, 1, 0}});
   AH_SaveHistory();
-  CHECK(recorder.File() == BytesOf({{kNow - 5184000, 0, 0}, {kNow - 1, 1, 0}}));
+  CHECK(recorder.File() == FileOf({{kNow - 5184000, 0, 0}, {kNow - 1, 1, 0}}));
 }
 
 TEST_CASE("the history limit counts days") {
@@ -98,7 +98,7 @@ TEST_CASE("the history limit counts days") {
   fakes::settings.defaults.values[L"HistoryLimit"] = fakes::Number32(2);
   recorder.SetFile({{kNow - 2 * kDay - 1, 1, 0}, {kNow - 2 * kDay, 0, 0}});
   AH_SaveHistory();
-  CHECK(recorder.File() == BytesOf({{kNow - 2 * kDay, 0, 0}}));
+  CHECK(recorder.File() == FileOf({{kNow - 2 * kDay, 0, 0}}));
 }
 
 TEST_CASE("pending records older than the limit are written, ones out of order are not") {
@@ -107,7 +107,7 @@ TEST_CASE("pending records older than the limit are written, ones out of order a
   recorder.Record(SMEvent::Suspend, kNow - 100 * kDay);
   recorder.Record(SMEvent::Suspend, kNow);
   AH_SaveHistory();
-  CHECK(recorder.File() == BytesOf({{kNow - 100 * kDay, 0, 0}, {kNow, 1, 0}}));
+  CHECK(recorder.File() == FileOf({{kNow - 100 * kDay, 0, 0}, {kNow, 1, 0}}));
 }
 
 TEST_CASE("a history that cannot be written is left at that, and the pending records are gone") {
@@ -128,7 +128,7 @@ TEST_CASE("an empty data folder fails the save, which keeps the pending records"
   CHECK_THROWS_WITH_AS(AH_SaveHistory(), "invalid string position", std::out_of_range);
   fakes::settings.dataFolder = recorder.folder.Path();
   AH_SaveHistory();
-  CHECK(recorder.File() == BytesOf({{kNow, 1, 0}}));
+  CHECK(recorder.File() == FileOf({{kNow, 1, 0}}));
 }
 
 }  // namespace dozewell

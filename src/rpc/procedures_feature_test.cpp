@@ -21,9 +21,10 @@ namespace {
 
 using fakes::Answer;
 using fakes::Ask;
+using fakes::kTimerRead;
 using fakes::ServedMachine;
-
-void SetTimer(uint32_t alarm, uint32_t duration) { fakes::driver.timer.words = {alarm, duration}; }
+using fakes::SetTimer;
+using fakes::TakeProvisionsAway;
 
 fakes::Value Current(const wchar_t* name) { return fakes::settings.current.values[name]; }
 
@@ -43,7 +44,6 @@ const Calls kAttemptsRead = {"settings: ReadSetting CurrentAttempt",
                              "settings: ReadSetting TotalAttempts"};
 const Calls kOnWritten = {"settings: WriteSetting EnableZ7Feature 1"};
 const Calls kOffWritten = {"settings: WriteSetting EnableZ7Feature 0"};
-const Calls kTimerRead = {"driver: read timer"};
 
 // The controller is built and waits for events.
 bool ControllerRuns() {
@@ -54,9 +54,6 @@ bool ControllerRuns() {
 bool ControllerIsGone() {
   return !ControllerStarted && StateMachine == nullptr && engine.predictor == nullptr;
 }
-
-// Nothing from which a predictor could be built.
-void TakeProvisionsAway() { fakes::settings.defaults.predictorValues.clear(); }
 
 }  // namespace
 

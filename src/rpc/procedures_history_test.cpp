@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -24,11 +23,11 @@ namespace {
 
 using fakes::Answer;
 using fakes::Ask;
+using fakes::kHighest;
+using fakes::kLowest;
 using fakes::kRefusedUnasked;
 using fakes::ServedMachine;
-
-constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
-constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
+using fakes::TakeProvisionsAway;
 
 fakes::Value CurrentStrength() {
   return fakes::settings.current.predictorValues[{kPredictorSection, "Strength"}];
@@ -46,9 +45,6 @@ struct Listener : IConfigurationsListener {
     then();
   }
 };
-
-// Nothing from which a predictor could be built.
-void TakeProvisionsAway() { fakes::settings.defaults.predictorValues.clear(); }
 
 void SetDefaultStrength(const fakes::Value& value) {
   fakes::settings.defaults.predictorValues[{kPredictorSection, "Strength"}] = value;

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <string>
 
 #include "fakes/driver_fake.h"
@@ -16,15 +15,12 @@ namespace {
 
 using fakes::Answer;
 using fakes::Ask;
+using fakes::kHighest;
+using fakes::kLowest;
 using fakes::kRefusedUnasked;
+using fakes::kTimerRead;
 using fakes::ServedMachine;
-
-constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
-constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
-
-void SetTimer(uint32_t alarm, uint32_t duration) { fakes::driver.timer.words = {alarm, duration}; }
-
-const Calls kTimerRead = {"driver: read timer"};
+using fakes::SetTimer;
 
 constexpr WakeTime kUntouchedTime = {91, 92, 93, 94, 95};
 

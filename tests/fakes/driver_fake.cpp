@@ -19,7 +19,7 @@ void ResetDriver() {
 
 namespace {
 
-void Note(const std::string& call) {
+void NoteDriverCall(const std::string& call) {
   driver.calls.push_back(call);
   journal.push_back("driver: " + call);
 }
@@ -47,7 +47,7 @@ Control ControlOf(uint32_t code, size_t inputSize, size_t outputSize) {
 using fakes::driver;
 
 void* OpenDevice() {
-  fakes::Note("open");
+  fakes::NoteDriverCall("open");
   return driver.present ? &driver : kInvalidDevice;
 }
 
@@ -72,7 +72,7 @@ bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputS
              std::to_string(outputSize);
       break;
   }
-  fakes::Note(device == &driver ? call : call + " on no device");
+  fakes::NoteDriverCall(device == &driver ? call : call + " on no device");
   if (driver.failer.Fails() || device != &driver) return false;
   switch (control) {
     case fakes::Control::kWriteTimer:
@@ -89,6 +89,8 @@ bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputS
   }
 }
 
-void CloseDevice(void* device) { fakes::Note(device == &driver ? "close" : "close on no device"); }
+void CloseDevice(void* device) {
+  fakes::NoteDriverCall(device == &driver ? "close" : "close on no device");
+}
 
 }  // namespace dozewell

@@ -20,7 +20,7 @@ std::vector<std::string> EventLog::After(const std::string& prefix) const {
 
 namespace {
 
-void Note(const std::string& call) {
+void NoteEventLogCall(const std::string& call) {
   eventLog.calls.push_back(call);
   journal.push_back(call);
 }
@@ -36,16 +36,18 @@ EventSource OpenEventSource(const wchar_t* name) {
 }
 
 bool ReportToEventLog(EventSource, uint16_t eventType, const wchar_t* message) {
-  fakes::Note("report " + std::to_string(eventType) + " " + NarrowToUtf8(message));
+  fakes::NoteEventLogCall("report " + std::to_string(eventType) + " " + NarrowToUtf8(message));
   return !eventLog.reportFailer.Fails();
 }
 
-void ClearWholeEventLog(EventSource) { fakes::Note("clear"); }
+void ClearWholeEventLog(EventSource) { fakes::NoteEventLogCall("clear"); }
 
 void CloseEventSource(EventSource source) {
   eventLog.calls.push_back(source != nullptr ? "close" : "close null");
 }
 
-void TraceToDebugger(const wchar_t* text) { fakes::Note("trace " + NarrowToUtf8(text)); }
+void TraceToDebugger(const wchar_t* text) {
+  fakes::NoteEventLogCall("trace " + NarrowToUtf8(text));
+}
 
 }  // namespace dozewell

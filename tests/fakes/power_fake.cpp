@@ -56,7 +56,7 @@ std::string ValueName(uint32_t source, const Guid& scheme, const Guid& subgroup,
          NameOf(GuidText(subgroup) + GuidText(setting), kSettings);
 }
 
-bool Fails(const std::string& call) {
+bool PowerCallFails(const std::string& call) {
   power.calls.push_back(call);
   journal.push_back("power: " + call);
   return power.failer.Fails();
@@ -68,13 +68,14 @@ bool Fails(const std::string& call) {
 using fakes::power;
 
 bool GetActivePowerScheme(Guid& scheme) {
-  if (fakes::Fails("get active")) return false;
+  if (fakes::PowerCallFails("get active")) return false;
   scheme = power.activeScheme;
   return true;
 }
 
 bool SetActivePowerScheme(const Guid& scheme) {
-  if (fakes::Fails("activate " + fakes::NameOf(fakes::GuidText(scheme), fakes::kSchemes))) {
+  if (fakes::PowerCallFails("activate " +
+                            fakes::NameOf(fakes::GuidText(scheme), fakes::kSchemes))) {
     return false;
   }
   power.activeScheme = scheme;
@@ -84,7 +85,7 @@ bool SetActivePowerScheme(const Guid& scheme) {
 bool ReadSchemeValue(uint32_t source, const Guid& scheme, const Guid& subgroup, const Guid& setting,
                      uint32_t& value) {
   const std::string name = fakes::ValueName(source, scheme, subgroup, setting);
-  const bool fails = fakes::Fails("read " + name);
+  const bool fails = fakes::PowerCallFails("read " + name);
   const auto found = power.values.find(name);
   if (fails || found == power.values.end()) return false;
   value = found->second;
@@ -94,17 +95,17 @@ bool ReadSchemeValue(uint32_t source, const Guid& scheme, const Guid& subgroup, 
 bool WriteSchemeValue(uint32_t source, const Guid& scheme, const Guid& subgroup,
                       const Guid& setting, uint32_t value) {
   const std::string name = fakes::ValueName(source, scheme, subgroup, setting);
-  if (fakes::Fails("write " + name + " " + std::to_string(value))) return false;
+  if (fakes::PowerCallFails("write " + name + " " + std::to_string(value))) return false;
   power.values[name] = value;
   return true;
 }
 
 bool ReadAcLineStatus(uint8_t& status) {
-  if (fakes::Fails("power source")) return false;
+  if (fakes::PowerCallFails("power source")) return false;
   status = power.acLineStatus;
   return true;
 }
 
-bool SuspendSystem() { return !fakes::Fails("suspend"); }
+bool SuspendSystem() { return !fakes::PowerCallFails("suspend"); }
 
 }  // namespace dozewell

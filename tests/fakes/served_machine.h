@@ -2,10 +2,13 @@
 #define DOZEWELL_TESTS_FAKES_SERVED_MACHINE_H_
 
 #include <cstdint>
+#include <limits>
 #include <ostream>
 
+#include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"
+#include "fakes/settings_fake.h"
 #include "power/driver_device.h"
 #include "support/calls.h"
 
@@ -36,6 +39,16 @@ Answer Ask(Procedure procedure) {
 }
 
 inline const Answer kRefusedUnasked = {false, {}};
+
+inline const Calls kTimerRead = {"driver: read timer"};
+
+inline void SetTimer(uint32_t alarm, uint32_t duration) { driver.timer.words = {alarm, duration}; }
+
+// Leaves nothing from which a predictor could be built.
+inline void TakeProvisionsAway() { settings.defaults.predictorValues.clear(); }
+
+inline constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
+inline constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 
 // Numbers in an enumeration's place that mean nothing anywhere: the largest that a client can send,
 // and what only a hand-written packet carries.

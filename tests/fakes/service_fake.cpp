@@ -20,22 +20,22 @@ constexpr uint32_t kInvalidHandle = 6;
 
 uint32_t lastError = 0;
 
-void Note(const std::string& call) {
+void NoteServiceCall(const std::string& call) {
   service.calls.push_back(call);
   journal.push_back("service: " + call);
 }
 
-bool Fails(const std::string& call) {
-  Note(call);
+bool ServiceCallFails(const std::string& call) {
+  NoteServiceCall(call);
   if (!service.failer.Fails()) return false;
   lastError = service.error;
   return true;
 }
 
-uint32_t ErrorOf(const std::string& call) { return Fails(call) ? service.error : 0; }
+uint32_t ErrorOf(const std::string& call) { return ServiceCallFails(call) ? service.error : 0; }
 
 ServiceHandle HandleOf(const std::string& call) {
-  return ServiceHandle(Fails(call) ? nullptr : &service);
+  return ServiceHandle(ServiceCallFails(call) ? nullptr : &service);
 }
 
 }  // namespace
@@ -49,7 +49,7 @@ uint32_t RunServiceDispatcher() {
   return error;
 }
 
-void InstallConsoleHandler() { fakes::Fails("install console handler"); }
+void InstallConsoleHandler() { fakes::ServiceCallFails("install console handler"); }
 
 uint32_t RegisterControlHandler() {
   const uint32_t error = fakes::ErrorOf("register handler");
@@ -65,11 +65,12 @@ uint32_t SendServiceStatus(const ServiceStatusRecord& status) {
 }
 
 void* RegisterIdleNotification() {
-  return fakes::Fails("register notification") ? nullptr : &service;
+  return fakes::ServiceCallFails("register notification") ? nullptr : &service;
 }
 
 void UnregisterIdleNotification(void* notification) {
-  fakes::Fails(notification == &service ? "unregister notification" : "unregister no notification");
+  fakes::ServiceCallFails(notification == &service ? "unregister notification"
+                                                   : "unregister no notification");
 }
 
 uint32_t UseServerEndpoint() { return fakes::ErrorOf("use endpoint"); }
@@ -96,7 +97,7 @@ uint32_t StopServerListening() {
   return error;
 }
 
-void ServiceHandleCloser::operator()(void*) const { fakes::Note("close"); }
+void ServiceHandleCloser::operator()(void*) const { fakes::NoteServiceCall("close"); }
 
 ServiceHandle OpenManagerToCreate() { return fakes::HandleOf("open manager to create"); }
 
@@ -123,17 +124,17 @@ ServiceHandle OpenExistingService(void*, const wchar_t* name) {
 }
 
 void SetServiceDescription(void*, const wchar_t* description) {
-  fakes::Fails("describe " + NarrowToUtf8(description));
+  fakes::ServiceCallFails("describe " + NarrowToUtf8(description));
 }
 
-void SetDelayedAutoStart(void*) { fakes::Fails("delay start"); }
+void SetDelayedAutoStart(void*) { fakes::ServiceCallFails("delay start"); }
 
-bool StartExistingService(void*) { return !fakes::Fails("start"); }
+bool StartExistingService(void*) { return !fakes::ServiceCallFails("start"); }
 
-bool StopExistingService(void*) { return !fakes::Fails("stop"); }
+bool StopExistingService(void*) { return !fakes::ServiceCallFails("stop"); }
 
 bool DeleteExistingService(void*) {
-  if (fakes::Fails("delete")) return false;
+  if (fakes::ServiceCallFails("delete")) return false;
   service.exists = false;
   return true;
 }

@@ -46,7 +46,7 @@ bool QueryFallbackKeys(const std::function<bool(const Key&)>& query) {
   return (BrandingPresent && query(settings.branding)) || query(settings.defaults);
 }
 
-bool Fails(const std::string& call) {
+bool SettingsCallFails(const std::string& call) {
   settings.calls.push_back(call);
   if (!call.starts_with("ReadPredictorValue ")) journal.push_back("settings: " + call);
   return settings.failer.Fails();
@@ -83,7 +83,8 @@ using fakes::settings;
 bool ReadSetting(const wchar_t* name, uint32_t& value, bool deleteAfterRead) {
   const std::wstring wideName = name != nullptr ? name : L"";
   const char* const suffix = deleteAfterRead ? " delete" : "";
-  if (fakes::Fails("ReadSetting " + NarrowToUtf8(wideName) + suffix) || wideName.empty()) {
+  if (fakes::SettingsCallFails("ReadSetting " + NarrowToUtf8(wideName) + suffix) ||
+      wideName.empty()) {
     return false;
   }
   const auto query = [&](const fakes::Key& key) { return fakes::Query(key, wideName, value); };
@@ -94,7 +95,8 @@ bool ReadSetting(const wchar_t* name, uint32_t& value, bool deleteAfterRead) {
 
 bool ReadDefaultSetting(const wchar_t* name, uint32_t& value) {
   const std::wstring wideName = name != nullptr ? name : L"";
-  if (fakes::Fails("ReadDefaultSetting " + NarrowToUtf8(wideName)) || wideName.empty()) {
+  if (fakes::SettingsCallFails("ReadDefaultSetting " + NarrowToUtf8(wideName)) ||
+      wideName.empty()) {
     return false;
   }
   return fakes::QueryFallbackKeys(
@@ -103,7 +105,8 @@ bool ReadDefaultSetting(const wchar_t* name, uint32_t& value) {
 
 bool WriteSetting(const wchar_t* name, uint32_t value) {
   const std::wstring wideName = name != nullptr ? name : L"";
-  if (fakes::Fails("WriteSetting " + NarrowToUtf8(wideName) + " " + std::to_string(value)) ||
+  if (fakes::SettingsCallFails("WriteSetting " + NarrowToUtf8(wideName) + " " +
+                               std::to_string(value)) ||
       wideName.empty()) {
     return false;
   }
@@ -112,7 +115,7 @@ bool WriteSetting(const wchar_t* name, uint32_t value) {
 }
 
 bool ReadLastOptimizerRun(int64_t& value) {
-  if (fakes::Fails("ReadLastOptimizerRun")) return false;
+  if (fakes::SettingsCallFails("ReadLastOptimizerRun")) return false;
   uint32_t seconds = 0;
   if (fakes::Query(settings.current, fakes::kLastOptimizerRun, value)) return true;
   const bool found = fakes::QueryFallbackKeys(
@@ -122,14 +125,14 @@ bool ReadLastOptimizerRun(int64_t& value) {
 }
 
 bool WriteLastOptimizerRun(int64_t value) {
-  if (fakes::Fails("WriteLastOptimizerRun " + std::to_string(value))) return false;
+  if (fakes::SettingsCallFails("WriteLastOptimizerRun " + std::to_string(value))) return false;
   settings.current.values[fakes::kLastOptimizerRun] = fakes::Number64(value);
   return true;
 }
 
 std::string ReadPredictorValue(const std::string& section, const std::string& name) {
   std::string text;
-  if (fakes::Fails("ReadPredictorValue " + section + " " + name)) return text;
+  if (fakes::SettingsCallFails("ReadPredictorValue " + section + " " + name)) return text;
   const auto query = [&](const fakes::Key& key) {
     const auto found = key.predictorValues.find({section, name});
     if (found == key.predictorValues.end()) return false;
@@ -142,7 +145,8 @@ std::string ReadPredictorValue(const std::string& section, const std::string& na
 
 bool WritePredictorValue(const std::string& section, const std::string& name,
                          const std::string& text) {
-  if (fakes::Fails("WritePredictorValue " + section + " " + name + " " + text)) return false;
+  if (fakes::SettingsCallFails("WritePredictorValue " + section + " " + name + " " + text))
+    return false;
   fakes::Value& value =
       settings.current.predictorValues.try_emplace({section, name}, fakes::Text("")).first->second;
   switch (value.type) {
@@ -158,11 +162,11 @@ bool WritePredictorValue(const std::string& section, const std::string& name,
 }
 
 std::wstring DataFolderPath() {
-  return fakes::Fails("DataFolderPath") ? std::wstring() : settings.dataFolder;
+  return fakes::SettingsCallFails("DataFolderPath") ? std::wstring() : settings.dataFolder;
 }
 
 std::wstring GetDataFolder() {
-  return fakes::Fails("GetDataFolder") ? std::wstring() : settings.dataFolder;
+  return fakes::SettingsCallFails("GetDataFolder") ? std::wstring() : settings.dataFolder;
 }
 
 }  // namespace dozewell

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <exception>
+
 namespace dozewell::support {
 namespace {
 
@@ -15,7 +17,13 @@ ProgramDataAt::ProgramDataAt(const std::wstring& path)
 }
 
 ProgramDataAt::~ProgramDataAt() {
-  if (original_) SetValue(kProfileList, L"ProgramData", *original_);
+  if (!original_) return;
+  try {
+    SetValue(kProfileList, L"ProgramData", *original_);
+  } catch (...) {
+    // A machine that is left with another folder than its own must not go unnoticed.
+    std::terminate();
+  }
 }
 
 bool IsFolder(const std::wstring& path) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/wall_clock.h"
 #include "optimizer/sim_time_line.h"
 #include "prediction/history_file.h"
 
@@ -17,6 +18,12 @@ constexpr int64_t kSimDays = 20454 * int64_t{86400};
 
 inline int64_t SimTime(int64_t day, int64_t hour, int64_t minute = 0, int64_t second = 0) {
   return kSimDays + ((day * 24 + hour) * 60 + minute) * 60 + second;
+}
+
+inline tm SimLocalTime(int64_t day, int64_t hour, int64_t minute) {
+  tm time;
+  TmFromSeconds(SimTime(day, hour, minute), time);
+  return time;
 }
 
 inline HistoryRecord SimRecord(uint32_t code, int64_t day, int64_t hour, int64_t minute = 0,

@@ -22,8 +22,6 @@ struct Unit {
 };
 constexpr Unit kUnits[] = {{"d", kMinutesInDay}, {"h", kMinutesInHour}, {"min", 1}, {"m", 1}};
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Takes what is in front of `text` as long as `belongs` holds.
 template <typename Belongs>
 std::string_view Take(std::string_view& text, Belongs belongs) {

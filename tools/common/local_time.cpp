@@ -5,14 +5,14 @@
 #include <cstdio>
 #include <iterator>
 
+#include "common/text.h"
+
 namespace dozewell {
 namespace {
 
 constexpr std::string_view kPattern = "0000-00-00T00:00:00";
 constexpr size_t kSeparator = 10;
 constexpr size_t kLengthWithoutSeconds = 16;
-
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool FitsPattern(std::string_view text) {
   if (text.size() != kPattern.size()) return false;

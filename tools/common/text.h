@@ -9,6 +9,8 @@
 
 namespace dozewell {
 
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 // Without the blanks and tabs at both ends.
 std::string_view TrimBlanks(std::string_view text);
 

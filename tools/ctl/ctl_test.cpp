@@ -16,8 +16,7 @@ using fakes::ClientMachine;
 using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
-
-constexpr uint32_t kServerUnavailable = 1722;
+using fakes::kServerUnavailable;
 
 const std::vector<std::vector<std::string>> kServiceCommands = {
     {"ping"},

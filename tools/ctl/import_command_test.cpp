@@ -18,10 +18,10 @@ namespace {
 using fakes::client;
 using fakes::ClientRun;
 using fakes::Ctl;
+using fakes::kServerUnavailable;
 using fakes::settings;
 using Lines = std::vector<std::string>;
 
-constexpr uint32_t kServerUnavailable = 1722;
 constexpr const char* kStopIt = "; as administrator, net stop DozewellService stops it";
 
 std::string Event(const std::string& provider, int id, const std::string& time) {

@@ -16,10 +16,9 @@ using fakes::client;
 using fakes::ClientMachine;
 using fakes::ClientRun;
 using fakes::Ctl;
+using fakes::kServerUnavailable;
 using fakes::settings;
 using fakes::Works;
-
-constexpr uint32_t kServerUnavailable = 1722;
 
 using Calls = std::vector<std::string>;
 

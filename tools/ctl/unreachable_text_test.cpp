@@ -2,14 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include "ctl/fakes/client_fake.h"
 #include "service/service_host.h"
 
 namespace dozewell::ctl {
-namespace {
 
-constexpr uint32_t kServerUnavailable = 1722;
-
-}  // namespace
+using fakes::kServerUnavailable;
 
 TEST_CASE("a service that does not answer is told by its state, with what to do") {
   const auto text = [](ServiceQuery service) {

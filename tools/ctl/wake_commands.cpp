@@ -18,7 +18,7 @@ namespace {
 
 constexpr uint32_t kTimers = 2;
 
-constexpr const char* kNotRead =
+constexpr const char* kTimerNotRead =
     "the timer could not be read: the service has no driver device, or the driver does not answer";
 constexpr const char* kNotArmed =
     "the timer was not armed: the service has no driver device, or the driver did not take it";
@@ -46,8 +46,8 @@ int32_t ParseCount(const std::string& text) {
 
 TimerReading ReadTimer(uint32_t timer) {
   TimerReading reading = {timer, {}, 0};
-  RequireDone(CallGetWakeTime(timer, reading.time), kNotRead);
-  RequireDone(CallGetWakeRaw(timer, reading.count), kNotRead);
+  RequireDone(CallGetWakeTime(timer, reading.time), kTimerNotRead);
+  RequireDone(CallGetWakeRaw(timer, reading.count), kTimerNotRead);
   return reading;
 }
 
@@ -109,7 +109,7 @@ void RunWakeRaw(const Options& options, const Console& console) {
   const uint32_t timer = ParseTimer(options.timer.value());
   int32_t count = 0;
   if (!options.duration) {
-    RequireDone(CallGetWakeRaw(timer, count), kNotRead);
+    RequireDone(CallGetWakeRaw(timer, count), kTimerNotRead);
     ShowCount(timer, count, options, console);
     return;
   }

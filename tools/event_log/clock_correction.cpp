@@ -10,7 +10,6 @@
 namespace dozewell {
 namespace {
 
-constexpr int64_t kSecondsPerHour = 3600;
 constexpr int64_t kSecondsPerDay = 86400;
 
 // So far apart may the events be that tell of one start.
@@ -18,7 +17,7 @@ constexpr int64_t kStartSeconds = 300;
 
 // So much may the order of times differ from that of the records: a starting system's events wait
 // until the log takes them.
-constexpr int64_t kSlackSeconds = kSecondsPerHour;
+constexpr int64_t kSlackSeconds = 3600;
 
 void SortByRecord(std::vector<LogEvent>& events) {
   std::ranges::stable_sort(

@@ -6,7 +6,7 @@ namespace dozewell {
 namespace {
 
 constexpr int64_t kDay = 86400;
-constexpr int64_t kHour = 3600;
+constexpr int64_t kHourSeconds = 3600;
 constexpr int64_t kNow = 20000 * kDay;
 
 LogEvent Event(uint64_t record, int64_t time, LogEventKind kind = LogEventKind::Other) {
@@ -61,47 +61,50 @@ TEST_CASE("events that are there twice count once, unless they have no number") 
 TEST_CASE("what a wrong clock stamped since the start moves when the clock is set") {
   const int64_t wrong = 100 * kDay;
   const Ordered ordered =
-      Order({Event(1, kNow - kHour, LogEventKind::Stopped),
+      Order({Event(1, kNow - kHourSeconds, LogEventKind::Stopped),
              Event(2, wrong + 9, LogEventKind::LogStarted), Event(3, wrong, LogEventKind::Started),
              Event(4, wrong + 60), ClockSet(5, wrong + 100, kNow), Event(6, kNow + 60)});
   CHECK(ordered.records == Records{1, 3, 2, 4, 5, 6});
-  CHECK(ordered.times == Times{kNow - kHour, kNow - 100, kNow - 91, kNow - 40, kNow, kNow + 60});
+  CHECK(ordered.times ==
+        Times{kNow - kHourSeconds, kNow - 100, kNow - 91, kNow - 40, kNow, kNow + 60});
   CHECK(ordered.corrections == ClockCorrections{3, 0});
 }
 
 TEST_CASE("a clock that is set back moves what came before") {
-  const Ordered ordered =
-      Order({Event(1, kNow, LogEventKind::Woke), Event(2, kNow + 60),
-             ClockSet(3, kNow + 100, kNow + 100 - kHour), Event(4, kNow + 200 - kHour)});
-  CHECK(ordered.times ==
-        Times{kNow - kHour, kNow + 60 - kHour, kNow + 100 - kHour, kNow + 200 - kHour});
+  const Ordered ordered = Order({Event(1, kNow, LogEventKind::Woke), Event(2, kNow + 60),
+                                 ClockSet(3, kNow + 100, kNow + 100 - kHourSeconds),
+                                 Event(4, kNow + 200 - kHourSeconds)});
+  CHECK(ordered.times == Times{kNow - kHourSeconds, kNow + 60 - kHourSeconds,
+                               kNow + 100 - kHourSeconds, kNow + 200 - kHourSeconds});
   CHECK(ordered.corrections == ClockCorrections{2, 0});
 }
 
 TEST_CASE("a clock that is set twice leaves what came before both where it was") {
-  const Ordered ordered =
-      Order({Event(1, kNow, LogEventKind::Started), Event(2, kNow + 60),
-             ClockSet(3, kNow + 100, kNow + 100 + kHour), Event(4, kNow + 200 + kHour),
-             ClockSet(5, kNow + 300 + kHour, kNow + 300)});
+  const Ordered ordered = Order({Event(1, kNow, LogEventKind::Started), Event(2, kNow + 60),
+                                 ClockSet(3, kNow + 100, kNow + 100 + kHourSeconds),
+                                 Event(4, kNow + 200 + kHourSeconds),
+                                 ClockSet(5, kNow + 300 + kHourSeconds, kNow + 300)});
   CHECK(ordered.times == Times{kNow, kNow + 60, kNow + 100, kNow + 200, kNow + 300});
   CHECK(ordered.corrections == ClockCorrections{2, 0});
 }
 
 TEST_CASE("a clock that is set twice while the system starts moves all of the start") {
   const int64_t wrong = 100 * kDay;
-  const Ordered ordered = Order(
-      {Event(1, wrong, LogEventKind::Started), ClockSet(2, wrong + 5, kNow - kHour),
-       Event(3, kNow - kHour + 5, LogEventKind::LogStarted), ClockSet(4, kNow - kHour + 60, kNow)});
+  const Ordered ordered =
+      Order({Event(1, wrong, LogEventKind::Started), ClockSet(2, wrong + 5, kNow - kHourSeconds),
+             Event(3, kNow - kHourSeconds + 5, LogEventKind::LogStarted),
+             ClockSet(4, kNow - kHourSeconds + 60, kNow)});
   CHECK(ordered.times == Times{kNow - 65, kNow - 60, kNow - 55, kNow});
 }
 
 TEST_CASE("a wake that was stamped before the clock had caught up moves behind the sleep") {
-  LogEvent known = Event(4, kNow + 8 * kHour + 3, LogEventKind::Woke);
-  known.wakeTime = kNow + 8 * kHour;
+  LogEvent known = Event(4, kNow + 8 * kHourSeconds + 3, LogEventKind::Woke);
+  known.wakeTime = kNow + 8 * kHourSeconds;
   const LogEvent asleep = Event(1, kNow, LogEventKind::Slept);
   const LogEvent woke = Event(2, kNow + 2, LogEventKind::Woke);
-  const LogEvent caughtUp = ClockSet(3, kNow + 3, kNow + 8 * kHour + 1);
-  const Times expected = {kNow, kNow + 8 * kHour, kNow + 8 * kHour + 1, kNow + 8 * kHour + 3};
+  const LogEvent caughtUp = ClockSet(3, kNow + 3, kNow + 8 * kHourSeconds + 1);
+  const Times expected = {kNow, kNow + 8 * kHourSeconds, kNow + 8 * kHourSeconds + 1,
+                          kNow + 8 * kHourSeconds + 3};
   CHECK(Order({asleep, woke, caughtUp, known}).times == expected);
   // The order in which the log took them does not matter.
   std::vector<LogEvent> late = {asleep, woke, known, caughtUp};
@@ -109,49 +112,52 @@ TEST_CASE("a wake that was stamped before the clock had caught up moves behind t
   late[3].record = 4;
   CHECK(Order(late).times == expected);
   PutInOrder(late);
-  CHECK(late.back().wakeTime == kNow + 8 * kHour);
+  CHECK(late.back().wakeTime == kNow + 8 * kHourSeconds);
 }
 
 TEST_CASE("a wake's own time moves with it") {
   LogEvent woke = Event(2, kNow + 10, LogEventKind::Woke);
-  woke.sleepTime = kNow - kHour;
+  woke.sleepTime = kNow - kHourSeconds;
   woke.wakeTime = kNow;
-  std::vector<LogEvent> events = {Event(1, kNow - kHour, LogEventKind::Slept), woke,
-                                  ClockSet(3, kNow + 60, kNow + 60 + 2 * kHour)};
+  std::vector<LogEvent> events = {Event(1, kNow - kHourSeconds, LogEventKind::Slept), woke,
+                                  ClockSet(3, kNow + 60, kNow + 60 + 2 * kHourSeconds)};
   PutInOrder(events);
-  CHECK(events[1].time == kNow + 10 + 2 * kHour);
-  CHECK(events[1].wakeTime == kNow + 2 * kHour);
-  CHECK(events[1].sleepTime == kNow - kHour);
+  CHECK(events[1].time == kNow + 10 + 2 * kHourSeconds);
+  CHECK(events[1].wakeTime == kNow + 2 * kHourSeconds);
+  CHECK(events[1].sleepTime == kNow - kHourSeconds);
 }
 
 TEST_CASE("a clock that is set while the machine wakes moves nothing from before the sleep") {
-  const Ordered ordered =
-      Order({Event(1, kNow, LogEventKind::Started), Event(2, kNow + 60),
-             Event(3, kNow + 100, LogEventKind::Slept), ClockSet(4, kNow + 101, kNow + kHour),
-             Event(5, kNow + kHour, LogEventKind::Woke)});
-  CHECK(ordered.times == Times{kNow, kNow + 60, kNow + 100, kNow + kHour, kNow + kHour});
+  const Ordered ordered = Order({Event(1, kNow, LogEventKind::Started), Event(2, kNow + 60),
+                                 Event(3, kNow + 100, LogEventKind::Slept),
+                                 ClockSet(4, kNow + 101, kNow + kHourSeconds),
+                                 Event(5, kNow + kHourSeconds, LogEventKind::Woke)});
+  CHECK(ordered.times ==
+        Times{kNow, kNow + 60, kNow + 100, kNow + kHourSeconds, kNow + kHourSeconds});
   CHECK(ordered.corrections == ClockCorrections{0, 0});
 }
 
 TEST_CASE("a clock moves nothing from before an unclean start") {
   const Ordered ordered =
-      Order({Event(1, kNow - kHour), Event(2, kNow, LogEventKind::UncleanStart),
+      Order({Event(1, kNow - kHourSeconds), Event(2, kNow, LogEventKind::UncleanStart),
              Event(3, kNow, LogEventKind::Started), ClockSet(4, kNow + 400, kNow + 300)});
-  CHECK(ordered.times == Times{kNow - kHour, kNow - 100, kNow - 100, kNow + 300});
+  CHECK(ordered.times == Times{kNow - kHourSeconds, kNow - 100, kNow - 100, kNow + 300});
 }
 
 TEST_CASE("a setting that does not say how the clock was set moves nothing") {
-  LogEvent set = ClockSet(2, kNow + 60, kNow + kHour);
+  LogEvent set = ClockSet(2, kNow + 60, kNow + kHourSeconds);
   set.oldTime.reset();
-  CHECK(Order({Event(1, kNow, LogEventKind::Started), set}).times == Times{kNow, kNow + kHour});
+  CHECK(Order({Event(1, kNow, LogEventKind::Started), set}).times ==
+        Times{kNow, kNow + kHourSeconds});
 }
 
 TEST_CASE("what a clock stamped that nobody set is left out") {
-  const Ordered past = Order({Event(1, kNow), Event(2, 100 * kDay), Event(3, kNow - kHour),
-                              Event(4, kNow - kHour - 1), Event(5, kNow + 1)});
+  const Ordered past = Order({Event(1, kNow), Event(2, 100 * kDay), Event(3, kNow - kHourSeconds),
+                              Event(4, kNow - kHourSeconds - 1), Event(5, kNow + 1)});
   CHECK(past.records == Records{3, 1, 5});
   CHECK(past.corrections == ClockCorrections{0, 2});
-  const Ordered future = Order({Event(1, kNow), Event(2, kNow + kHour + 2), Event(3, kNow + 1)});
+  const Ordered future =
+      Order({Event(1, kNow), Event(2, kNow + kHourSeconds + 2), Event(3, kNow + 1)});
   CHECK(future.records == Records{1, 3});
   CHECK(future.corrections == ClockCorrections{0, 1});
 }

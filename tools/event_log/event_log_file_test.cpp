@@ -33,7 +33,7 @@ LogEvent Wake(const std::string& data) {
   return Parse(Event("Microsoft-Windows-Power-Troubleshooter", 1, data));
 }
 
-void Fails(const std::string& xml, const char* message) {
+void Refused(const std::string& xml, const char* message) {
   CHECK_THROWS_WITH_AS(ParseEventLog(xml, "log"), message, EventLogError);
 }
 
@@ -138,15 +138,15 @@ TEST_CASE("only an event's own elements count") {
 }
 
 TEST_CASE("what is no export of an event log is refused with its line") {
-  Fails("<Event>\n<System/>\n</Event>",
-        "log: line 3: the event that ends here has no time that could be read");
-  Fails("<Event><System><TimeCreated SystemTime='2026-02-30T00:00:00Z'/></System></Event>",
-        "log: line 1: the event that ends here has no time that could be read");
-  Fails("<Events>\n<Channel/></Events>", "log: line 2: <Channel> where an <Event> should be");
-  Fails("<Events>\nevent</Events>", "log: line 2: text where an event should be");
-  Fails("<Event>\n<System>", "log: line 2: <System> has no end");
-  Fails(std::string("ElfFile\0\0", 9),
-        "log: an event log itself, no export of one; wevtutil qe log /lf:true /f:xml exports it");
+  Refused("<Event>\n<System/>\n</Event>",
+          "log: line 3: the event that ends here has no time that could be read");
+  Refused("<Event><System><TimeCreated SystemTime='2026-02-30T00:00:00Z'/></System></Event>",
+          "log: line 1: the event that ends here has no time that could be read");
+  Refused("<Events>\n<Channel/></Events>", "log: line 2: <Channel> where an <Event> should be");
+  Refused("<Events>\nevent</Events>", "log: line 2: text where an event should be");
+  Refused("<Event>\n<System>", "log: line 2: <System> has no end");
+  Refused(std::string("ElfFile\0\0", 9),
+          "log: an event log itself, no export of one; wevtutil qe log /lf:true /f:xml exports it");
 }
 
 }  // namespace dozewell

@@ -34,7 +34,7 @@ std::string Attribute(std::string_view text, std::string_view name) {
   return xml.Attribute(name);
 }
 
-void Fails(std::string_view text, const char* message) {
+void NotWellFormed(std::string_view text, const char* message) {
   CAPTURE(text);
   CHECK_THROWS_WITH_AS(Read(text), message, EventLogError);
 }
@@ -68,27 +68,27 @@ TEST_CASE("attributes have either quotation mark") {
 }
 
 TEST_CASE("XML that is not well formed is refused with its line") {
-  Fails("<a>\n<b>\n", "log: line 3: <b> has no end");
-  Fails("<a>\n</b>", "log: line 2: </b> ends nothing");
-  Fails("</a>", "log: line 1: </a> ends nothing");
-  Fails("\n\ntext", "log: line 3: text where an element should be");
-  Fails("<a/>text", "log: line 1: text where an element should be");
-  Fails("<![CDATA[x]]>", "log: line 1: text where an element should be");
-  Fails("<a", "log: line 1: <a> is not well formed");
-  Fails("<a b='1'c='2'/>", "log: line 1: <a> is not well formed");
-  Fails("< a/>", "log: line 1: a name is missing");
-  Fails("<a =''/>", "log: line 1: a name is missing");
-  Fails("<a b/>", "log: line 1: an attribute has no value");
-  Fails("<a b=1/>", "log: line 1: an attribute's value is not quoted");
-  Fails("<a b='1/>", "log: line 1: an attribute's value has no end");
-  Fails("<a b='<'/>", "log: line 1: an attribute's value holds a <");
-  Fails("<a></a", "log: line 1: the end of an element is not well formed");
-  Fails("<a>\n<!-- >", "log: line 2: what is passed over has no end");
-  Fails("<a><![CDATA[", "log: line 1: CDATA has no end");
-  Fails("<!DOCTYPE a><a/>", "log: line 1: a declaration, which event logs do not have");
+  NotWellFormed("<a>\n<b>\n", "log: line 3: <b> has no end");
+  NotWellFormed("<a>\n</b>", "log: line 2: </b> ends nothing");
+  NotWellFormed("</a>", "log: line 1: </a> ends nothing");
+  NotWellFormed("\n\ntext", "log: line 3: text where an element should be");
+  NotWellFormed("<a/>text", "log: line 1: text where an element should be");
+  NotWellFormed("<![CDATA[x]]>", "log: line 1: text where an element should be");
+  NotWellFormed("<a", "log: line 1: <a> is not well formed");
+  NotWellFormed("<a b='1'c='2'/>", "log: line 1: <a> is not well formed");
+  NotWellFormed("< a/>", "log: line 1: a name is missing");
+  NotWellFormed("<a =''/>", "log: line 1: a name is missing");
+  NotWellFormed("<a b/>", "log: line 1: an attribute has no value");
+  NotWellFormed("<a b=1/>", "log: line 1: an attribute's value is not quoted");
+  NotWellFormed("<a b='1/>", "log: line 1: an attribute's value has no end");
+  NotWellFormed("<a b='<'/>", "log: line 1: an attribute's value holds a <");
+  NotWellFormed("<a></a", "log: line 1: the end of an element is not well formed");
+  NotWellFormed("<a>\n<!-- >", "log: line 2: what is passed over has no end");
+  NotWellFormed("<a><![CDATA[", "log: line 1: CDATA has no end");
+  NotWellFormed("<!DOCTYPE a><a/>", "log: line 1: a declaration, which event logs do not have");
   for (const char* reference : {"&", "&;", "&x;", "&#;", "&#x;", "&#x110000;", "&#65", "&#6 5;"}) {
-    Fails("<a>" + std::string(reference) + "</a>",
-          "log: line 1: an & that stands for no character");
+    NotWellFormed("<a>" + std::string(reference) + "</a>",
+                  "log: line 1: an & that stands for no character");
   }
 }
 

@@ -13,7 +13,7 @@
 namespace dozewell {
 namespace {
 
-void Put(const TempFolder& folder, const wchar_t* name, std::string_view content) {
+void PutFile(const TempFolder& folder, const wchar_t* name, std::string_view content) {
   REQUIRE(WriteWholeFile(folder.File(name), content.data(), content.size()));
 }
 
@@ -42,7 +42,7 @@ TEST_CASE("an output takes the place of the file of its name") {
 
 TEST_CASE("an output that is not completed leaves the file of its name as it was") {
   const TempFolder folder;
-  Put(folder, L"out", "old");
+  PutFile(folder, L"out", "old");
   {
     const OutputFile output(FileName(folder, L"out"));
     REQUIRE(WriteWholeFile(output.TemporaryPath(), "new", 3));
@@ -56,7 +56,7 @@ TEST_CASE("an output that is not completed leaves the file of its name as it was
 TEST_CASE("an output that someone else wrote is put in place when it has its size") {
   const TempFolder folder;
   const std::string name = FileName(folder, L"out");
-  Put(folder, L"out", "old");
+  PutFile(folder, L"out", "old");
   const std::string cannot = name + ": cannot be written";
   {
     OutputFile output(name);
@@ -74,7 +74,7 @@ TEST_CASE("an output that someone else wrote is put in place when it has its siz
 
 TEST_CASE("a temporary name that is taken is left alone") {
   const TempFolder folder;
-  Put(folder, L"out.0.tmp", "someone else's");
+  PutFile(folder, L"out.0.tmp", "someone else's");
   OutputFile(FileName(folder, L"out")).Write("new", 3);
   CHECK(Content(folder, L"out") == "new");
   CHECK(Content(folder, L"out.0.tmp") == "someone else's");

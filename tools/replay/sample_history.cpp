@@ -14,8 +14,10 @@ constexpr int64_t kFirstMonday = 1704067200;  // 2024-01-01 00:00
 constexpr int kDaysPerWeek = 7;
 constexpr int kSaturday = 5;
 
+}  // namespace
+
 // A stretch of seconds since kFirstMonday.
-struct Stretch {
+struct UsedStretch {
   int64_t start;
   int64_t end;
 };
@@ -41,14 +43,14 @@ class Sampler {
   bool Chance(int percent) { return Between(1, 100) <= percent; }
 
   // A stretch that begins around a time and lasts between two lengths.
-  Stretch Draw(int64_t middle, int64_t third, int64_t shortest, int64_t longest) {
+  UsedStretch Draw(int64_t middle, int64_t third, int64_t shortest, int64_t longest) {
     const int64_t start = Around(middle, third);
     return {start, start + Between(shortest, longest)};
   }
 
   // The machine is in use. Begins no earlier than the stretch before it; one that runs into that
   // prolongs it.
-  void Use(const Stretch& stretch) {
+  void Use(const UsedStretch& stretch) {
     if (stretch.end <= stretch.start) return;
     if (!used_.empty() && stretch.start <= used_.back().end) {
       used_.back().end = std::max(used_.back().end, stretch.end);
@@ -58,21 +60,23 @@ class Sampler {
   }
 
   // The same, but not during the breaks, which are in order.
-  void Use(const Stretch& stretch, const std::vector<Stretch>& breaks) {
+  void Use(const UsedStretch& stretch, const std::vector<UsedStretch>& breaks) {
     int64_t start = stretch.start;
-    for (const Stretch& pause : breaks) {
+    for (const UsedStretch& pause : breaks) {
       Use({start, std::min(pause.start, stretch.end)});
       start = std::max(start, pause.end);
     }
     Use({start, stretch.end});
   }
 
-  const std::vector<Stretch>& Used() const { return used_; }
+  const std::vector<UsedStretch>& Used() const { return used_; }
 
  private:
   std::mt19937_64 engine_;
-  std::vector<Stretch> used_;
+  std::vector<UsedStretch> used_;
 };
+
+namespace {
 
 bool IsWeekend(int day) { return day % kDaysPerWeek >= kSaturday; }
 
@@ -86,9 +90,9 @@ void OfficeDay(Sampler& sampler, int day) {
     return;
   }
   if (sampler.Chance(4)) return;
-  const Stretch work = {sampler.Around(midnight + 8 * kHour + 30 * kMinute, 20 * kMinute),
-                        sampler.Around(midnight + 17 * kHour + 20 * kMinute, 25 * kMinute)};
-  std::vector<Stretch> breaks;
+  const UsedStretch work = {sampler.Around(midnight + 8 * kHour + 30 * kMinute, 20 * kMinute),
+                            sampler.Around(midnight + 17 * kHour + 20 * kMinute, 25 * kMinute)};
+  std::vector<UsedStretch> breaks;
   if (sampler.Chance(45)) {
     breaks.push_back(sampler.Draw(midnight + 10 * kHour, 12 * kMinute, 20 * kMinute, 70 * kMinute));
   }
@@ -121,9 +125,10 @@ void HomeDay(Sampler& sampler, int day) {
     sampler.Use(sampler.Draw(midnight + 7 * kHour, 9 * kMinute, 8 * kMinute, 35 * kMinute));
   }
   if (sampler.Chance(88)) {
-    const Stretch evening = {sampler.Around(midnight + 18 * kHour + 30 * kMinute, 22 * kMinute),
-                             sampler.Around(midnight + 22 * kHour + 40 * kMinute, 23 * kMinute)};
-    const Stretch dinner =
+    const UsedStretch evening = {
+        sampler.Around(midnight + 18 * kHour + 30 * kMinute, 22 * kMinute),
+        sampler.Around(midnight + 22 * kHour + 40 * kMinute, 23 * kMinute)};
+    const UsedStretch dinner =
         sampler.Draw(midnight + 19 * kHour + 50 * kMinute, 10 * kMinute, 20 * kMinute, kHour);
     sampler.Use(evening, {dinner});
   }
@@ -137,9 +142,9 @@ void ShiftDay(Sampler& sampler, int day) {
   if (sampler.Chance(3)) return;
   const int64_t planned =
       day * kDay + kShiftStarts[static_cast<size_t>(day / kDaysPerWeek) % std::size(kShiftStarts)];
-  const Stretch shift = {sampler.Around(planned, 5 * kMinute),
-                         sampler.Around(planned + kShiftLength, 8 * kMinute)};
-  std::vector<Stretch> breaks;
+  const UsedStretch shift = {sampler.Around(planned, 5 * kMinute),
+                             sampler.Around(planned + kShiftLength, 8 * kMinute)};
+  std::vector<UsedStretch> breaks;
   if (sampler.Chance(60)) {
     breaks.push_back(sampler.Draw(planned + 2 * kHour, 10 * kMinute, 10 * kMinute, 25 * kMinute));
   }
@@ -201,7 +206,7 @@ std::vector<HistoryRecord> MakeSampleHistory(const SampleKind& kind, int days, u
   for (int day = 0; day < days; ++day) kind.drawDay(sampler, day);
   const int64_t length = days * kDay;
   std::vector<HistoryRecord> records;
-  for (const Stretch& stretch : sampler.Used()) {
+  for (const UsedStretch& stretch : sampler.Used()) {
     if (stretch.start >= length) break;
     const int64_t end = std::min(stretch.end, length);
     records.push_back({static_cast<double>(kFirstMonday + stretch.start), 0, 0});

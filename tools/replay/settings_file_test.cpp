@@ -9,7 +9,7 @@
 namespace dozewell {
 namespace {
 
-std::string ParseError(std::string_view text) {
+std::string SettingsError(std::string_view text) {
   try {
     SettingsFile(text, "s.ini");
   } catch (const ReplayError& error) {
@@ -56,13 +56,14 @@ TEST_CASE("a byte order mark before the settings is passed over") {
 }
 
 TEST_CASE("a line that is no setting is refused with its number") {
-  CHECK(ParseError("") == "no error");
-  CHECK(ParseError("[A]\nx\n") == "s.ini: line 2: neither [section] nor key=value: x");
-  CHECK(ParseError("[A]\n\n =5\n") == "s.ini: line 3: neither [section] nor key=value: =5");
-  CHECK(ParseError("[A\n") == "s.ini: line 1: neither [section] nor key=value: [A");
-  CHECK(ParseError("[A] # x=1\n") == "s.ini: line 1: neither [section] nor key=value: [A] # x=1");
-  CHECK(ParseError("[\n") == "s.ini: line 1: neither [section] nor key=value: [");
-  CHECK(ParseError("# c\nx=1\n[A]\n") == "s.ini: line 2: a key before any [section]: x=1");
+  CHECK(SettingsError("") == "no error");
+  CHECK(SettingsError("[A]\nx\n") == "s.ini: line 2: neither [section] nor key=value: x");
+  CHECK(SettingsError("[A]\n\n =5\n") == "s.ini: line 3: neither [section] nor key=value: =5");
+  CHECK(SettingsError("[A\n") == "s.ini: line 1: neither [section] nor key=value: [A");
+  CHECK(SettingsError("[A] # x=1\n") ==
+        "s.ini: line 1: neither [section] nor key=value: [A] # x=1");
+  CHECK(SettingsError("[\n") == "s.ini: line 1: neither [section] nor key=value: [");
+  CHECK(SettingsError("# c\nx=1\n[A]\n") == "s.ini: line 2: a key before any [section]: x=1");
 }
 
 TEST_CASE("without a settings file there are the default settings") {

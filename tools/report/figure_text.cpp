@@ -7,7 +7,7 @@
 namespace dozewell::report {
 namespace {
 
-constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+constexpr const char* kShortDayNames[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
@@ -21,7 +21,7 @@ std::string Format(const char* format, Arguments... arguments) {
 }  // namespace
 
 std::string DateText(const tm& time) {
-  return Format("%s %d %s", kDays[time.tm_wday], time.tm_mday, kMonths[time.tm_mon]);
+  return Format("%s %d %s", kShortDayNames[time.tm_wday], time.tm_mday, kMonths[time.tm_mon]);
 }
 
 std::string LongDateText(const tm& time) {

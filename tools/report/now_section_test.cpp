@@ -9,7 +9,7 @@
 namespace dozewell::report {
 namespace {
 
-Explanation At(fakes::Configurations& configuration, int days, int64_t hour) {
+Explanation ExplanationAt(fakes::Configurations& configuration, int days, int64_t hour) {
   ArbitraryCycleProbabilityTracker tracker(&configuration);
   Learn(tracker, Mornings(days));
   tm time;
@@ -25,7 +25,7 @@ std::string Facts(const Explanation& explanation) {
 
 TEST_CASE("a suspend is told with all that follows from it") {
   fakes::Configurations configuration = AllDaysAlike();
-  const Explanation explanation = At(configuration, 10, 9);
+  const Explanation explanation = ExplanationAt(configuration, 10, 9);
   CHECK(Facts(explanation) ==
         "<div><dt>Hibernates</dt><dd><strong>Sun 11 Jan, 12:10</strong> "
         "<span>after 3 h 07 min of sleep</span></dd></div>"
@@ -40,7 +40,7 @@ TEST_CASE("a suspend is told with all that follows from it") {
 
 TEST_CASE("a suspend without a prediction leaves the user's own timeout") {
   fakes::Configurations configuration = AllDaysAlike();
-  CHECK(Facts(At(configuration, 0, 9)) ==
+  CHECK(Facts(ExplanationAt(configuration, 0, 9)) ==
         "<div><dt>Hibernates</dt><dd><strong>by the user&#39;s own timeout</strong> "
         "<span>since nothing is predicted</span></dd></div>");
 }
@@ -48,7 +48,7 @@ TEST_CASE("a suspend without a prediction leaves the user's own timeout") {
 TEST_CASE("a suspend without a predicted use wakes by nothing") {
   fakes::Configurations configuration = AllDaysAlike();
   configuration.values["StrengthHigh"] = "101";
-  CHECK(Facts(At(configuration, 10, 9)) ==
+  CHECK(Facts(ExplanationAt(configuration, 10, 9)) ==
         "<div><dt>Hibernates</dt><dd><strong>Sun 11 Jan, 12:10</strong> "
         "<span>after 3 h 07 min of sleep</span></dd></div>"
         "<div><dt>Wakes by itself</dt><dd><strong>never</strong> "
@@ -57,7 +57,7 @@ TEST_CASE("a suspend without a predicted use wakes by nothing") {
 
 TEST_CASE("a timeout that stays as it is when the machine is woken is not told") {
   fakes::Configurations configuration = AllDaysAlike();
-  Explanation explanation = At(configuration, 10, 9);
+  Explanation explanation = ExplanationAt(configuration, 10, 9);
   explanation.decision.nextHAMinutes.reset();
   CHECK(CountOf("<dt>", Facts(explanation)) == 2);
 }

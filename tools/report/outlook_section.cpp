@@ -13,11 +13,11 @@
 namespace dozewell::report {
 namespace {
 
-constexpr int kDays = 7;
+constexpr int kDaysAhead = 7;
 constexpr size_t kListed = 6;
 
-constexpr StretchKind kKinds[] = {{"use", "in use, or asleep and ready"},
-                                  {"hibernated", "idle, hibernated"}};
+constexpr StretchKind kPredictedKinds[] = {{"use", "in use, or asleep and ready"},
+                                           {"hibernated", "idle, hibernated"}};
 constexpr size_t kReady = 0;
 constexpr size_t kIdle = 1;
 
@@ -63,14 +63,14 @@ std::string List(const std::vector<PredictedIdleness>& predicted) {
 std::string OutlookSection(ArbitraryCycleProbabilityTracker& tracker, const tm& now) {
   const int64_t seconds = SecondsFromTm(now);
   const int64_t firstDay = seconds - seconds % kDaySeconds;
-  const int64_t end = std::min(firstDay + kDays * kDaySeconds, kLastSecond + 1);
+  const int64_t end = std::min(firstDay + kDaysAhead * kDaySeconds, kLastSecond + 1);
   const auto predicted = PredictIdleness(tracker, now, end);
-  const std::string figure =
-      predicted.empty()
-          ? Paragraph("Nothing is predicted; the evidence above says why.")
-          : DayStrips("What is predicted for each day", kKinds, Stretches(predicted, seconds, end),
-                      firstDay, static_cast<int>((end - firstDay) / kDaySeconds)) +
-                List(predicted);
+  const std::string figure = predicted.empty()
+                                 ? Paragraph("Nothing is predicted; the evidence above says why.")
+                                 : DayStrips("What is predicted for each day", kPredictedKinds,
+                                             Stretches(predicted, seconds, end), firstDay,
+                                             static_cast<int>((end - firstDay) / kDaySeconds)) +
+                                       List(predicted);
   return Section("outlook", "The next days",
                  "When the machine, left alone, is expected to lie idle and when to be needed, by "
                  "the predictions that follow one another from now on.",

@@ -14,17 +14,11 @@ std::string SectionAt(fakes::Configurations& configuration, int days, const tm& 
   return OutlookSection(tracker, now);
 }
 
-tm At(int64_t day, int64_t hour, int64_t minute) {
-  tm time;
-  TmFromSeconds(SimTime(day, hour, minute), time);
-  return time;
-}
-
 }  // namespace
 
 TEST_CASE("seven days are drawn, ready until each idle stretch and idle until each use") {
   fakes::Configurations configuration = AllDaysAlike();
-  const std::string section = SectionAt(configuration, 10, At(10, 9, 3));
+  const std::string section = SectionAt(configuration, 10, SimLocalTime(10, 9, 3));
   CHECK(CountOf("<div class=\"strip\"", section) == 7);
   const std::string today = Between(section, "Sun 11 Jan</th>", "</tr>");
   CHECK(CountOf("<i ", today) == 2);
@@ -38,20 +32,20 @@ TEST_CASE("seven days are drawn, ready until each idle stretch and idle until ea
 
 TEST_CASE("the next idle stretches are listed") {
   fakes::Configurations configuration = AllDaysAlike();
-  const std::string list =
-      Between(SectionAt(configuration, 10, At(10, 9, 3)), "<table class=\"list\">", "</table>");
+  const std::string list = Between(SectionAt(configuration, 10, SimLocalTime(10, 9, 3)),
+                                   "<table class=\"list\">", "</table>");
   CHECK(CountOf("<tr>", list) == 1 + 6);
   CHECK(Contains(list,
                  "<tr><td>Sun 11 Jan, 12:10</td><td>Mon 12 Jan, 08:00</td><td>19 h 50 min</td>"
                  "</tr>"));
   configuration.values["StrengthHigh"] = "101";
-  CHECK(Contains(SectionAt(configuration, 10, At(10, 9, 3)),
+  CHECK(Contains(SectionAt(configuration, 10, SimLocalTime(10, 9, 3)),
                  "<tr><td>Sun 11 Jan, 12:10</td><td>not known</td><td>-</td></tr>"));
 }
 
 TEST_CASE("nothing predicted is said so") {
   fakes::Configurations configuration = AllDaysAlike();
-  const std::string section = SectionAt(configuration, 0, At(10, 9, 3));
+  const std::string section = SectionAt(configuration, 0, SimLocalTime(10, 9, 3));
   CHECK(Contains(section, "<p>Nothing is predicted; the evidence above says why.</p>"));
   CHECK(CountOf("<table", section) == 0);
 }

@@ -12,10 +12,10 @@ namespace {
 
 constexpr int64_t kMostDays = 60;
 
-constexpr StretchKind kKinds[] = {{"use", "in use"},
-                                  {"asleep", "asleep"},
-                                  {"hibernated", "hibernated"},
-                                  {"woken", "woken by the timer, asleep and ready"}};
+constexpr StretchKind kPastKinds[] = {{"use", "in use"},
+                                      {"asleep", "asleep"},
+                                      {"hibernated", "hibernated"},
+                                      {"woken", "woken by the timer, asleep and ready"}};
 
 // Nothing for limbo, which no history that the service writes leads to.
 std::optional<size_t> KindOf(SimState state) {
@@ -56,7 +56,7 @@ std::string PastSection(const SimTimeLine& timeLine) {
     const int64_t firstDay = stretches.front().start / kDaySeconds;
     const int64_t lastDay = (stretches.back().end - 1) / kDaySeconds;
     const int64_t days = std::min(lastDay - firstDay + 1, kMostDays);
-    figure = DayStrips("What the machine did on each day", kKinds, stretches,
+    figure = DayStrips("What the machine did on each day", kPastKinds, stretches,
                        (lastDay - days + 1) * kDaySeconds, static_cast<int>(days));
   }
   return Section("past", "The recorded past",

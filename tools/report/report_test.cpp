@@ -8,7 +8,7 @@
 namespace dozewell::report {
 namespace {
 
-constexpr int kDays = 10;
+constexpr int kRecordedDays = 10;
 
 std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {}) {
   fakes::Configurations configuration = AllDaysAlike();
@@ -20,16 +20,16 @@ std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::str
   configuration.values["WR"] = "50 90";
   configuration.values["Strength"] = "1";
   ArbitraryCycleProbabilityTracker tracker(&configuration);
-  Learn(tracker, Mornings(kDays));
+  Learn(tracker, Mornings(kRecordedDays));
   tm now;
-  TmFromSeconds(SimTime(kDays, 9, 3), now);
+  TmFromSeconds(SimTime(kRecordedDays, 9, 3), now);
   return MakeReport({configuration, tracker, history, now, 600, std::move(notes)});
 }
 
 }  // namespace
 
 TEST_CASE("a page has all sections and stands alone") {
-  const std::string page = Page(Mornings(kDays));
+  const std::string page = Page(Mornings(kRecordedDays));
   CHECK(page.starts_with("<!DOCTYPE html>\n<html lang=\"en\">\n"));
   CHECK(page.ends_with("</body>\n</html>\n"));
   CHECK(Contains(page, "<title>Dozewell report, Sun 11 Jan 2026</title>"));
@@ -48,7 +48,7 @@ TEST_CASE("a page has all sections and stands alone") {
 }
 
 TEST_CASE("the same input makes the same page") {
-  CHECK(Page(Mornings(kDays)) == Page(Mornings(kDays)));
+  CHECK(Page(Mornings(kRecordedDays)) == Page(Mornings(kRecordedDays)));
 }
 
 TEST_CASE("notes come first and are text") {
@@ -60,7 +60,7 @@ TEST_CASE("notes come first and are text") {
 }
 
 TEST_CASE("a history that cannot be replayed leaves the rest of the page") {
-  std::vector<HistoryRecord> history = Mornings(kDays);
+  std::vector<HistoryRecord> history = Mornings(kRecordedDays);
   history[3].asleep = 7;
   const std::string page = Page(history);
   CHECK(Contains(page, "The history cannot be replayed: "));

@@ -9,19 +9,19 @@
 namespace dozewell::report {
 namespace {
 
-constexpr int64_t kHour = 3600;
+constexpr int64_t kHourSeconds = 3600;
 
 Comparison Example(const BestSet& best) {
   Comparison comparison = {};
-  comparison.baseline = {40 * kHour, 60 * kHour, 5, 5};
+  comparison.baseline = {40 * kHourSeconds, 60 * kHourSeconds, 5, 5};
   comparison.sets = 960;
   comparison.best = {best};
-  comparison.adopted = {{best.name, best.value, {20 * kHour, 80 * kHour, 6, 4}}};
+  comparison.adopted = {{best.name, best.value, {20 * kHourSeconds, 80 * kHourSeconds, 6, 4}}};
   return comparison;
 }
 
 std::string Winner(const BestSet& best, const std::string& strength = "") {
-  return Between(WinnersSection(Example(best), {10}, strength, 3 * kHour), "<article>",
+  return Between(WinnersSection(Example(best), {10}, strength, 3 * kHourSeconds), "<article>",
                  "</article>");
 }
 

@@ -12,6 +12,9 @@
 
 namespace dozewell::fakes {
 
+// The error of a call that finds no service (RPC_S_SERVER_UNAVAILABLE).
+constexpr uint32_t kServerUnavailable = 1722;
+
 // The machine that the client sees: a running service with a driver and a power scheme, its state
 // in the service control manager, and its events.
 struct Client {
