@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs the scenarios, or those whose names contain one of the given words, on a machine in the lab.
-A line for each, and last how many passed and failed."""
+A line for each, then what was found in those that failed, and last how many passed and failed."""
 
 import argparse
 import contextlib
@@ -66,16 +66,17 @@ def play(scenario, machine):
     return None
 
 
-def show_failure(failure, machine):
-    for line in failure.splitlines():
-        print("    " + line)
-    print(f"  The last of what the service did, at {machine.clock.now}:")
-    for entry in machine.record.all()[-ENTRIES_SHOWN:]:
-        print(f"    {entry.kind:12} {entry.text!r}")
+def description(name, failure, machine):
+    lines = [f"FAILED {name}"]
+    lines += ["    " + line for line in failure.splitlines()]
+    lines += [f"  The last of what the service did, at {machine.clock.now}:"]
+    lines += [f"    {entry.kind:12} {entry.text!r}"
+              for entry in machine.record.all()[-ENTRIES_SHOWN:]]
+    return "\n".join(lines)
 
 
 def run(chosen, folder, build):
-    """The names of those that failed."""
+    """What was found in each of those that failed."""
     failed = []
     left = list(chosen)
     while left:
@@ -89,8 +90,7 @@ def run(chosen, folder, build):
                 milliseconds = round(1000 * (time.monotonic() - start))
                 print(f"{'FAILED' if failure else 'ok':6} {name} ({milliseconds} ms)", flush=True)
                 if failure:
-                    failed.append(name)
-                    show_failure(failure, machine)
+                    failed.append(description(name, failure, machine))
                     break
     return failed
 
@@ -107,8 +107,7 @@ def main():
     start = time.monotonic()
     failed = run(chosen, options.folder, options.build)
     print(f"{len(chosen)} scenarios in {time.monotonic() - start:.1f} s")
-    for name in failed:
-        print(f"FAILED {name}")
+    print(*failed, sep="\n", end="\n" if failed else "")
     print(f"{len(chosen) - len(failed)} passed, {len(failed)} failed")
     return 1 if failed or not chosen else 0
 
