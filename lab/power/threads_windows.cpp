@@ -1,6 +1,8 @@
 #include <windows.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "power/clock.h"
 #include "power/failing_import.h"
@@ -25,22 +27,58 @@ DWORD WINAPI DoWork(void* argument) {
   return result;
 }
 
-// A thread is done when the system says so, which is somewhat later than when its procedure
-// returns; until then the service takes it for running.
-DWORD WINAPI AwaitEnd(void* argument) {
-  const HANDLE thread = argument;
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
-  --Machine->busyThreads;
-  return 0;
-}
-
 HANDLE WINAPI StartCountedThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize,
                                  LPTHREAD_START_ROUTINE procedure, void* argument, DWORD flags,
                                  DWORD* id);
 
 const Import<decltype(CreateThread)> CreateThreadImport(SystemCallPlace("CreateThread"),
                                                         StartCountedThread);
+
+// A thread is done when the system says so, which is somewhat later than when its procedure
+// returns; until then the service takes it for running. So one thread more waits for the ends.
+class Watcher {
+ public:
+  void Watch(HANDLE thread) {
+    AcquireSRWLockExclusive(&lock_);
+    if (watched_.empty()) {
+      watched_.push_back(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+      CloseHandle(CreateThreadImport.System(nullptr, 0, AwaitEnds, this, 0, nullptr));
+    }
+    watched_.push_back(thread);
+    SetEvent(watched_.front());
+    ReleaseSRWLockExclusive(&lock_);
+  }
+
+ private:
+  static DWORD WINAPI AwaitEnds(void* watcher) {
+    for (;;) static_cast<Watcher*>(watcher)->AwaitEnd();
+  }
+
+  void AwaitEnd() {
+    AcquireSRWLockExclusive(&lock_);
+    std::vector<HANDLE> handles = watched_;
+    ReleaseSRWLockExclusive(&lock_);
+    // More can wait until some of these have ended.
+    handles.resize(std::min<size_t>(handles.size(), MAXIMUM_WAIT_OBJECTS));
+    const DWORD place = WaitForMultipleObjects(static_cast<DWORD>(handles.size()), handles.data(),
+                                               FALSE, INFINITE) -
+                        WAIT_OBJECT_0;
+    if (place == 0 || place >= handles.size()) return;  // there is another to watch
+    AcquireSRWLockExclusive(&lock_);
+    std::erase(watched_, handles[place]);
+    ReleaseSRWLockExclusive(&lock_);
+    CloseHandle(handles[place]);
+    --Machine->busyThreads;
+  }
+
+  SRWLOCK lock_ = SRWLOCK_INIT;
+  std::vector<HANDLE> watched_;  // behind an event that tells of another
+};
+
+Watcher& EndsOfThreads() {
+  static Watcher watcher;
+  return watcher;
+}
 
 HANDLE WINAPI StartCountedThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize,
                                  LPTHREAD_START_ROUTINE procedure, void* argument, DWORD flags,
@@ -59,7 +97,7 @@ HANDLE WINAPI StartCountedThread(SECURITY_ATTRIBUTES* security, SIZE_T stackSize
   HANDLE watched = nullptr;
   DuplicateHandle(GetCurrentProcess(), thread, GetCurrentProcess(), &watched, SYNCHRONIZE, FALSE,
                   0);
-  CloseHandle(CreateThreadImport.System(nullptr, 0, AwaitEnd, watched, 0, nullptr));
+  EndsOfThreads().Watch(watched);
   return thread;
 }
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
 
@@ -13,22 +12,12 @@
 #include "fakes/configurations_fake.h"
 #include "plain_tracker.h"
 #include "support/local_times.h"
-#include "support/tracker_data_copy.h"
+#include "support/tracker_data.h"
 
 namespace dozewell {
 namespace {
 
 using Tracker = ArbitraryCycleProbabilityTracker;
-
-constexpr int kSlotsPerDay = 96;  // of 15 minutes
-constexpr SlotRecord kEmptySlot = {-1, -1, -1, -1, -1};
-
-int Slot(int day, int hour, int minute = 0) { return day * kSlotsPerDay + hour * 4 + minute / 15; }
-
-bool SameBytes(const TrackerData& a, const TrackerData& b) {
-  return a.slotCount == b.slotCount &&
-         std::memcmp(&a, &b, static_cast<size_t>(TrackerDataSize(a.slotCount))) == 0;
-}
 
 bool Same(const std::vector<PredictionRecord>& a, const std::vector<PredictionRecord>& b) {
   return a.size() == b.size() &&
@@ -65,7 +54,7 @@ TEST_CASE("a new tracker has a data block without any observation") {
   CHECK(data.lastTime == tm{0, 0, 0, 0, 0, -1, 0, 0, 0});
   CHECK(data.slotCount == 672);
   CHECK(data.reserved == 0);
-  for (int slot = 0; slot < 672; ++slot) REQUIRE(data.Slots()[slot] == kEmptySlot);
+  for (int slot = 0; slot < kSlotsPerWeek; ++slot) REQUIRE(data.Slots()[slot] == kEmptySlot);
 }
 
 TEST_CASE("a new tracker knows nothing") {
@@ -73,7 +62,8 @@ TEST_CASE("a new tracker knows nothing") {
   for (const char* grouping : {"0", "12"}) {
     configuration.values["DayGrouping"] = grouping;
     Tracker tracker(&configuration);
-    for (int slot = 0; slot < 672; ++slot) REQUIRE(tracker.GetSlotProbability(slot) == -1.0F);
+    for (int slot = 0; slot < kSlotsPerWeek; ++slot)
+      REQUIRE(tracker.GetSlotProbability(slot) == -1.0F);
     const tm now = WeekTime(2, 10);
     CHECK(Same(tracker.PredictHibernate(now), {{now, -1}}));
     CHECK(tracker.PredictWake(now).empty());
@@ -176,196 +166,6 @@ TEST_CASE("data of another version or shape is refused") {
   data->version = 1;
   CHECK_THROWS_WITH_AS(Tracker(&configuration, std::move(data)), "Version 0 expected",
                        FixedTextException);
-}
-
-TEST_CASE("the first event only records its state and time") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 8), Suspend});
-  CHECK(tracker.GetData()->lastState == Suspend);
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 8));
-  for (int slot = 0; slot < 672; ++slot) REQUIRE(tracker.GetData()->Slots()[slot] == kEmptySlot);
-}
-
-TEST_CASE("the first event after the container stopped only records its state and time") {
-  fakes::Configurations configuration;
-  TrackerDataPtr data = NewData(configuration);
-  data->lastState = ContainerStopped;
-  data->lastTime = WeekTime(0, 8);
-  Tracker tracker(&configuration, std::move(data));
-  tracker.ProcessEvent({WeekTime(0, 20), Activating});
-  CHECK(tracker.GetData()->lastState == Activating);
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 20));
-  for (int slot = 0; slot < 672; ++slot) REQUIRE(tracker.GetData()->Slots()[slot] == kEmptySlot);
-}
-
-TEST_CASE("the container's stop is not for the tracker") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  CHECK_THROWS_WITH_AS(tracker.ProcessEvent({WeekTime(0, 8), ContainerStopped}),
-                       "ContainerStopped should not be passed to the ProbabilityTracker",
-                       FixedTextException);
-}
-
-TEST_CASE("a shut-down does not restart the inactive stretch that a suspend began") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 8), Suspend});
-  tracker.ProcessEvent({WeekTime(0, 9), ShuttingDown});
-  CHECK(tracker.GetData()->lastState == Suspend);
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 8));
-  tracker.ProcessEvent({WeekTime(0, 10), Activating});
-  for (int slot = 0; slot < 672; ++slot) {
-    const bool marked = slot > Slot(0, 8) && slot < Slot(0, 10);
-    REQUIRE(tracker.GetData()->Slots()[slot].last == (marked ? 0 : -1));
-  }
-}
-
-TEST_CASE("an inactive state of its own is not merged with the others") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 8), Suspend});
-  tracker.ProcessEvent({WeekTime(0, 9), 3});
-  CHECK(tracker.GetData()->lastState == 3);
-  CHECK(tracker.GetData()->Slots()[Slot(0, 8, 15)].last == 0);
-  tracker.ProcessEvent({WeekTime(0, 10), 3});
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 10));
-  CHECK(tracker.GetData()->Slots()[Slot(0, 9, 15)].last == 0);
-}
-
-TEST_CASE("a repeated activation does not restart the stretch in use") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 8), Activating});
-  tracker.ProcessEvent({WeekTime(0, 9), Activating});
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 8));
-}
-
-TEST_CASE("use marks every slot that it touches, idleness only slots wholly inside") {
-  fakes::Configurations configuration;
-  Tracker used(&configuration);
-  used.ProcessEvent({WeekTime(0, 10, 5), Activating});
-  used.ProcessEvent({WeekTime(0, 10, 20), Suspend});
-  const int64_t start = SecondsFromTm(WeekTime(0, 10, 5));
-  CHECK(used.GetData()->Slots()[Slot(0, 9, 45)] == kEmptySlot);
-  CHECK(used.GetData()->Slots()[Slot(0, 10)] == SlotRecord{-1, -1, -1, 1, start});
-  CHECK(used.GetData()->Slots()[Slot(0, 10, 15)] == SlotRecord{-1, -1, -1, 1, start + 900});
-  CHECK(used.GetData()->Slots()[Slot(0, 10, 30)] == kEmptySlot);
-
-  Tracker idle(&configuration);
-  idle.ProcessEvent({WeekTime(0, 10, 5), Suspend});
-  idle.ProcessEvent({WeekTime(0, 10, 20), Activating});
-  for (int slot = 0; slot < 672; ++slot) REQUIRE(idle.GetData()->Slots()[slot] == kEmptySlot);
-  CHECK(idle.GetData()->lastState == Activating);
-}
-
-TEST_CASE("use within a slot's length of its stamp does not mark that slot again") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 10, 1), Activating});
-  tracker.ProcessEvent({WeekTime(0, 10, 2), Suspend});
-  tracker.ProcessEvent({WeekTime(0, 10, 3), Activating});
-  tracker.ProcessEvent({WeekTime(0, 10, 4), Suspend});
-  const SlotRecord once = {-1, -1, -1, 1, SecondsFromTm(WeekTime(0, 10, 1))};
-  CHECK(tracker.GetData()->Slots()[Slot(0, 10)] == once);
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 10, 4));
-
-  tracker.ProcessEvent({WeekTime(0, 10, 5), Activating});
-  tracker.ProcessEvent({WeekTime(0, 10, 20), Suspend});
-  CHECK(tracker.GetData()->Slots()[Slot(0, 10)] == once);
-  CHECK(tracker.GetData()->Slots()[Slot(0, 10, 15)] ==
-        SlotRecord{-1, -1, -1, 1, SecondsFromTm(WeekTime(0, 10, 5))});
-}
-
-TEST_CASE("use a slot's length after its stamp marks the slot again") {
-  fakes::Configurations configuration;
-  TrackerDataPtr data = NewData(configuration);
-  const int64_t start = SecondsFromTm(WeekTime(0, 10, 14));
-  data->Slots()[Slot(0, 10)] = {-1, -1, -1, 1, start - 900};
-  Tracker tracker(&configuration, std::move(data));
-  tracker.ProcessEvent({WeekTime(0, 10, 14), Activating});
-  tracker.ProcessEvent({WeekTime(0, 10, 14, 30), Suspend});
-  CHECK(tracker.GetData()->Slots()[Slot(0, 10)] == SlotRecord{-1, -1, 1, 1, start});
-}
-
-TEST_CASE("observations move from last to second-last to the older ones") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  const SlotRecord expected[] = {
-      {-1, -1, -1, 1, 0}, {-1, -1, 1, 0, 0}, {1, 1, 0, 1, 0}, {2, 1, 1, 1, 0}, {3, 2, 1, 0, 0}};
-  const bool inUse[] = {true, false, true, true, false};
-  for (int week = 0; week < 5; ++week) {
-    const auto at = [week](int hour, int minute) {
-      return LocalTime(2026, 11, 19 + 7 * week, hour, minute);
-    };
-    if (inUse[week]) {
-      tracker.ProcessEvent({at(10, 0), Activating});
-      tracker.ProcessEvent({at(10, 50), Suspend});
-      CHECK(tracker.GetData()->Slots()[Slot(0, 10, 30)].inUseStamp == SecondsFromTm(at(10, 30)));
-    } else {
-      tracker.ProcessEvent({at(8, 0), Activating});
-      tracker.ProcessEvent({at(9, 0), Suspend});
-      tracker.ProcessEvent({at(12, 0), Activating});
-      tracker.ProcessEvent({at(13, 0), Suspend});
-    }
-    SlotRecord slot = tracker.GetData()->Slots()[Slot(0, 10, 30)];
-    slot.inUseStamp = 0;
-    CHECK(slot == expected[week]);
-  }
-}
-
-TEST_CASE("a stretch longer than a cycle marks what is left of it modulo the cycle") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 10), Activating});
-  tracker.ProcessEvent({WeekTime(7 + 1, 9), Suspend});
-  const int64_t start = SecondsFromTm(WeekTime(0, 10));
-  for (int slot = 0; slot < 672; ++slot) {
-    const bool marked = slot >= Slot(0, 10) && slot <= Slot(1, 9);
-    const SlotRecord once = {-1, -1, -1, 1, start + (slot - Slot(0, 10)) * 900};
-    REQUIRE(tracker.GetData()->Slots()[slot] == (marked ? once : kEmptySlot));
-  }
-}
-
-TEST_CASE("a stretch over the end of the cycle goes on at its beginning") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(6, 23), Activating});
-  tracker.ProcessEvent({WeekTime(7, 1), Suspend});
-  for (int slot = 0; slot < 672; ++slot) {
-    const bool marked = slot >= Slot(6, 23) || slot <= Slot(0, 1);
-    REQUIRE(tracker.GetData()->Slots()[slot].last == (marked ? 1 : -1));
-  }
-  CHECK(tracker.GetData()->Slots()[Slot(0, 1)].inUseStamp == SecondsFromTm(WeekTime(7, 1)));
-}
-
-TEST_CASE("events that do not follow their predecessor are refused and change nothing") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({WeekTime(0, 10), Activating});
-  const TrackerDataPtr before = CopyOf(*tracker.GetData());
-  CHECK_THROWS_WITH_AS(tracker.ProcessEvent({WeekTime(0, 10), Suspend}),
-                       "state start is later than state end", FixedTextException);
-  CHECK_THROWS_WITH_AS(tracker.ProcessEvent({WeekTime(0, 9), Suspend}),
-                       "state start is later than state end", FixedTextException);
-  CHECK_THROWS_WITH_AS(tracker.ProcessEvent({LocalTime(1960, 1, 1), Suspend}), "wrong time ...",
-                       FixedTextException);
-  CHECK(SameBytes(*tracker.GetData(), *before));
-
-  TrackerDataPtr data = NewData(configuration);
-  data->lastState = Activating;
-  data->lastTime = {0, 0, 0, 1, 0, 60, 0, 0, 0};
-  Tracker wrongStart(&configuration, std::move(data));
-  CHECK_THROWS_WITH_AS(wrongStart.ProcessEvent({WeekTime(0, 10), Suspend}), "wrong time ...",
-                       FixedTextException);
-}
-
-TEST_CASE("an event without a time counts as none when the next one comes") {
-  fakes::Configurations configuration;
-  Tracker tracker(&configuration);
-  tracker.ProcessEvent({{-1, -1, -1, -1, -1, -1, -1, -1, -1}, Activating});
-  tracker.ProcessEvent({WeekTime(0, 10), Activating});
-  CHECK(tracker.GetData()->lastTime == WeekTime(0, 10));
 }
 
 TEST_CASE("weights 2, 1 and 1 count for a half, a quarter and a quarter") {
@@ -582,10 +382,10 @@ TEST_CASE("weights that make a probability of -1 make the slot unknown") {
 TEST_CASE("no idle stretch is found in a cycle that is always in use, no use in an idle one") {
   fakes::Configurations configuration;
   TrackerDataPtr data = NewData(configuration);
-  for (int slot = 0; slot < 672; ++slot) data->Slots()[slot].last = 1;
+  for (int slot = 0; slot < kSlotsPerWeek; ++slot) data->Slots()[slot].last = 1;
   const tm now = WeekTime(3, 12);
   CHECK(Same(Tracker(&configuration, CopyOf(*data)).GetPredictions(now), {{now, -1}}));
-  for (int slot = 0; slot < 672; ++slot) data->Slots()[slot].last = 0;
+  for (int slot = 0; slot < kSlotsPerWeek; ++slot) data->Slots()[slot].last = 0;
   CHECK(Same(Tracker(&configuration, CopyOf(*data)).GetPredictions(now), {{now, 15}}));
 }
 

@@ -6,7 +6,7 @@
 
 #include "fakes/configurations_fake.h"
 #include "support/local_times.h"
-#include "support/tracker_data_copy.h"
+#include "support/tracker_data.h"
 
 namespace dozewell {
 namespace {

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_COPY_H_
-#define DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_COPY_H_
+#ifndef DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_H_
+#define DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_H_
 
 #include <cstddef>
 #include <cstdlib>
@@ -17,11 +17,25 @@ inline TrackerDataPtr CopyOf(const TrackerData& data) {
   return copy;
 }
 
+inline bool SameBytes(const TrackerData& a, const TrackerData& b) {
+  return a.slotCount == b.slotCount &&
+         std::memcmp(&a, &b, static_cast<size_t>(TrackerDataSize(a.slotCount))) == 0;
+}
+
 // The data of a tracker that has learnt nothing, for a test to fill.
 inline TrackerDataPtr NewData(IConfigurations& configuration) {
   return CopyOf(*ArbitraryCycleProbabilityTracker(&configuration).GetData());
 }
 
+// Slots of a quarter of an hour, in a week.
+constexpr int kSlotsPerDay = 96;
+constexpr int kSlotsPerWeek = 7 * kSlotsPerDay;
+constexpr SlotRecord kEmptySlot = {-1, -1, -1, -1, -1};
+
+constexpr int Slot(int day, int hour, int minute = 0) {
+  return day * kSlotsPerDay + hour * 4 + minute / 15;
+}
+
 }  // namespace dozewell
 
-#endif  // DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_COPY_H_
+#endif  // DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_H_
