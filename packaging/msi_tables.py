@@ -31,10 +31,12 @@ _INSTALLING = 'NOT REMOVE="ALL"'
 _REMOVING = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
 
 # Steps of dozewell-setup: what it is to do, when and in what place, and whether the installation
-# goes on without. The user's timeouts come back before the service is stopped (1900); the folder is
-# safe and the restarts are set before it is started (5900).
+# goes on without. The user's timeouts come back before the service is stopped (1900), its process
+# ends before its file is deleted (3500) or replaced (4000); the folder is safe and the restarts are
+# set before it is started (5900).
 _STEPS = {
     "RestoreMachine": ("restore", _REMOVING, 1850, True),
+    "AwaitServiceEnd": ("await-end", "Installed", 1950, True),
     "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650, True),
     "SecureDataFolder": ("secure-data-folder", _INSTALLING, 5810, False),
     "ConfigureService": ("configure-service", _INSTALLING, 5820, True),

@@ -373,6 +373,7 @@ def test_steps_are_taken_as_the_system_and_in_their_place(packages):
     actions = {row["Action"]: row for row in packages.this.table("CustomAction")}
     setup = 2 + 1024 + 2048  # a program of the package, in the script, not as the user
     for name, command, kind in (("RestoreMachine", "restore", setup + 64),
+                                ("AwaitServiceEnd", "await-end", setup + 64),
                                 ("RemoveLearntData", "remove-learnt-data", setup + 64),
                                 ("SecureDataFolder", "secure-data-folder", setup),
                                 ("ConfigureService", "configure-service", setup + 64)):
@@ -384,7 +385,8 @@ def test_steps_are_taken_as_the_system_and_in_their_place(packages):
             ("AppSearch", "Remember.STRENGTH"), ("Remember.STRENGTH", "Take.STRENGTH"),
             ("Take.STRENGTH", "LaunchConditions"), ("InstallInitialize", "RemoveExistingProducts"),
             ("RemoveExistingProducts", "ProcessComponents"), ("InstallInitialize", "RestoreMachine"),
-            ("RestoreMachine", "StopServices"), ("DeleteServices", "RemoveLearntData"),
+            ("RestoreMachine", "StopServices"), ("StopServices", "AwaitServiceEnd"),
+            ("AwaitServiceEnd", "RemoveFiles"), ("DeleteServices", "RemoveLearntData"),
             ("RemoveRegistryValues", "RemoveLearntData"), ("WriteRegistryValues", "StartServices"),
             ("InstallServices", "SecureDataFolder"), ("SecureDataFolder", "StartServices"),
             ("InstallServices", "ConfigureService"), ("ConfigureService", "StartServices"),
@@ -392,6 +394,7 @@ def test_steps_are_taken_as_the_system_and_in_their_place(packages):
         equal(order.index(first) < order.index(second), True, f"{first} before {second}")
     conditions = packages.this.cells("InstallExecuteSequence", "Action", "Condition")
     equal(conditions["RestoreMachine"], 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE')
+    equal(conditions["AwaitServiceEnd"], "Installed")
 
 
 def test_choices_reach_an_installation_with_more_rights(packages):

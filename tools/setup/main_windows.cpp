@@ -22,6 +22,7 @@ constexpr Step kSteps[] = {
     {"secure-data-folder", dozewell::setup::SecureDataFolder},
     {"configure-service", dozewell::setup::ConfigureService},
     {"restore", dozewell::setup::RestoreMachine},
+    {"await-end", dozewell::setup::AwaitServiceEnd},
     {"remove-learnt-data", dozewell::setup::RemoveLearntData},
 };
 
