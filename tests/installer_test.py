@@ -582,6 +582,9 @@ def main():
     options = parser.parse_args()
     packages = Packages(options.programs.resolve(), options.out.resolve())
     machine = Machine(options.wine, packages)
+    # The first installation on a machine makes the system lay out keys that it keeps for all.
+    machine.clean()
+    machine.install()
     tests = [(name, test) for name, test in globals().items() if name.startswith("test_") and
              all(word in name for word in options.tests)]
     passed = failed = 0
