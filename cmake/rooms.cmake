@@ -34,8 +34,8 @@ function(room_sources variable kind)
 endfunction()
 
 # unite(TARGET): compiles the target's sources of one room as one, so that what they all include is
-# read once. Names in their unnamed namespaces must differ, then, within a room. Not for libraries of
-# which programs take only what they need.
+# read once. Names in their unnamed namespaces must differ, then, within a room. Whoever takes
+# something of a united library takes all of it, and must bring the leaves that it calls.
 function(unite target)
   get_target_property(sources ${target} SOURCES)
   foreach(source IN LISTS sources)

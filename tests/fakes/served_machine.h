@@ -47,6 +47,7 @@ inline void SetTimer(uint32_t alarm, uint32_t duration) { driver.timer.words = {
 // Leaves nothing from which a predictor could be built.
 inline void TakeProvisionsAway() { settings.defaults.predictorValues.clear(); }
 
+// The ends of what a client can send as a number.
 inline constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
 inline constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 
