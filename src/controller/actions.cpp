@@ -33,32 +33,31 @@ tm Now() {
   return now;
 }
 
-// Runs a call into the engine. What it throws is logged: a std::exception with its own message,
-// anything else with the text given, and then it is thrown on.
+// Runs a call into the engine. A std::exception that it throws is logged with its own message.
 template <typename Call>
-void Guarded(const char* unknownExceptionText, Call call) {
+void LogExceptionsOf(Call call) {
   try {
     call();
   } catch (const std::exception& exception) {
     LogNarrowAndTrace(exception.what());
+  }
+}
+
+// The same, and anything else that it throws is logged with the text given and thrown on.
+template <typename Call>
+void LogAndRethrowUnknown(const char* unknownExceptionText, Call call) {
+  try {
+    LogExceptionsOf(call);
   } catch (...) {
     LogNarrowAndTrace(unknownExceptionText);
     throw;
   }
 }
 
-// The same where only a std::exception can come.
-template <typename Call>
-void Reported(Call call) {
-  try {
-    call();
-  } catch (const std::exception& exception) {
-    LogNarrowAndTrace(exception.what());
-  }
-}
-
 void NotifyHistorian(const SMEventData& event, int32_t state, const char* unknownExceptionText) {
-  Guarded(unknownExceptionText, [&] { engine.historian->NotifyListener({event.time, state}); });
+  LogAndRethrowUnknown(unknownExceptionText, [&] {
+    engine.historian->NotifyListener({event.time, state});
+  });
 }
 
 std::vector<PredictionRecord> Predictions(const tm& now) {
@@ -66,8 +65,9 @@ std::vector<PredictionRecord> Predictions(const tm& now) {
   uint32_t disabled = 0;
   ReadSetting(L"DisablePrediction", disabled, /*deleteAfterRead=*/false);
   if (disabled == 1 || engine.predictor == nullptr) return predictions;
-  Guarded("AH_SetPredictedSettings: PredictorObj::GetPredictions threw an unknown exception",
-          [&] { predictions = engine.predictor->GetPredictions(now); });
+  LogAndRethrowUnknown(
+      "AH_SetPredictedSettings: PredictorObj::GetPredictions threw an unknown exception",
+      [&] { predictions = engine.predictor->GetPredictions(now); });
   return predictions;
 }
 
@@ -111,6 +111,10 @@ void AH_LogEvent(const SMEventData* event) {
   const bool isUse = event->event == SMEvent::Activating || event->event == SMEvent::Suspend ||
                      event->event == SMEvent::ShuttingDown;
   if (engine.historian == nullptr || !isUse) return;
+  // The events of use are the first states of the time line, under the same numbers.
+  static_assert(static_cast<int32_t>(SMEvent::Activating) == Activating &&
+                static_cast<int32_t>(SMEvent::Suspend) == Suspend &&
+                static_cast<int32_t>(SMEvent::ShuttingDown) == ShuttingDown);
   NotifyHistorian(*event, static_cast<int32_t>(event->event),
                   "AH_LogEvent: HistorianObj::NotifyListener threw an unknown exception");
 }
@@ -183,8 +187,9 @@ void AH_SetPredictorConfig(const SMEventData* event) {
   const auto* const change = dynamic_cast<const ParamChangeEventData*>(event);
   if (change == nullptr || engine.configurations == nullptr) return;
   TraceToDebugger(L"AH_SetPredictorConfig\n");
-  Guarded("AH_SetPredictorConfig: ConfigObj::NotifyListener threw an unknown exception",
-          [&] { engine.configurations->NotifyListener(change->param); });
+  LogAndRethrowUnknown(
+      "AH_SetPredictorConfig: ConfigObj::NotifyListener threw an unknown exception",
+      [&] { engine.configurations->NotifyListener(change->param); });
 }
 
 void AH_SavePredictionData(const SMEventData* event) {
@@ -192,18 +197,20 @@ void AH_SavePredictionData(const SMEventData* event) {
   TraceToDebugger(L"AH_SavePredictionData\n");
   NotifyHistorian(*event, ContainerStopped,
                   "AH_SavePredictionData: HistorianObj::NotifyListener threw an unknown exception");
-  Reported([] {
+  LogExceptionsOf([] {
     const std::lock_guard guard(EngineLock);
     engine.RenewPredictor();
   });
 }
 
 void AH_RecordHistoryEvent(const SMEventData* event) {
-  if (event != nullptr) AH_RecordHistoryEvent(*event);
+  if (event == nullptr) return;
+  TraceToDebugger(L"AH_RecordHistoryEvent\n");
+  AppendToHistory(SecondsFromTm(event->time), event->event != SMEvent::Activating);
 }
 
 void AH_SaveHistory(const SMEventData*) {
-  Reported([] { AH_SaveHistory(); });
+  LogExceptionsOf([] { AH_SaveHistory(); });
 }
 
 void AH_ResetHistory(const SMEventData*) {
@@ -213,7 +220,7 @@ void AH_ResetHistory(const SMEventData*) {
   ClearPendingHistory();
   DeleteLearntFiles();
   WriteSetting(L"ServiceFeedback", 1);
-  Reported([] { engine.RenewPredictor(); });
+  LogExceptionsOf([] { engine.RenewPredictor(); });
 }
 
 }  // namespace dozewell

@@ -15,6 +15,7 @@
 #include "base/file.h"
 #include "controller/actions.h"
 #include "controller/engine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/journal.h"
 #include "fakes/lock_fake.h"
@@ -383,11 +384,46 @@ TEST_CASE("a daily save without a predictor meets a data file of another version
 
 TEST_CASE("events are recorded with their own time, asleep for all but Activating") {
   Learning learning;
+  int64_t seconds = 1795284000;
+  std::vector<HistoryRecord> expected;
+  for (const SMEvent event : kAllEvents) {
+    CAPTURE(SMEventName(event));
+    tm time;
+    TmFromSeconds(seconds, time);
+    fakes::SetTime(time);
+    const SMEventData data(event);
+    fakes::SetTime(LocalTime(2026, 11, 22, 19));
+    CHECK(learning.Run(AH_RecordHistoryEvent, &data) == Calls{"trace AH_RecordHistoryEvent\n"});
+    expected.push_back({static_cast<double>(seconds), event == SMEvent::Activating ? 0U : 1U, 0});
+    seconds += 60;
+  }
+  learning.Run(AH_SaveHistory, SMEvent::ShuttingDown);
+  const auto records = WholeRecords(ReadWholeFile(learning.machine.HistoryFile()).value());
+  REQUIRE(records.size() == expected.size());
+  for (size_t i = 0; i < records.size(); ++i) {
+    CHECK(records[i].time == expected[i].time);
+    CHECK(records[i].asleep == expected[i].asleep);
+  }
+}
+
+TEST_CASE("daylight saving does not move a recorded time") {
+  Learning learning;
+  SMEventData event(SMEvent::Suspend);
+  event.time = LocalTime(2026, 7, 1, 12);
+  event.time.tm_isdst = 1;
+  learning.Run(AH_RecordHistoryEvent, &event);
+  learning.Run(AH_SaveHistory, SMEvent::ShuttingDown);
+  const auto records = WholeRecords(ReadWholeFile(learning.machine.HistoryFile()).value());
+  REQUIRE(records.size() == 1);
+  CHECK(records[0].time == 1782907200);
+}
+
+TEST_CASE("recording without an event records nothing; a save asks for folder and limit") {
+  Learning learning;
   const SMEventData resume(SMEvent::Activating);
   fakes::SetTime(LocalTime(2026, 11, 21, 18));
   const SMEventData suspend(SMEvent::Suspend);
-  fakes::SetTime(LocalTime(2026, 11, 21, 19));
-  CHECK(learning.Run(AH_RecordHistoryEvent, &resume) == Calls{"trace AH_RecordHistoryEvent\n"});
+  learning.Run(AH_RecordHistoryEvent, &resume);
   learning.Run(AH_RecordHistoryEvent, &suspend);
   CHECK(learning.Run(AH_RecordHistoryEvent, nullptr) == Calls{});
   CHECK(learning.Run(AH_SaveHistory, SMEvent::ShuttingDown) ==

@@ -9,7 +9,7 @@
 #include "controller/actions.h"
 #include "controller/engine.h"
 #include "controller/guards.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/optimizer_thread.h"
 
@@ -22,7 +22,7 @@ void BuildEngine() {
   engine.RenewPredictor();
 }
 
-// The predictor goes first: it ends its registrations with the others.
+// The predictor goes first, because its destructor unregisters it from the others.
 void DeleteEngine() {
   engine.predictor.reset();
   engine.configurations.reset();
@@ -59,7 +59,7 @@ std::unique_ptr<SleepStateMachine> BuildStateMachine() {
 void StartController() {
   const std::lock_guard guard(ControllerLock);
   if (ControllerStarted) return;
-  // What an earlier start left behind that did not come to its end.
+  // A start that failed half-way may have left objects behind.
   DeleteEngine();
   try {
     BuildEngine();

@@ -3,15 +3,15 @@
 
 namespace dozewell {
 
-// Both may be called on any thread, whatever others do, but not under EngineLock.
+// Both may be called on any thread at any time, but not while holding EngineLock.
 
 // Builds engine and state machine, posts the first Activating and sets ControllerStarted; does
 // nothing when that is set already. Throws what the predictor's construction throws (see
 // cyclic_probability_predictor.h); then nothing is left behind, and a later call may succeed.
 void StartController();
 
-// Takes all of it down again, without saving anything; the machine's state is lost. Does no harm
-// when the controller is not started.
+// Deletes engine and state machine without saving anything. Also cleans up when the controller is
+// not started.
 void StopController();
 
 }  // namespace dozewell

@@ -17,7 +17,7 @@
 #include "controller/actions.h"
 #include "controller/engine.h"
 #include "controller/guards.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "fakes/clock_fake.h"
 #include "fakes/journal.h"

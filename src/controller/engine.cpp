@@ -7,7 +7,7 @@ namespace dozewell {
 Engine& engine = *new Engine;
 
 void Engine::RenewPredictor() {
-  // First the old one goes: its end would take the new one's registrations away.
+  // The old one goes first, because its destructor would clear the new one's registrations.
   predictor.reset();
   predictor = std::make_unique<CyclicProbabilityPredictor>(configurations.get(), historian.get());
 }

@@ -15,8 +15,8 @@ namespace dozewell {
 // NextHAMinutes when there is none.
 inline constexpr uint32_t kNoHA = 0xFFFFFFFF;
 
-// What the sleep controller works with. The objects are null while the controller is stopped, the
-// predictor also after one could not be built. All of it under ControllerLock.
+// The objects that the sleep controller works with. They are null while the controller is stopped;
+// the predictor is also null after building one has failed. All of it under ControllerLock.
 struct Engine {
   std::unique_ptr<ConfigurationsImpl> configurations;
   std::unique_ptr<HistorianImpl> historian;
@@ -26,11 +26,11 @@ struct Engine {
   tm suspendTime = {};
   // The hibernate-after timeout in minutes to set after a timer wake, or kNoHA.
   uint32_t nextHAMinutes = kNoHA;
-  // Start of the second predicted idle period, when the machine is to be put back to sleep.
+  // Start of the second predicted idle period; the machine goes back to sleep then.
   std::optional<tm> nextSleepTime;
 
-  // Deletes the predictor and builds a new one over configurations and historian. What its
-  // constructor throws goes to the caller, and then there is no predictor.
+  // Deletes the predictor and builds a new one over configurations and historian. Throws what its
+  // constructor throws; then there is no predictor.
   void RenewPredictor();
 };
 

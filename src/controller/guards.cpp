@@ -18,7 +18,7 @@
 namespace dozewell {
 namespace {
 
-// How far the time asleep may be from the hibernate-after timeout that ended it.
+// How far the time asleep may differ from the hibernate-after timeout that ended it.
 constexpr double kToleranceSeconds = 60.0;
 
 void TraceAnswer(bool answer) { TraceToDebugger(answer ? L"true\n" : L"false\n"); }

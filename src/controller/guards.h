@@ -1,12 +1,12 @@
 #ifndef DOZEWELL_CONTROLLER_GUARDS_H_
 #define DOZEWELL_CONTROLLER_GUARDS_H_
 
-#include "base/event_records.h"
+#include "controller/state_machine/event_records.h"
 
 namespace dozewell {
 
-// What kind of wake a resume is. Each asks driver and power scheme afresh and looks at no event.
-// Under ControllerLock.
+// The guards tell what kind of wake a resume is. Each asks the driver and the power scheme afresh,
+// and none looks at the event. Under ControllerLock.
 
 // Did the expired hardware timer wake the machine out of hibernation?
 bool GImpl_GoingToS3(const SMEventData* event);

@@ -10,7 +10,7 @@
 #include "base/utf8.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"

@@ -9,7 +9,7 @@
 
 #include "base/file.h"
 #include "base/service_state.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/event_log_fake.h"
 #include "fakes/journal.h"
@@ -104,13 +104,11 @@ bool EndsRun(Calls events) {
 
 // Of 20 minutes each, of which none is in the file yet.
 void RecordFourSleeps() {
-  for (int sleep = 0; sleep < 4; ++sleep) {
-    SMEventData event(SMEvent::Suspend);
-    event.time.tm_hour = 1 + sleep;
-    AH_RecordHistoryEvent(event);
-    event.event = SMEvent::Activating;
-    event.time.tm_min = 25;
-    AH_RecordHistoryEvent(event);
+  constexpr int64_t kFirstSuspend = 1795223109;  // 2026-11-21 01:05:09
+  for (int64_t sleep = 0; sleep < 4; ++sleep) {
+    const int64_t suspend = kFirstSuspend + sleep * 3600;
+    AppendToHistory(suspend, /*asleep=*/true);
+    AppendToHistory(suspend + 20 * 60, /*asleep=*/false);
   }
 }
 

@@ -7,11 +7,11 @@
 #include <optional>
 #include <vector>
 
-#include "base/event_records.h"
 #include "base/file.h"
 #include "base/lock.h"
 #include "base/thread.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/event_records.h"
+#include "controller/state_machine/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/parameter_grid.h"
 #include "optimizer/parameter_ranges.h"

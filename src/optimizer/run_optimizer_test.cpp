@@ -9,7 +9,7 @@
 
 #include "base/exception.h"
 #include "base/file.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/event_log_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"

@@ -14,20 +14,18 @@
 namespace dozewell {
 namespace {
 
-// Recorded since the history was last saved. Never destroyed, like the lock that guards it.
+// The records made since the history was last saved. Never destroyed, like the lock that guards it.
 std::vector<HistoryRecord>& pendingRecords = *new std::vector<HistoryRecord>;
 
 }  // namespace
 
-void AH_RecordHistoryEvent(const SMEventData& event) {
-  TraceToDebugger(L"AH_RecordHistoryEvent\n");
-  pendingRecords.push_back({static_cast<double>(SecondsFromTm(event.time)),
-                            event.event == SMEvent::Activating ? 0U : 1U, 0});
+void AppendToHistory(int64_t seconds, bool asleep) {
+  pendingRecords.push_back({static_cast<double>(seconds), asleep ? 1U : 0U, 0});
 }
 
 void AH_SaveHistory() {
   TraceToDebugger(L"AH_SaveHistory\n");
-  // What can be known without the lock is found out before it is taken.
+  // Path and cutoff need no lock, so they are found before it is taken.
   const std::wstring path = PathInFolder(GetDataFolder(), kHistoryFileName);
   uint32_t limitDays = kDefaultHistoryLimitDays;
   ReadSetting(L"HistoryLimit", limitDays, /*deleteAfterRead=*/false);

@@ -3,19 +3,18 @@
 
 #include <cstdint>
 
-#include "base/event_records.h"
-
 namespace dozewell {
 
 // The days that the history is kept for when "HistoryLimit" is set nowhere.
 constexpr uint32_t kDefaultHistoryLimitDays = 60;
 
-// Appends an event to the pending records. Under ControllerLock.
-void AH_RecordHistoryEvent(const SMEventData& event);
+// Appends a record to the pending ones: the wall-clock seconds at which the machine came into use
+// or left it. Under ControllerLock.
+void AppendToHistory(int64_t seconds, bool asleep);
 
-// Merges the pending records into the history file and forgets them; a file that cannot be
-// written is left at that. Throws std::out_of_range("invalid string position") without a data
-// folder. Under ControllerLock; takes EngineLock.
+// Merges the pending records into the history file and forgets them, also when the file cannot be
+// written, which is not reported. Throws std::out_of_range("invalid string position") without a
+// data folder. Under ControllerLock; takes EngineLock.
 void AH_SaveHistory();
 
 // Forgets the pending records. Under ControllerLock.

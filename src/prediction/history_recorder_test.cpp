@@ -10,7 +10,6 @@
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/history_file.h"
-#include "support/local_times.h"
 #include "support/temp_folder.h"
 
 namespace dozewell {
@@ -30,10 +29,6 @@ struct Recorder {
     ClearPendingHistory();
   }
 
-  void Record(SMEvent event, int64_t seconds) {
-    TmFromSeconds(seconds, fakes::clock.localTime);
-    AH_RecordHistoryEvent(SMEventData(event));
-  }
   void SetFile(const std::vector<HistoryRecord>& records) {
     WriteWholeFile(folder.File(L"zs7state.dat"), records.data(),
                    records.size() * sizeof(HistoryRecord));
@@ -49,29 +44,18 @@ std::vector<unsigned char> FileOf(const std::vector<HistoryRecord>& records) {
 
 }  // namespace
 
-TEST_CASE("every event given is recorded, asleep for all but Activating") {
+TEST_CASE("every record given is kept, in use as 0 and asleep as 1") {
   Recorder recorder;
-  recorder.Record(SMEvent::Activating, kNow);
-  recorder.Record(SMEvent::Suspend, kNow + 1);
-  recorder.Record(SMEvent::ShuttingDown, kNow + 2);
-  recorder.Record(SMEvent::Uninitializing, kNow + 3);
+  AppendToHistory(kNow, /*asleep=*/false);
+  AppendToHistory(kNow + 1, /*asleep=*/true);
+  AppendToHistory(kNow + 2, /*asleep=*/true);
   AH_SaveHistory();
-  CHECK(recorder.File() ==
-        FileOf({{kNow, 0, 0}, {kNow + 1, 1, 0}, {kNow + 2, 1, 0}, {kNow + 3, 1, 0}}));
-}
-
-TEST_CASE("daylight saving does not move a recorded time") {
-  Recorder recorder;
-  fakes::clock.localTime = LocalTime(2026, 7, 1, 12);
-  fakes::clock.localTime.tm_isdst = 1;
-  AH_RecordHistoryEvent(SMEventData(SMEvent::Suspend));
-  AH_SaveHistory();
-  CHECK(recorder.File() == FileOf({{1782907200, 1, 0}}));
+  CHECK(recorder.File() == FileOf({{kNow, 0, 0}, {kNow + 1, 1, 0}, {kNow + 2, 1, 0}}));
 }
 
 TEST_CASE("a save empties the pending records") {
   Recorder recorder;
-  recorder.Record(SMEvent::Suspend, kNow);
+  AppendToHistory(kNow, /*asleep=*/true);
   AH_SaveHistory();
   RemoveFile(recorder.folder.File(L"zs7state.dat"));
   AH_SaveHistory();
@@ -80,7 +64,7 @@ TEST_CASE("a save empties the pending records") {
 
 TEST_CASE("cleared records are not saved") {
   Recorder recorder;
-  recorder.Record(SMEvent::Suspend, kNow);
+  AppendToHistory(kNow, /*asleep=*/true);
   ClearPendingHistory();
   AH_SaveHistory();
   CHECK(recorder.File().empty());
@@ -103,16 +87,16 @@ TEST_CASE("the history limit counts days") {
 
 TEST_CASE("pending records older than the limit are written, ones out of order are not") {
   Recorder recorder;
-  recorder.Record(SMEvent::Activating, kNow - 100 * kDay);
-  recorder.Record(SMEvent::Suspend, kNow - 100 * kDay);
-  recorder.Record(SMEvent::Suspend, kNow);
+  AppendToHistory(kNow - 100 * kDay, /*asleep=*/false);
+  AppendToHistory(kNow - 100 * kDay, /*asleep=*/true);
+  AppendToHistory(kNow, /*asleep=*/true);
   AH_SaveHistory();
   CHECK(recorder.File() == FileOf({{kNow - 100 * kDay, 0, 0}, {kNow, 1, 0}}));
 }
 
-TEST_CASE("a history that cannot be written is left at that, and the pending records are gone") {
+TEST_CASE("a history that cannot be written is not reported, and the pending records are gone") {
   Recorder recorder;
-  recorder.Record(SMEvent::Suspend, kNow);
+  AppendToHistory(kNow, /*asleep=*/true);
   fakes::settings.dataFolder = recorder.folder.File(L"missing");
   CHECK_NOTHROW(AH_SaveHistory());
   CHECK(recorder.folder.IsEmpty());
@@ -123,7 +107,7 @@ TEST_CASE("a history that cannot be written is left at that, and the pending rec
 
 TEST_CASE("an empty data folder fails the save, which keeps the pending records") {
   Recorder recorder;
-  recorder.Record(SMEvent::Suspend, kNow);
+  AppendToHistory(kNow, /*asleep=*/true);
   fakes::settings.dataFolder.clear();
   CHECK_THROWS_WITH_AS(AH_SaveHistory(), "invalid string position", std::out_of_range);
   fakes::settings.dataFolder = recorder.folder.Path();

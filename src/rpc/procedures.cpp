@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "base/service_state.h"
 #include "controller/controller.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "power/driver_timer.h"
 #include "power/power_scheme.h"
 #include "prediction/configurations.h"

@@ -8,7 +8,7 @@
 #include "base/service_state.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/driver_fake.h"
 #include "fakes/served_machine.h"
 #include "fakes/settings_fake.h"

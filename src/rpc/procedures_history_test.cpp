@@ -11,7 +11,7 @@
 
 #include "controller/controller.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/served_machine.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"

@@ -9,7 +9,7 @@
 #include "base/lock.h"
 #include "base/numbers.h"
 #include "base/service_state.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/optimizer_thread.h"
 #include "rpc/rpc_server.h"

@@ -9,7 +9,7 @@
 
 #include "base/service_state.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"

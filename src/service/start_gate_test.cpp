@@ -10,7 +10,7 @@
 #include "base/file.h"
 #include "base/service_state.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"

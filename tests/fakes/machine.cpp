@@ -4,7 +4,7 @@
 
 #include "base/service_state.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/driver_fake.h"
 #include "fakes/event_log_fake.h"

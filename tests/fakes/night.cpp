@@ -5,7 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"

@@ -12,7 +12,7 @@
 #include "base/service_state.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "optimizer/optimizer_thread.h"
 #include "power/driver_device.h"
 #include "service/control_handler.h"

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "base/clock.h"
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_log.h"
 #include "power/device_io.h"

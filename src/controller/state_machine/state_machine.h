@@ -1,12 +1,12 @@
-#ifndef DOZEWELL_CONTROLLER_STATE_MACHINE_H_
-#define DOZEWELL_CONTROLLER_STATE_MACHINE_H_
+#ifndef DOZEWELL_CONTROLLER_STATE_MACHINE_STATE_MACHINE_H_
+#define DOZEWELL_CONTROLLER_STATE_MACHINE_STATE_MACHINE_H_
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
 
-#include "base/event_records.h"
+#include "controller/state_machine/event_records.h"
 
 namespace dozewell {
 
@@ -23,8 +23,8 @@ enum class SMState : int32_t {
 const wchar_t* SMEventName(SMEvent event);
 const wchar_t* SMStateName(SMState state);
 
-// The sleep controller: says which handlers run, in which order, on an event in the current state.
-// Takes no lock: PostEvent keeps dispatches apart.
+// The sleep controller: it decides which handlers run, in which order, on an event in the current
+// state. It takes no lock, because PostEvent lets in one dispatch at a time.
 class SleepStateMachine {
  public:
   using ErrorHandler = void (*)(const wchar_t* text);
@@ -36,13 +36,13 @@ class SleepStateMachine {
   SleepStateMachine(const SleepStateMachine&) = delete;
   SleepStateMachine& operator=(const SleepStateMachine&) = delete;
 
-  // Runs the handlers for one event, which stays the caller's, on the caller's thread, and moves to
-  // the next state when all of them have returned. What a handler throws reaches the caller: the
-  // handlers after it do not run and the state stays as it was. A null event is an error of its
-  // own, reported without a look at whether the error handler's slot is filled.
+  // Runs the handlers for one event on the caller's thread and moves to the next state when all of
+  // them have returned. The caller keeps ownership of the event. What a handler throws reaches the
+  // caller; then the handlers after it do not run and the state stays as it was. A null event is
+  // reported as an error without a check that the error handler's slot is filled.
   void Dispatch(const SMEventData* event);
 
-  // The slots. An empty guard is as one that says no, an empty action is left out.
+  // The slots. An empty guard counts as false; an empty action is skipped.
   ErrorHandler ReportStateMachineError = nullptr;
   Guard GImpl_GoingToS3 = nullptr;
   Guard GImpl_GoingToS4 = nullptr;
@@ -88,10 +88,10 @@ class SleepStateMachine {
 extern SleepStateMachine* StateMachine;
 
 // Dispatches the event on the caller's thread, under ControllerLock, and deletes it, also when a
-// handler throws. Without a machine it is only deleted. Any thread, but not one that took
-// EngineLock alone.
+// handler throws. Without a machine it is only deleted. Any thread, unless it holds EngineLock
+// without ControllerLock.
 void PostEvent(std::unique_ptr<SMEventData> event);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_CONTROLLER_STATE_MACHINE_H_
+#endif  // DOZEWELL_CONTROLLER_STATE_MACHINE_STATE_MACHINE_H_

@@ -1,4 +1,4 @@
-#include "base/event_records.h"
+#include "controller/state_machine/event_records.h"
 
 #include <utility>
 

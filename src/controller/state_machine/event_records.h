@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_BASE_EVENT_RECORDS_H_
-#define DOZEWELL_BASE_EVENT_RECORDS_H_
+#ifndef DOZEWELL_CONTROLLER_STATE_MACHINE_EVENT_RECORDS_H_
+#define DOZEWELL_CONTROLLER_STATE_MACHINE_EVENT_RECORDS_H_
 
 #include <cstdint>
 #include <string>
@@ -20,7 +20,7 @@ enum class SMEvent : uint32_t {
 };
 
 // An event and the local time at which it was made; kUnsetTime when the clock could not be read.
-// Made by whoever posts it, on any thread; owned by whoever it is posted to.
+// The poster makes it, on any thread, and PostEvent takes ownership.
 struct SMEventData {
   explicit SMEventData(SMEvent eventId);
   virtual ~SMEventData() = default;
@@ -40,4 +40,4 @@ struct ParamChangeEventData : SMEventData {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_BASE_EVENT_RECORDS_H_
+#endif  // DOZEWELL_CONTROLLER_STATE_MACHINE_EVENT_RECORDS_H_

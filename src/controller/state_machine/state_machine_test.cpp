@@ -1,4 +1,4 @@
-#include "controller/state_machine.h"
+#include "controller/state_machine/state_machine.h"
 
 #include <doctest/doctest.h>
 
