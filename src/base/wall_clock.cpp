@@ -8,8 +8,6 @@
 namespace dozewell {
 namespace {
 
-constexpr int64_t kSecondsPerDay = 86400;
-
 // The Gregorian calendar repeats every 400 years. Counting years from March puts the leap day at
 // the end of the year, where it disturbs no month's start; the start of month m, from March, is
 // then (153 m + 2) / 5 days into the year.

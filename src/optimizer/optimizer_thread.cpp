@@ -9,6 +9,7 @@
 #include "base/lock.h"
 #include "base/numbers.h"
 #include "base/service_state.h"
+#include "base/wall_clock.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/run_optimizer.h"
 #include "optimizer/stop_request.h"
@@ -23,7 +24,6 @@ namespace {
 
 constexpr uint32_t kDefaultIntervalDays = 30;
 constexpr uint32_t kDefaultDelayMinutes = 30;
-constexpr uint32_t kSecondsPerDay = 86400;
 constexpr wchar_t kBatteryAttempts[] = L"CurrentOptimizerAttemptsInDCmode";
 
 uint32_t LowBits(ThreadHandle thread) {
@@ -45,7 +45,7 @@ bool IsRunDue(int64_t now) {
   int64_t last = 0;
   ReadLastOptimizerRun(last);
   const uint32_t intervalSeconds =
-      ReadOr(L"OptimizerInterval", kDefaultIntervalDays) * kSecondsPerDay;
+      ReadOr(L"OptimizerInterval", kDefaultIntervalDays) * uint32_t{kSecondsPerDay};
   if (last == 0) {
     LogSwapped(L"Optimizer skipped\n");
     WriteLastOptimizerRun(now);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/wall_clock.h"
 #include "optimizer/native_simulator_configurations.h"
 #include "prediction/slot_probability.h"
 #include "prediction/tracker_data.h"
@@ -13,7 +14,7 @@ namespace dozewell {
 
 // The cycle of every candidate: a week.
 constexpr int64_t kSimulatedSlotSeconds = int64_t{kSimulatedTimeResolution} * 60;
-constexpr int kSimulatedSlotsPerDay = static_cast<int>(86400 / kSimulatedSlotSeconds);
+constexpr int kSimulatedSlotsPerDay = static_cast<int>(kSecondsPerDay / kSimulatedSlotSeconds);
 constexpr int kSimulatedSlots = kDaysInWeek * kSimulatedSlotsPerDay;
 
 // The observations that count for a slot under a day grouping: its own, or those of its time of day

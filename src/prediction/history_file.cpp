@@ -4,11 +4,10 @@
 #include <cstring>
 
 #include "base/numbers.h"
+#include "base/wall_clock.h"
 
 namespace dozewell {
 namespace {
-
-constexpr int64_t kSecondsPerDay = 86400;
 
 bool IsLater(const HistoryRecord& record, const std::vector<HistoryRecord>& records) {
   return records.empty() || record.time > records.back().time;

@@ -10,8 +10,6 @@
 namespace dozewell {
 namespace {
 
-constexpr int64_t kSecondsPerDay = 86400;
-
 // So far apart may the events be that tell of one start.
 constexpr int64_t kStartSeconds = 300;
 

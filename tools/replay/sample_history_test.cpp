@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "base/wall_clock.h"
 #include "common/local_time.h"
 
 namespace dozewell {
@@ -12,7 +13,6 @@ namespace {
 
 constexpr const char* kKindNames[] = {"office", "home", "shift", "erratic"};
 constexpr double kStart = 1704067200;
-constexpr double kSecondsPerDay = 86400;
 
 std::vector<HistoryRecord> Sample(const char* kind, int days, uint64_t seed) {
   const SampleKind* found = FindSampleKind(kind);
@@ -52,7 +52,7 @@ TEST_CASE("records of a sample alternate, go forward and stay within its days") 
           asleep = 1 - asleep;
         }
         CHECK(wellFormed);
-        CHECK(last <= kStart + days * kSecondsPerDay);
+        CHECK(last <= kStart + static_cast<double>(days * kSecondsPerDay));
         if (days >= 60) CHECK(records.size() > static_cast<size_t>(days));
       }
     }
