@@ -10,11 +10,11 @@
 #include <thread>
 #include <vector>
 
-#include "optimizer/grid_simulator.h"
-#include "optimizer/parameter_grid.h"
+#include "optimizer/grid/grid_simulator.h"
+#include "optimizer/parameter_ranges.h"
 #include "optimizer/parameter_search.h"
-#include "optimizer/simulator.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/simulator.h"
+#include "optimizer/simulator/stop_request.h"
 #include "plain_simulator.h"
 #include "replay/sample_history.h"
 

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/sim_time_line.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "optimizer/native_simulator_configurations.h"
+#include "optimizer/simulator/native_simulator_configurations.h"
 
 namespace dozewell {
 namespace {

@@ -12,7 +12,7 @@
 #include "base/wall_clock.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/run_optimizer.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/stop_request.h"
 #include "power/power_source.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"

@@ -18,7 +18,7 @@
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/stop_request.h"
 #include "prediction/configurations.h"
 #include "prediction/history_recorder.h"
 #include "support/calls.h"

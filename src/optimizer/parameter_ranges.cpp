@@ -1,5 +1,8 @@
 #include "optimizer/parameter_ranges.h"
 
+#include "base/numbers.h"
+#include "optimizer/simulator/stop_request.h"
+
 namespace dozewell {
 
 ParameterRanges ReadParameterRanges(IConfigurations& configuration) {
@@ -10,6 +13,26 @@ ParameterRanges ReadParameterRanges(IConfigurations& configuration) {
   ranges.secondLastWeight = ReadPredictorNumbers(configuration, "SecondLastWeightRange");
   ranges.dayGrouping = ReadPredictorNumbers(configuration, "DayGroupingRange");
   return ranges;
+}
+
+ParameterGrid BuildParameterGrid(const ParameterRanges& ranges) {
+  constexpr int64_t kWholeWeight = 100;
+  ParameterGrid grid;
+  for (const int32_t high : ranges.strengthHigh) {
+    for (const int32_t low : ranges.strengthLow) {
+      if (OptimizerStopRequested) return grid;
+      if (low <= high) grid.strengths.push_back({high, low});
+    }
+  }
+  for (const int32_t first : ranges.firstLastWeight) {
+    for (const int32_t second : ranges.secondLastWeight) {
+      if (OptimizerStopRequested) return grid;
+      const int32_t rest = Wrap32(kWholeWeight - second - first);
+      if (rest > 0) grid.weights.push_back({first, second, rest});
+    }
+  }
+  grid.dayGroupings = ranges.dayGrouping;
+  return grid;
 }
 
 }  // namespace dozewell

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "optimizer/simulator/parameter_grid.h"
 #include "prediction/configurations.h"
 
 namespace dozewell {
@@ -18,6 +19,11 @@ struct ParameterRanges {
 };
 
 ParameterRanges ReadParameterRanges(IConfigurations& configuration);
+
+// Pairs a high strength with each low one that is not greater, outermost first, and a first weight
+// with each second one that leaves something of 100 to the third. A stop request leaves the grid
+// unfinished.
+ParameterGrid BuildParameterGrid(const ParameterRanges& ranges);
 
 }  // namespace dozewell
 

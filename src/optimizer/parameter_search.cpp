@@ -4,8 +4,8 @@
 
 #include "base/numbers.h"
 #include "optimizer/best_set.h"
-#include "optimizer/grid_simulator.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/grid/grid_simulator.h"
+#include "optimizer/simulator/stop_request.h"
 
 namespace dozewell {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "optimizer/grid_simulator.h"
-#include "optimizer/parameter_grid.h"
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/parameter_grid.h"
+#include "optimizer/simulator/sim_time_line.h"
+#include "optimizer/simulator/simulate_each_set.h"
 #include "prediction/history_file.h"
 
 namespace dozewell {

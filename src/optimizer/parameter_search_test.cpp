@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "base/exception.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/stop_request.h"
 #include "support/sim_days.h"
 
 namespace dozewell {

@@ -13,7 +13,7 @@
 #include "fakes/event_log_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/stop_request.h"
 #include "prediction/configurations.h"
 #include "support/sim_days.h"
 #include "support/temp_folder.h"

@@ -15,7 +15,7 @@
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
 #include "optimizer/optimizer_thread.h"
-#include "optimizer/stop_request.h"
+#include "optimizer/simulator/stop_request.h"
 #include "prediction/history_recorder.h"
 #include "rpc/rpc_server.h"
 #include "service/service_main.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/wall_clock.h"
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/sim_time_line.h"
 #include "prediction/history_file.h"
 
 namespace dozewell {

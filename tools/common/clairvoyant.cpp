@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "base/numbers.h"
-#include "optimizer/native_simulator_configurations.h"
-#include "optimizer/simulator.h"
+#include "optimizer/simulator/native_simulator_configurations.h"
+#include "optimizer/simulator/simulator.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 
 namespace dozewell {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/exception.h"
-#include "optimizer/parameter_grid.h"
-#include "optimizer/simulator.h"
+#include "optimizer/simulator/parameter_grid.h"
+#include "optimizer/simulator/simulator.h"
 #include "support/random_histories.h"
 #include "support/sim_days.h"
 

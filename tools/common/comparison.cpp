@@ -4,7 +4,7 @@
 #include "common/simulated_parameters.h"
 #include "optimizer/best_set.h"
 #include "optimizer/parameter_ranges.h"
-#include "optimizer/simulator.h"
+#include "optimizer/simulator/simulator.h"
 
 namespace dozewell {
 namespace {

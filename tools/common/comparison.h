@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "optimizer/parameter_grid.h"
 #include "optimizer/parameter_search.h"
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/parameter_grid.h"
+#include "optimizer/simulator/sim_time_line.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
 

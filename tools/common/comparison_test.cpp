@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include "optimizer/simulator.h"
+#include "optimizer/simulator/simulator.h"
 #include "support/mornings.h"
 
 namespace dozewell {

@@ -1,7 +1,7 @@
 #ifndef DOZEWELL_COMMON_SIMULATED_PARAMETERS_H_
 #define DOZEWELL_COMMON_SIMULATED_PARAMETERS_H_
 
-#include "optimizer/native_simulator_configurations.h"
+#include "optimizer/simulator/native_simulator_configurations.h"
 #include "prediction/configurations.h"
 
 namespace dozewell {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/sim_time_line.h"
 
 namespace dozewell {
 

@@ -1,7 +1,7 @@
 #include <vector>
 
 #include "common/simulated_parameters.h"
-#include "optimizer/simulator.h"
+#include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/optimizer_inputs.h"

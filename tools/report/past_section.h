@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "optimizer/sim_time_line.h"
+#include "optimizer/simulator/sim_time_line.h"
 #include "report/day_strips.h"
 
 namespace dozewell::report {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "optimizer/parameter_grid.h"
+#include "optimizer/simulator/parameter_grid.h"
 
 namespace dozewell::report {
 

@@ -1,0 +1,137 @@
+#include "optimizer/grid/observed_history.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "base/numbers.h"
+#include "optimizer/grid/slot_pool.h"
+#include "optimizer/simulator/simulator.h"
+#include "optimizer/simulator/stop_request.h"
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/slot_learner.h"
+
+namespace dozewell {
+namespace {
+
+constexpr CycleShape kSimulatedCycle = {kDaysInWeek, 24 * 60, kSimulatedTimeResolution};
+
+// How far from a sleep a prediction can look: three searches of nearly a cycle each.
+constexpr int64_t kSlotsInReach = 3 * kSimulatedSlots;
+
+// An idle stretch must begin in time, and is known as one by the slots behind its first.
+constexpr int64_t kSlotsBehindFirst = kIdleStretchMinutes / kSimulatedTimeResolution - 1;
+
+// Collects what one day grouping shows.
+class SlotObserver {
+ public:
+  explicit SlotObserver(int32_t dayGrouping) : pool_(dayGrouping) { slots_.firstRun.push_back(0); }
+
+  void AddSleep(const SlotRecord* records, const ObservedSleep& sleep) {
+    const int64_t startSlot = sleep.start / kSimulatedSlotSeconds;
+    const int64_t nextSlot = sleep.next / kSimulatedSlotSeconds;
+    const auto count =
+        static_cast<int32_t>(std::min(nextSlot - startSlot + kSlotsBehindFirst, kSlotsInReach));
+    auto slotOfCycle = static_cast<int>(startSlot % kSimulatedSlots);
+    Observations run = {0, 0, kNone, kNone};  // none yet
+    for (int32_t slot = 1; slot <= count; ++slot) {
+      slotOfCycle = slotOfCycle + 1 < kSimulatedSlots ? slotOfCycle + 1 : 0;
+      const Observations observations = pool_.At(records, slotOfCycle);
+      if (observations.last == kNone) break;
+      if (observations != run) {
+        run = observations;
+        AddRun(run);
+      }
+      slots_.end.back() = slot + 1;
+    }
+    slots_.firstRun.push_back(slots_.end.size());
+  }
+
+  ObservedSlots& Result() { return slots_; }
+
+ private:
+  void AddRun(const Observations& observations) {
+    if (observations.secondLast == kNone || observations.sum == kNone) {
+      slots_.incomplete.push_back({slots_.end.size(), observations});
+    }
+    slots_.end.push_back(0);
+    slots_.last.push_back(static_cast<float>(observations.last));
+    slots_.secondLast.push_back(static_cast<float>(observations.secondLast));
+    slots_.older.push_back(static_cast<float>(observations.sum) /
+                           static_cast<float>(observations.count));
+  }
+
+  SlotPool pool_;
+  ObservedSlots slots_;
+};
+
+class HistoryObserver {
+ public:
+  explicit HistoryObserver(std::span<const int32_t> dayGroupings)
+      : observers_(dayGroupings.begin(), dayGroupings.end()) {}
+
+  // Throws what the learner throws.
+  void Replay(std::span<const HistoryRecord> history) {
+    bool inUse = false;
+    bool asleep = false;
+    for (size_t i = 0; i < history.size() && !OptimizerStopRequested; ++i) {
+      const int64_t time = TruncateToInt64(history[i].time);
+      const bool fallsAsleep = history[i].asleep != 0;
+      if (fallsAsleep != inUse) continue;
+      inUse = !fallsAsleep;
+      if (asleep) sleeps_.back().resume = time;
+      asleep = fallsAsleep && i + 1 < history.size();
+      if (asleep) AddSleep(time, TruncateToInt64(history[i + 1].time));
+      Learn(time, fallsAsleep ? Suspend : Activating);
+    }
+  }
+
+  ObservedHistory Result() {
+    ObservedHistory result = {std::move(sleeps_), {}};
+    for (SlotObserver& observer : observers_) result.slots.push_back(std::move(observer.Result()));
+    return result;
+  }
+
+ private:
+  void AddSleep(int64_t start, int64_t next) {
+    sleeps_.push_back({start, start - start % kSimulatedSlotSeconds, next, std::nullopt});
+    for (SlotObserver& observer : observers_) {
+      observer.AddSleep(learner_.Data().Slots(), sleeps_.back());
+    }
+  }
+
+  void Learn(int64_t time, TimeLineState state) {
+    TimeLineEvent event;
+    TmFromSeconds(time, event.time);
+    event.state = state;
+    learner_.ProcessEvent(event);
+  }
+
+  SlotLearner learner_{kSimulatedCycle};
+  std::vector<SlotObserver> observers_;
+  std::vector<ObservedSleep> sleeps_;
+};
+
+bool CanBeShared(const HistoryRecord& record) {
+  constexpr int64_t kLastTime = kLastSecond - (kSlotsInReach + 1) * kSimulatedSlotSeconds;
+  const int64_t time = TruncateToInt64(record.time);
+  return record.asleep <= 1 && time >= 0 && time <= kLastTime;
+}
+
+}  // namespace
+
+std::optional<ObservedHistory> ObserveHistory(std::span<const HistoryRecord> history,
+                                              std::span<const int32_t> dayGroupings) {
+  HistoryObserver observer(dayGroupings);
+  if (history.size() >= kFewestSimulatedRecords) {
+    if (!std::all_of(history.begin(), history.end(), CanBeShared)) return std::nullopt;
+    try {
+      observer.Replay(history);
+    } catch (const std::exception&) {
+      return std::nullopt;
+    }
+  }
+  return observer.Result();
+}
+
+}  // namespace dozewell

@@ -1,0 +1,80 @@
+#include "optimizer/grid/sleep_counter.h"
+
+#include <cstdint>
+
+#include "optimizer/grid/slot_pool.h"
+
+namespace dozewell {
+namespace {
+
+class SleepCounter {
+ public:
+  SleepCounter(const ObservedSleep& sleep, const Thresholds& thresholds, OutcomeTable& table)
+      : sleep_(sleep), thresholds_(thresholds), table_(table) {}
+
+  // Follows the predictions from the sleep's start on, as far as they come before what follows it.
+  void Count(const SlotWalk& start) {
+    IdleSearch idle(start, thresholds_.lows, thresholds_.AllLows());
+    while (idle.Next()) {
+      const SlotWalk idleSlot = idle.FirstSlot();
+      const int64_t hibernation = IdleStart(idleSlot.Slot());
+      if (hibernation >= sleep_.next) return;
+      AddHibernation(sleep_.start, hibernation, idle.Lows(), thresholds_.AllHighs());
+      UseSearch use(idleSlot, thresholds_.highs);
+      while (use.Next()) {
+        const int64_t wakeBack = SlotStart(use.Slot().Slot());
+        if (wakeBack >= sleep_.next) break;
+        AddWakeBack(hibernation, wakeBack, idle.Lows(), use.Highs());
+        IdleSearch idleAgain(use.Slot(), thresholds_.lows, idle.Lows());
+        while (idleAgain.Next()) {
+          const int64_t secondHibernation = SlotStart(idleAgain.FirstSlot().Slot());
+          if (secondHibernation >= sleep_.next) break;
+          AddHibernation(wakeBack, secondHibernation, idleAgain.Lows(), use.Highs());
+        }
+      }
+    }
+  }
+
+ private:
+  int64_t SlotStart(int32_t slot) const { return sleep_.slotStart + slot * kSimulatedSlotSeconds; }
+
+  // Counted from the sleep's start in whole minutes, rounded up.
+  int64_t IdleStart(int32_t slot) const {
+    return sleep_.start + (SlotStart(slot) - sleep_.start + 59) / 60 * 60;
+  }
+
+  // A change of state takes what is left of the sleep over from the state before it. Without a
+  // resume what is left does not count, and the stretch before the change does instead.
+  void AddHibernation(int64_t asleepSince, int64_t time, const IndexRange& lows,
+                      const IndexRange& highs) {
+    if (sleep_.resume) {
+      const int64_t rest = *sleep_.resume - time;
+      table_.Add(lows, highs, {-rest, rest, -1, 1});
+    } else {
+      table_.Add(lows, highs, {time - asleepSince, 0, 0, 0});
+    }
+  }
+
+  void AddWakeBack(int64_t hibernatedSince, int64_t time, const IndexRange& lows,
+                   const IndexRange& highs) {
+    if (sleep_.resume) {
+      const int64_t rest = *sleep_.resume - time;
+      table_.Add(lows, highs, {rest, -rest, 1, -1});
+    } else {
+      table_.Add(lows, highs, {0, time - hibernatedSince, 0, 0});
+    }
+  }
+
+  const ObservedSleep& sleep_;
+  const Thresholds& thresholds_;
+  OutcomeTable& table_;
+};
+
+}  // namespace
+
+void CountPredictions(const ObservedSleep& sleep, const SlotWalk& start,
+                      const Thresholds& thresholds, OutcomeTable& table) {
+  SleepCounter(sleep, thresholds, table).Count(start);
+}
+
+}  // namespace dozewell

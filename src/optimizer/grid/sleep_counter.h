@@ -1,0 +1,19 @@
+#ifndef DOZEWELL_OPTIMIZER_GRID_SLEEP_COUNTER_H_
+#define DOZEWELL_OPTIMIZER_GRID_SLEEP_COUNTER_H_
+
+#include "optimizer/grid/observed_history.h"
+#include "optimizer/grid/outcome_table.h"
+#include "optimizer/grid/slot_search.h"
+#include "optimizer/grid/thresholds.h"
+
+namespace dozewell {
+
+// Adds to the table, for each pair of thresholds, what predictions make of a sleep that is counted
+// as asleep throughout: what they hibernate, and what of that they wake back to sleep. `start` is
+// the walk through the slots after the sleep's start.
+void CountPredictions(const ObservedSleep& sleep, const SlotWalk& start,
+                      const Thresholds& thresholds, OutcomeTable& table);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_OPTIMIZER_GRID_SLEEP_COUNTER_H_

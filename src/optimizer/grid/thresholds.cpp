@@ -1,0 +1,35 @@
+#include "optimizer/grid/thresholds.h"
+
+#include <algorithm>
+
+namespace dozewell {
+namespace {
+
+float Fraction(int32_t percent) { return static_cast<float>(percent) / 100.0F; }
+
+void SortUniquely(std::vector<float>& values) {
+  std::sort(values.begin(), values.end());
+  values.erase(std::unique(values.begin(), values.end()), values.end());
+}
+
+size_t IndexOf(float value, const std::vector<float>& values) {
+  return static_cast<size_t>(std::lower_bound(values.begin(), values.end(), value) -
+                             values.begin());
+}
+
+}  // namespace
+
+Thresholds::Thresholds(const std::vector<StrengthPair>& strengths) {
+  for (const StrengthPair& pair : strengths) {
+    lows.push_back(Fraction(pair.low));
+    highs.push_back(Fraction(pair.high));
+  }
+  SortUniquely(lows);
+  SortUniquely(highs);
+  pairs.reserve(strengths.size());
+  for (const StrengthPair& pair : strengths) {
+    pairs.push_back({IndexOf(Fraction(pair.low), lows), IndexOf(Fraction(pair.high), highs)});
+  }
+}
+
+}  // namespace dozewell

@@ -1,0 +1,51 @@
+#ifndef DOZEWELL_OPTIMIZER_SIMULATOR_NATIVE_SIMULATOR_CONFIGURATIONS_H_
+#define DOZEWELL_OPTIMIZER_SIMULATOR_NATIVE_SIMULATOR_CONFIGURATIONS_H_
+
+#include <cstdint>
+#include <string>
+
+#include "prediction/configurations.h"
+
+namespace dozewell {
+
+// The length of a slot in every simulation, in minutes, whatever "TimeResolution" says.
+constexpr uint32_t kSimulatedTimeResolution = 10;
+
+// A data folder that can never be opened: what is simulated neither reads nor writes the service's
+// data and always starts from a blank tracker.
+constexpr const wchar_t* kSimulatedDataPath = L"c:\\invalidpath:";
+
+// A candidate's parameters, which answer in place of the settings. They never change, so listeners
+// have nothing to hear. Without arguments all texts are empty.
+class NativeSimulatorConfigurations : public IConfigurations {
+ public:
+  NativeSimulatorConfigurations() = default;
+  NativeSimulatorConfigurations(std::wstring dataPath, std::string daysInCycle,
+                                std::string firstLastWeight, std::string secondLastWeight,
+                                std::string agregationWeight, std::string strengthHigh,
+                                std::string strengthLow, std::string dayGrouping);
+
+  // The section does not count; a key that is not known gives the empty text.
+  std::string GetValue(std::string section, std::string key) override;
+  uint32_t GetTimeResolution() override { return timeResolution_; }
+  bool IsDynamicHAEnabled() override { return true; }
+  std::wstring GetDataFolder() override { return dataPath_; }
+  void RegisterListener(IConfigurationsListener*) override {}
+  void UnregisterListener() override {}
+  virtual ~NativeSimulatorConfigurations() = default;
+
+ private:
+  std::wstring dataPath_;
+  uint32_t timeResolution_ = kSimulatedTimeResolution;
+  std::string daysInCycle_;
+  std::string firstLastWeight_;
+  std::string secondLastWeight_;
+  std::string agregationWeight_;
+  std::string strengthHigh_;
+  std::string strengthLow_;
+  std::string dayGrouping_;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_OPTIMIZER_SIMULATOR_NATIVE_SIMULATOR_CONFIGURATIONS_H_

@@ -1,0 +1,48 @@
+#ifndef DOZEWELL_OPTIMIZER_SIMULATOR_SIM_TIME_LINE_H_
+#define DOZEWELL_OPTIMIZER_SIMULATOR_SIM_TIME_LINE_H_
+
+#include <cstdint>
+#include <deque>
+
+namespace dozewell {
+
+// What a simulated machine turns to. The numbers show in the tool's output.
+enum class SimState : int32_t {
+  Active = 0,
+  Limbo = 1,
+  Asleep = 2,
+  Hibernating = 3,           // really so, or by a fixed timeout
+  PredictedHibernation = 5,  // scheduled by a prediction
+  PredictedWakeBack = 6,     // from hibernation to sleep, scheduled by a prediction
+};
+
+constexpr bool IsPredicted(SimState state) {
+  return state == SimState::PredictedHibernation || state == SimState::PredictedWakeBack;
+}
+
+struct SimEvent {
+  int64_t time;  // wall-clock seconds
+  SimState state;
+
+  bool operator==(const SimEvent&) const = default;
+};
+
+using SimTimeLine = std::deque<SimEvent>;
+
+// What a time line comes to.
+struct Outcomes {
+  int64_t sleepSeconds = 0;
+  int64_t hibernateSeconds = 0;
+  int32_t resumesFromSleep = 0;
+  int32_t resumesFromHibernate = 0;
+
+  bool operator==(const Outcomes&) const = default;
+};
+
+// Adds what the time line comes to. Time counts from one entry to the next, so what the last entry
+// begins does not.
+void CountOutcomes(const SimTimeLine& timeLine, Outcomes& outcomes);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_OPTIMIZER_SIMULATOR_SIM_TIME_LINE_H_
