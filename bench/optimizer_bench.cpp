@@ -10,13 +10,13 @@
 #include <thread>
 #include <vector>
 
+#include "common/sample_history.h"
 #include "optimizer/grid/grid_simulator.h"
 #include "optimizer/parameter_ranges.h"
 #include "optimizer/parameter_search.h"
 #include "optimizer/simulator/simulator.h"
 #include "optimizer/simulator/stop_request.h"
 #include "plain_simulator.h"
-#include "replay/sample_history.h"
 
 namespace dozewell {
 namespace {

@@ -25,8 +25,10 @@ FLOORS = {
     "tools/common/": 9,
     "tools/event_log/": 10,
     "tools/report/": 10,
-    "tools/": 11,
+    "tools/import/": 11,
+    "tools/replay/": 12,
     "tools/ctl/": 12,
+    "tools/setup/": 12,
     "tools/ctl/fakes/": 13,
 }
 

@@ -9,9 +9,6 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 PAGE = ROOT / "docs" / "operating.md"
 
-# Words of the tools, which the service links and never says.
-TOOLS_WORDS = {"explanation_text.cpp"}
-
 COMMENT = re.compile(r"//[^\n]*")
 LITERAL = re.compile(r'L?"((?:[^"\\\n]|\\.)*)"')
 ADJACENT = re.compile(r'"\s+L?"')
@@ -41,8 +38,6 @@ def read_sources():
     has, needed, types = set(), set(), {}
     for path in sorted((ROOT / "src").rglob("*")):
         if path.suffix not in (".cpp", ".h") or path.name.endswith("_test.cpp"):
-            continue
-        if path.name in TOOLS_WORDS:
             continue
         text = source_text(path)
         for literal in LITERAL.findall(text):

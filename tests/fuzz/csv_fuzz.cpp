@@ -4,9 +4,9 @@
 #include <cmath>
 #include <string_view>
 
+#include "common/history_csv.h"
+#include "common/tool_error.h"
 #include "fuzz/input.h"
-#include "replay/history_csv.h"
-#include "replay/replay_error.h"
 
 namespace dozewell {
 namespace {
@@ -33,7 +33,7 @@ void Run(std::string_view text) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     dozewell::Run({reinterpret_cast<const char*>(data), size});
-  } catch (const dozewell::ReplayError&) {
+  } catch (const dozewell::ToolError&) {
     // Refusing the file is an answer.
   }
   return 0;

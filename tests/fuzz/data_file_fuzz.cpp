@@ -6,11 +6,11 @@
 #include <exception>
 #include <iterator>
 
+#include "common/explanation.h"
 #include "fakes/configurations_fake.h"
 #include "fuzz/input.h"
 #include "fuzz/memory_files.h"
 #include "prediction/cyclic_probability_predictor.h"
-#include "prediction/explanation.h"
 
 namespace dozewell {
 namespace {

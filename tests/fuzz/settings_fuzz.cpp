@@ -16,7 +16,7 @@ namespace {
 constexpr int32_t kMaxSlots = 20000;
 
 void Run(std::string_view text) {
-  FileConfigurations configuration(SettingsFile(text, "settings"));
+  replay::FileConfigurations configuration(replay::SettingsFile(text, "settings"));
   const CycleShape shape = {ReadPredictorNumber(configuration, "DaysInCycle", -1),
                             ReadPredictorNumber(configuration, "MinutesInDay", -1),
                             static_cast<int32_t>(configuration.GetTimeResolution())};

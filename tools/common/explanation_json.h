@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "prediction/explanation.h"
+#include "common/explanation.h"
 
 namespace dozewell {
 

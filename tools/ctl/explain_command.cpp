@@ -1,10 +1,10 @@
 #include "base/clock.h"
+#include "common/explanation.h"
 #include "common/explanation_json.h"
 #include "common/local_time.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
-#include "prediction/explanation.h"
 
 namespace dozewell::ctl {
 namespace {

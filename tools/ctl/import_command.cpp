@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "base/file.h"
+#include "common/input_file.h"
+#include "common/learning.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/event_feed.h"
@@ -10,12 +12,10 @@
 #include "ctl/service_query.h"
 #include "ctl/unreachable_text.h"
 #include "event_log/event_log_file.h"
+#include "import/event_log_import.h"
 #include "prediction/configurations_impl.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
-#include "replay/event_log_import.h"
-#include "replay/input_file.h"
-#include "replay/learning.h"
 #include "service/service_host.h"
 #include "settings/data_folder.h"
 

@@ -6,6 +6,8 @@
 #include "base/file.h"
 #include "base/utf8.h"
 #include "common/json.h"
+#include "common/optimizer_inputs.h"
+#include "common/output_file.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
@@ -13,8 +15,6 @@
 #include "power/power_scheme.h"
 #include "power/power_source.h"
 #include "prediction/history_file.h"
-#include "replay/optimizer_inputs.h"
-#include "replay/output_file.h"
 #include "report/report.h"
 #include "settings/data_folder.h"
 

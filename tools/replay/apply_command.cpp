@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "common/input_file.h"
 #include "common/json.h"
 #include "optimizer/best_set.h"
 #include "replay/commands.h"
-#include "replay/input_file.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 // As the value that it stands for, which ends without a line feed.
@@ -56,4 +56,4 @@ void RunApply(const Options& options, Results& results) {
   results.output = options.json ? Json(application) : Text(options.strength.value(), application);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

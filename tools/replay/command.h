@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // What the user gave on the command line, as text. A command finds those that it requires.
 struct Options {
@@ -59,7 +59,7 @@ struct Command {
   const char* name;
   const char* description;
   const char* example;  // what follows the program's name
-  // Does it all. Throws ReplayError, and what the engine throws.
+  // Does it all. Throws ToolError, and what the engine throws.
   void (*run)(const Options& options, Results& results);
   std::vector<const CommandOption*> required;
   std::vector<const CommandOption*> optional;
@@ -70,6 +70,6 @@ struct Command {
 // All commands, in the order of the help.
 std::span<const Command> Commands();
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_COMMAND_H_

@@ -3,9 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include "common/arguments.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr const char* kExample =
@@ -47,14 +47,14 @@ ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   try {
     parsed.help = TakeArguments(program, arguments);
   } catch (const CLI::ParseError& error) {
-    throw ReplayError(error.what());
+    throw ToolError(error.what());
   }
   if (!parsed.help.empty()) {
     parsed.command = nullptr;
   } else if (parsed.command == nullptr) {
-    throw ReplayError(std::string("no command; ") + kProgramName + " --help lists them");
+    throw ToolError(std::string("no command; ") + kProgramName + " --help lists them");
   }
   return parsed;
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

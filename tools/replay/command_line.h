@@ -6,9 +6,9 @@
 
 #include "replay/command.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
-constexpr const char* kProgramName = "dozewell-replay";
+inline constexpr const char* kProgramName = "dozewell-replay";
 
 // What a command line asks for.
 struct ParsedCommandLine {
@@ -17,10 +17,10 @@ struct ParsedCommandLine {
   std::string help;  // the text to print then
 };
 
-// Understands a command line, without the program's name, in UTF-8. Throws ReplayError for one
+// Understands a command line, without the program's name, in UTF-8. Throws ToolError for one
 // that makes no sense.
 ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_COMMAND_LINE_H_

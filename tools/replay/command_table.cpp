@@ -1,7 +1,7 @@
 #include "replay/command.h"
 #include "replay/commands.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr CommandOption kHistory = {"--history", "FILE",
@@ -217,4 +217,4 @@ std::span<const Command> Commands() {
   return kCommands;
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -3,9 +3,9 @@
 
 #include "replay/command.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
-// What the commands do; Commands() says which options each has. All throw ReplayError, and what the
+// What the commands do; Commands() says which options each has. All throw ToolError, and what the
 // engine throws.
 
 void RunLearn(const Options& options, Results& results);
@@ -25,6 +25,6 @@ void RunBaseline(const Options& options, Results& results);
 void RunSearch(const Options& options, Results& results);
 void RunApply(const Options& options, Results& results);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_COMMANDS_H_

@@ -7,11 +7,11 @@
 #include "common/comparison.h"
 #include "common/hours_text.h"
 #include "common/json.h"
+#include "common/optimizer_inputs.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
-#include "replay/optimizer_inputs.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 std::vector<Choice> AllChoices(const Comparison& comparison) {
@@ -75,4 +75,4 @@ void RunCompare(const Options& options, Results& results) {
                                 : Table(choices);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

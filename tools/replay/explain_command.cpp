@@ -1,9 +1,9 @@
+#include "common/explanation.h"
 #include "common/explanation_json.h"
-#include "prediction/explanation.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 void RunExplain(const Options& options, Results& results) {
   LearntData learnt(options, results);
@@ -12,4 +12,4 @@ void RunExplain(const Options& options, Results& results) {
   results.output = options.json ? ExplanationJson(explanation) : ExplanationText(explanation);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -2,7 +2,7 @@
 
 #include "base/numbers.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr const char* kSettingsSection = "Settings";
@@ -22,4 +22,4 @@ bool FileConfigurations::IsDynamicHAEnabled() {
   return Atoi(settings_.Value(kSettingsSection, "EnableDynamicHA")) == 1;
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

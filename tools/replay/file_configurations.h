@@ -8,7 +8,7 @@
 #include "prediction/configurations.h"
 #include "replay/settings_file.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // The engine's configuration as a settings file gives it.
 class FileConfigurations : public IConfigurations {
@@ -29,6 +29,6 @@ class FileConfigurations : public IConfigurations {
   SettingsFile settings_;
 };
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_FILE_CONFIGURATIONS_H_

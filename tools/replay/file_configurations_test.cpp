@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 FileConfigurations Configured(const char* text) {
@@ -37,4 +37,4 @@ TEST_CASE("the dynamic timeout is on when its setting is 1") {
 
 TEST_CASE("the data folder has a name") { CHECK(Configured("").GetDataFolder() == L"."); }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -2,13 +2,13 @@
 #include <limits>
 #include <span>
 
+#include "common/history_io.h"
+#include "common/option_text.h"
+#include "common/sample_history.h"
 #include "prediction/history_file.h"
 #include "replay/commands.h"
-#include "replay/history_io.h"
-#include "replay/option_text.h"
-#include "replay/sample_history.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 void ReportSaved(const Options& options, size_t records, Results& results) {
@@ -42,7 +42,7 @@ void RunExport(const Options& options, Results& results) {
 void RunSample(const Options& options, Results& results) {
   const SampleKind* kind = FindSampleKind(options.kind.value());
   if (kind == nullptr) {
-    throw ReplayError("--kind: not one of " + SampleKindNames() + ": " + *options.kind);
+    throw ToolError("--kind: not one of " + SampleKindNames() + ": " + *options.kind);
   }
   const int days = ParseNumberOption("--days", options.days.value(), 1, kMostSampleDays);
   const auto seed = ParseNumberOption<uint64_t>("--seed", options.seed.value(), 0,
@@ -52,4 +52,4 @@ void RunSample(const Options& options, Results& results) {
   ReportSaved(options, records.size(), results);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

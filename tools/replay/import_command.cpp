@@ -1,25 +1,25 @@
 #include <optional>
 #include <string>
 
+#include "common/history_io.h"
+#include "common/input_file.h"
+#include "common/learning.h"
+#include "common/tool_error.h"
 #include "event_log/event_log_file.h"
 #include "event_log/zone_rules.h"
+#include "import/event_log_import.h"
 #include "replay/commands.h"
-#include "replay/event_log_import.h"
 #include "replay/file_configurations.h"
-#include "replay/history_io.h"
-#include "replay/input_file.h"
-#include "replay/learning.h"
-#include "replay/replay_error.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 void ImportCsv(const Options& options, Results& results) {
-  if (!options.history) throw ReplayError("--history is required");
+  if (!options.history) throw ToolError("--history is required");
   for (const auto& [option, isGiven] : {std::pair("--zone", options.zone.has_value()),
                                         {"--data", options.data.has_value()},
                                         {"--settings", options.settings.has_value()}}) {
-    if (isGiven) throw ReplayError(std::string(option) + " requires --from-event-log");
+    if (isGiven) throw ToolError(std::string(option) + " requires --from-event-log");
   }
   const auto records = WholeRecords(LoadCsvHistory(*options.history).bytes);
   SaveDatHistory(options.out.value(), records);
@@ -32,7 +32,7 @@ LocalClock ClockOf(const std::optional<std::string>& zone) {
   if (!zone) return SystemClock();
   const auto rules = ZoneRules::Parse(*zone);
   if (!rules) {
-    throw ReplayError("--zone: not a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3: " + *zone);
+    throw ToolError("--zone: not a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3: " + *zone);
   }
   return [rules](int64_t utcSeconds) { return rules->WallSeconds(utcSeconds); };
 }
@@ -41,7 +41,7 @@ LocalClock ClockOf(const std::optional<std::string>& zone) {
 std::optional<Learning> LearnIfNew(const Options& options, const History& history,
                                    Results& results) {
   if (!options.data) {
-    if (options.settings) throw ReplayError("--settings requires --data");
+    if (options.settings) throw ToolError("--settings requires --data");
     return std::nullopt;
   }
   if (ReadInputIfExists(*options.data)) return std::nullopt;
@@ -88,4 +88,4 @@ void RunImport(const Options& options, Results& results) {
   }
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

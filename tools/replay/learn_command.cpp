@@ -1,9 +1,9 @@
+#include "common/history_io.h"
+#include "common/learning.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
-#include "replay/history_io.h"
-#include "replay/learning.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 void RunLearn(const Options& options, Results& results) {
   const History history = LoadHistory(options.history.value());
@@ -20,4 +20,4 @@ void RunLearn(const Options& options, Results& results) {
                                       inOrder + " in order, " + refused + " refused\n";
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "base/file.h"
+#include "common/input_file.h"
+#include "common/option_text.h"
+#include "common/tool_error.h"
 #include "common/tracker_file.h"
-#include "replay/input_file.h"
-#include "replay/option_text.h"
-#include "replay/replay_error.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 std::optional<TrackerData> ReadHeader(const std::string& name) {
@@ -21,12 +21,6 @@ std::optional<TrackerData> ReadHeader(const std::string& name) {
 }
 
 }  // namespace
-
-CycleShape ConfiguredShape(IConfigurations& configuration) {
-  return {ReadPredictorNumber(configuration, "DaysInCycle", kNone),
-          ReadPredictorNumber(configuration, "MinutesInDay", kNone),
-          static_cast<int32_t>(configuration.GetTimeResolution())};
-}
 
 LearntData::LearntData(const Options& options, Results& results)
     : name_(options.data.value()),
@@ -47,9 +41,9 @@ tm LearntData::TimeOrLastEvent(const char* option, const std::optional<std::stri
   if (text) return ParseTimeOption(option, *text);
   tm time;
   if (!header_ || !TmFromSeconds(SecondsFromTm(header_->lastTime), time)) {
-    throw ReplayError(name_ + ": holds no event whose time could be taken; give " + option);
+    throw ToolError(name_ + ": holds no event whose time could be taken; give " + option);
   }
   return time;
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

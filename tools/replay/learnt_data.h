@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "common/learning.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/historian.h"
@@ -11,15 +12,12 @@
 #include "replay/command.h"
 #include "replay/file_configurations.h"
 
-namespace dozewell {
-
-// The cycle that is configured, usable or not.
-CycleShape ConfiguredShape(IConfigurations& configuration);
+namespace dozewell::replay {
 
 // The service's predictor on the data file and the settings that the user named.
 class LearntData {
  public:
-  // Throws ReplayError when a file is missing, and what the predictor throws. A data file that the
+  // Throws ToolError when a file is missing, and what the predictor throws. A data file that the
   // predictor ignored is a warning.
   LearntData(const Options& options, Results& results);
 
@@ -29,7 +27,7 @@ class LearntData {
   IConfigurations& Configuration() { return configuration_; }
   CycleShape Shape() { return ConfiguredShape(configuration_); }
 
-  // The time that an option gives, or without it that of the last event learnt. Throws ReplayError
+  // The time that an option gives, or without it that of the last event learnt. Throws ToolError
   // for a text that is no time, and when there was no event.
   tm TimeOrLastEvent(const char* option, const std::optional<std::string>& text) const;
 
@@ -41,6 +39,6 @@ class LearntData {
   CyclicProbabilityPredictor predictor_;
 };
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_LEARNT_DATA_H_

@@ -35,5 +35,5 @@ extern "C" int wmain(int argc, wchar_t** argv) {
   for (int i = 1; i < argc; ++i) arguments.push_back(dozewell::NarrowToUtf8(argv[i]));
   const wchar_t* noColour = _wgetenv(L"NO_COLOR");
   const bool colour = (noColour == nullptr || *noColour == L'\0') && SwitchColoursOn();
-  return dozewell::RunReplay(arguments, {colour, MessagesGoToConsole()});
+  return dozewell::replay::RunReplay(arguments, {colour, MessagesGoToConsole()});
 }

@@ -2,7 +2,7 @@
 
 #include "common/hours_text.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 std::string OutcomesJson(const Outcomes& outcomes) {
   return "{\"sleepSeconds\":" + std::to_string(outcomes.sleepSeconds) +
@@ -26,4 +26,4 @@ std::string TimeLineText(const SimTimeLine& timeLine) {
   return text;
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

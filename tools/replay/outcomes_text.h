@@ -5,7 +5,7 @@
 
 #include "optimizer/simulator/sim_time_line.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // The outcomes as a JSON object.
 std::string OutcomesJson(const Outcomes& outcomes);
@@ -16,6 +16,6 @@ std::string OutcomesText(const Outcomes& outcomes);
 // A line for each entry: its seconds and the number of its state.
 std::string TimeLineText(const SimTimeLine& timeLine);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_OUTCOMES_TEXT_H_

@@ -5,7 +5,7 @@
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 std::string Json(const std::vector<PredictionRecord>& predictions) {
@@ -41,4 +41,4 @@ void RunPredict(const Options& options, Results& results) {
   results.output = options.json ? Json(predictions) : Text(predictions);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

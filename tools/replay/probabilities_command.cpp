@@ -2,7 +2,7 @@
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 void RunProbabilities(const Options& options, Results& results) {
   LearntData learnt(options, results);
@@ -20,4 +20,4 @@ void RunProbabilities(const Options& options, Results& results) {
   if (options.json) output += "]\n";
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

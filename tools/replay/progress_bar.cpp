@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr uint64_t kWhole = 100;
@@ -40,4 +40,4 @@ void ProgressBar::Draw() const {
               std::to_string(percent_) + '%');
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // Shows on standard error, which has to be a terminal, how far something has come, and is gone once
 // that ends.
@@ -26,6 +26,6 @@ class ProgressBar {
   uint64_t percent_ = 0;
 };
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_PROGRESS_BAR_H_

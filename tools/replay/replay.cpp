@@ -5,7 +5,7 @@
 #include "common/messages.h"
 #include "replay/command_line.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr int kSuccess = 0;
@@ -45,4 +45,4 @@ int RunReplay(const std::vector<std::string>& arguments, const Streams& streams)
   }
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

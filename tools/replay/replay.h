@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // Where the program's output and messages go.
 struct Streams {
@@ -17,6 +17,6 @@ struct Streams {
 // code: 0, or 2 after an error.
 int RunReplay(const std::vector<std::string>& arguments, const Streams& streams);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_REPLAY_H_

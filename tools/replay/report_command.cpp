@@ -1,10 +1,10 @@
+#include "common/optimizer_inputs.h"
+#include "common/output_file.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
-#include "replay/optimizer_inputs.h"
-#include "replay/output_file.h"
 #include "report/report.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 void RunReport(const Options& options, Results& results) {
   const auto history = LoadOptimizerHistory(options.history.value());
@@ -19,4 +19,4 @@ void RunReport(const Options& options, Results& results) {
   results.output = name + ": " + std::to_string(page.size()) + " bytes\n";
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

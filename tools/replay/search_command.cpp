@@ -7,17 +7,17 @@
 
 #include "common/float_text.h"
 #include "common/json.h"
+#include "common/optimizer_inputs.h"
 #include "optimizer/best_set.h"
 #include "optimizer/parameter_ranges.h"
 #include "optimizer/parameter_search.h"
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
-#include "replay/optimizer_inputs.h"
 #include "replay/outcomes_text.h"
 #include "replay/progress_bar.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 struct Search {
@@ -116,4 +116,4 @@ void RunSearch(const Options& options, Results& results) {
   results.output = EachSet(search) + (options.json ? Json(search) : Text(search));
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

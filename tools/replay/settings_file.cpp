@@ -1,10 +1,10 @@
 #include "replay/settings_file.h"
 
+#include "common/input_file.h"
 #include "common/text.h"
-#include "replay/input_file.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 SettingsFile::SettingsFile(std::string_view text, const std::string& name) {
   std::optional<std::string_view> section;
@@ -20,9 +20,9 @@ SettingsFile::SettingsFile(std::string_view text, const std::string& name) {
     }
     const size_t equals = line.find('=');
     if (line.front() == '[' || equals == 0 || equals == std::string_view::npos) {
-      throw ReplayError(where + "neither [section] nor key=value: " + std::string(line));
+      throw ToolError(where + "neither [section] nor key=value: " + std::string(line));
     }
-    if (!section) throw ReplayError(where + "a key before any [section]: " + std::string(line));
+    if (!section) throw ToolError(where + "a key before any [section]: " + std::string(line));
     entries_.push_back({std::string(*section), std::string(TrimBlanks(line.substr(0, equals))),
                         std::string(TrimBlanks(line.substr(equals + 1)))});
   }
@@ -43,4 +43,4 @@ SettingsFile LoadSettings(const std::optional<std::string>& name) {
   return SettingsFile(AsText(ReadInput(*name)), *name);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // The text of the settings that are used when the user names none. Null-terminated.
 extern const char* const kDefaultSettings;
@@ -14,7 +14,7 @@ extern const char* const kDefaultSettings;
 // What a settings file holds: keys and values under section names, all without blanks around them.
 class SettingsFile {
  public:
-  // Throws ReplayError with `name` and the line for a line that is no blank line, comment, section
+  // Throws ToolError with `name` and the line for a line that is no blank line, comment, section
   // or key=value, and for a key before the first section.
   SettingsFile(std::string_view text, const std::string& name);
 
@@ -31,9 +31,9 @@ class SettingsFile {
   std::vector<Entry> entries_;
 };
 
-// The settings in the file of this name, or the default ones. Throws ReplayError.
+// The settings in the file of this name, or the default ones. Throws ToolError.
 SettingsFile LoadSettings(const std::optional<std::string>& name);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_SETTINGS_FILE_H_

@@ -3,16 +3,16 @@
 #include <doctest/doctest.h>
 
 #include "base/file.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 #include "support/file_name.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 std::string SettingsError(std::string_view text) {
   try {
     SettingsFile(text, "s.ini");
-  } catch (const ReplayError& error) {
+  } catch (const ToolError& error) {
     return error.what();
   }
   return "no error";
@@ -80,7 +80,7 @@ TEST_CASE("settings come from the file of the name that is given") {
   const std::string missing = FileName(folder, L"t.ini");
   CHECK_THROWS_WITH_AS(LoadSettings(missing),
                        (missing + ": cannot be read: No such file or directory").c_str(),
-                       ReplayError);
+                       ToolError);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

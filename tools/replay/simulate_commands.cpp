@@ -1,13 +1,13 @@
 #include <vector>
 
+#include "common/optimizer_inputs.h"
 #include "common/simulated_parameters.h"
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
-#include "replay/optimizer_inputs.h"
 #include "replay/outcomes_text.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 void Report(const SimTimeLine& timeLine, const Options& options, Results& results) {
@@ -32,4 +32,4 @@ void RunBaseline(const Options& options, Results& results) {
   Report(SimulateFixedTimeout(history, timeoutSeconds), options, results);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -6,7 +6,7 @@
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 std::string MinutesText(const std::optional<int32_t>& minutes, const char* missing) {
@@ -34,4 +34,4 @@ void RunSuspend(const Options& options, Results& results) {
   results.output = options.json ? SuspendDecisionJson(decision) + "\n" : Text(decision);
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

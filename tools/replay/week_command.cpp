@@ -1,12 +1,12 @@
 #include <cstddef>
 #include <vector>
 
+#include "common/tool_error.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
-#include "replay/replay_error.h"
 #include "replay/week_picture.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 void RunWeek(const Options& options, Results& results) {
   LearntData learnt(options, results);
@@ -17,7 +17,7 @@ void RunWeek(const Options& options, Results& results) {
   }
   results.output = DrawCycle(shape, probabilities, options.colour);
   if (results.output.empty())
-    throw ReplayError("no picture of a cycle that is not one of whole days of up to 100 hours");
+    throw ToolError("no picture of a cycle that is not one of whole days of up to 100 hours");
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

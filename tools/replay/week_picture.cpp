@@ -8,7 +8,7 @@
 
 #include "common/cycle_cells.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr size_t kCellsPerLabel = 6;
@@ -87,4 +87,4 @@ std::string DrawCycle(const CycleShape& shape, std::span<const float> probabilit
   return text + indent + Legend();
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

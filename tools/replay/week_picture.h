@@ -6,7 +6,7 @@
 
 #include "prediction/tracker_data.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 
 // A picture of a cycle for a terminal of 80 columns: a row for each day, from Monday on when the
 // cycle is a week, a character for each 48th of the day, darker the likelier the machine is in
@@ -14,6 +14,6 @@ namespace dozewell {
 // them. Empty for a cycle that is not one of whole days of up to 100 hours.
 std::string DrawCycle(const CycleShape& shape, std::span<const float> probabilities, bool colour);
 
-}  // namespace dozewell
+}  // namespace dozewell::replay
 
 #endif  // DOZEWELL_REPLAY_WEEK_PICTURE_H_

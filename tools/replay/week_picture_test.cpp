@@ -7,7 +7,7 @@
 
 #include "prediction/tracker.h"
 
-namespace dozewell {
+namespace dozewell::replay {
 namespace {
 
 constexpr CycleShape kWeek = {7, 1440, 30};
@@ -102,4 +102,4 @@ TEST_CASE("a cycle without whole days has no picture") {
   CHECK_FALSE(DrawCycle({1, 6000, 1}, std::vector<float>(6000), false).empty());
 }
 
-}  // namespace dozewell
+}  // namespace dozewell::replay

@@ -1,6 +1,6 @@
 #include "report/outlook.h"
 
-#include "prediction/explanation.h"
+#include "common/explanation.h"
 
 namespace dozewell::report {
 

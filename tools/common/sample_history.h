@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_SAMPLE_HISTORY_H_
-#define DOZEWELL_REPLAY_SAMPLE_HISTORY_H_
+#ifndef DOZEWELL_COMMON_SAMPLE_HISTORY_H_
+#define DOZEWELL_COMMON_SAMPLE_HISTORY_H_
 
 #include <cstdint>
 #include <string>
@@ -28,4 +28,4 @@ std::vector<HistoryRecord> MakeSampleHistory(const SampleKind& kind, int days, u
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_SAMPLE_HISTORY_H_
+#endif  // DOZEWELL_COMMON_SAMPLE_HISTORY_H_

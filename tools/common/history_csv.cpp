@@ -1,4 +1,4 @@
-#include "replay/history_csv.h"
+#include "common/history_csv.h"
 
 #include <cstdint>
 #include <optional>
@@ -6,7 +6,7 @@
 #include "common/float_text.h"
 #include "common/local_time.h"
 #include "common/text.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
 namespace dozewell {
 namespace {
@@ -32,15 +32,15 @@ std::optional<double> ParseTime(std::string_view text) {
 }
 
 HistoryRecord ParseRecord(const std::optional<Columns>& columns, const std::string& where) {
-  if (!columns) throw ReplayError(where + "not two columns with a comma between them");
+  if (!columns) throw ToolError(where + "not two columns with a comma between them");
   const auto time = ParseTime(columns->time);
   if (!time) {
-    throw ReplayError(where + "neither seconds nor a local time: " + std::string(columns->time));
+    throw ToolError(where + "neither seconds nor a local time: " + std::string(columns->time));
   }
   const auto asleep = ParseNumber<uint32_t>(columns->asleep);
   if (!asleep) {
-    throw ReplayError(where + "asleep is not a whole number from 0 to 4294967295: " +
-                      std::string(columns->asleep));
+    throw ToolError(where + "asleep is not a whole number from 0 to 4294967295: " +
+                    std::string(columns->asleep));
   }
   return {*time, *asleep, 0};
 }

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_EVENT_LOG_IMPORT_H_
-#define DOZEWELL_REPLAY_EVENT_LOG_IMPORT_H_
+#ifndef DOZEWELL_IMPORT_EVENT_LOG_IMPORT_H_
+#define DOZEWELL_IMPORT_EVENT_LOG_IMPORT_H_
 
 #include <cstddef>
 #include <optional>
@@ -7,10 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "common/history_io.h"
 #include "event_log/event_log_history.h"
 #include "event_log/log_event.h"
 #include "prediction/history_file.h"
-#include "replay/history_io.h"
 
 namespace dozewell {
 
@@ -53,4 +53,4 @@ std::string ImportJsonMembers(const EventLogImport& import);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_EVENT_LOG_IMPORT_H_
+#endif  // DOZEWELL_IMPORT_EVENT_LOG_IMPORT_H_

@@ -1,8 +1,8 @@
-#include "replay/optimizer_inputs.h"
+#include "common/optimizer_inputs.h"
 
 #include <doctest/doctest.h>
 
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
 namespace dozewell {
 
@@ -12,7 +12,7 @@ TEST_CASE("a hibernate-after timeout is 10 minutes unless one is given") {
   CHECK(HibernateAfterSeconds("4294967295") == 257698037700);
   CHECK_THROWS_WITH_AS(HibernateAfterSeconds("4294967296"),
                        "--hibernate-after: not a whole number from 0 to 4294967295: 4294967296",
-                       ReplayError);
+                       ToolError);
 }
 
 }  // namespace dozewell

@@ -1,4 +1,4 @@
-#include "replay/output_file.h"
+#include "common/output_file.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 #include "base/file.h"
 #include "common/messages.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
 namespace dozewell {
 namespace {
@@ -22,7 +22,7 @@ std::string FileToReplace(const std::string& name) {
   const fs::file_status status = fs::status(path, ignored);
   if (!fs::exists(status)) return name;
   if (!fs::is_regular_file(status)) {
-    throw ReplayError(name + kCannotBeWritten + ": not a regular file");
+    throw ToolError(name + kCannotBeWritten + ": not a regular file");
   }
   if (!fs::is_symlink(path, ignored)) return name;
   const std::u8string target = fs::canonical(path).u8string();
@@ -36,7 +36,7 @@ std::wstring UnusedPathBeside(const std::string& name) {
     std::wstring path = PathFromSystem(name + "." + std::to_string(number) + ".tmp");
     if (!OpenFile(path, "rb")) return path;
   }
-  throw ReplayError(name + kCannotBeWritten + ": no name beside it is free");
+  throw ToolError(name + kCannotBeWritten + ": no name beside it is free");
 }
 
 int64_t FileSize(const std::wstring& path) {
@@ -58,14 +58,14 @@ void OutputFile::Commit(size_t size) {
   errno = 0;
   const bool complete = FileSize(temporaryPath_) == static_cast<int64_t>(size);
   if (!complete || !ReplaceFileWith(path_, temporaryPath_)) {
-    throw ReplayError(WithReason(name_ + kCannotBeWritten));
+    throw ToolError(WithReason(name_ + kCannotBeWritten));
   }
 }
 
 void OutputFile::Write(const void* data, size_t size) {
   errno = 0;
   if (!WriteWholeFile(temporaryPath_, data, size)) {
-    throw ReplayError(WithReason(name_ + kCannotBeWritten));
+    throw ToolError(WithReason(name_ + kCannotBeWritten));
   }
   Commit(size);
 }

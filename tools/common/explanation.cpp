@@ -1,4 +1,4 @@
-#include "prediction/explanation.h"
+#include "common/explanation.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_REPLAY_ERROR_H_
-#define DOZEWELL_REPLAY_REPLAY_ERROR_H_
+#ifndef DOZEWELL_COMMON_TOOL_ERROR_H_
+#define DOZEWELL_COMMON_TOOL_ERROR_H_
 
 #include <stdexcept>
 
@@ -7,11 +7,11 @@ namespace dozewell {
 
 // What ends a command, as the one line that the user reads: which file, line or option, and what
 // is wrong with it.
-class ReplayError : public std::runtime_error {
+class ToolError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_REPLAY_ERROR_H_
+#endif  // DOZEWELL_COMMON_TOOL_ERROR_H_

@@ -1,4 +1,4 @@
-#include "replay/history_csv.h"
+#include "common/history_csv.h"
 
 #include <doctest/doctest.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
 namespace dozewell {
 namespace {
@@ -16,7 +16,7 @@ std::vector<CsvRecord> Parse(std::string_view text) { return ParseHistoryCsv(tex
 std::string ParseError(std::string_view text) {
   try {
     Parse(text);
-  } catch (const ReplayError& error) {
+  } catch (const ToolError& error) {
     return error.what();
   }
   return "no error";

@@ -3,7 +3,7 @@
 #include <iterator>
 
 #include "base/numbers.h"
-#include "prediction/explanation.h"
+#include "common/explanation.h"
 
 namespace dozewell {
 namespace {

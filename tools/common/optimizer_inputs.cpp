@@ -1,9 +1,9 @@
-#include "replay/optimizer_inputs.h"
+#include "common/optimizer_inputs.h"
 
 #include <limits>
 
-#include "replay/history_io.h"
-#include "replay/option_text.h"
+#include "common/history_io.h"
+#include "common/option_text.h"
 
 namespace dozewell {
 

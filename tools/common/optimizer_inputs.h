@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_OPTIMIZER_INPUTS_H_
-#define DOZEWELL_REPLAY_OPTIMIZER_INPUTS_H_
+#ifndef DOZEWELL_COMMON_OPTIMIZER_INPUTS_H_
+#define DOZEWELL_COMMON_OPTIMIZER_INPUTS_H_
 
 #include <cstdint>
 #include <optional>
@@ -10,13 +10,13 @@
 
 namespace dozewell {
 
-// The records of a history that the optimizer replays. Throws ReplayError.
+// The records of a history that the optimizer replays. Throws ToolError.
 std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name);
 
 // The seconds of the hibernate-after timeout that was given in minutes, or of the one that the
-// optimizer takes where it can read none. Throws ReplayError.
+// optimizer takes where it can read none. Throws ToolError.
 int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_OPTIMIZER_INPUTS_H_
+#endif  // DOZEWELL_COMMON_OPTIMIZER_INPUTS_H_

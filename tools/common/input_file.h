@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_INPUT_FILE_H_
-#define DOZEWELL_REPLAY_INPUT_FILE_H_
+#ifndef DOZEWELL_COMMON_INPUT_FILE_H_
+#define DOZEWELL_COMMON_INPUT_FILE_H_
 
 #include <optional>
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace dozewell {
 
-// The whole content of the file that the user named, which may be a pipe. Throws ReplayError when
+// The whole content of the file that the user named, which may be a pipe. Throws ToolError when
 // it is missing or cannot be read.
 std::vector<unsigned char> ReadInput(const std::string& name);
 
@@ -20,4 +20,4 @@ std::string_view AsText(const std::vector<unsigned char>& bytes);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_INPUT_FILE_H_
+#endif  // DOZEWELL_COMMON_INPUT_FILE_H_

@@ -1,26 +1,30 @@
-#ifndef DOZEWELL_REPLAY_LEARNING_H_
-#define DOZEWELL_REPLAY_LEARNING_H_
+#ifndef DOZEWELL_COMMON_LEARNING_H_
+#define DOZEWELL_COMMON_LEARNING_H_
 
 #include <cstddef>
 #include <string>
 #include <vector>
 
+#include "common/history_io.h"
+#include "common/output_file.h"
 #include "prediction/configurations.h"
 #include "prediction/historian.h"
-#include "replay/history_io.h"
-#include "replay/output_file.h"
+#include "prediction/tracker_data.h"
 
 namespace dozewell {
+
+// The cycle that is configured, usable or not.
+CycleShape ConfiguredShape(IConfigurations& configuration);
 
 // The service's predictor, which has learnt a history, in a data file that is not in place yet.
 class Learning {
  public:
   // Learns into what is to become the file `data`. Each event that the predictor refuses is a
-  // warning. Throws ReplayError, and what the predictor throws.
+  // warning. Throws ToolError, and what the predictor throws.
   Learning(const History& history, IConfigurations& configuration, const std::string& data,
            std::vector<std::string>& warnings);
 
-  // Puts the file in place. Throws ReplayError.
+  // Puts the file in place. Throws ToolError.
   void Commit() { data_.Commit(size_); }
 
   // Of the history:
@@ -40,4 +44,4 @@ class Learning {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_LEARNING_H_
+#endif  // DOZEWELL_COMMON_LEARNING_H_

@@ -1,4 +1,4 @@
-#include "replay/learning.h"
+#include "common/learning.h"
 
 #include <bit>
 #include <cstdint>
@@ -9,7 +9,6 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
-#include "replay/learnt_data.h"
 
 namespace dozewell {
 namespace {
@@ -27,6 +26,12 @@ bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
 }
 
 }  // namespace
+
+CycleShape ConfiguredShape(IConfigurations& configuration) {
+  return {ReadPredictorNumber(configuration, "DaysInCycle", kNone),
+          ReadPredictorNumber(configuration, "MinutesInDay", kNone),
+          static_cast<int32_t>(configuration.GetTimeResolution())};
+}
 
 Learning::Learning(const History& history, IConfigurations& configuration, const std::string& data,
                    std::vector<std::string>& warnings)

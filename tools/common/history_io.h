@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_HISTORY_IO_H_
-#define DOZEWELL_REPLAY_HISTORY_IO_H_
+#ifndef DOZEWELL_COMMON_HISTORY_IO_H_
+#define DOZEWELL_COMMON_HISTORY_IO_H_
 
 #include <cstddef>
 #include <optional>
@@ -28,7 +28,7 @@ struct History {
 // Records as a file of this name would hold them.
 History ToHistory(const std::string& name, std::span<const HistoryRecord> records);
 
-// These throw ReplayError for files that cannot be read or written and for bad lines.
+// These throw ToolError for files that cannot be read or written and for bad lines.
 History LoadHistory(const std::string& name);
 std::optional<History> LoadHistoryIfExists(const std::string& name);
 History LoadCsvHistory(const std::string& name);
@@ -40,4 +40,4 @@ void SaveDatHistory(const std::string& name, std::span<const HistoryRecord> reco
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_HISTORY_IO_H_
+#endif  // DOZEWELL_COMMON_HISTORY_IO_H_

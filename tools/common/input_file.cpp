@@ -1,4 +1,4 @@
-#include "replay/input_file.h"
+#include "common/input_file.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -6,13 +6,13 @@
 
 #include "base/file.h"
 #include "common/messages.h"
-#include "replay/replay_error.h"
+#include "common/tool_error.h"
 
 namespace dozewell {
 namespace {
 
-ReplayError CannotBeRead(const std::string& name) {
-  return ReplayError(WithReason(name + ": cannot be read"));
+ToolError CannotBeRead(const std::string& name) {
+  return ToolError(WithReason(name + ": cannot be read"));
 }
 
 std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name) {

@@ -1,12 +1,12 @@
-#include "replay/history_io.h"
+#include "common/history_io.h"
 
 #include <doctest/doctest.h>
 
 #include <string_view>
 
 #include "base/file.h"
-#include "replay/input_file.h"
-#include "replay/replay_error.h"
+#include "common/input_file.h"
+#include "common/tool_error.h"
 #include "support/file_name.h"
 
 namespace dozewell {
@@ -55,7 +55,7 @@ TEST_CASE("a history that is missing is an error unless it may be") {
   const TempFolder folder;
   const std::string name = FileName(folder, L"h.dat");
   CHECK_THROWS_WITH_AS(LoadHistory(name),
-                       (name + ": cannot be read: No such file or directory").c_str(), ReplayError);
+                       (name + ": cannot be read: No such file or directory").c_str(), ToolError);
   CHECK_FALSE(LoadHistoryIfExists(name));
   Put(folder, L"h.dat", "");
   const auto empty = LoadHistoryIfExists(name);

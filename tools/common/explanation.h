@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_PREDICTION_EXPLANATION_H_
-#define DOZEWELL_PREDICTION_EXPLANATION_H_
+#ifndef DOZEWELL_COMMON_EXPLANATION_H_
+#define DOZEWELL_COMMON_EXPLANATION_H_
 
 #include <cstdint>
 #include <optional>
@@ -67,4 +67,4 @@ std::string ExplanationText(const Explanation& explanation);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_PREDICTION_EXPLANATION_H_
+#endif  // DOZEWELL_COMMON_EXPLANATION_H_

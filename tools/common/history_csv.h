@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_HISTORY_CSV_H_
-#define DOZEWELL_REPLAY_HISTORY_CSV_H_
+#ifndef DOZEWELL_COMMON_HISTORY_CSV_H_
+#define DOZEWELL_COMMON_HISTORY_CSV_H_
 
 #include <span>
 #include <string>
@@ -18,7 +18,7 @@ struct CsvRecord {
 
 // The records of a CSV history, as they stand. Its columns are a time, in wall-clock seconds or as
 // an ISO local time, and whether the machine went to sleep; a first line that names the columns is
-// passed over, as are blank lines. Throws ReplayError with `name` and the line for any other.
+// passed over, as are blank lines. Throws ToolError with `name` and the line for any other.
 std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string& name);
 
 // A CSV history with a line that names the columns. Reserved bytes are not carried.
@@ -26,4 +26,4 @@ std::string FormatHistoryCsv(std::span<const HistoryRecord> records);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_HISTORY_CSV_H_
+#endif  // DOZEWELL_COMMON_HISTORY_CSV_H_

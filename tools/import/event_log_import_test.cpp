@@ -1,4 +1,4 @@
-#include "replay/event_log_import.h"
+#include "import/event_log_import.h"
 
 #include <doctest/doctest.h>
 

@@ -1,4 +1,4 @@
-#include "replay/option_text.h"
+#include "common/option_text.h"
 
 #include "common/local_time.h"
 
@@ -7,7 +7,7 @@ namespace dozewell {
 tm ParseTimeOption(const char* option, const std::string& text) {
   const auto time = ParseLocalTime(text);
   if (!time) {
-    throw ReplayError(std::string(option) + ": not a local time YYYY-MM-DDTHH:MM:SS: " + text);
+    throw ToolError(std::string(option) + ": not a local time YYYY-MM-DDTHH:MM:SS: " + text);
   }
   return *time;
 }

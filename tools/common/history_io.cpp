@@ -1,13 +1,13 @@
-#include "replay/history_io.h"
+#include "common/history_io.h"
 
 #include <cstring>
 #include <string_view>
 #include <utility>
 
+#include "common/history_csv.h"
+#include "common/input_file.h"
+#include "common/output_file.h"
 #include "common/text.h"
-#include "replay/history_csv.h"
-#include "replay/input_file.h"
-#include "replay/output_file.h"
 
 namespace dozewell {
 namespace {

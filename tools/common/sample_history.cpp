@@ -1,4 +1,4 @@
-#include "replay/sample_history.h"
+#include "common/sample_history.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_OUTPUT_FILE_H_
-#define DOZEWELL_REPLAY_OUTPUT_FILE_H_
+#ifndef DOZEWELL_COMMON_OUTPUT_FILE_H_
+#define DOZEWELL_COMMON_OUTPUT_FILE_H_
 
 #include <cstddef>
 #include <string>
@@ -8,7 +8,7 @@ namespace dozewell {
 
 // A file that the user named for output. It is written under a temporary name beside the named one
 // and takes its name once complete, so a failure leaves whatever had that name as it was. All
-// operations throw ReplayError.
+// operations throw ToolError.
 class OutputFile {
  public:
   // A name that something other than a file has, a folder or a device, is refused.
@@ -35,4 +35,4 @@ class OutputFile {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_REPLAY_OUTPUT_FILE_H_
+#endif  // DOZEWELL_COMMON_OUTPUT_FILE_H_

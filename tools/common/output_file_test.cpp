@@ -1,4 +1,4 @@
-#include "replay/output_file.h"
+#include "common/output_file.h"
 
 #include <doctest/doctest.h>
 
@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "base/file.h"
-#include "replay/input_file.h"
-#include "replay/replay_error.h"
+#include "common/input_file.h"
+#include "common/tool_error.h"
 #include "support/file_name.h"
 
 namespace dozewell {
@@ -61,9 +61,9 @@ TEST_CASE("an output that someone else wrote is put in place when it has its siz
   {
     OutputFile output(name);
     CHECK_THROWS_WITH_AS(output.Commit(3), (cannot + ": No such file or directory").c_str(),
-                         ReplayError);
+                         ToolError);
     REQUIRE(WriteWholeFile(output.TemporaryPath(), "ne", 2));
-    CHECK_THROWS_WITH_AS(output.Commit(3), cannot.c_str(), ReplayError);
+    CHECK_THROWS_WITH_AS(output.Commit(3), cannot.c_str(), ToolError);
     CHECK(Content(folder, L"out") == "old");
     REQUIRE(WriteWholeFile(output.TemporaryPath(), "new", 3));
     output.Commit(3);
@@ -86,7 +86,7 @@ TEST_CASE("an output in no folder cannot be written") {
   const std::string name = FileName(folder, L"no\\out");
   CHECK_THROWS_WITH_AS(OutputFile(name).Write("x", 1),
                        (name + ": cannot be written: No such file or directory").c_str(),
-                       ReplayError);
+                       ToolError);
 }
 
 TEST_CASE("a folder is no output") {
@@ -94,7 +94,7 @@ TEST_CASE("a folder is no output") {
   const std::string name = FileName(folder, L"sub");
   std::filesystem::create_directory(name);
   CHECK_THROWS_WITH_AS(OutputFile{name}, (name + ": cannot be written: not a regular file").c_str(),
-                       ReplayError);
+                       ToolError);
   CHECK(FileCount(folder) == 1);
 }
 
