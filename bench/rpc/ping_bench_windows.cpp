@@ -14,6 +14,7 @@
 #include "empty_rpc.h"
 #include "rpc/client_binding.h"
 #include "rpc/empty_server.h"
+#include "rpc/pipe_name.h"
 #include "rpc/results.h"
 #include "rpc/service_process.h"
 
@@ -94,7 +95,7 @@ void Measure(const std::wstring& program, int calls) {
   StayOnOneProcessor();
   const ServiceProcess service(program);
   const EmptyServer emptyServer;
-  DozewellBinding = BindToPipe(L"\\pipe\\Brevan_Dozewell_Service");
+  DozewellBinding = BindToPipe(kRpcEndpoint);
   EmptyBinding = BindToPipe(kEmptyPipe);
   AwaitListening(DozewellBinding);
   AwaitListening(EmptyBinding);

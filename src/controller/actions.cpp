@@ -22,6 +22,7 @@
 #include "prediction/history_recorder.h"
 #include "prediction/suspend_decision.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -62,9 +63,8 @@ void NotifyHistorian(const SMEventData& event, int32_t state, const char* unknow
 
 std::vector<PredictionRecord> Predictions(const tm& now) {
   std::vector<PredictionRecord> predictions;
-  uint32_t disabled = 0;
-  ReadSetting(L"DisablePrediction", disabled, /*deleteAfterRead=*/false);
-  if (disabled == 1 || engine.predictor == nullptr) return predictions;
+  const bool disabled = SettingOr(kDisablePredictionName, kDefaultDisablePrediction) == 1;
+  if (disabled || engine.predictor == nullptr) return predictions;
   LogAndRethrowUnknown(
       "AH_SetPredictedSettings: PredictorObj::GetPredictions threw an unknown exception",
       [&] { predictions = engine.predictor->GetPredictions(now); });
@@ -140,8 +140,8 @@ void AH_SetPredictedSettings(const SMEventData*) {
   LogDecision(L"Predicted Hibernate next at: ", decision.hibernateNextAt);
 
   if (decision.haMinutes) {
-    CacheUserHA(kPowerSourceAC, kCachedHAForAC);
-    CacheUserHA(kPowerSourceDC, kCachedHAForDC);
+    CacheUserHA(kPowerSourceAC, kCachedHAForACName);
+    CacheUserHA(kPowerSourceDC, kCachedHAForDCName);
     SetPassedHA(*decision.haMinutes);
   }
   if (decision.timerMinutes) ArmTimer(*decision.timerMinutes);
@@ -219,7 +219,7 @@ void AH_ResetHistory(const SMEventData*) {
   engine.predictor.reset();
   ClearPendingHistory();
   DeleteLearntFiles();
-  WriteSetting(L"ServiceFeedback", 1);
+  WriteSetting(kServiceFeedbackName, 1);
   LogExceptionsOf([] { engine.RenewPredictor(); });
 }
 

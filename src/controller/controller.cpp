@@ -5,7 +5,7 @@
 
 #include "base/clock.h"
 #include "base/lock.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/actions.h"
 #include "controller/engine.h"
 #include "controller/guards.h"

@@ -13,7 +13,7 @@
 
 #include "base/exception.h"
 #include "base/file.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/actions.h"
 #include "controller/engine.h"
 #include "controller/guards.h"

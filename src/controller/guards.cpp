@@ -6,14 +6,12 @@
 
 #include "base/clock.h"
 #include "base/numbers.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/engine.h"
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_writer.h"
 #include "power/driver_timer.h"
 #include "power/hibernate_after.h"
-#include "power/power_scheme.h"
-#include "power/power_source.h"
 
 namespace dozewell {
 namespace {
@@ -22,15 +20,6 @@ namespace {
 constexpr double kToleranceSeconds = 60.0;
 
 void TraceAnswer(bool answer) { TraceToDebugger(answer ? L"true\n" : L"false\n"); }
-
-// The hibernate-after timeout for the source that the machine runs on; 0 when it is not known.
-uint32_t CurrentHA() {
-  uint8_t lineStatus = kLineUnknown;
-  if (!ReadAcLineStatus(lineStatus)) return 0;
-  uint32_t minutes = 0;
-  ReadHA(lineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC, minutes);
-  return minutes;
-}
 
 double SecondsSinceSuspend() {
   tm now = kUnsetTime;
@@ -61,7 +50,7 @@ bool GImpl_GoingToS3(const SMEventData*) {
 
 bool GImpl_GoingToS4(const SMEventData*) {
   TraceToDebugger(L"GImpl_GoingToS4: ");
-  const uint32_t haMinutes = CurrentHA();
+  const uint32_t haMinutes = ReadCurrentHA().value_or(0);
   const double haSeconds = haMinutes * 60.0;
   const double duration = haMinutes != 0 ? SecondsSinceSuspend() : 0.0;
   bool answer = haMinutes != 0 && std::fabs(duration - haSeconds) <= kToleranceSeconds;

@@ -6,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/engine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/driver_fake.h"

@@ -3,7 +3,7 @@
 
 namespace dozewell {
 
-// Applies the stored set that "Strength" chooses to the live settings: its parameters, or that
+// Applies the stored set that kStrengthName chooses to the live settings: its parameters, or that
 // prediction is off, and how that went. A setting that cannot be written is left at that. Any
 // thread.
 void ApplyBestPredictorParameters();

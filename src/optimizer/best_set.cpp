@@ -27,7 +27,7 @@ std::optional<int32_t> TakeNumber(std::string_view& text) {
 
 std::string BestSetName(size_t index) {
   constexpr size_t kLongestName = 9;
-  return ("Best" + std::to_string(index)).substr(0, kLongestName);
+  return (kBestSetPrefix + std::to_string(index)).substr(0, kLongestName);
 }
 
 std::string BestSetText(IConfigurations& set) {

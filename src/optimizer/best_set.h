@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "prediction/configurations.h"
+#include "settings/setting_names.h"
 
 namespace dozewell {
 
@@ -16,12 +17,12 @@ namespace dozewell {
 constexpr const char* kNoBestSet = "-1";
 
 // The parameters of a best set, in the order of its text.
-constexpr std::array kBestSetParameters = {"FirstLastWeight",  "SecondLastWeight",
-                                           "AgregationWeight", "StrengthHigh",
-                                           "StrengthLow",      "DayGrouping"};
+constexpr std::array kBestSetParameters = {kFirstLastWeightName,  kSecondLastWeightName,
+                                           kAgregationWeightName, kStrengthHighName,
+                                           kStrengthLowName,      kDayGroupingName};
 
-// The name under which the best set of a scoring weight is stored: "Best0", "Best1" and so on, cut
-// to nine characters.
+// The name under which the best set of a scoring weight is stored: kBestSetPrefix and the weight's
+// index, cut to nine characters.
 std::string BestSetName(size_t index);
 
 // A set's parameters joined by commas.
@@ -29,8 +30,8 @@ std::string BestSetText(IConfigurations& set);
 
 // What becomes of the live settings when a stored text is the chosen one.
 struct BestSetApplication {
-  uint32_t disabled;  // "DisablePrediction"
-  uint32_t feedback;  // "ServiceFeedback"
+  uint32_t disabled;  // kDisablePredictionName
+  uint32_t feedback;  // kServiceFeedbackName
   // What to store under kBestSetParameters, unless nothing is.
   std::optional<std::array<int32_t, kBestSetParameters.size()>> parameters;
 };

@@ -8,7 +8,7 @@
 #include "base/file.h"
 #include "base/lock.h"
 #include "base/numbers.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "base/wall_clock.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/run_optimizer.h"
@@ -17,51 +17,43 @@
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
 
-constexpr uint32_t kDefaultIntervalDays = 30;
-constexpr uint32_t kDefaultDelayMinutes = 30;
-constexpr wchar_t kBatteryAttempts[] = L"CurrentOptimizerAttemptsInDCmode";
-
 uint32_t LowBits(ThreadHandle thread) {
   return static_cast<uint32_t>(std::bit_cast<uintptr_t>(thread));
 }
 
-uint32_t ReadOr(const wchar_t* name, uint32_t value) {
-  ReadSetting(name, value, /*deleteAfterRead=*/false);
-  return value;
-}
-
-// Type and argument are the other way round in these events; whoever filters for them knows.
-void LogSwapped(const wchar_t* text) {
+// Type and argument have changed places in these events, and filters for them rely on it.
+void LogWithTypeAsArgument(const wchar_t* text) {
   if (DebugLogging) LogServiceEvent(text, kEventInformation, kEventSuccess);
 }
 
 // A first launch only starts the clock.
 bool IsRunDue(int64_t now) {
-  int64_t last = 0;
+  int64_t last = kNoOptimizerRun;
   ReadLastOptimizerRun(last);
   const uint32_t intervalSeconds =
-      ReadOr(L"OptimizerInterval", kDefaultIntervalDays) * uint32_t{kSecondsPerDay};
-  if (last == 0) {
-    LogSwapped(L"Optimizer skipped\n");
+      SettingOr(kOptimizerIntervalName, kDefaultOptimizerIntervalDays) * uint32_t{kSecondsPerDay};
+  if (last == kNoOptimizerRun) {
+    LogWithTypeAsArgument(L"Optimizer skipped\n");
     WriteLastOptimizerRun(now);
     return false;
   }
   return WrapSubtract64(now, last) > int64_t{intervalSeconds};
 }
 
-// On battery a run is put off some times.
-bool IsPutOff() {
+// On battery a run is postponed until the settings' number of launches is used up.
+bool PostponeOnBattery() {
   uint8_t lineStatus = kLineUnknown;
   if (ReadAcLineStatus(lineStatus) && lineStatus != kLineOffline) return false;
   uint32_t total = 0;
   uint32_t current = 0;
-  if (!ReadSetting(L"TotalOptimizerAttemptsInDCmode", total, /*deleteAfterRead=*/false) ||
-      !ReadSetting(kBatteryAttempts, current, /*deleteAfterRead=*/false)) {
+  if (!ReadSetting(kTotalBatteryAttemptsName, total, /*deleteAfterRead=*/false) ||
+      !ReadSetting(kCurrentBatteryAttemptsName, current, /*deleteAfterRead=*/false)) {
     LogServiceEvent(
         L"TotalOptimizerAttemptsInDCmode or CurrentOptimizerAttemptsInDCmode value is  not defined "
         L"in registry...",
@@ -69,7 +61,7 @@ bool IsPutOff() {
     return true;
   }
   if (current >= total) return false;
-  WriteSetting(kBatteryAttempts, current + 1);
+  WriteSetting(kCurrentBatteryAttemptsName, current + 1);
   LogServiceEvent(L"Optimizer thread run postponed as current power source is DC", 0,
                   kEventSuccess);
   return true;
@@ -77,7 +69,8 @@ bool IsPutOff() {
 
 // A stop request does not end this wait.
 void WaitBeforeRun() {
-  const int32_t seconds = Wrap32(int64_t{ReadOr(L"OptimizerDelay", kDefaultDelayMinutes)} * 60);
+  const int64_t minutes = SettingOr(kOptimizerDelayName, kDefaultOptimizerDelayMinutes);
+  const int32_t seconds = Wrap32(minutes * 60);
   if (seconds <= 0) return;
   if (DebugLogging) {
     LogServiceEvent(L"Optimizer will sleep for %d seconds\n", static_cast<uint32_t>(seconds),
@@ -93,19 +86,19 @@ void SaveHistory() {
 
 void RunIfDue() {
   const int64_t now = UtcSecondsNow();
-  if (!IsRunDue(now) || IsPutOff()) return;
+  if (!IsRunDue(now) || PostponeOnBattery()) return;
   WaitBeforeRun();
   SaveHistory();
   RunOptimizer(PathInFolder(GetDataFolder(), kHistoryFileName));
   WriteLastOptimizerRun(now);
-  WriteSetting(kBatteryAttempts, 0);
+  WriteSetting(kCurrentBatteryAttemptsName, 0);
 }
 
 void OptimizerThreadProc() {
   try {
     RunIfDue();
   } catch (...) {
-    LogSwapped(L"Optimizer exception\n");
+    LogWithTypeAsArgument(L"Optimizer exception\n");
   }
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/file.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/event_log_fake.h"

@@ -7,11 +7,11 @@ namespace dozewell {
 
 ParameterRanges ReadParameterRanges(IConfigurations& configuration) {
   ParameterRanges ranges;
-  ranges.strengthHigh = ReadPredictorNumbers(configuration, "StrengthHighRange");
-  ranges.strengthLow = ReadPredictorNumbers(configuration, "StrengthLowRange");
-  ranges.firstLastWeight = ReadPredictorNumbers(configuration, "FirstLastWeightRange");
-  ranges.secondLastWeight = ReadPredictorNumbers(configuration, "SecondLastWeightRange");
-  ranges.dayGrouping = ReadPredictorNumbers(configuration, "DayGroupingRange");
+  ranges.strengthHigh = ReadPredictorNumbers(configuration, kStrengthHighRangeName);
+  ranges.strengthLow = ReadPredictorNumbers(configuration, kStrengthLowRangeName);
+  ranges.firstLastWeight = ReadPredictorNumbers(configuration, kFirstLastWeightRangeName);
+  ranges.secondLastWeight = ReadPredictorNumbers(configuration, kSecondLastWeightRangeName);
+  ranges.dayGrouping = ReadPredictorNumbers(configuration, kDayGroupingRangeName);
   return ranges;
 }
 

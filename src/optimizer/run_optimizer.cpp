@@ -17,9 +17,7 @@
 #include "optimizer/parameter_search.h"
 #include "optimizer/simulator/simulator.h"
 #include "optimizer/simulator/stop_request.h"
-#include "power/power_scheme.h"
-#include "power/power_source.h"
-#include "power/power_timeouts.h"
+#include "power/hibernate_after.h"
 #include "prediction/configurations_impl.h"
 #include "prediction/history_file.h"
 #include "settings/predictor_values.h"
@@ -28,6 +26,9 @@ namespace dozewell {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+// The fixed timeout to beat where the machine's own is not known.
+constexpr uint32_t kDefaultTimeoutMinutes = 10;
 
 std::vector<HistoryRecord> LoadHistory(const std::wstring& path) {
   std::optional<std::vector<unsigned char>> file;
@@ -38,23 +39,10 @@ std::vector<HistoryRecord> LoadHistory(const std::wstring& path) {
   return file ? IncreasingRecords(*file) : std::vector<HistoryRecord>();
 }
 
-// Of the power source that the machine runs on.
-uint32_t HibernateAfterMinutes() {
-  constexpr uint32_t kDefaultMinutes = 10;
-  uint8_t acLineStatus = kLineUnknown;
-  Guid scheme;
-  if (!ReadAcLineStatus(acLineStatus) || !GetActivePowerScheme(scheme)) return kDefaultMinutes;
-  const uint32_t source = acLineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC;
-  PowerTimeouts timeouts = {};
-  const bool found =
-      ReadPowerTimeouts(kHibernateAfter, source, scheme, &timeouts) == kHibernateAfter;
-  return found ? timeouts.hibernateAfter : kDefaultMinutes;
-}
-
 // Nothing after a stop request.
 std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
   const std::vector<HistoryRecord> history = LoadHistory(historyPath);
-  const int64_t timeoutSeconds = int64_t{HibernateAfterMinutes()} * 60;
+  const int64_t timeoutSeconds = int64_t{ReadCurrentHA().value_or(kDefaultTimeoutMinutes)} * 60;
   if (OptimizerStopRequested) return std::nullopt;
   // Nobody waits for what comes now, and everybody else may go first.
   const BackgroundPriority background;
@@ -62,7 +50,7 @@ std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
   CountOutcomes(SimulateFixedTimeout(history, timeoutSeconds), baseline);
   ConfigurationsImpl configuration;
   const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges(configuration));
-  return SearchParameters(history, baseline, grid, ParseIntList("WR"));
+  return SearchParameters(history, baseline, grid, ParseIntList(kScoringWeightsName));
 }
 
 }  // namespace
@@ -73,7 +61,7 @@ void RunOptimizer(const std::wstring& historyPath) {
     for (const BestSet& best : *results) {
       WritePredictorValue(kPredictorSection, best.name, best.value);
     }
-    PostEvent(std::make_unique<ParamChangeEventData>("Strength"));
+    PostEvent(std::make_unique<ParamChangeEventData>(kStrengthName));
   }
   const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
   LogServiceEvent(L"Optimizer runtime %d\n", static_cast<uint32_t>(elapsed.count()),

@@ -2,7 +2,9 @@
 
 #include "diagnostics/event_writer.h"
 #include "power/power_scheme.h"
+#include "power/power_source.h"
 #include "power/power_timeouts.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -36,6 +38,14 @@ bool ReadHA(uint32_t source, uint32_t& minutes) {
   return true;
 }
 
+std::optional<uint32_t> ReadCurrentHA() {
+  uint8_t lineStatus = kLineUnknown;
+  if (!ReadAcLineStatus(lineStatus)) return std::nullopt;
+  uint32_t minutes = 0;
+  const bool read = ReadHA(lineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC, minutes);
+  return read ? std::optional(minutes) : std::nullopt;
+}
+
 void SetPassedHA(int32_t minutes) {
   if (minutes < 0) return;
   const uint32_t ha = minutes == 0 ? 1 : static_cast<uint32_t>(minutes);
@@ -44,8 +54,8 @@ void SetPassedHA(int32_t minutes) {
 }
 
 void RestoreCachedHA() {
-  RestoreHA(kPowerSourceAC, kCachedHAForAC, L"Failed to set cached HA value for AC");
-  RestoreHA(kPowerSourceDC, kCachedHAForDC, L"Failed to set cached HA value for DC");
+  RestoreHA(kPowerSourceAC, kCachedHAForACName, L"Failed to set cached HA value for AC");
+  RestoreHA(kPowerSourceDC, kCachedHAForDCName, L"Failed to set cached HA value for DC");
 }
 
 }  // namespace dozewell

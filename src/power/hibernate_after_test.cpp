@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -238,6 +239,31 @@ TEST_CASE("an HA that cannot be read leaves the minutes alone and is not reporte
     uint32_t minutes = 9;
     CHECK_FALSE(ReadHA(kPowerSourceAC, minutes));
     CHECK(minutes == 9);
+    CHECK(fakes::power.failer.calls == failing);
+    CHECK(fakes::eventLog.calls == Calls{});
+  }
+}
+
+TEST_CASE("the current HA is that of DC on battery, and otherwise that of AC") {
+  for (const uint8_t lineStatus : {kLineOffline, kLineOnline, kLineUnknown}) {
+    Reset();
+    fakes::power.values = {{"balanced AC hibernate", 1800}, {"balanced DC hibernate", 900}};
+    fakes::power.acLineStatus = lineStatus;
+    const bool onBattery = lineStatus == kLineOffline;
+    CHECK(ReadCurrentHA() == std::optional<uint32_t>(onBattery ? 15 : 30));
+    CHECK(fakes::power.calls ==
+          Calls{"power source", "get active",
+                onBattery ? "read balanced DC hibernate" : "read balanced AC hibernate"});
+  }
+}
+
+TEST_CASE("without a power source, a scheme or its value there is no current HA") {
+  for (int failing = 1; failing <= 3; ++failing) {
+    CAPTURE(failing);
+    Reset();
+    fakes::power.values["balanced AC hibernate"] = 60;
+    fakes::power.failer.firstFailing = failing;
+    CHECK(ReadCurrentHA() == std::nullopt);
     CHECK(fakes::power.failer.calls == failing);
     CHECK(fakes::eventLog.calls == Calls{});
   }

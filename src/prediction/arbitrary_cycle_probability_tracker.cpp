@@ -18,8 +18,8 @@ constexpr const char* kUnevenDay =
 
 CycleShape ReadShape(IConfigurations& configuration) {
   CycleShape shape;
-  shape.daysInCycle = ReadPredictorNumber(configuration, "DaysInCycle", kNone);
-  shape.minutesInDay = ReadPredictorNumber(configuration, "MinutesInDay", kNone);
+  shape.daysInCycle = ReadPredictorNumber(configuration, kDaysInCycleName, kNone);
+  shape.minutesInDay = ReadPredictorNumber(configuration, kMinutesInDayName, kNone);
   shape.minutesPerSlot = static_cast<int32_t>(configuration.GetTimeResolution());
   if (shape.daysInCycle == 0 || shape.minutesInDay == 0 || shape.minutesPerSlot <= 0) {
     throw FixedTextException(kWrongConfigurations);
@@ -72,10 +72,11 @@ void ArbitraryCycleProbabilityTracker::ReloadParameters(std::string) {
 }
 
 void ArbitraryCycleProbabilityTracker::ReloadWeights() {
-  const int32_t firstLast = ReadPredictorNumber(*configuration_, "FirstLastWeight", kNone);
-  const int32_t secondLast = ReadPredictorNumber(*configuration_, "SecondLastWeight", kNone);
-  const int32_t agregation = ReadPredictorNumber(*configuration_, "AgregationWeight", kNone);
-  const int32_t dayGrouping = ReadPredictorNumber(*configuration_, "DayGrouping", 0);
+  const int32_t firstLast = ReadPredictorNumber(*configuration_, kFirstLastWeightName, kNone);
+  const int32_t secondLast = ReadPredictorNumber(*configuration_, kSecondLastWeightName, kNone);
+  const int32_t agregation = ReadPredictorNumber(*configuration_, kAgregationWeightName, kNone);
+  const int32_t dayGrouping =
+      ReadPredictorNumber(*configuration_, kDayGroupingName, kDefaultDayGrouping);
   if (firstLast == kNone || secondLast == kNone || agregation == kNone) {
     throw FixedTextException("No weigths specified");
   }
@@ -88,8 +89,8 @@ void ArbitraryCycleProbabilityTracker::ReloadWeights() {
 
 void ArbitraryCycleProbabilityTracker::ReloadStrengths() {
   try {
-    strengthHigh_ = ReadStrength("StrengthHigh");
-    strengthLow_ = ReadStrength("StrengthLow");
+    strengthHigh_ = ReadStrength(kStrengthHighName);
+    strengthLow_ = ReadStrength(kStrengthLowName);
   } catch (...) {
     // What was read before the missing value holds, and the rest stays as it was.
   }

@@ -5,13 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "settings/setting_names.h"
+
 namespace dozewell {
-
-// The section that holds the predictor's values.
-constexpr const char* kPredictorSection = "CyclicProbabilityPredictor";
-
-// The time resolution when none is configured.
-constexpr uint32_t kNoTimeResolution = 0xFFFFFFFF;
 
 // Hears of changed parameters. One listener at a time; called on the thread that posted the change.
 class IConfigurationsListener {

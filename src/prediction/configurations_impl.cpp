@@ -4,6 +4,7 @@
 
 #include "settings/data_folder.h"
 #include "settings/predictor_values.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -13,15 +14,11 @@ std::string ConfigurationsImpl::GetValue(std::string section, std::string key) {
 }
 
 uint32_t ConfigurationsImpl::GetTimeResolution() {
-  uint32_t minutes = kNoTimeResolution;
-  ReadSetting(L"TimeResolution", minutes, /*deleteAfterRead=*/false);
-  return minutes;
+  return SettingOr(kTimeResolutionName, kNoTimeResolution);
 }
 
 bool ConfigurationsImpl::IsDynamicHAEnabled() {
-  uint32_t enabled = 0;
-  ReadSetting(L"EnableDynamicHA", enabled, /*deleteAfterRead=*/false);
-  return enabled == 1;
+  return SettingOr(kEnableDynamicHAName, kDefaultEnableDynamicHA) == 1;
 }
 
 std::wstring ConfigurationsImpl::GetDataFolder() { return dozewell::GetDataFolder(); }

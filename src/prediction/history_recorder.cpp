@@ -9,6 +9,7 @@
 #include "diagnostics/debugger.h"
 #include "prediction/history_file.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -27,8 +28,7 @@ void AH_SaveHistory() {
   TraceToDebugger(L"AH_SaveHistory\n");
   // Path and cutoff need no lock, so they are found before it is taken.
   const std::wstring path = PathInFolder(GetDataFolder(), kHistoryFileName);
-  uint32_t limitDays = kDefaultHistoryLimitDays;
-  ReadSetting(L"HistoryLimit", limitDays, /*deleteAfterRead=*/false);
+  const uint32_t limitDays = SettingOr(kHistoryLimitName, kDefaultHistoryLimitDays);
   const double cutoff = HistoryCutoff(UtcSecondsNow(), limitDays);
 
   const std::lock_guard guard(EngineLock);

@@ -5,9 +5,6 @@
 
 namespace dozewell {
 
-// The days that the history is kept for when "HistoryLimit" is set nowhere.
-constexpr uint32_t kDefaultHistoryLimitDays = 60;
-
 // Appends a record to the pending ones: the wall-clock seconds at which the machine came into use
 // or left it. Under ControllerLock.
 void AppendToHistory(int64_t seconds, bool asleep);

@@ -3,26 +3,20 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
-#include <memory>
 #include <string>
 
 #include "base/numbers.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/controller.h"
 #include "controller/state_machine/state_machine.h"
 #include "power/driver_timer.h"
 #include "power/power_scheme.h"
-#include "prediction/configurations.h"
 #include "settings/predictor_values.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
-
-constexpr wchar_t kEnableFeature[] = L"EnableZ7Feature";
-constexpr wchar_t kCurrentAttempt[] = L"CurrentAttempt";
-constexpr char kStrength[] = "Strength";
-constexpr uint32_t kDefaultTotalAttempts = 10;
 
 // The largest number that a well-behaved client's enumeration can hold.
 constexpr uint32_t kLargestEnum = 0x7FFF;
@@ -92,14 +86,6 @@ bool CanSelect(uint32_t mask, uint32_t source) {
   return mask != 0 && mask <= kLargestEnum && source <= kLargestEnum;
 }
 
-// What an event's handlers throw they have reported, and it must not reach the client.
-void Post(std::unique_ptr<SMEventData> event) {
-  try {
-    PostEvent(std::move(event));
-  } catch (...) {
-  }
-}
-
 bool Start() {
   try {
     StartController();
@@ -111,11 +97,9 @@ bool Start() {
 
 // The start-attempt gate is to let the controller start from now on.
 void OpenStartGate() {
-  uint32_t current = 0;
-  uint32_t total = kDefaultTotalAttempts;
-  ReadSetting(kCurrentAttempt, current, /*deleteAfterRead=*/false);
-  ReadSetting(L"TotalAttempts", total, /*deleteAfterRead=*/false);
-  if (current < total) WriteSetting(kCurrentAttempt, total);
+  const uint32_t current = SettingOr(kCurrentAttemptName, kClientSwitchCurrentAttempt);
+  const uint32_t total = SettingOr(kTotalAttemptsName, kClientSwitchTotalAttempts);
+  if (current < total) WriteSetting(kCurrentAttemptName, total);
 }
 
 }  // namespace
@@ -139,13 +123,13 @@ bool SetFeatureEnabled(bool enable) {
   }
   // Otherwise the next resume would undo what the client chose.
   FeatureEnabled = enable;
-  WriteSetting(kEnableFeature, enable ? 1 : 0);
+  WriteSetting(kEnableZ7FeatureName, enable ? 1 : 0);
   return SetTimersEnabled(enable);
 }
 
 bool GetFeatureEnabled(bool* enabled) {
   uint32_t value = 0;
-  if (enabled == nullptr || !ReadSetting(kEnableFeature, value, /*deleteAfterRead=*/false)) {
+  if (enabled == nullptr || !ReadSetting(kEnableZ7FeatureName, value, /*deleteAfterRead=*/false)) {
     return false;
   }
   *enabled = value == 1;
@@ -206,19 +190,20 @@ bool SetActiveScheme(uint32_t scheme) {
 
 bool ResetHistory() {
   if (!ControllerStarted) return false;
-  Post(std::make_unique<SMEventData>(SMEvent::ResetHistory));
+  PostDroppingExceptions<SMEventData>(SMEvent::ResetHistory);
   return true;
 }
 
 bool SetStrength(int32_t strength) {
-  const bool written = WritePredictorValue(kPredictorSection, kStrength, std::to_string(strength));
-  if (ControllerStarted) Post(std::make_unique<ParamChangeEventData>(kStrength));
+  const bool written =
+      WritePredictorValue(kPredictorSection, kStrengthName, std::to_string(strength));
+  if (ControllerStarted) PostDroppingExceptions<ParamChangeEventData>(kStrengthName);
   return written;
 }
 
 bool GetStrength(int32_t* strength) {
   if (strength == nullptr) return false;
-  *strength = Atoi(ReadPredictorValue(kPredictorSection, kStrength));
+  *strength = Atoi(ReadPredictorValue(kPredictorSection, kStrengthName));
   return true;
 }
 

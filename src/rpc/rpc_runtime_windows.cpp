@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "dozewell_rpc.h"
+#include "rpc/pipe_name.h"
 #include "rpc/rpc_runtime.h"
 
 namespace dozewell {
@@ -10,17 +11,18 @@ namespace {
 constexpr unsigned int kMaxCalls = 1234;
 constexpr unsigned int kMinCallThreads = 1;
 
-// The runtime declares its texts as texts that it might change.
-unsigned short* RpcText(wchar_t* text) { return reinterpret_cast<unsigned short*>(text); }
+// The runtime takes texts as if it changed them, which it does not.
+unsigned short* RpcText(const wchar_t* text) {
+  return reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text));
+}
 
 uint32_t StatusOf(RPC_STATUS status) { return static_cast<uint32_t>(status); }
 
 }  // namespace
 
 uint32_t UseServerEndpoint() {
-  wchar_t protocol[] = L"ncacn_np";
-  wchar_t endpoint[] = L"\\pipe\\Brevan_Dozewell_Service";
-  return StatusOf(RpcServerUseProtseqEpW(RpcText(protocol), kMaxCalls, RpcText(endpoint), nullptr));
+  return StatusOf(
+      RpcServerUseProtseqEpW(RpcText(kRpcProtocol), kMaxCalls, RpcText(kRpcEndpoint), nullptr));
 }
 
 uint32_t RegisterServerInterface() {

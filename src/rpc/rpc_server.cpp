@@ -7,6 +7,7 @@
 #include "base/lock.h"
 #include "diagnostics/event_writer.h"
 #include "rpc/rpc_runtime.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -49,7 +50,7 @@ void StartRPCServer() {
   for (const Step& step : kStartSteps) {
     if (!Take(step)) return;
   }
-  WriteSetting(L"ServiceStatus", 0);
+  WriteSetting(kServiceStatusName, 0);
   std::fputs("RPC server is listening...\n", stdout);
   std::fflush(stdout);
   Take(kWait);

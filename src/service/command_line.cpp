@@ -30,7 +30,7 @@ void RunInConsole() {
 
 // Lets whoever works under the lock finish, and nobody start any more: a thread that the end of
 // the process cut short could leave the user without his hibernate-after timeout.
-void CloseController() { ControllerLock.lock(); }
+void LockControllerForExit() { ControllerLock.lock(); }
 
 constexpr wchar_t ToLower(wchar_t character) {
   return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a')
@@ -58,14 +58,14 @@ void PrintUsage() {
 int RunCommandLine(int argc, const wchar_t* const* argv) {
   if (argc < 2) {
     RunService();
-    CloseController();
+    LockControllerForExit();
   } else if (EqualsIgnoringCase(argv[1], L"-i")) {
     InstallService();
   } else if (EqualsIgnoringCase(argv[1], L"-u")) {
     UninstallService();
   } else if (EqualsIgnoringCase(argv[1], L"-local")) {
     RunInConsole();
-    CloseController();
+    LockControllerForExit();
   } else {
     PrintUsage();
     return kUsageExitCode;

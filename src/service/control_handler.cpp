@@ -2,13 +2,12 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <mutex>
 
 #include "base/clock.h"
 #include "base/lock.h"
 #include "base/numbers.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/state_machine/state_machine.h"
 #include "diagnostics/event_writer.h"
 #include "optimizer/optimizer_thread.h"
@@ -23,13 +22,7 @@ namespace {
 // A day and a second.
 constexpr int32_t kSecondsBetweenSaves = 86401;
 
-// What an event's handlers throw they have reported, and it must not reach the system.
-void Post(SMEvent event) {
-  try {
-    PostEvent(std::make_unique<SMEventData>(event));
-  } catch (...) {
-  }
-}
+void Post(SMEvent event) { PostDroppingExceptions<SMEventData>(event); }
 
 void PostIfStarted(SMEvent event) {
   if (ControllerStarted) Post(event);

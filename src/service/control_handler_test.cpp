@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"

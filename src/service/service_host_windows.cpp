@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <string>
 
 #include "service/control_handler.h"
 #include "service/service_host.h"
@@ -24,8 +25,8 @@ uint32_t ErrorOf(bool succeeded) { return succeeded ? 0 : GetLastError(); }
 }  // namespace
 
 uint32_t RunServiceDispatcher() {
-  wchar_t name[] = L"DozewellService";
-  const SERVICE_TABLE_ENTRYW table[] = {{name, Main}, {nullptr, nullptr}};
+  std::wstring name = kServiceName;
+  const SERVICE_TABLE_ENTRYW table[] = {{name.data(), Main}, {nullptr, nullptr}};
   return ErrorOf(StartServiceCtrlDispatcherW(table) != 0);
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/controller.h"
 #include "diagnostics/event_writer.h"
 #include "power/driver_device.h"
@@ -10,6 +10,7 @@
 #include "service/service_host.h"
 #include "service/service_status.h"
 #include "service/start_gate.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -20,11 +21,6 @@ constexpr uint32_t kStopWaitHintMs = 3000;
 void EnterState(uint32_t state, uint32_t waitHintMs) {
   SetServiceState(state, waitHintMs);
   ReportServiceStatus(L"SetServiceStatus failed, error code = %d\n");
-}
-
-bool IsOne(const wchar_t* name, uint32_t value) {
-  ReadSetting(name, value, /*deleteAfterRead=*/false);
-  return value == 1;
 }
 
 }  // namespace
@@ -38,8 +34,8 @@ void ServiceMain() {
       return;
     }
   }
-  FeatureEnabled = IsOne(L"EnableZ7Feature", 1);
-  DebugLogging = IsOne(L"DebugLogging", 0);
+  FeatureEnabled = SettingOr(kEnableZ7FeatureName, kDefaultEnableZ7Feature) == 1;
+  DebugLogging = SettingOr(kDebugLoggingName, kDefaultDebugLogging) == 1;
   void* const notification = RegisterIdleNotification();
   TryStartController();
   OpenDriverDevice();
@@ -51,7 +47,7 @@ void ServiceMain() {
   UnregisterIdleNotification(notification);
   if (FeatureEnabled) StopController();
   CloseDriverDevice();
-  WriteSetting(L"ServiceStatus", 1);
+  WriteSetting(kServiceStatusName, 1);
   EnterState(kServiceStopped, 0);
 }
 

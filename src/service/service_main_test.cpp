@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"
 #include "fakes/driver_fake.h"

@@ -3,17 +3,15 @@
 #include <cstdint>
 
 #include "base/clock.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "base/thread.h"
 #include "controller/controller.h"
 #include "diagnostics/event_writer.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
-
-constexpr wchar_t kCurrentAttempt[] = L"CurrentAttempt";
-constexpr wchar_t kServiceFeedback[] = L"ServiceFeedback";
 
 bool ReadAttempts(const wchar_t* name, uint32_t& value) {
   if (ReadSetting(name, value, /*deleteAfterRead=*/false)) return true;
@@ -26,9 +24,9 @@ bool ReadAttempts(const wchar_t* name, uint32_t& value) {
 void ControllerStartThread() {
   try {
     StartController();
-    uint32_t feedback = 0;
-    ReadSetting(kServiceFeedback, feedback, /*deleteAfterRead=*/false);
-    if (feedback == 0) WriteSetting(kServiceFeedback, 1);
+    if (SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) == 0) {
+      WriteSetting(kServiceFeedbackName, 1);
+    }
   } catch (...) {
   }
   ControllerStarting = false;
@@ -39,10 +37,12 @@ void ControllerStartThread() {
 void TryStartController() {
   uint32_t total = 0;
   uint32_t current = 0;
-  if (!ReadAttempts(L"TotalAttempts", total) || !ReadAttempts(kCurrentAttempt, current)) return;
-  WriteSetting(L"StartTime", static_cast<uint32_t>(UtcSecondsNow()));
+  if (!ReadAttempts(kTotalAttemptsName, total) || !ReadAttempts(kCurrentAttemptName, current)) {
+    return;
+  }
+  WriteSetting(kStartTimeName, static_cast<uint32_t>(UtcSecondsNow()));
   if (current < total) {
-    WriteSetting(kCurrentAttempt, current + 1);
+    WriteSetting(kCurrentAttemptName, current + 1);
     return;
   }
   if (!FeatureEnabled || ControllerStarted) return;

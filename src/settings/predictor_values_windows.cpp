@@ -9,14 +9,10 @@
 #include "base/numbers.h"
 #include "settings/predictor_values.h"
 #include "settings/registry_keys.h"
+#include "settings/setting_names.h"
 
 namespace dozewell {
 namespace {
-
-constexpr char kPredictorsSubkey[] = "Predictors";
-// The same key twice: the registry ignores case, and readers deliberately spell it in capitals.
-constexpr char kPredictorsForReading[] = "SOFTWARE\\Corisk\\Z7\\CURRENT\\Predictors";
-constexpr char kPredictorsForWriting[] = "SOFTWARE\\Corisk\\Z7\\Current\\Predictors";
 
 constexpr size_t kMaxDecimalCharacters = 9;
 

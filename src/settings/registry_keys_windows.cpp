@@ -1,13 +1,11 @@
 #include <windows.h>
 
 #include "settings/registry_keys.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
-
-constexpr wchar_t kBrandingKey[] = L"SOFTWARE\\Corisk\\Z7\\Branding";
-constexpr wchar_t kDefaultKey[] = L"SOFTWARE\\Corisk\\Z7\\Default";
 
 RegistryKey OpenForReading(const wchar_t* path) {
   HKEY key = nullptr;

@@ -21,6 +21,12 @@ inline std::atomic<bool> BrandingPresent{true};
 // False for a null or empty name.
 bool ReadSetting(const wchar_t* name, uint32_t& value, bool deleteAfterRead);
 
+// The value, or `valueIfAbsent`: ReadSetting without deleting.
+inline uint32_t SettingOr(const wchar_t* name, uint32_t valueIfAbsent) {
+  ReadSetting(name, valueIfAbsent, /*deleteAfterRead=*/false);
+  return valueIfAbsent;
+}
+
 // Reads from the fallback keys alone. False for a null or empty name.
 bool ReadDefaultSetting(const wchar_t* name, uint32_t& value);
 

@@ -1,13 +1,11 @@
 #include <windows.h>
 
 #include "settings/registry_keys.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
 namespace {
-
-constexpr wchar_t kCurrentKey[] = L"SOFTWARE\\Corisk\\Z7\\Current";
-constexpr wchar_t kLastOptimizerRun[] = L"LastOptimizerRun";
 
 bool IsEmpty(const wchar_t* name) { return name == nullptr || *name == L'\0'; }
 
@@ -67,13 +65,13 @@ bool WriteSetting(const wchar_t* name, uint32_t value) {
 
 bool ReadLastOptimizerRun(int64_t& value) {
   const RegistryKey current = OpenCurrentKey(KEY_READ);
-  if (current && Query(current.get(), kLastOptimizerRun, value)) return true;
+  if (current && Query(current.get(), kLastOptimizerRunName, value)) return true;
   uint32_t seconds = 0;
-  if (!ReadDefaultSetting(kLastOptimizerRun, seconds)) return false;
+  if (!ReadDefaultSetting(kLastOptimizerRunName, seconds)) return false;
   value = seconds;
   return true;
 }
 
-bool WriteLastOptimizerRun(int64_t value) { return Write(kLastOptimizerRun, REG_QWORD, value); }
+bool WriteLastOptimizerRun(int64_t value) { return Write(kLastOptimizerRunName, REG_QWORD, value); }
 
 }  // namespace dozewell

@@ -9,6 +9,7 @@
 #include "fakes/journal.h"
 #include "settings/data_folder.h"
 #include "settings/predictor_values.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell {
@@ -17,8 +18,6 @@ namespace fakes {
 Settings settings;
 
 namespace {
-
-constexpr wchar_t kLastOptimizerRun[] = L"LastOptimizerRun";
 
 template <typename Number>
 Value MakeValue(ValueType type, Number number) {
@@ -117,16 +116,16 @@ bool WriteSetting(const wchar_t* name, uint32_t value) {
 bool ReadLastOptimizerRun(int64_t& value) {
   if (fakes::SettingsCallFails("ReadLastOptimizerRun")) return false;
   uint32_t seconds = 0;
-  if (fakes::Query(settings.current, fakes::kLastOptimizerRun, value)) return true;
+  if (fakes::Query(settings.current, kLastOptimizerRunName, value)) return true;
   const bool found = fakes::QueryFallbackKeys(
-      [&](const fakes::Key& key) { return fakes::Query(key, fakes::kLastOptimizerRun, seconds); });
+      [&](const fakes::Key& key) { return fakes::Query(key, kLastOptimizerRunName, seconds); });
   if (found) value = seconds;
   return found;
 }
 
 bool WriteLastOptimizerRun(int64_t value) {
   if (fakes::SettingsCallFails("WriteLastOptimizerRun " + std::to_string(value))) return false;
-  settings.current.values[fakes::kLastOptimizerRun] = fakes::Number64(value);
+  settings.current.values[kLastOptimizerRunName] = fakes::Number64(value);
   return true;
 }
 

@@ -3,9 +3,8 @@
 
 namespace dozewell {
 
-// A binding (a handle_t) to the server behind a named pipe of this machine, such as
-// "\pipe\Brevan_Dozewell_Service"; kept to the end of the program. Throws std::runtime_error when
-// there can be none.
+// A binding (a handle_t) to the server behind a named pipe of this machine, such as kRpcEndpoint;
+// kept to the end of the program. Throws std::runtime_error when there can be none.
 void* BindToPipe(const wchar_t* endpoint);
 
 // Has a call that fails end the program: the stubs raise no C++ exceptions. The exit code is the

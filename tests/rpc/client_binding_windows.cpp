@@ -8,6 +8,7 @@
 #include <string>
 
 #include "rpc/client_binding.h"
+#include "rpc/pipe_name.h"
 
 namespace dozewell {
 namespace {
@@ -28,7 +29,7 @@ LONG WINAPI EndProgram(EXCEPTION_POINTERS* exception) {
 }  // namespace
 
 void* BindToPipe(const wchar_t* endpoint) {
-  std::wstring protocol = L"ncacn_np";
+  std::wstring protocol = kRpcProtocol;
   std::wstring pipe = endpoint;
   unsigned short* text = nullptr;
   RPC_BINDING_HANDLE binding = nullptr;

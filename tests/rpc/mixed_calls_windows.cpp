@@ -3,6 +3,7 @@
 #include "dozewell_rpc.h"
 #include "rpc/client_binding.h"
 #include "rpc/mixed_calls.h"
+#include "rpc/pipe_name.h"
 
 namespace dozewell {
 namespace {
@@ -14,7 +15,7 @@ bool IsBoolean(boolean answer) { return answer <= 1; }
 
 void BindToService() {
   EndOnFailedCall();
-  DozewellBinding = BindToPipe(L"\\pipe\\Brevan_Dozewell_Service");
+  DozewellBinding = BindToPipe(kRpcEndpoint);
 }
 
 bool CallByChance(unsigned int procedure, unsigned int chance) {

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/numbers.h"
-#include "base/service_state.h"
+#include "base/process_flags.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"

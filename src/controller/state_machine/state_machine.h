@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "controller/state_machine/event_records.h"
@@ -91,6 +92,16 @@ extern SleepStateMachine* StateMachine;
 // handler throws. Without a machine it is only deleted. Any thread, unless it holds EngineLock
 // without ControllerLock.
 void PostEvent(std::unique_ptr<SMEventData> event);
+
+// Makes an event and posts it, for callers that nothing may be thrown into: what the handlers throw
+// they have reported, and it is dropped here.
+template <typename Event, typename... Arguments>
+void PostDroppingExceptions(Arguments&&... arguments) {
+  try {
+    PostEvent(std::make_unique<Event>(std::forward<Arguments>(arguments)...));
+  } catch (...) {
+  }
+}
 
 }  // namespace dozewell
 

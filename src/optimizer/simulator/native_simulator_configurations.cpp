@@ -18,16 +18,16 @@ NativeSimulatorConfigurations::NativeSimulatorConfigurations(
       dayGrouping_(std::move(dayGrouping)) {}
 
 std::string NativeSimulatorConfigurations::GetValue(std::string, std::string key) {
-  if (key == "DaysInCycle") return daysInCycle_;
-  if (key == "MinutesInDay") return "1440";
-  if (key == "FirstLastWeight") return firstLastWeight_;
-  if (key == "SecondLastWeight") return secondLastWeight_;
-  if (key == "AgregationWeight") return agregationWeight_;
-  if (key == "Strength") return "90";
-  if (key == "StrengthHigh") return strengthHigh_;
-  if (key == "StrengthLow") return strengthLow_;
-  if (key == "UseDualStrength") return "True";
-  if (key == "DayGrouping") return dayGrouping_;
+  if (key == kDaysInCycleName) return daysInCycle_;
+  if (key == kMinutesInDayName) return "1440";
+  if (key == kFirstLastWeightName) return firstLastWeight_;
+  if (key == kSecondLastWeightName) return secondLastWeight_;
+  if (key == kAgregationWeightName) return agregationWeight_;
+  if (key == kStrengthName) return "90";
+  if (key == kStrengthHighName) return strengthHigh_;
+  if (key == kStrengthLowName) return strengthLow_;
+  if (key == kUseDualStrengthName) return "True";
+  if (key == kDayGroupingName) return dayGrouping_;
   return {};
 }
 

@@ -8,7 +8,7 @@
 
 namespace dozewell {
 
-// The length of a slot in every simulation, in minutes, whatever "TimeResolution" says.
+// The length of a slot in every simulation, in minutes, whatever kTimeResolutionName says.
 constexpr uint32_t kSimulatedTimeResolution = 10;
 
 // A data folder that can never be opened: what is simulated neither reads nor writes the service's

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_BASE_SERVICE_STATE_H_
-#define DOZEWELL_BASE_SERVICE_STATE_H_
+#ifndef DOZEWELL_BASE_PROCESS_FLAGS_H_
+#define DOZEWELL_BASE_PROCESS_FLAGS_H_
 
 #include <atomic>
 
@@ -24,4 +24,4 @@ inline tm LastSaveTime = {};
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_BASE_SERVICE_STATE_H_
+#endif  // DOZEWELL_BASE_PROCESS_FLAGS_H_
