@@ -18,8 +18,8 @@ void* OpenDevice();
 
 // Performs one buffered I/O control; sizes are in bytes, and a null buffer goes with size 0. False
 // when the call failed, as it does on a null device.
-bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputSize, void* output,
-                   size_t outputSize);
+bool PerformIoControl(void* device, uint32_t code, const void* input, size_t inputSize,
+                      void* output, size_t outputSize);
 
 void CloseDevice(void* device);
 

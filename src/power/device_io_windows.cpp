@@ -51,8 +51,8 @@ void* OpenDevice() {
   return device;
 }
 
-bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputSize, void* output,
-                   size_t outputSize) {
+bool PerformIoControl(void* device, uint32_t code, const void* input, size_t inputSize,
+                      void* output, size_t outputSize) {
   DWORD returned = 0;
   return DeviceIoControl(device, code, const_cast<void*>(input), static_cast<DWORD>(inputSize),
                          output, static_cast<DWORD>(outputSize), &returned, nullptr) != FALSE;

@@ -9,11 +9,11 @@ void OpenDriverDevice() {
   if (device != kInvalidDevice) DriverHandle = device;
 }
 
-bool ControlDriver(uint32_t code, const void* input, size_t inputSize, void* output,
-                   size_t outputSize) {
+bool CallDriver(uint32_t code, const void* input, size_t inputSize, void* output,
+                size_t outputSize) {
   void* const device = DriverHandle;
   return device != kInvalidDevice &&
-         ControlDevice(device, code, input, inputSize, output, outputSize);
+         PerformIoControl(device, code, input, inputSize, output, outputSize);
 }
 
 void CloseDriverDevice() {

@@ -17,8 +17,8 @@ void OpenDriverDevice();
 
 // Performs one I/O control on DriverHandle; sizes are in bytes, and a null buffer goes with size 0.
 // A null handle is tried like any other and fails. Any thread.
-bool ControlDriver(uint32_t code, const void* input, size_t inputSize, void* output,
-                   size_t outputSize);
+bool CallDriver(uint32_t code, const void* input, size_t inputSize, void* output,
+                size_t outputSize);
 
 // Closes DriverHandle when it is not null. The service main thread, after every other user.
 void CloseDriverDevice();

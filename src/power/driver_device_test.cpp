@@ -36,7 +36,7 @@ TEST_CASE("without a device the handle stays null and is not closed") {
 TEST_CASE("a control on the null handle is tried and fails") {
   fakes::ResetDriver();
   uint32_t status = 9;
-  CHECK_FALSE(ControlDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
+  CHECK_FALSE(CallDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
   CHECK(status == 9);
   CHECK(fakes::driver.calls == Calls{"read previous sleep status on no device"});
 }
@@ -45,7 +45,7 @@ TEST_CASE("a control on the invalid handle is not tried and fails") {
   fakes::ResetDriver();
   DriverHandle = kInvalidDevice;
   uint32_t status = 9;
-  CHECK_FALSE(ControlDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
+  CHECK_FALSE(CallDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
   CHECK(status == 9);
   CHECK(fakes::driver.calls == Calls{});
   fakes::ResetDriver();
@@ -56,9 +56,9 @@ TEST_CASE("a control passes its code and buffers on and answers what the driver 
   OpenDriverDevice();
   fakes::driver.previousSleepStatus = 5;
   uint32_t status = 9;
-  CHECK(ControlDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
+  CHECK(CallDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));
   CHECK(status == 5);
-  CHECK_FALSE(ControlDriver(0x9C40240C, &status, 4, &status, 2));
+  CHECK_FALSE(CallDriver(0x9C40240C, &status, 4, &status, 2));
   CHECK(fakes::driver.calls == Calls{"open", "read previous sleep status", "control 9c40240c 4 2"});
 }
 

@@ -22,16 +22,16 @@ bool ArmWord(size_t word, uint32_t payload) {
 CDriverFuncCall DriverFuncCall;
 
 bool ReadDriverTimer(TimerRecord& record) {
-  return ControlDriver(kReadTimerControl, nullptr, 0, &record, sizeof(record));
+  return CallDriver(kReadTimerControl, nullptr, 0, &record, sizeof(record));
 }
 
 bool WriteDriverTimer(const TimerRecord& record) {
-  return ControlDriver(kWriteTimerControl, &record, sizeof(record), nullptr, 0);
+  return CallDriver(kWriteTimerControl, &record, sizeof(record), nullptr, 0);
 }
 
 bool ReadPreviousSleepStatus(uint32_t& status) {
   status = 0;
-  return ControlDriver(kReadPreviousSleepStatusControl, nullptr, 0, &status, sizeof(status));
+  return CallDriver(kReadPreviousSleepStatusControl, nullptr, 0, &status, sizeof(status));
 }
 
 bool CDriverFuncCall::ArmDriverTimerAlarm(uint32_t payload) { return ArmWord(kAlarmWord, payload); }

@@ -51,8 +51,8 @@ void* OpenDevice() {
   return driver.present ? &driver : kInvalidDevice;
 }
 
-bool ControlDevice(void* device, uint32_t code, const void* input, size_t inputSize, void* output,
-                   size_t outputSize) {
+bool PerformIoControl(void* device, uint32_t code, const void* input, size_t inputSize,
+                      void* output, size_t outputSize) {
   const fakes::Control control = fakes::ControlOf(code, inputSize, outputSize);
   TimerRecord written;
   std::string call;

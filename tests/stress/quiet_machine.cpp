@@ -118,7 +118,7 @@ std::wstring GetDataFolder() { return quiet::dataFolder; }
 
 void* OpenDevice() { return &quiet::messages; }
 
-bool ControlDevice(void*, uint32_t, const void*, size_t, void* output, size_t outputSize) {
+bool PerformIoControl(void*, uint32_t, const void*, size_t, void* output, size_t outputSize) {
   const std::array<uint32_t, 2> timer = {0, quiet::Sometimes() ? kTimerExpired : 0};
   const std::array<uint32_t, 2> status = {
       quiet::Sometimes() ? kSleepWentOnToHibernation : kSleepEndedByTimer, 0};
