@@ -19,7 +19,7 @@ std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path
 bool WriteWholeFile(const std::wstring& path, const void* data, size_t size) {
   File file = OpenFile(path, "wb");
   if (!file) return false;
-  // No bytes may come with no address, which fwrite does not take.
+  // Empty data may have a null address, which fwrite does not accept.
   const bool written = size == 0 || std::fwrite(data, 1, size, file.get()) == size;
   return std::fclose(file.release()) == 0 && written;
 }

@@ -20,10 +20,10 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 // The path that the system names with these bytes (UTF-8 on Windows, any bytes elsewhere). Paths
 // are wide throughout and separated by backslashes; where the system's separator is another, a
-// backslash of its own is carried through as WidenUtf8 carries a byte that is not UTF-8.
+// backslash in a name is escaped as WidenUtf8 escapes a byte that is not UTF-8.
 std::wstring PathFromSystem(std::string_view name);
 
-// The way back, to what a user knows the path by.
+// The same path in the system's own bytes, as a user knows it.
 std::string PathToSystem(const std::wstring& path);
 
 // Opens a file with fopen's modes.

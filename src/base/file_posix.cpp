@@ -31,7 +31,7 @@ File OpenFile(const std::wstring& path, const char* mode) {
 
 int64_t SizeOfFile(std::FILE* file) {
   struct stat status;
-  // Opening a folder for reading succeeds here, and only here.
+  // Unlike Windows, this system opens folders for reading.
   if (fstat(fileno(file), &status) != 0 || S_ISDIR(status.st_mode)) return -1;
   return status.st_size;
 }

@@ -57,7 +57,7 @@ TEST_CASE("names beyond ASCII reach the system") {
   CHECK(ReadWholeFile(path).has_value());
 }
 
-TEST_CASE("a path is what the system's name for it was") {
+TEST_CASE("a path turns back into the system's name for it") {
   for (const char* name : {"/a/\xC3\xA4", "a b.xml", "C:/a"}) {
     CHECK(PathFromSystem(PathToSystem(PathFromSystem(name))) == PathFromSystem(name));
   }

@@ -21,7 +21,7 @@ class Lock {
   std::unique_ptr<Impl> impl_;
 };
 
-// Both are never destroyed: while the process ends, threads may still be on their way through.
+// Neither is ever destroyed, as other threads may still use it while the process ends.
 
 // Guards building and replacing the predictor, and the history file.
 extern Lock& EngineLock;

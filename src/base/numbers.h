@@ -18,11 +18,11 @@ constexpr int64_t WrapSubtract64(int64_t a, int64_t b) {
 }
 
 // Decimal text to number as the Windows runtime's atoi reads it: leading white space, one sign,
-// digits up to the first other character; no number gives 0, and what 32 bits cannot hold
-// saturates.
+// digits up to the first other character; no number gives 0, and one that 32 bits cannot
+// hold saturates.
 int32_t Atoi(std::string_view text);
 
-// A double's whole part. What 64 bits cannot hold, not-a-number included, gives -2^63, as the
+// A double's whole part. One that 64 bits cannot hold, not-a-number included, gives -2^63, as the
 // processor's conversion instruction does.
 int64_t TruncateToInt64(double value);
 

@@ -7,16 +7,17 @@
 
 namespace dozewell {
 
-// The service's process-wide state. Flags are read and set on any thread.
+// What the whole process shares. Any thread reads and sets the flags.
 
-// The settings "EnableZ7Feature" and "DebugLogging" as they were when the service started.
+// The settings kEnableZ7FeatureName and kDebugLoggingName as they were when the service started. A
+// client that switches the feature sets the first one, too.
 inline std::atomic<bool> FeatureEnabled{false};
 inline std::atomic<bool> DebugLogging{false};
 
 // Whether the sleep controller is built and running.
 inline std::atomic<bool> ControllerStarted{false};
 
-// Whether a thread that starts the sleep controller is on its way.
+// Whether a thread that starts the sleep controller runs or is about to.
 inline std::atomic<bool> ControllerStarting{false};
 
 // Local time of the controller's start or of the last daily save. Under ControllerLock.

@@ -6,23 +6,24 @@
 
 namespace dozewell {
 
-// Threads of default stack size. A procedure must not throw. Any thread may call all of this.
+// Threads of default stack size. A procedure must not throw. Any thread may call these functions.
 
-// Runs the procedure on a thread that nobody can wait for. False when there is none to be had.
+// Runs the procedure on a thread that nobody can wait for. False when no thread could be created.
 bool StartThread(void (*procedure)());
 
-// A thread that can be asked whether it still runs. Null is one that there was none to be had for.
+// A thread that can be asked whether it still runs; null when it could not be created.
 using ThreadHandle = void*;
 
 // No thread at all: the system's INVALID_HANDLE_VALUE.
 inline ThreadHandle const kNoThread = std::bit_cast<void*>(UINTPTR_MAX);
 
-// The caller ends what it started with CloseThread, which does not end the thread.
+// The caller gives the handle back to CloseThread, which does not end the thread.
 ThreadHandle StartWatchedThread(void (*procedure)());
 bool IsThreadRunning(ThreadHandle thread);
 void CloseThread(ThreadHandle thread);
 
-// Lets others go first while it lives; never to be held together with a lock that they may want.
+// Lowers the thread's priority while this object lives. Never together with a lock: threads of
+// normal priority that want it would have to wait for this one.
 class BackgroundPriority {
  public:
   BackgroundPriority();

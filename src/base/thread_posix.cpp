@@ -13,7 +13,7 @@ struct Thread {
   void (*procedure)();
   std::atomic<bool> ended{false};
 };
-// Thread and handle each own it, since either may go first.
+// The thread and its handle share ownership, since either may end first.
 using SharedThread = std::shared_ptr<Thread>;
 
 void* Run(void* argument) {
@@ -48,7 +48,7 @@ bool IsThreadRunning(ThreadHandle thread) {
 
 void CloseThread(ThreadHandle thread) { delete static_cast<SharedThread*>(thread); }
 
-// The service is a Windows program; elsewhere nobody needs to be let first.
+// Only the service, a Windows program, lowers its priority.
 BackgroundPriority::BackgroundPriority() {}
 BackgroundPriority::~BackgroundPriority() {}
 

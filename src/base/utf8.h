@@ -13,7 +13,7 @@ constexpr wchar_t kEscapedByte = 0xDC00;
 // UTF-8 to wide characters, UTF-16 where those have 16 bits.
 std::wstring WidenUtf8(std::string_view text);
 
-// The way back.
+// Wide characters to UTF-8, the inverse of WidenUtf8.
 std::string NarrowToUtf8(std::wstring_view text);
 
 }  // namespace dozewell

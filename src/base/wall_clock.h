@@ -36,7 +36,7 @@ constexpr int64_t kInvalidTime = -1;
 constexpr int64_t kLastSecond = 32535215999;
 
 // Wall-clock seconds of `time`, whose fields may lie outside their usual ranges and whose week
-// day, year day and daylight flag do not count. kInvalidTime before 1970 or after the year 3000.
+// day, year day and daylight flag are ignored. kInvalidTime before 1970 or after the year 3000.
 int64_t SecondsFromTm(const tm& time);
 
 // The broken-down time of wall-clock `seconds`, with tm_isdst 0. When they lie before 1970 or after

@@ -3,7 +3,7 @@
 
 namespace dozewell {
 
-// Sends the text, as it stands, to whatever watches the debugger output. Any thread.
+// Sends the text, as it stands, to the debugger output. Any thread.
 void TraceToDebugger(const wchar_t* text);
 
 }  // namespace dozewell

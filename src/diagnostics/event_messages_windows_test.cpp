@@ -14,7 +14,7 @@ struct LibraryFreer {
   void operator()(HMODULE library) const { FreeLibrary(library); }
 };
 
-// The service's program, which is built beside this one, as viewers of the event log open it.
+// The service's program, which stands beside this one, opened as viewers of the event log open it.
 using Library = std::unique_ptr<std::remove_pointer_t<HMODULE>, LibraryFreer>;
 Library OpenService() {
   const std::wstring here = ModulePath();

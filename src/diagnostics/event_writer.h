@@ -5,8 +5,7 @@
 
 namespace dozewell {
 
-// Messages of the service. Nothing here ever fails its caller, and all of it may be called on any
-// thread.
+// Messages of the service. No call fails, and any thread may make it.
 
 // The source of all events.
 inline constexpr wchar_t kEventSourceName[] = L"Dozewell Service";
@@ -19,7 +18,7 @@ inline constexpr uint16_t kEventInformation = 4;
 inline constexpr uint32_t kUnspecifiedError = 0x80004005;
 
 // Writes one event. `format` holds at most one conversion, for `argument` (see message_format.h);
-// one of 1000 characters or more is not reported. When the log does not take the event, usually
+// a format of 1000 characters or more is not reported. When the log refuses the event, usually
 // because it is full, the whole log is cleared and the event written once more.
 void LogServiceEvent(const wchar_t* format, uint32_t argument, uint16_t eventType);
 

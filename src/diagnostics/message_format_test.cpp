@@ -60,7 +60,7 @@ TEST_CASE("only the first conversion takes the argument") {
   CHECK(Format(L"%x%lu%%%X", 10) == "a%lu%%X");
 }
 
-TEST_CASE("what is no conversion is copied as it stands") {
+TEST_CASE("text that is no conversion is copied as it stands") {
   for (const wchar_t* text : {L"%", L"100% sure", L"%s", L"%ls", L"%l", L"%lld", L"%5d", L"%.3x",
                               L"%*d", L"%n", L"%p", L"%c", L"%f", L"% d", L"a%\n"}) {
     CHECK(Format(text, 5) == NarrowToUtf8(text));

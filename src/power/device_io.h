@@ -13,7 +13,7 @@ namespace dozewell {
 inline void* const kInvalidDevice = std::bit_cast<void*>(UINTPTR_MAX);
 
 // Opens the first present device of the driver's interface class; kInvalidDevice when there is none
-// or it does not open. The caller ends what it opened with CloseDevice.
+// or it does not open. The caller closes the device with CloseDevice.
 void* OpenDevice();
 
 // Performs one buffered I/O control; sizes are in bytes, and a null buffer goes with size 0. False

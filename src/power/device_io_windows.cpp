@@ -19,8 +19,8 @@ static_assert(sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W) == 8);
 
 }  // namespace
 
-// Where this stops early it releases nothing: the device is looked for once in a service's life, so
-// all that stays behind is one small set until the process ends.
+// An early return releases nothing: the service looks for the device only once, so no more than one
+// small set of devices is kept until the process ends.
 void* OpenDevice() {
   const HDEVINFO devices = SetupDiGetClassDevsW(&kDriverInterfaceClass, nullptr, nullptr,
                                                 DIGCF_PRESENT | DIGCF_DEVICEINTERFACE);
@@ -34,7 +34,7 @@ void* OpenDevice() {
 
   DWORD size = 0;
   SetupDiGetDeviceInterfaceDetailW(devices, &found, nullptr, 0, &size, nullptr);
-  // The size stays 0 when that call could not tell it, and then there is no room for the header.
+  // A call that fails leaves the size at 0, too small for the record's header.
   if (size < sizeof(SP_DEVICE_INTERFACE_DETAIL_DATA_W)) return kInvalidDevice;
   auto* const detail = static_cast<SP_DEVICE_INTERFACE_DETAIL_DATA_W*>(std::malloc(size));
   if (detail == nullptr) return kInvalidDevice;

@@ -17,7 +17,7 @@ bool CallDriver(uint32_t code, const void* input, size_t inputSize, void* output
 }
 
 void CloseDriverDevice() {
-  // A late caller must find no device rather than whatever the closed handle's value names next.
+  // A late caller must find no device: the closed handle's value may soon stand for something else.
   void* const device = DriverHandle.exchange(nullptr);
   if (device != nullptr) CloseDevice(device);
 }

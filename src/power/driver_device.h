@@ -7,11 +7,11 @@
 
 namespace dozewell {
 
-// The driver's device (a HANDLE). Null until OpenDriverDevice found one and again after
-// CloseDriverDevice; the controller may run before either.
+// The driver's device (a HANDLE). Null until OpenDriverDevice has found one and again after
+// CloseDriverDevice; the controller may already run while it is still null.
 inline std::atomic<void*> DriverHandle{nullptr};
 
-// Finds and opens the driver's device. Without one DriverHandle stays as it is, and nobody is told.
+// Finds and opens the driver's device. Without one DriverHandle stays as it is, unreported.
 // The service main thread, once.
 void OpenDriverDevice();
 

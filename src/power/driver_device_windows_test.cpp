@@ -29,7 +29,7 @@ TEST_CASE("on a machine without the driver the handle stays null and every opera
   CHECK(DriverHandle == nullptr);
 }
 
-// Any device will do to see that closing closes it and that a control reaches it.
+// Any device can show that it gets the controls and that closing closes it.
 TEST_CASE("a device that is open gets the controls and is closed") {
   const HANDLE nul = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

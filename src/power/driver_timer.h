@@ -37,7 +37,7 @@ constexpr uint32_t TimerDurationPayload(uint32_t minutes) {
 inline constexpr size_t kAlarmWord = 0;
 inline constexpr size_t kDurationWord = 1;
 
-// The driver's answers to how the machine last slept that mean something to the service.
+// How the machine last slept, as far as the service tells the driver's values apart.
 inline constexpr uint32_t kSleepWentOnToHibernation = 4;
 inline constexpr uint32_t kSleepEndedByTimer = 5;
 

@@ -6,8 +6,8 @@
 
 namespace dozewell {
 
-// The hibernate-after timeout (HA) of the active power scheme, in minutes. Any thread; what could
-// not be set is reported to the event log, for AC and DC apart.
+// The hibernate-after timeout (HA) of the active power scheme, in minutes. Any thread. A
+// timeout that cannot be set is reported to the event log, separately for AC and DC.
 
 // The HA for a source (see power_scheme.h). False, with `minutes` left alone, when there is no
 // active scheme or it could not be read; nothing is reported.
@@ -21,7 +21,7 @@ std::optional<uint32_t> ReadCurrentHA();
 // nothing.
 void SetPassedHA(int32_t minutes);
 
-// Gives the user back the cached HA of each source, where there is one. The cache is emptied first:
+// Sets the user's own HA again for each source that has one cached. The cache is emptied first, so
 // a value that cannot be set is lost.
 void RestoreCachedHA();
 

@@ -19,7 +19,7 @@ namespace {
 
 using Calls = std::vector<std::string>;
 
-// Each a report of an error event.
+// Reports of error events.
 const char* const kPassedAC = "1 Failed to set passed HA value for AC";
 const char* const kPassedDC = "1 Failed to set passed HA value for DC";
 const char* const kCachedAC = "1 Failed to set cached HA value for AC";

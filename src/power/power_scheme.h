@@ -26,7 +26,7 @@ inline constexpr uint32_t kPowerSourceDC = 1;
 // False, with `scheme` left alone, when the system names none.
 bool GetActivePowerScheme(Guid& scheme);
 
-// Makes a scheme the active one; for the one that is active already, puts what was written into it
+// Makes a scheme the active one. For the scheme that is active already, this puts changed settings
 // into effect.
 bool SetActivePowerScheme(const Guid& scheme);
 

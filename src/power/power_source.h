@@ -5,12 +5,12 @@
 
 namespace dozewell {
 
-// What the system says of its line power.
+// The states of the line power.
 inline constexpr uint8_t kLineOffline = 0;  // running on battery
 inline constexpr uint8_t kLineOnline = 1;
 inline constexpr uint8_t kLineUnknown = 255;
 
-// False, with `status` left alone, when the system does not say. Any thread.
+// False, with `status` left alone, when the system does not tell. Any thread.
 bool ReadAcLineStatus(uint8_t& status);
 
 }  // namespace dozewell

@@ -19,7 +19,7 @@ struct PowerTimeouts {
   bool operator==(const PowerTimeouts&) const = default;
 };
 
-// A field of the record each, to be combined into a mask.
+// One bit for each field of the record, to be combined into a mask.
 inline constexpr uint32_t kDisplayOff = 0x01;
 inline constexpr uint32_t kSleepAfter = 0x02;
 inline constexpr uint32_t kHibernateAfter = 0x04;

@@ -122,7 +122,7 @@ TEST_CASE("119 seconds read as 1 minute, which is written back as 60 seconds") {
   CHECK(fakes::power.values["balanced AC hibernate"] == 60);
 }
 
-TEST_CASE("whole minutes only are read") {
+TEST_CASE("only whole minutes are read") {
   struct Row {
     uint32_t seconds;
     uint32_t minutes;

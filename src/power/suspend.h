@@ -3,8 +3,8 @@
 
 namespace dozewell {
 
-// Puts the machine to sleep, not into hibernation, with wake-ups enabled; returns once it is awake
-// again, so never on a thread that somebody waits for. False when the machine did not sleep.
+// Puts the machine to sleep, not into hibernation, with wake-ups enabled. It returns when the
+// machine is awake again, so no other thread may wait for it. False when the machine did not sleep.
 bool SuspendSystem();
 
 }  // namespace dozewell

@@ -21,7 +21,7 @@ namespace {
 // The largest number that a well-behaved client's enumeration can hold.
 constexpr uint32_t kLargestEnum = 0x7FFF;
 
-// By the number that stands for them on the wire.
+// In the order of their numbers on the wire.
 constexpr Guid kSchemes[] = {
     {0x381B4222, 0xF694, 0x41F0, {0x96, 0x85, 0xFF, 0x5B, 0xB2, 0x60, 0xDF, 0x2E}},
     {0xA1841308, 0x3541, 0x4FAB, {0xBC, 0x81, 0xF7, 0x15, 0x56, 0xF2, 0x0B, 0x4A}},
@@ -95,7 +95,7 @@ bool Start() {
   }
 }
 
-// The start-attempt gate is to let the controller start from now on.
+// Lets the start gate start the controller from now on.
 void OpenStartGate() {
   const uint32_t current = SettingOr(kCurrentAttemptName, kClientSwitchCurrentAttempt);
   const uint32_t total = SettingOr(kTotalAttemptsName, kClientSwitchTotalAttempts);

@@ -7,15 +7,14 @@
 
 namespace dozewell {
 
-// What clients can call, in the order of the interface. Any thread, many at once. Each answers
-// whether it did what it says; a failure is that answer and nothing else, no event and no
-// exception. A null output answers false; an output that is not set is left alone.
+// The procedures that clients call, in the order of the interface. Any thread, many at once. Each
+// returns whether it succeeded; a failure brings neither an event nor an exception, leaves outputs
+// alone, and is also the answer to a null output.
 //
-// Timers, masks, sources and schemes are numbers from the wire, which may hold any value: one that
-// means nothing reaches neither driver nor power scheme.
+// Timers, masks, sources and schemes are numbers from the wire, which may hold any value: undefined
+// ones reach neither driver nor power scheme.
 
-// A time of the calendar as the driver packs it; each field has the bits named here and what lies
-// beyond is cut off.
+// A time of the calendar as the driver packs it. Each field is cut to the low bits named here.
 struct WakeTime {
   int32_t minute;  // 6 bits
   int32_t hour;    // 5
@@ -32,13 +31,13 @@ bool Ping();
 bool GetDriverEnabled(bool* enabled);
 
 // Switches the feature on or off, now and for later starts, and the driver's timers with it. False
-// also when the driver did not take its part, and when the controller could not be built: then
+// when the timers could not be switched, and when the controller could not be built, in which case
 // nothing is switched.
 bool SetFeatureEnabled(bool enable);
 
 bool GetFeatureEnabled(bool* enabled);
 
-// Arms a timer, 0 or 1, for a time; with a count in the relative form.
+// Arms a timer, 0 or 1, for a time; for a number of minutes, in the relative form.
 bool SetWakeTime(uint32_t timer, const WakeTime* wakeTime);
 bool SetWakeRaw(uint32_t timer, int32_t count);
 
@@ -46,8 +45,8 @@ bool SetWakeRaw(uint32_t timer, int32_t count);
 bool GetWakeTime(uint32_t timer, WakeTime* wakeTime);
 bool GetWakeRaw(uint32_t timer, int32_t* count);
 
-// The active scheme's settings of a mask (see power_timeouts.h); what was not asked for reads as 0.
-// False when one of them failed: the others are written all the same, of those read none is told.
+// The active scheme's settings of a mask (see power_timeouts.h); those outside it read as 0. False
+// when one setting failed: the others are written all the same, but no output is set.
 bool GetPowerSettings(uint32_t mask, uint32_t source, PowerTimeouts* settings);
 bool SetPowerSettings(uint32_t mask, uint32_t source, const PowerTimeouts* settings);
 
@@ -55,10 +54,10 @@ bool SetPowerSettings(uint32_t mask, uint32_t source, const PowerTimeouts* setti
 bool GetActiveScheme(uint32_t* scheme);
 bool SetActiveScheme(uint32_t scheme);
 
-// Has the running controller forget all that was learnt.
+// Makes the running controller forget all that was learnt.
 bool ResetHistory();
 
-// The predictor's "Strength"; a running controller hears of it at once. An absent one reads as 0.
+// The predictor's kStrengthName; a running controller hears of it at once. Absent, it reads as 0.
 bool SetStrength(int32_t strength);
 bool GetStrength(int32_t* strength);
 

@@ -32,7 +32,7 @@ void SetCurrent(const wchar_t* name, uint32_t number) {
   fakes::settings.current.values[name] = fakes::Number32(number);
 }
 
-// What a start of the controller asks of a machine with the driver open.
+// The calls of a start of the controller on a machine with the driver open.
 Calls ControllerStartCalls() {
   const ServedMachine machine;
   fakes::TakeJournal();
@@ -320,7 +320,7 @@ TEST_CASE("the feature's setting is looked up in the current, the branding and t
   CHECK_FALSE(enabled);
 }
 
-TEST_CASE("the feature's setting is told, not whether the controller runs") {
+TEST_CASE("the answer is the feature's setting, not whether the controller runs") {
   const ServedMachine machine;
   StartController();
   FeatureEnabled = true;

@@ -33,7 +33,7 @@ fakes::Value CurrentStrength() {
   return fakes::settings.current.predictorValues[{kPredictorSection, "Strength"}];
 }
 
-// Keeps what it heard last and the strength at that time, and then does as it is told.
+// Keeps the last section it heard of and the strength at that time, and then runs what it is given.
 struct Listener : IConfigurationsListener {
   std::string section;
   fakes::Value strength;

@@ -32,7 +32,7 @@ void ProvisionScheme() {
   };
 }
 
-// The calls for the five settings of a source, each behind a verb.
+// The calls for the five settings of a source, each after a verb.
 Calls ForEachSetting(const std::string& verbAndSource) {
   Calls calls;
   for (const char* setting : {"display", "sleep", "hibernate", "wake timers", "hybrid sleep"}) {
@@ -235,7 +235,7 @@ TEST_CASE("the three known schemes have the numbers 0 to 2") {
   }
 }
 
-TEST_CASE("a scheme of one's own has no number, nor has one that cannot be told") {
+TEST_CASE("a custom scheme has no number, nor has one that cannot be read") {
   const ServedMachine machine;
   uint32_t scheme = 77;
   fakes::power.activeScheme = kOwnScheme;

@@ -75,7 +75,7 @@ TEST_CASE("a wake time is packed by its fields' widths and arms the timer's word
       {{0, 0, 0, 0, 1}, "80100000"},
       {{30, 6, 21, 11, 26}, "81aba99e"},
       {{63, 31, 31, 15, 127}, "87ffffff"},
-      // What lies beyond a field is cut off and reaches no other.
+      // Bits that are too many for a field are cut off and reach no other field.
       {{64, 32, 32, 16, 128}, "80000000"},
       {{65, 33, 33, 17, 129}, "80110841"},
       {{-1, 0, 0, 0, 0}, "8000003f"},

@@ -1,4 +1,4 @@
-// What the interface definition's compiler made of it: the form in which calls are on the wire.
+// What the compiler made of the interface definition: the form that calls have on the wire.
 
 #include <doctest/doctest.h>
 #include <rpc.h>
@@ -14,7 +14,7 @@
 namespace dozewell {
 namespace {
 
-// Of a format string's codes those that may stand here.
+// The codes of a format string that may occur here.
 constexpr uint8_t kByte = 0x01;
 constexpr uint8_t kChar = 0x02;
 constexpr uint8_t kSmall = 0x03;
@@ -27,7 +27,7 @@ constexpr uint8_t kStructure = 0x15;
 constexpr uint8_t kBindPrimitive = 0x32;
 constexpr uint8_t kEnd = 0x5B;
 
-// Of a parameter's attributes.
+// Attributes of a parameter.
 constexpr uint16_t kIn = 0x08;
 constexpr uint16_t kOut = 0x10;
 constexpr uint16_t kReturn = 0x20;
@@ -78,7 +78,7 @@ std::string TypeText(const uint8_t* format) {
   if (*format == kStructure) return StructureText(format);
   if (*format != kReferencePointer) return "format " + std::to_string(*format);
   if ((format[1] & kSimplePointer) != 0) return BaseTypeText(format[2]);
-  // The offset counts from where it stands.
+  // The offset counts from its own place.
   return TypeText(format + 2 + static_cast<int16_t>(Short(format + 2)));
 }
 
@@ -92,7 +92,7 @@ std::string ParameterText(const uint8_t* parameter) {
   return text + TypeText(Server().pStubDesc->pFormatTypes + Short(parameter + 4));
 }
 
-// The head of a procedure's format, and its parameters.
+// The header of a procedure's format, and its parameters.
 struct Procedure {
   const uint8_t* format;
 
@@ -117,7 +117,8 @@ const void* Address(Function* function) {
   return reinterpret_cast<const void*>(function);
 }
 
-// Where a function of another library is: the linker put a jump through its import in its place.
+// The address of a function of another library, for which the linker put in a jump through its
+// import.
 const void* Target(const void* function) {
   const auto* const code = static_cast<const uint8_t*>(function);
   if (code[0] != 0xFF || code[1] != 0x25) return function;

@@ -5,15 +5,15 @@
 
 namespace dozewell {
 
-// A stop may come between the service's telling that it runs and the server's listening; the server
-// then stops at once.
+// Remembers a stop that comes after the service has reported that it runs and before the server
+// listens; the server then stops at once.
 inline std::atomic<bool> RPCStopRequested{false};
 
 // Serves the control interface until StopRPCServer has been called. A step that fails is reported
 // to the event log and ends the start at once. The service main thread.
 void StartRPCServer();
 
-// Has StartRPCServer return; a failure is reported to the event log. Any thread.
+// Makes StartRPCServer return; a failure is reported to the event log. Any thread.
 void StopRPCServer();
 
 }  // namespace dozewell

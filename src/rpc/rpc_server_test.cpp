@@ -22,7 +22,7 @@ const Calls kServed = {"service: use endpoint",
                        "service: wait"};
 const char* const kAnnounced = "RPC server is listening...\n";
 
-// The first calls of them, and a report.
+// The first calls of kServed, and a report.
 Calls Until(size_t count, const std::string& report) {
   Calls calls(kServed.begin(), kServed.begin() + static_cast<std::ptrdiff_t>(count));
   calls.push_back(report);

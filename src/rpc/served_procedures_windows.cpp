@@ -1,4 +1,4 @@
-// What the generated server stubs call: procedures.h's functions in the types of the wire.
+// The functions that the generated server stubs call: those of procedures.h, in the wire's types.
 
 #include <windows.h>
 
@@ -12,14 +12,14 @@ namespace {
 
 boolean Wire(bool answer) { return answer ? 1 : 0; }
 
-// The same five numbers under other names.
-template <typename Five>
-Five* FiveOf(WireValueBlock* block) {
-  static_assert(sizeof(Five) == sizeof(WireValueBlock));
-  return reinterpret_cast<Five*>(block);
+// The record whose five numbers the block holds.
+template <typename Record>
+Record* RecordInBlock(WireValueBlock* block) {
+  static_assert(sizeof(Record) == sizeof(WireValueBlock));
+  return reinterpret_cast<Record*>(block);
 }
 
-// A flag of the procedures, put on the wire once it is set.
+// Calls a procedure that sets a flag, and hands the flag to the wire when it succeeded.
 template <typename Procedure>
 boolean GetFlag(boolean* output, Procedure procedure) {
   bool flag = false;
@@ -31,7 +31,7 @@ boolean GetFlag(boolean* output, Procedure procedure) {
 }  // namespace
 }  // namespace dozewell
 
-using dozewell::FiveOf;
+using dozewell::RecordInBlock;
 using dozewell::Wire;
 
 extern "C" {
@@ -54,8 +54,8 @@ boolean Serve_GetFeatureEnabled(boolean* enabled) {
 }
 
 boolean Serve_SetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
-  return Wire(
-      dozewell::SetWakeTime(static_cast<uint32_t>(timer), FiveOf<dozewell::WakeTime>(wakeTime)));
+  return Wire(dozewell::SetWakeTime(static_cast<uint32_t>(timer),
+                                    RecordInBlock<dozewell::WakeTime>(wakeTime)));
 }
 
 boolean Serve_SetWakeRaw(WireTimer timer, LONG count) {
@@ -63,8 +63,8 @@ boolean Serve_SetWakeRaw(WireTimer timer, LONG count) {
 }
 
 boolean Serve_GetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
-  return Wire(
-      dozewell::GetWakeTime(static_cast<uint32_t>(timer), FiveOf<dozewell::WakeTime>(wakeTime)));
+  return Wire(dozewell::GetWakeTime(static_cast<uint32_t>(timer),
+                                    RecordInBlock<dozewell::WakeTime>(wakeTime)));
 }
 
 boolean Serve_GetWakeRaw(WireTimer timer, LONG* count) {
@@ -74,12 +74,12 @@ boolean Serve_GetWakeRaw(WireTimer timer, LONG* count) {
 
 boolean Serve_GetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
   return Wire(dozewell::GetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
-                                         FiveOf<dozewell::PowerTimeouts>(settings)));
+                                         RecordInBlock<dozewell::PowerTimeouts>(settings)));
 }
 
 boolean Serve_SetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
   return Wire(dozewell::SetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
-                                         FiveOf<dozewell::PowerTimeouts>(settings)));
+                                         RecordInBlock<dozewell::PowerTimeouts>(settings)));
 }
 
 boolean Serve_GetActiveScheme(WireScheme* scheme) {

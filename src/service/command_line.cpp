@@ -28,8 +28,8 @@ void RunInConsole() {
   ServiceMain();
 }
 
-// Lets whoever works under the lock finish, and nobody start any more: a thread that the end of
-// the process cut short could leave the user without his hibernate-after timeout.
+// Waits for the thread that holds the lock and keeps all others out from then on: a thread that the
+// end of the process cut short could lose the user's own hibernate-after timeout.
 void LockControllerForExit() { ControllerLock.lock(); }
 
 constexpr wchar_t ToLower(wchar_t character) {

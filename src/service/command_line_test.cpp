@@ -40,7 +40,7 @@ Ran Run(const std::vector<const wchar_t*>& arguments) {
   return ran;
 }
 
-// The first call tells the path that was taken.
+// The first call, which shows the path that was taken.
 std::string PathOf(const Ran& ran) { return ran.calls.empty() ? "" : ran.calls.front(); }
 
 }  // namespace
@@ -105,7 +105,7 @@ TEST_CASE("any other argument prints the usage, which does not tell of the conso
   }
 }
 
-TEST_CASE("a process that served lets nobody into the controller any more while it ends") {
+TEST_CASE("a process that served keeps other threads out of the controller while it ends") {
   struct Row {
     std::vector<const wchar_t*> arguments;
     bool closed;

@@ -28,7 +28,7 @@ void PostIfStarted(SMEvent event) {
   if (ControllerStarted) Post(event);
 }
 
-// The controller saves once a day, when the system has nothing better to do.
+// The controller saves once a day, while the system does its idle-time work.
 void SaveOncePerDay() {
   const std::lock_guard guard(ControllerLock);
   tm now;

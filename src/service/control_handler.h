@@ -19,13 +19,13 @@ inline constexpr uint32_t kPowerStatusChange = 10;
 inline constexpr uint32_t kPowerResumeAutomatic = 18;
 inline constexpr uint32_t kPowerSettingChange = 0x8013;
 
-// Turns a control of the service control manager into what it means for the sleep controller and
-// the RPC server, and sends the status that follows from it. `eventData` is what the system hands
-// over with the control (a power setting begins with its 16-byte identifier), or null. Always 0;
-// throws nothing. The system calls it for one control at a time.
+// Passes a control of the service control manager on to the sleep controller or the RPC server, and
+// sends the resulting status. `eventData` is what the system hands over with the control (a power
+// setting begins with its 16-byte identifier), or null. Always 0; throws nothing. The system calls
+// it for one control at a time.
 uint32_t ServiceCtrlHandler(uint32_t control, uint32_t eventType, const void* eventData);
 
-// Stops the service when the console is to be left; false for events of any other kind.
+// Stops the service on the events that end a console's programs; false for all others.
 bool ConsoleCtrlHandler(uint32_t type);
 
 }  // namespace dozewell

@@ -26,8 +26,8 @@
 namespace dozewell {
 namespace {
 
-// A service that runs, without a controller until it is given one. A controller here has no
-// actions: that an event was posted is to be seen from what the machine logs.
+// A running service, without a controller until it is given one. The controller has no actions, so
+// a posted event shows only in what the machine logs.
 struct Handler {
   fakes::Machine machine;
 
@@ -41,7 +41,7 @@ struct Handler {
     StateMachine->current = state;
     ControllerStarted = true;
   }
-  // What a control leads to, without the debugger's lines.
+  // The calls that a control leads to, without the debugger's lines.
   Calls Handle(uint32_t control, uint32_t eventType = 0, const void* data = nullptr) {
     fakes::TakeJournal();
     CHECK(ServiceCtrlHandler(control, eventType, data) == 0);
@@ -91,7 +91,7 @@ TEST_CASE("pause and continue change the status and nothing else") {
   Handler handler;
   handler.StartIn(SMState::Active);
   CHECK(handler.Handle(2) == Calls{"service: status 7 0"});
-  // Paused, the power handling goes on.
+  // A paused service still handles power events.
   CHECK(handler.Power(4) == Joined({Logged("Suspend", "Suspended"), {"service: status 7 0"}}));
   CHECK(handler.Handle(3) == Calls{kRunning});
 }
@@ -191,7 +191,7 @@ TEST_CASE("a change of power status launches the optimizer, with or without a co
 
 TEST_CASE("other power events do nothing") {
   std::array<uint8_t, 16> setting = kIdleBackgroundTask;
-  // Among them the resume of a user, a low battery and a critical resume.
+  // Among these are the resume by a user, a low battery and a critical resume.
   for (const uint32_t type : {0U, 6U, 7U, 9U, 11U, 0x8012U, 0x8014U}) {
     Handler handler;
     handler.StartIn(SMState::Suspended);

@@ -1,5 +1,5 @@
 // A night of the whole service with each call to the system failing in turn: the service goes on
-// with the next step, tells what is to be told, and the user's own timeouts are in force or kept
+// with the next step and reports what it should, and the user's own timeouts are in force or cached
 // wherever the order of the steps allows.
 
 #include <doctest/doctest.h>
@@ -43,7 +43,7 @@ void CheckSame(const Night& night, const Night& expected) {
 
 // Edits of a night.
 
-// Puts calls in the place of others that follow each other; the first ones of their kind.
+// Replaces the first occurrence of a sequence of calls.
 void Replace(NightStep& step, const Calls& calls, const Calls& replacement) {
   const auto found = std::search(step.calls.begin(), step.calls.end(), calls.begin(), calls.end());
   REQUIRE(found != step.calls.end());
@@ -57,7 +57,7 @@ void Append(NightStep& step, const std::string& call, const Calls& following) {
   Replace(step, {call}, Joined({{call}, following}));
 }
 
-// The same up to a call, and then others up to the end of the step.
+// Replaces all calls of the step that come after a call.
 void CutAfter(NightStep& step, const std::string& call, const Calls& following) {
   const auto found = std::ranges::find(step.calls, call);
   REQUIRE(found != step.calls.end());
@@ -67,7 +67,7 @@ void CutAfter(NightStep& step, const std::string& call, const Calls& following) 
 
 Calls ErrorTraced(const std::string& text) { return {"report 1 " + text, "trace " + text}; }
 
-// A seam to the system, and the calls of it that can fail.
+// A seam to the system, with those of its calls that can fail.
 struct Seam {
   CallFailer& (*failer)();
   std::vector<std::string> (*calls)();  // so far
@@ -89,14 +89,14 @@ const Seam kDriver = {[]() -> CallFailer& { return driver.failer; },
                         return calls;
                       }};
 
-// What follows when a call fails. Calls that are not in a table change nothing but their own
-// result.
+// What changes in a night when a call fails. The failure of a call that is in no table changes
+// nothing but its own result.
 struct Consequence {
   const char* step;
   const char* call;
   int nth;                           // among the same calls of the step; 0 for each of them
-  std::function<void(Night&)> edit;  // of the night that was to be
-  const char* lost = "";             // whose timeout of the user's the described order loses
+  std::function<void(Night&)> edit;  // makes the night of the failure from an undisturbed one
+  const char* lost = "";             // the source whose user's timeout is lost by this order
 };
 
 struct FailingCall {
@@ -131,7 +131,7 @@ void CheckUsersTimeouts(const Night& night, const std::string& lost) {
   CHECK(night.back().keepsDC == (lost != "DC"));
 }
 
-// Plays the night once for each call of the seam, which fails.
+// Plays the night once for each call of the seam, with that call failing.
 void FailEachCall(const Seam& seam, size_t count, const std::vector<Consequence>& consequences) {
   const std::vector<FailingCall> calls = CallsOf(seam);
   REQUIRE(calls.size() == count);
@@ -164,34 +164,34 @@ void FailEachCall(const Seam& seam, size_t count, const std::vector<Consequence>
   }
 }
 
-// Steps of another night take the place of those from one on.
+// Replaces all steps from one on with those of another night.
 void GoOnAs(Night& night, const char* name, Night other) {
   for (auto step = std::ranges::find(night, name, &NightStep::name); step != night.end(); ++step) {
     step->calls = other[step->name].calls;
   }
 }
 
-// A night that begins without a controller: the next resume tries again. As on a machine that is
-// one attempt short of its total.
+// A night that begins without a controller, which the next resume starts: the same as on a machine
+// that is one attempt short of its total.
 void StartsLate(Night& night) {
   GoOnAs(night, "suspend",
          PlayNight([] { settings.current.values[L"CurrentAttempt"] = Number32(2); }));
 }
 
-// The start thread ends with what it had asked for until then.
+// The start thread ends after the calls that it has made so far.
 void FailsToStart(Night& night, const Calls& asked) {
   night["start thread"].calls = asked;
   StartsLate(night);
 }
 
-// A night whose predictor knows nothing. As on a machine with prediction disabled.
+// A night whose predictor knows nothing: the same as with prediction disabled.
 void HasNoPrediction(Night& night) {
   GoOnAs(night, "suspend",
          PlayNight([] { settings.current.values[L"DisablePrediction"] = Number32(1); }));
 }
 
-// A night whose machine does not take the AC timeout at the suspend: the system's wake then comes
-// at no timeout's end and is a real resume. As when somebody else set the timeout back.
+// A night in which the AC timeout cannot be set at the suspend: the system's wake then does not
+// come at the timeout's end and is a real resume. The same as when another program sets it back.
 void WakesForReal(Night& night) {
   GoOnAs(night, "system wake",
          PlayNight([] {},
@@ -200,7 +200,7 @@ void WakesForReal(Night& night) {
                    }));
 }
 
-// GoingToS4 when it could not be known; `asked` is how far it came in asking.
+// GoingToS4 when the HA is not known; `asked` are the calls up to the one that failed.
 Calls UnknownHA(const Calls& asked) {
   return Joined({{"trace GImpl_GoingToS4: "},
                  asked,
@@ -212,8 +212,8 @@ const Calls kSchemeAsked = {"power: power source", "power: get active"};
 const Calls kHAAsked = {"power: power source", "power: get active",
                         "power: read balanced AC hibernate"};
 
-// The look that fails says no, and when the real resume looks again it says yes: the resume
-// is dropped, and the suspend after it is one too many.
+// The guard that cannot read the HA answers no. When the guard of the real resume reads it again,
+// it answers yes, so the resume is dropped, and the suspend after it is undefined.
 std::function<void(Night&)> DropsSystemWake(const Calls& asked) {
   return [asked](Night& night) {
     night["system wake"].calls = Joined(
@@ -224,7 +224,7 @@ std::function<void(Night&)> DropsSystemWake(const Calls& asked) {
   };
 }
 
-// The same for the timer's wake, out of which nobody puts the machine back to sleep.
+// The same for the timer's wake, after which the machine is not put back to sleep.
 void DropsTimerWake(Night& night) {
   night["timer wake"].calls = Joined({Event("22/11/2026 8:0:0 - Activating"),
                                       GoingToS3("5", "false"), GoingToS4("49490", "600", "false"),
@@ -238,7 +238,7 @@ void DropsTimerWake(Night& night) {
   }
 }
 
-// A real resume one of whose two looks at the timeout fails.
+// A real resume in which one of the two guards cannot read the timeout.
 std::function<void(Night&)> ResumesWithout(const Calls& asked, int look) {
   return [asked, look](Night& night) {
     const Calls before = look == 1 ? Calls{} : Joined({RealActivate(), GoingToS3("0", "false")});
@@ -247,13 +247,13 @@ std::function<void(Night&)> ResumesWithout(const Calls& asked, int look) {
   };
 }
 
-// A timeout that is not set is reported; `tried` is how far setting it came.
+// A timeout that is not set is reported; `tried` are the calls up to the one that failed.
 std::function<void(Night&)> NotSet(const char* step, const Calls& set, const Calls& tried,
                                    const std::string& report) {
   return [=](Night& night) { Replace(night[step], set, Joined({tried, {"report 1 " + report}})); };
 }
 
-// A set's first call, and its first two.
+// The first call of setting a timeout, and the first two.
 Calls Got(const Calls& set) { return {set.begin(), set.begin() + 1}; }
 Calls Wrote(const Calls& set) { return {set.begin(), set.begin() + 2}; }
 
@@ -265,14 +265,14 @@ std::function<void(Night&)> Both(const std::function<void(Night&)>& one,
   };
 }
 
-// The cache holds nothing to give back.
+// The source has no cached timeout to restore.
 std::function<void(Night&)> NotGivenBack(const char* source) {
   return [=](Night& night) {
     Remove(night["resume"], Set(source, source == std::string("AC") ? "1800" : "900"));
   };
 }
 
-// A service whose RPC server does not come to serve stops itself, before anything happened.
+// A service whose RPC server cannot be set up stops itself, before anything else happens.
 std::function<void(Night&)> NeverServes(const std::string& call, const std::string& report) {
   return [=](Night& night) {
     NightStep up = night["up"];
@@ -340,7 +340,7 @@ TEST_CASE("an event that the log refuses clears the log and is tried once more, 
 TEST_CASE("each driver call of a night fails, and the rest is as described") {
   FailEachCall(kDriver, 15,
                {
-                   // What could not be read is not written back.
+                   // A record that could not be read is not written back.
                    {"suspend", "read timer", 0,
                     [](Night& night) {
                       Remove(night["suspend"], {"driver: write timer 00000000 88000343"});
@@ -386,7 +386,7 @@ TEST_CASE("each power call of a night fails, and the rest is as described") {
   FailEachCall(
       kPower, 32,
       {
-          // A timeout of the user's that cannot be read is overwritten all the same.
+          // A user's timeout that cannot be read is overwritten all the same.
           {"suspend", "get active", 1, notCached("AC", "30", Got(Cached("AC", "30"))), "AC"},
           {"suspend", "read balanced AC hibernate", 0,
            notCached("AC", "30", Wrote(Cached("AC", "30"))), "AC"},
@@ -421,7 +421,7 @@ TEST_CASE("each power call of a night fails, and the rest is as described") {
           {"resume", "power source", 2, ResumesWithout(kSourceAsked, 2)},
           {"resume", "get active", 2, ResumesWithout(kSchemeAsked, 2)},
           {"resume", "read balanced AC hibernate", 2, ResumesWithout(kHAAsked, 2)},
-          // The cache is emptied before a timeout is given back.
+          // The cache is emptied before a timeout is restored.
           {"resume", "get active", 3, NotSet("resume", userAC, Got(userAC), cachedAC), "AC"},
           {"resume", "write balanced AC hibernate 1800", 0,
            NotSet("resume", userAC, Wrote(userAC), cachedAC), "AC"},
@@ -475,10 +475,10 @@ TEST_CASE("each settings call of a night fails, and the rest is as described") {
        HasNoPrediction},
       {"start thread", "ReadPredictorValue CyclicProbabilityPredictor StrengthLow", 0,
        HasNoPrediction},
-      // A timeout of the user's that cannot be kept is overwritten all the same.
+      // A user's timeout that cannot be cached is overwritten all the same.
       {"suspend", "WriteSetting HA_AC 30", 0, NotGivenBack("AC"), "AC"},
       {"suspend", "WriteSetting HA_DC 15", 0, NotGivenBack("DC"), "DC"},
-      // Still kept: the next start gives it back.
+      // It stays cached, and the next start restores it.
       {"resume", "ReadSetting HA_AC delete", 0, NotGivenBack("AC")},
       {"resume", "ReadSetting HA_DC delete", 0, NotGivenBack("DC")},
       {"daily save", "GetDataFolder", 0,
@@ -553,7 +553,7 @@ TEST_CASE("each call to the service's host of a night fails, and the rest is as 
        [&](Night& night) {
          told("stop", "stop listening",
               "StopRPCServer: RpcMgmtStopServerListening() failed!")(night);
-         // The controller's work is over; the server hears the second stop.
+         // The controller has done its work; a second stop reaches the server.
          night.insert(
              night.end() - 1,
              {"second stop",

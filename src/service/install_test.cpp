@@ -15,7 +15,7 @@
 namespace dozewell {
 namespace {
 
-// A machine whose service manager is asked, from a current folder of its own.
+// A machine with a service manager, and a current folder of its own.
 struct Manager {
   fakes::Machine machine;
   std::filesystem::path before = std::filesystem::current_path();
@@ -59,7 +59,7 @@ const Calls kUninstalled = {"service: open manager",
                             "service: close",
                             "service: close"};
 
-// `calls` with one more behind a call of them.
+// `calls` with one more added after one of them.
 Calls With(Calls calls, const std::string& call, const std::string& added) {
   const auto place = std::find(calls.begin(), calls.end(), call);
   REQUIRE(place != calls.end());
@@ -85,7 +85,7 @@ TEST_CASE("each failure of an installation is reported with its code") {
       {2,
        {"service: open manager to create", kCreate,
         "report 1 Failed to create service, error code = 5\n", "service: close"}},
-      // Nobody looks whether describing and delaying succeed.
+      // The results of describing and delaying are ignored.
       {3, kInstalled},
       {4, kInstalled},
       {5, With(kInstalled, "service: start", "report 1 Failed to start service! Error code = 5\n")},

@@ -12,7 +12,7 @@
 namespace dozewell::fakes {
 namespace {
 
-// The night as it is meant to be.
+// The night as it should be.
 Night Expected() {
   Night night;
   const auto step = [&night](const char* name, const Calls& calls) {

@@ -14,7 +14,7 @@ inline constexpr wchar_t kServiceName[] = L"DozewellService";
 // Serves the process as a service until ServiceMain has returned. The main thread.
 uint32_t RunServiceDispatcher();
 
-// Calls ConsoleCtrlHandler on a thread of the system's own when the console is to be left.
+// Has the system call ConsoleCtrlHandler, on a thread of its own, for each console event.
 void InstallConsoleHandler();
 
 // Has the system call ServiceCtrlHandler from now on, and remembers the handle that statuses are
@@ -40,7 +40,7 @@ uint32_t SendServiceStatus(const ServiceStatusRecord& status);
 inline constexpr std::array<uint8_t, 16> kIdleBackgroundTask = {
     0xD8, 0x31, 0x5C, 0x51, 0x34, 0xF7, 0x3D, 0x16, 0xA0, 0xFD, 0x11, 0xA0, 0x8C, 0x91, 0xE8, 0xF1};
 
-// Asks for notifications of kIdleBackgroundTask; null when there are none to be had.
+// Asks for notifications of kIdleBackgroundTask; null when that failed.
 void* RegisterIdleNotification();
 void UnregisterIdleNotification(void* notification);
 

@@ -8,8 +8,8 @@ namespace dozewell {
 inline bool ConsoleMode = false;
 
 // Brings the service up, waits in the RPC server until the service is stopped, and takes it down.
-// Every failure is reported, and the next step follows; only without a control handler there is no
-// service.
+// Every failure is reported, and the next step follows; only a control handler that cannot be
+// registered ends it at once.
 void ServiceMain();
 
 }  // namespace dozewell

@@ -84,7 +84,7 @@ TEST_CASE("without a control handler there is no service") {
         Calls{"service: register handler", "report 1 RegisterServiceCtrlHandler failed 1063\n"});
 }
 
-TEST_CASE("until it runs the service is starting, to whoever asks") {
+TEST_CASE("until it runs the service answers that it is starting") {
   Service service;
   SetServiceState(kServicePaused, 17);
   fakes::service.failer.firstFailing = 1;
@@ -121,7 +121,7 @@ TEST_CASE("each status that cannot be sent is reported and the next step follows
   }
 }
 
-TEST_CASE("a notification that is not to be had is unregistered all the same") {
+TEST_CASE("a notification that could not be registered is unregistered all the same") {
   Service service;
   fakes::service.failer.firstFailing = 2;
   Calls down = kDown;
@@ -206,7 +206,7 @@ TEST_CASE("the controller that the gate started is stopped with the service") {
     fakes::threads.Run();
     REQUIRE(ControllerStarted);
     ServiceCtrlHandler(kControlStop, 0, nullptr);
-    // Its work is over, and it is still there until the service goes down.
+    // The controller has done its work but exists until the service goes down.
     CHECK(ControllerStarted);
     state = StateMachine->current;
   };

@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// The system's service control manager, as install and uninstall need it. What fails answers null
-// or false; LastSystemError then tells why.
+// The system's service control manager, as install and uninstall need it. A failure gives null
+// or false, and LastSystemError tells why.
 
 struct ServiceHandleCloser {
   void operator()(void* handle) const;
@@ -16,7 +16,7 @@ struct ServiceHandleCloser {
 // Owns a handle of the manager or of a service.
 using ServiceHandle = std::unique_ptr<void, ServiceHandleCloser>;
 
-// With the right to create services; with every right.
+// The first may create services, the second has every right.
 ServiceHandle OpenManagerToCreate();
 ServiceHandle OpenManager();
 

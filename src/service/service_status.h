@@ -14,7 +14,7 @@ namespace dozewell {
 // before every other lock. Never destroyed.
 extern Lock& StatusLock;
 
-// The state to be sent, with how long it may last. Sends nothing.
+// Sets the state to be sent and how long it may last. Sends nothing.
 void SetServiceState(uint32_t state, uint32_t waitHintMs);
 void SetServiceState(uint32_t state);  // keeps the wait hint
 

@@ -36,7 +36,7 @@ TEST_CASE("a state is sent with its wait hint, which a later state keeps") {
   CHECK(Sent() == Calls{"service: status 4 0"});
 }
 
-TEST_CASE("a status is sent under the lock of whoever changes it") {
+TEST_CASE("a status is sent under the lock under which it changes") {
   const fakes::Machine machine;
   bool taken = false;
   fakes::service.whileSendingStatus = [&] { taken = fakes::IsTaken(StatusLock); };

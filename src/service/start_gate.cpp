@@ -46,7 +46,7 @@ void TryStartController() {
     return;
   }
   if (!FeatureEnabled || ControllerStarted) return;
-  // Set before there is a thread, so that two attempts at once make one.
+  // Set before the thread is started, so that two attempts at once start only one.
   if (ControllerStarting.exchange(true)) return;
   if (!StartThread(ControllerStartThread)) ControllerStarting = false;
 }

@@ -9,7 +9,7 @@ namespace dozewell {
 // program-data folder. Any thread.
 std::wstring DataFolderPath();
 
-// The same; created when missing, though a failure to create it is not noticed.
+// The same folder, created when missing. A failure to create it is ignored.
 std::wstring GetDataFolder();
 
 }  // namespace dozewell

@@ -13,7 +13,7 @@ using namespace support;
 
 namespace {
 
-// Leaves alone what is not empty.
+// Folders that are not empty stay.
 void RemoveDataFolderIn(const std::wstring& programData) {
   RemoveDirectoryW((programData + L"\\Brevan\\Z7").c_str());
   RemoveDirectoryW((programData + L"\\Brevan").c_str());

@@ -10,7 +10,7 @@ namespace dozewell {
 
 // The text of a value, from the first of the keys Current, Branding and Default that has it; empty
 // when none does. A REG_DWORD is given as signed decimal text of at most nine characters, a number
-// that needs more as empty text. A value of another type hides the keys behind it and is empty.
+// that needs more as empty text. A value of another type is empty, too, and ends the search.
 std::string ReadPredictorValue(const std::string& section, const std::string& name);
 
 // Writes to the Current key, creating the section when missing. A value that is a REG_DWORD stays

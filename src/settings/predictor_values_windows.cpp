@@ -31,7 +31,7 @@ RegistryKey CreateSubkey(void* parent, const char* path) {
 }
 
 std::string ReadText(HKEY section, const std::string& name, DWORD size) {
-  // One zero more than the data, as text in the registry need not end in one.
+  // One byte more, which stays zero: text in the registry need not end in a zero.
   std::vector<char> data(size_t{size} + 1);
   const LSTATUS status = RegQueryValueExA(section, name.c_str(), nullptr, nullptr,
                                           reinterpret_cast<BYTE*>(data.data()), &size);

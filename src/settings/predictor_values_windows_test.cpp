@@ -34,7 +34,7 @@ TEST_CASE("a predictor value comes from the first of Current, Branding and Defau
                                   "from Current",
                                   "from Branding",
                                   "from Current"};
-  // How much of the way to the value is there in the keys that do not have it.
+  // How much of the path to the value exists in the keys that do not have it.
   for (const wchar_t* ending :
        {L"", L"\\Predictors", L"\\Predictors\\CyclicProbabilityPredictor"}) {
     for (int present = 0; present < 8; ++present) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr uint32_t kUntouched = 0xDEADBEEF;
 
-// What a read without deletion makes of the out value; kUntouched when it finds nothing.
+// The out value of a read without deletion; kUntouched when it finds nothing.
 uint32_t Read(const wchar_t* name) {
   uint32_t value = kUntouched;
   const bool found = ReadSetting(name, value, false);
