@@ -14,8 +14,8 @@ boolean Wire(bool answer) { return answer ? 1 : 0; }
 
 // The record whose five numbers the block holds.
 template <typename Record>
-Record* RecordInBlock(WireValueBlock* block) {
-  static_assert(sizeof(Record) == sizeof(WireValueBlock));
+Record* RecordInBlock(ValueBlock* block) {
+  static_assert(sizeof(Record) == sizeof(ValueBlock));
   return reinterpret_cast<Record*>(block);
 }
 
@@ -53,7 +53,7 @@ boolean Serve_GetFeatureEnabled(boolean* enabled) {
   return dozewell::GetFlag(enabled, dozewell::GetFeatureEnabled);
 }
 
-boolean Serve_SetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
+boolean Serve_SetWakeTime(WireTimer timer, ValueBlock* wakeTime) {
   return Wire(dozewell::SetWakeTime(static_cast<uint32_t>(timer),
                                     RecordInBlock<dozewell::WakeTime>(wakeTime)));
 }
@@ -62,7 +62,7 @@ boolean Serve_SetWakeRaw(WireTimer timer, LONG count) {
   return Wire(dozewell::SetWakeRaw(static_cast<uint32_t>(timer), count));
 }
 
-boolean Serve_GetWakeTime(WireTimer timer, WireValueBlock* wakeTime) {
+boolean Serve_GetWakeTime(WireTimer timer, ValueBlock* wakeTime) {
   return Wire(dozewell::GetWakeTime(static_cast<uint32_t>(timer),
                                     RecordInBlock<dozewell::WakeTime>(wakeTime)));
 }
@@ -72,12 +72,12 @@ boolean Serve_GetWakeRaw(WireTimer timer, LONG* count) {
       dozewell::GetWakeRaw(static_cast<uint32_t>(timer), reinterpret_cast<int32_t*>(count)));
 }
 
-boolean Serve_GetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
+boolean Serve_GetPowerSettings(WireSettings mask, WireSource source, ValueBlock* settings) {
   return Wire(dozewell::GetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
                                          RecordInBlock<dozewell::PowerTimeouts>(settings)));
 }
 
-boolean Serve_SetPowerSettings(WireSettings mask, WireSource source, WireValueBlock* settings) {
+boolean Serve_SetPowerSettings(WireSettings mask, WireSource source, ValueBlock* settings) {
   return Wire(dozewell::SetPowerSettings(static_cast<uint32_t>(mask), static_cast<uint32_t>(source),
                                          RecordInBlock<dozewell::PowerTimeouts>(settings)));
 }

@@ -22,7 +22,7 @@ bool CallByChance(unsigned int procedure, unsigned int chance) {
   boolean flag = 0;
   LONG number = 0;
   WireScheme scheme = WireSchemeBalanced;
-  WireValueBlock block = {30, 6, 21, 11, 26};
+  ValueBlock block = {30, 6, 21, 11, 26};
   const auto timer = static_cast<WireTimer>(chance % 2);
   const auto source = static_cast<WireSource>(chance % 2);
   const auto mask = static_cast<WireSettings>(1 + chance % WireSettingsAll);

@@ -5,6 +5,7 @@
 #include "optimizer/best_set.h"
 #include "optimizer/parameter_ranges.h"
 #include "optimizer/simulator/simulator.h"
+#include "settings/setting_names.h"
 
 namespace dozewell {
 namespace {
@@ -52,7 +53,7 @@ Comparison Compare(std::span<const HistoryRecord> history, IConfigurations& conf
   const ParameterGrid grid = BuildParameterGrid(ReadParameterRanges(configuration));
   comparison.sets = grid.Size();
   comparison.best = SearchParameters(history, comparison.baseline, grid,
-                                     ReadPredictorNumbers(configuration, "WR"))
+                                     ReadPredictorNumbers(configuration, kScoringWeightsName))
                         .value();
   for (const BestSet& best : comparison.best) {
     comparison.adopted.push_back({best.name, best.value, Adopted(best, history, comparison)});

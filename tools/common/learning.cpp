@@ -9,6 +9,7 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
+#include "settings/setting_names.h"
 
 namespace dozewell {
 namespace {
@@ -28,8 +29,8 @@ bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
 }  // namespace
 
 CycleShape ConfiguredShape(IConfigurations& configuration) {
-  return {ReadPredictorNumber(configuration, "DaysInCycle", kNone),
-          ReadPredictorNumber(configuration, "MinutesInDay", kNone),
+  return {ReadPredictorNumber(configuration, kDaysInCycleName, kNone),
+          ReadPredictorNumber(configuration, kMinutesInDayName, kNone),
           static_cast<int32_t>(configuration.GetTimeResolution())};
 }
 

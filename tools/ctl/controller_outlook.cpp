@@ -1,5 +1,8 @@
 #include "ctl/controller_outlook.h"
 
+#include "base/utf8.h"
+#include "settings/setting_names.h"
+
 namespace dozewell::ctl {
 
 ControllerOutlook ExpectController(const ControllerSigns& signs) {
@@ -26,7 +29,7 @@ ControllerOutlook ExpectController(const ControllerSigns& signs) {
 std::string AttemptsText(const std::optional<uint32_t>& current,
                          const std::optional<uint32_t>& total) {
   if (!current || !total) {
-    return std::string(current ? "TotalAttempts" : "CurrentAttempt") +
+    return NarrowToUtf8(current ? kTotalAttemptsName : kCurrentAttemptName) +
            " is not set: the controller never starts by itself";
   }
   const std::string count = std::to_string(*current) + " of " + std::to_string(*total) + ": ";

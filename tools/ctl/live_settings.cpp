@@ -1,17 +1,20 @@
 #include "ctl/live_settings.h"
 
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell::ctl {
 
-std::optional<uint32_t> ReadLiveSetting(const wchar_t* name) {
+bool ReadFeatureEnabled() { return SettingOr(kEnableZ7FeatureName, kDefaultEnableZ7Feature) == 1; }
+
+bool ReadPredictionsEnabled() {
+  return SettingOr(kDisablePredictionName, kDefaultDisablePrediction) != 1;
+}
+
+std::optional<uint32_t> ReadAttempts(const wchar_t* name) {
   uint32_t value = 0;
   const bool found = ReadSetting(name, value, /*deleteAfterRead=*/false);
   return found ? std::optional(value) : std::nullopt;
 }
-
-bool ReadFeatureEnabled() { return ReadLiveSetting(L"EnableZ7Feature").value_or(1) == 1; }
-
-bool ReadPredictionsEnabled() { return ReadLiveSetting(L"DisablePrediction").value_or(0) != 1; }
 
 }  // namespace dozewell::ctl

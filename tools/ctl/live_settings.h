@@ -8,11 +8,11 @@ namespace dozewell::ctl {
 
 // Settings of this machine as the service reads them.
 
-// A number; nothing when it is absent.
-std::optional<uint32_t> ReadLiveSetting(const wchar_t* name);
-
 bool ReadFeatureEnabled();
 bool ReadPredictionsEnabled();
+
+// A counter of the start gate; nothing when it is absent, which keeps the gate shut.
+std::optional<uint32_t> ReadAttempts(const wchar_t* name);
 
 }  // namespace dozewell::ctl
 

@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,6 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "power/hibernate_after.h"
-#include "power/power_scheme.h"
-#include "power/power_source.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
 #include "settings/data_folder.h"
@@ -27,12 +26,8 @@ constexpr const char* kDefaultName = "dozewell-report.html";
 // none can be read otherwise.
 int64_t LiveHibernateAfterSeconds() {
   constexpr int64_t kMinute = 60;
-  uint8_t acLineStatus = kLineUnknown;
-  uint32_t minutes = 0;
-  const bool found =
-      ReadAcLineStatus(acLineStatus) &&
-      ReadHA(acLineStatus == kLineOffline ? kPowerSourceDC : kPowerSourceAC, minutes);
-  return found ? minutes * kMinute : HibernateAfterSeconds(std::nullopt);
+  const std::optional<uint32_t> minutes = ReadCurrentHA();
+  return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
 
 // Without the folder, the engine has said so before.

@@ -7,6 +7,7 @@
 #include "ctl/guarded_call.h"
 #include "ctl/service_calls.h"
 #include "dozewell_rpc.h"
+#include "rpc/pipe_name.h"
 
 extern "C" {
 
@@ -18,19 +19,20 @@ void __RPC_USER MIDL_user_free(void* memory) { std::free(memory); }
 namespace dozewell::ctl {
 namespace {
 
-unsigned short* RpcText(wchar_t* text) { return reinterpret_cast<unsigned short*>(text); }
+// The runtime takes texts as if it changed them, which it does not.
+unsigned short* RpcText(const wchar_t* text) {
+  return reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text));
+}
 
 // Makes the binding that the stubs use, once; nothing is sent yet.
 RPC_STATUS Bind() {
   if (DozewellBinding != nullptr) return RPC_S_OK;
-  wchar_t protocol[] = L"ncacn_np";
-  wchar_t endpoint[] = L"\\pipe\\Brevan_Dozewell_Service";
   // While the service does not run, any program may own a pipe of that name. It may learn who
   // calls, often an administrator, but must not act in his name.
-  wchar_t options[] = L"Security=Identification Dynamic True";
+  constexpr wchar_t kOptions[] = L"Security=Identification Dynamic True";
   unsigned short* text = nullptr;
-  RPC_STATUS status = RpcStringBindingComposeW(nullptr, RpcText(protocol), nullptr,
-                                               RpcText(endpoint), RpcText(options), &text);
+  RPC_STATUS status = RpcStringBindingComposeW(nullptr, RpcText(kRpcProtocol), nullptr,
+                                               RpcText(kRpcEndpoint), RpcText(kOptions), &text);
   if (status != RPC_S_OK) return status;
   status = RpcBindingFromStringBindingW(text, &DozewellBinding);
   RpcStringFreeW(&text);
@@ -75,10 +77,10 @@ CallResult CallForOutput(Output& output, Procedure procedure) {
   return result;
 }
 
-// The same five numbers under other names.
-template <typename Five>
-WireValueBlock WireBlock(const Five& five) {
-  return std::bit_cast<WireValueBlock>(five);
+// The record's five numbers in a block.
+template <typename Record>
+ValueBlock BlockOf(const Record& record) {
+  return std::bit_cast<ValueBlock>(record);
 }
 
 WireTimer TimerOf(uint32_t timer) { return static_cast<WireTimer>(timer); }
@@ -104,7 +106,7 @@ CallResult CallGetFeatureEnabled(bool& enabled) {
 }
 
 CallResult CallSetWakeTime(uint32_t timer, const WakeTime& wakeTime) {
-  WireValueBlock block = WireBlock(wakeTime);
+  ValueBlock block = BlockOf(wakeTime);
   return Call([timer, &block] { return Call_SetWakeTime(TimerOf(timer), &block); });
 }
 
@@ -113,8 +115,8 @@ CallResult CallSetWakeRaw(uint32_t timer, int32_t count) {
 }
 
 CallResult CallGetWakeTime(uint32_t timer, WakeTime& wakeTime) {
-  return CallForOutput<WireValueBlock>(
-      wakeTime, [timer](WireValueBlock* out) { return Call_GetWakeTime(TimerOf(timer), out); });
+  return CallForOutput<ValueBlock>(
+      wakeTime, [timer](ValueBlock* out) { return Call_GetWakeTime(TimerOf(timer), out); });
 }
 
 CallResult CallGetWakeRaw(uint32_t timer, int32_t& count) {
@@ -123,13 +125,13 @@ CallResult CallGetWakeRaw(uint32_t timer, int32_t& count) {
 }
 
 CallResult CallGetPowerSettings(uint32_t mask, uint32_t source, PowerTimeouts& settings) {
-  return CallForOutput<WireValueBlock>(settings, [mask, source](WireValueBlock* out) {
+  return CallForOutput<ValueBlock>(settings, [mask, source](ValueBlock* out) {
     return Call_GetPowerSettings(SettingsOf(mask), SourceOf(source), out);
   });
 }
 
 CallResult CallSetPowerSettings(uint32_t mask, uint32_t source, const PowerTimeouts& settings) {
-  WireValueBlock block = WireBlock(settings);
+  ValueBlock block = BlockOf(settings);
   return Call([mask, source, &block] {
     return Call_SetPowerSettings(SettingsOf(mask), SourceOf(source), &block);
   });

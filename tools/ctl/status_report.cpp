@@ -5,8 +5,8 @@
 #include "ctl/live_engine.h"
 #include "ctl/live_settings.h"
 #include "power/driver_timer.h"
-#include "prediction/configurations.h"
 #include "settings/predictor_values.h"
+#include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
 namespace dozewell::ctl {
@@ -35,9 +35,9 @@ void AskService(StatusReport& report) {
 void ReadSettings(StatusReport& report) {
   report.featureEnabled = ReadFeatureEnabled();
   report.predictionsEnabled = ReadPredictionsEnabled();
-  report.currentAttempt = ReadLiveSetting(L"CurrentAttempt");
-  report.totalAttempts = ReadLiveSetting(L"TotalAttempts");
-  report.strength = Atoi(ReadPredictorValue(kPredictorSection, "Strength"));
+  report.currentAttempt = ReadAttempts(kCurrentAttemptName);
+  report.totalAttempts = ReadAttempts(kTotalAttemptsName);
+  report.strength = Atoi(ReadPredictorValue(kPredictorSection, kStrengthName));
   int64_t lastRun = 0;
   if (ReadLastOptimizerRun(lastRun) && lastRun != 0) report.lastOptimizerRun = lastRun;
 }
@@ -56,11 +56,11 @@ StatusReport MakeStatusReport() {
   report.service = QueryService();
   ReadSettings(report);
   if (report.ping.IsDone()) AskService(report);
-  const std::string result = "Best" + std::to_string(report.strength);
+  const std::string result = kBestSetPrefix + std::to_string(report.strength);
   report.strengthHasResult = !ReadPredictorValue(kPredictorSection, result).empty();
   report.controller = ExpectController(
       {report.ping.IsDone(), report.featureEnabled, report.currentAttempt, report.totalAttempts,
-       ReadLiveSetting(L"ServiceFeedback").value_or(0) != 0, EngineProblem()});
+       SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) != 0, EngineProblem()});
   ReadEvents(report);
   return report;
 }

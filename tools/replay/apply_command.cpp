@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "base/utf8.h"
 #include "common/input_file.h"
 #include "common/json.h"
 #include "optimizer/best_set.h"
 #include "replay/commands.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::replay {
 namespace {
@@ -38,15 +40,16 @@ const char* Verdict(const BestSetApplication& application) {
 
 // What is stored, as a settings file would have it and in the order of storing.
 std::string Text(const std::string& strength, const BestSetApplication& application) {
-  std::string text = "Best" + strength + ": " + Verdict(application) + '\n';
+  std::string text = kBestSetPrefix + strength + ": " + Verdict(application) + '\n';
   if (application.parameters) {
     for (size_t i = 0; i < kBestSetParameters.size(); ++i) {
       text += std::string(kBestSetParameters[i]) + '=' +
               std::to_string((*application.parameters)[i]) + '\n';
     }
   }
-  return text + "DisablePrediction=" + std::to_string(application.disabled) +
-         "\nServiceFeedback=" + std::to_string(application.feedback) + '\n';
+  return text + NarrowToUtf8(kDisablePredictionName) + '=' + std::to_string(application.disabled) +
+         '\n' + NarrowToUtf8(kServiceFeedbackName) + '=' + std::to_string(application.feedback) +
+         '\n';
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
 #include "replay/progress_bar.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::replay {
 namespace {
@@ -38,7 +39,7 @@ Search RunOn(const Options& options) {
   search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   CountOutcomes(SimulateFixedTimeout(history, search.timeoutSeconds), search.baseline);
   search.grid = BuildParameterGrid(ReadParameterRanges(configuration));
-  search.weights = ReadPredictorNumbers(configuration, "WR");
+  search.weights = ReadPredictorNumbers(configuration, kScoringWeightsName);
   if (options.each) search.outcomes.resize(search.grid.Size());
   ProgressBar progress(search.grid.Size(), options.progress);
   const SetVisitor visit = [&](uint64_t position, const Outcomes& outcomes) {

@@ -18,6 +18,7 @@
 #include "report/style.h"
 #include "report/week_section.h"
 #include "report/winners_section.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::report {
 namespace {
@@ -73,8 +74,9 @@ std::string ReplaySections(const ReportInput& input) {
         Compare(input.history, input.configuration, input.hibernateAfterSeconds);
     NativeSimulatorConfigurations parameters = SimulatedParameters(input.configuration);
     return GainSection(comparison, input.hibernateAfterSeconds) +
-           WinnersSection(comparison, ReadPredictorNumbers(input.configuration, "WR"),
-                          input.configuration.GetValue(kPredictorSection, "Strength"),
+           WinnersSection(comparison,
+                          ReadPredictorNumbers(input.configuration, kScoringWeightsName),
+                          input.configuration.GetValue(kPredictorSection, kStrengthName),
                           input.hibernateAfterSeconds) +
            PastSection(SimulatePredictor(parameters, input.history));
   } catch (const std::exception& error) {

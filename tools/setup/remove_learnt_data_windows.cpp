@@ -6,6 +6,7 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
 
@@ -43,12 +44,12 @@ void DeleteFolders() {
 }
 
 void DeleteSettings() {
-  const LSTATUS status = RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Corisk\\Z7\\Current");
+  const LSTATUS status = RegDeleteTreeW(HKEY_LOCAL_MACHINE, kCurrentKey);
   if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
     throw SystemError("the settings cannot be deleted", static_cast<uint32_t>(status));
   }
-  DeleteKeyIfEmpty(L"SOFTWARE\\Corisk\\Z7");
-  DeleteKeyIfEmpty(L"SOFTWARE\\Corisk");
+  DeleteKeyIfEmpty(kProductKey);
+  DeleteKeyIfEmpty(kVendorKey);
 }
 
 }  // namespace
