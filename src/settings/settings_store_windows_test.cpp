@@ -170,6 +170,16 @@ TEST_CASE("a read without deletion leaves the value where it is") {
   CHECK(GetValue(kCurrent, L"HA_AC") == Dword(1));
 }
 
+TEST_CASE("a caller's own number stands for a setting that no key has") {
+  const CleanProductKeys clean;
+  CHECK(SettingOr(L"TotalAttempts", 7) == 7);
+  SetValue(kDefault, L"TotalAttempts", Dword(3));
+  CHECK(SettingOr(L"TotalAttempts", 7) == 3);
+  SetValue(kCurrent, L"TotalAttempts", Dword(0));
+  CHECK(SettingOr(L"TotalAttempts", 7) == 0);
+  CHECK(GetValue(kCurrent, L"TotalAttempts") == Dword(0));
+}
+
 TEST_CASE("a setting is written as a REG_DWORD to Current, which the first write creates") {
   const CleanProductKeys clean;
   CreateKey(kBranding);

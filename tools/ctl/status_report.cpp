@@ -38,8 +38,10 @@ void ReadSettings(StatusReport& report) {
   report.currentAttempt = ReadAttempts(kCurrentAttemptName);
   report.totalAttempts = ReadAttempts(kTotalAttemptsName);
   report.strength = Atoi(ReadPredictorValue(kPredictorSection, kStrengthName));
-  int64_t lastRun = 0;
-  if (ReadLastOptimizerRun(lastRun) && lastRun != 0) report.lastOptimizerRun = lastRun;
+  int64_t lastRun = kNoOptimizerRun;
+  if (ReadLastOptimizerRun(lastRun) && lastRun != kNoOptimizerRun) {
+    report.lastOptimizerRun = lastRun;
+  }
 }
 
 void ReadEvents(StatusReport& report) {

@@ -31,7 +31,7 @@ struct SMEventData {
   tm time;
 };
 
-// ParamChanging, with the name of the parameter that changed, such as "Strength".
+// ParamChanging, with the name of the parameter that changed, such as kStrengthName.
 struct ParamChangeEventData : SMEventData {
   explicit ParamChangeEventData(std::string&& parameter);
 
