@@ -1,24 +1,20 @@
 #!/usr/bin/env python3
-"""Plays a history through the service until its search for better parameters is due, and holds what
-it stores and adopts, and what it decides on the next suspend, against dozewell-replay on the same
-files. One line for each history and strength, and last how many passed and failed."""
+"""Plays a history through the service until its search for better parameters is due, and compares
+what it stores and adopts, and what it decides on the next suspend, with what dozewell-replay makes
+of the same files. Prints one line for each history and strength, and last how many passed and
+failed."""
 
 import configparser
 import sys
 from datetime import timedelta
 from functools import partial
-from pathlib import Path
 
-LAB = Path(__file__).resolve().parent
-sys.path.insert(0, str(LAB))
-
-# pylint: disable=wrong-import-position
-from compare_decisions import check_sleep
-from comparisons import recorded, run
-from expect import expect, expect_true
-from machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
-from playback import Playback, read_history
-from registry import CURRENT, predictor_key
+from machine.machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
+from machine.registry import CURRENT, predictor_key
+from steps.comparisons import recorded, run
+from steps.decisions import expect_decided
+from steps.expect import expect, expect_true
+from steps.playback import Playback, read_history
 
 DAYS = 60
 SAMPLES = [("office", 1), ("home", 2), ("shift", 3)]
@@ -32,13 +28,14 @@ PARAMETERS = ["FirstLastWeight", "SecondLastWeight", "AgregationWeight", "Streng
 
 
 def last_long_use(changes):
-    """The place of the last resume after which the delay and the search fit before a suspend."""
+    """The place of the last resume that leaves time for the delay and the search before the next
+    suspend."""
     return max(place for place in range(2, len(changes) - 2, 2)
                if changes[place + 1][0] - changes[place][0] > 2 * DELAY)
 
 
 def search(machine):
-    """The service's search, which becomes due and waits for its delay."""
+    """Makes a search due, and has the service make it after its delay."""
     machine.registry.write("OptimizerInterval", INTERVAL_DAYS)
     machine.change_power_status()
     expect(machine.registry.read("Best0", predictor_key(CURRENT)), None, "set before the delay")
@@ -88,8 +85,8 @@ def compare(machine, replay, history, strength):
     sleep = next(playback.sleeps(changes[place:place + 3]))
     settings = settings_with(adopted)
     known = replay.learn(machine.data_file(HISTORY_FILE), settings)
-    check_sleep(sleep, NOTHING_DECIDED if adopted["disabled"] else
-                replay.decision(known, sleep.start, settings))
+    expect_decided(sleep, NOTHING_DECIDED if adopted["disabled"] else
+                   replay.decision(known, sleep.start, settings))
     machine.stop_service()
     return f"adopted {chosen}"
 

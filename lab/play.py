@@ -2,7 +2,6 @@
 """Plays a history through the installed service, in weeks that take seconds: a line for each day,
 and at the end what was achieved against the timeout that the user has set."""
 
-import argparse
 import os
 import sys
 import tempfile
@@ -10,14 +9,11 @@ from collections import defaultdict
 from datetime import timedelta
 from pathlib import Path
 
-LAB = Path(__file__).resolve().parent
-sys.path.insert(0, str(LAB))
-
-# pylint: disable=wrong-import-position
-from installation import Installation
-from machine import DATA_FILE, DEFAULT_SETTINGS, LONGEST_INTERVAL, Machine
-from playback import Playback, read_history, write_history
-from replay import Replay, ReplayFailed
+from machine.installation import Installation
+from machine.machine import DATA_FILE, DEFAULT_SETTINGS, LONGEST_INTERVAL, Machine
+from machine.options import add_replay_option, machine_options
+from steps.playback import Playback, read_history, write_history
+from steps.replay import Replay, ReplayFailed
 
 HOUR = timedelta(hours=1)
 BAR_WIDTH = 40
@@ -144,13 +140,11 @@ def play(machine, replay, history, explain):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
+    parser = machine_options(__doc__, "play")
+    add_replay_option(parser)
     parser.add_argument("history", type=Path, help="a zs7state.dat or a .csv")
     parser.add_argument("--explain", action="store_true",
                         help="add what the service logged, and why it decided so")
-    parser.add_argument("--replay", default=LAB.parent / "build" / "native" / "dozewell-replay")
-    parser.add_argument("--build", type=Path, default=LAB.parent / "build" / "windows")
-    parser.add_argument("--folder", type=Path, default=LAB.parent / "build" / "play")
     parser.add_argument("--data", type=Path, help="where to put the service's data file at the end")
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:

@@ -1,37 +1,27 @@
 #!/usr/bin/env python3
 """Runs the scenarios, or those whose names contain one of the given words, on a machine in the lab.
-A line for each, then what was found in those that failed, and last how many passed and failed."""
+Prints a line for each, then what was found in those that failed, and last how many passed and
+failed."""
 
-import argparse
-import contextlib
 import importlib
 import inspect
-import signal
 import sys
 import time
 import traceback
 from pathlib import Path
 
-LAB = Path(__file__).resolve().parent
-sys.path.insert(0, str(LAB))
-sys.dont_write_bytecode = True
+from machine.installation import Installation
+from machine.machine import Machine
+from machine.options import machine_options
+from steps.expect import NotAsExpected
 
-# pylint: disable=wrong-import-position
-from expect import NotAsExpected
-from installation import Installation
-from machine import Machine
-
-SECONDS_PER_SCENARIO = 60
+SCENARIOS = Path(__file__).resolve().parent / "scenarios"
 ENTRIES_SHOWN = 40
-
-
-class TimeIsUp(Exception):
-    pass
 
 
 def scenarios():
     """Name and function of each, in the order in which they are written."""
-    for path in sorted((LAB / "scenarios").glob("*.py")):
+    for path in sorted(SCENARIOS.glob("*.py")):
         module = importlib.import_module(f"scenarios.{path.stem}")
         for name, function in vars(module).items():
             if (inspect.isfunction(function) and function.__module__ == module.__name__ and
@@ -39,24 +29,11 @@ def scenarios():
                 yield f"{path.stem}: {name.replace('_', ' ')}", function
 
 
-@contextlib.contextmanager
-def time_limit(seconds):
-    def end(*_):
-        raise TimeIsUp(f"Not done after {seconds} s")
-    signal.signal(signal.SIGALRM, end)
-    signal.alarm(seconds)
-    try:
-        yield
-    finally:
-        signal.alarm(0)
-
-
 def play(scenario, machine):
-    """None when it passed, else what is to be shown."""
+    """None when it passed, else what to show."""
     try:
-        with time_limit(SECONDS_PER_SCENARIO):
-            machine.reset()
-            scenario(machine)
+        machine.reset()
+        scenario(machine)
     except NotAsExpected as difference:
         place = traceback.extract_tb(difference.__traceback__)
         line = next(frame for frame in reversed(place) if "/scenarios/" in frame.filename)
@@ -76,11 +53,11 @@ def description(name, failure, machine):
 
 
 def run(chosen, folder, build):
-    """What was found in each of those that failed."""
+    """What to show of each one that failed."""
     failed = []
     left = list(chosen)
     while left:
-        # After a scenario that leaves the machine in a state that cannot be reset, it boots anew.
+        # A scenario that failed may leave a machine that cannot be reset, so it boots anew.
         with Installation(folder, build) as installation:
             machine = Machine(installation)
             while left:
@@ -96,11 +73,8 @@ def run(chosen, folder, build):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
+    parser = machine_options(__doc__, "lab")
     parser.add_argument("words", nargs="*", help="parts of names; all scenarios without any")
-    parser.add_argument("--build", type=Path, default=LAB.parent / "build" / "windows")
-    parser.add_argument("--folder", type=Path, default=LAB.parent / "build" / "lab",
-                        help="where the machine is kept")
     options = parser.parse_args()
     chosen = [(name, scenario) for name, scenario in scenarios()
               if not options.words or any(word in name for word in options.words)]

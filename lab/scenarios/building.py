@@ -3,13 +3,13 @@ cause is gone."""
 
 import struct
 
-from data_files import asleep, awake, history, learnt_data
-from expect import expect
-from machine import DATA_FILE, HISTORY_FILE, START_OF_TIME
-from nights import events
-from record import Entry, error, information
-from registry import CURRENT, DEFAULT, predictor_key
-from service import RUNNING, sent
+from machine.machine import DATA_FILE, HISTORY_FILE, START_OF_TIME
+from machine.registry import CURRENT, DEFAULT, predictor_key
+from machine.service_control import RUNNING, sent
+from machine.service_record import Entry, error, information
+from steps.data_files import asleep, awake, history, learnt_data
+from steps.expect import expect
+from steps.nights import events
 
 ACCESS_DENIED = 0x80070005
 FOLDER = "SHGetKnownFolderPath"

@@ -2,12 +2,12 @@
 
 from pathlib import Path
 
-from client import DONE
-from expect import expect, expect_true
-from living import machine_that_knows_office_hours, sixty_days
-from machine import DATA_FILE, HISTORY_FILE, SCENARIO_SETTINGS
-from nights import events
-from registry import DEFAULT, predictor_key
+from machine.machine import DATA_FILE, HISTORY_FILE, SCENARIO_SETTINGS
+from machine.registry import DEFAULT, predictor_key
+from steps.client import DONE
+from steps.expect import expect, expect_true
+from steps.living import machine_that_knows_office_hours, sixty_days
+from steps.nights import events
 
 README = Path(__file__).resolve().parents[2] / "README.md"
 EVENING = 'explain --at "2026-02-02 18:00"'

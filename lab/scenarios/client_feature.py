@@ -2,13 +2,13 @@
 
 import json
 
-from client import DONE, NO_DRIVER, done, failed
-from driver import ENABLED, READ_TIMER, WRITE_TIMER
-from expect import expect, expect_true
-from nights import events
-from record import information
-from registry import BRANDING, CURRENT, DEFAULT, predictor_key
-from service import CONTINUE, PAUSE
+from machine.lab_device import ENABLED, READ_TIMER, WRITE_TIMER
+from machine.registry import BRANDING, CURRENT, DEFAULT, predictor_key
+from machine.service_control import CONTINUE, PAUSE
+from machine.service_record import information
+from steps.client import DONE, NO_DRIVER, done, failed
+from steps.expect import expect, expect_true
+from steps.nights import events
 
 ACCESS_DENIED, E_FAIL = 5, 0x80004005
 NOT_ENABLED = 0x12345678, 0x30000000

@@ -2,13 +2,13 @@
 is told that its request was taken; what it comes to is the controller's business, which carries it
 out in use alone, reports it elsewhere, and goes on from where it was."""
 
-from client import done
-from expect import expect
-from nights import events, stamped
-from record import information
-from registry import CURRENT, predictor_key
-from states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
-                    bring_to, undefined_event)
+from machine.registry import CURRENT, predictor_key
+from machine.service_record import information
+from steps.client import done
+from steps.expect import expect
+from steps.nights import events, stamped
+from steps.states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
+                          bring_to, undefined_event)
 
 # What the history file holds, of which a reset leaves nothing.
 KEPT = b"a history of 16."

@@ -1,8 +1,8 @@
 """Command lines that make no sense and values out of their range are refused by dozewellctl itself;
 the service hears nothing of them."""
 
-from client import MISUSED, failed
-from expect import expect
+from steps.client import MISUSED, failed
+from steps.expect import expect
 
 A_TIME = "not a local time from 2000-01-01 00:00 to 2127-12-31 23:59"
 A_DURATION = "DURATION: not 0 to 1048575 minutes, such as 45m or 1h30m"

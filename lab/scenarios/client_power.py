@@ -2,9 +2,9 @@
 
 import json
 
-from client import done, failed
-from expect import expect
-from living import machine_that_knows_office_hours
+from steps.client import done, failed
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
 
 ACCESS_DENIED = 5
 ALL_BALANCED = ('{"displayOffMinutes":10,"sleepAfterMinutes":30,"hibernateAfterMinutes":180,'

@@ -1,13 +1,13 @@
 """dozewellctl has the service forget what it has learnt."""
 
-from client import DONE, NO_CONTROLLER, NOT_DONE, done, failed
-from data_files import asleep, history
-from expect import expect, expect_true
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE, HISTORY_FILE
-from nights import events
-from record import error, information
-from registry import DEFAULT, predictor_key
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.registry import DEFAULT, predictor_key
+from machine.service_record import error, information
+from steps.client import DONE, NOT_DONE, NO_CONTROLLER, done, failed
+from steps.data_files import asleep, history
+from steps.expect import expect, expect_true
+from steps.living import machine_that_knows_office_hours
+from steps.nights import events
 
 ACCESS_DENIED, E_FAIL = 5, 0x80004005
 QUESTION = "The service will forget all that it has learnt. Go on? [y/N] "

@@ -2,10 +2,10 @@
 
 import json
 
-from client import DONE, done
-from driver import READ_TIMER
-from expect import expect, expect_true
-from registry import CURRENT, REG_QWORD, predictor_key
+from machine.lab_device import READ_TIMER
+from machine.registry import CURRENT, REG_QWORD, predictor_key
+from steps.client import DONE, done
+from steps.expect import expect, expect_true
 
 ACCESS_DENIED = 5
 NO_EVENT_LOG = 120  # Wine's answer

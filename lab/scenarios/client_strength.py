@@ -1,11 +1,11 @@
 """dozewellctl chooses which of the optimizer's results the service uses."""
 
-from client import done, failed
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import events
-from record import information
-from registry import CURRENT, DEFAULT, predictor_key
+from machine.registry import CURRENT, DEFAULT, predictor_key
+from machine.service_record import information
+from steps.client import done, failed
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import events
 
 ACCESS_DENIED = 5
 HERE, FALLBACK = predictor_key(CURRENT), predictor_key(DEFAULT)

@@ -1,10 +1,10 @@
 """dozewellctl and a service that does not answer, or not at once."""
 
-from client import DONE, NOT_REACHABLE, done, failed
-from expect import expect, expect_true
-from record import information
-from sequences import RPC_SET_UP, SERVES
-from service import CONTINUE, PAUSE
+from machine.service_control import CONTINUE, PAUSE
+from machine.service_record import information
+from steps.client import DONE, NOT_REACHABLE, done, failed
+from steps.expect import expect, expect_true
+from steps.sequences import RPC_SET_UP, SERVES
 
 NOT_INSTALLED = "the service is not installed; as administrator, DozewellService -i installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
@@ -50,7 +50,7 @@ def a_service_whose_start_hangs(machine):
     machine.provision()
     with machine.calls.held("RegisterServiceCtrlHandlerExW", machine.ask_for_start) as asking:
         _expect_not_reached(machine, STARTING, "starting")
-    expect(asking.wait(), 0, "exit code of the program that asked for the start")
+    expect(asking.finish().exit_code, 0, "exit code of the program that asked for the start")
     machine.record.wait_for(SERVES)
     expect(machine.client.run("ping").exit_code, DONE, "exit code of ping after the start")
 

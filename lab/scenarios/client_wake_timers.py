@@ -1,8 +1,8 @@
 """dozewellctl arms the driver's wake timers and shows what they hold."""
 
-from client import NO_DRIVER, done, failed
-from driver import READ_TIMER, WRITE_TIMER
-from expect import expect, expect_true
+from machine.lab_device import READ_TIMER, WRITE_TIMER
+from steps.client import NO_DRIVER, done, failed
+from steps.expect import expect, expect_true
 
 # Bits 28 to 30 are the driver's own.
 WORDS = 0x12345678, 0x70000000

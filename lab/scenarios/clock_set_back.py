@@ -1,11 +1,11 @@
 """A clock that is set back by hand, while the machine is in use or asleep."""
 
-from data_files import asleep, awake, history
-from expect import expect
-from living import machine_that_knows_office_hours
-from machine import HISTORY_FILE
-from nights import come_back_at, events, expect_timeouts, hibernate_at, suspend_at
-from record import error, information
+from machine.machine import HISTORY_FILE
+from machine.service_record import error, information
+from steps.data_files import asleep, awake, history
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, expect_timeouts, hibernate_at, suspend_at
 
 BACKWARD = error("state start is later than state end")
 USERS_OWN = 180, 60

@@ -1,10 +1,10 @@
 """The service in a console, for whoever looks for what is wrong."""
 
-from data_files import asleep, awake, history, learnt_data
-from expect import expect
-from machine import DATA_FILE, HISTORY_FILE
-from record import Entry, error, information
-from service import STOPPED, STOP_PENDING, sent
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.service_control import STOPPED, STOP_PENDING, sent
+from machine.service_record import Entry, error, information
+from steps.data_files import asleep, awake, history, learnt_data
+from steps.expect import expect
 
 LISTENS = b"RPC server is listening...\r\n"
 NOT_SENT = error("SetServiceStatus failed, error code = 6\n")

@@ -2,11 +2,11 @@
 
 import uuid
 
-from expect import expect
-from machine import IDLE_BACKGROUND_TASK, RESUME_BY_USER, SETTING_CHANGE, SUSPEND
-from record import error, information
-from service import (CONTINUE, INTERROGATE, PAUSE, PAUSED, RUNNING, SESSION_CHANGE,
-                     STOPPED, STOP_PENDING, sent)
+from machine.machine import IDLE_BACKGROUND_TASK, RESUME_BY_USER, SETTING_CHANGE, SUSPEND
+from machine.service_control import (CONTINUE, INTERROGATE, PAUSE, PAUSED, RUNNING, SESSION_CHANGE,
+                                     STOPPED, STOP_PENDING, sent)
+from machine.service_record import error, information
+from steps.expect import expect
 
 MEANINGLESS_POWER_EVENTS = [0, 1, 5, 6, RESUME_BY_USER, 8, 9, 11, 19, 0x8012, 0x8014, 0xFFFFFFFF]
 

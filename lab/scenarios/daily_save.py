@@ -2,12 +2,12 @@
 
 import uuid
 
-from data_files import Slot, learnt_data, wall_clock_seconds
-from expect import expect
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE, HISTORY_FILE
-from nights import come_back_at, events, stamped, suspend_at
-from record import information
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.service_record import information
+from steps.data_files import Slot, learnt_data, wall_clock_seconds
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, stamped, suspend_at
 
 # The controller starts at eight.
 A_DAY_LATER = "2026-01-06 08:00:00"

@@ -3,13 +3,13 @@
 import random
 import struct
 
-from data_files import learnt_data
-from expect import expect, expect_true
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE
-from nights import come_back_at, events, expect_timeouts, suspend_at
-from record import information
-from service import RUNNING
+from machine.machine import DATA_FILE
+from machine.service_control import RUNNING
+from machine.service_record import information
+from steps.data_files import learnt_data
+from steps.expect import expect, expect_true
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, expect_timeouts, suspend_at
 
 HEADER_SIZE = 64
 VERSION, DAYS, MINUTES_IN_DAY, MINUTES_PER_SLOT, SLOTS = 0, 4, 8, 12, 56

@@ -3,12 +3,12 @@
 import random
 import struct
 
-from data_files import asleep, awake, history, history_file, wall_clock_seconds
-from expect import expect, expect_true
-from machine import DATA_FILE, HISTORY_FILE
-from nights import events
-from record import information
-from service import CONTINUE, STOP
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.service_control import CONTINUE, STOP
+from machine.service_record import information
+from steps.data_files import asleep, awake, history, history_file, wall_clock_seconds
+from steps.expect import expect, expect_true
+from steps.nights import events
 
 RECENT = [awake("2026-01-04 08:00"), asleep("2026-01-04 18:00")]
 NEW = [awake("2026-01-05 08:00"), asleep("2026-01-05 12:00")]

@@ -1,14 +1,14 @@
 """The hour that daylight saving skips, and the one that comes twice. All times are those of the
 wall clock."""
 
-from clock import local
-from data_files import Slot, asleep, awake, history, learnt_data, wall_clock_seconds
-from expect import expect
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL
-from nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
-                    wake_by_timer_at)
-from record import error, information
+from machine.clock import local
+from machine.machine import DATA_FILE, HISTORY_FILE, LONGEST_INTERVAL
+from machine.service_record import error, information
+from steps.data_files import Slot, asleep, awake, history, learnt_data, wall_clock_seconds
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
+                          wake_by_timer_at)
 
 BACKWARD = error("state start is later than state end")
 USERS_OWN = 180, 60

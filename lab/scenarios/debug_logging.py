@@ -1,9 +1,9 @@
 """What "DebugLogging" adds to the event log: the reasons for what a resume was taken for."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import come_back_at, events, hibernate_at, wake_by_timer_at
-from record import information
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, hibernate_at, wake_by_timer_at
 
 
 def _asked_for_timer(expired, status, answer, read=1):

@@ -2,8 +2,8 @@
 if nothing had happened, and the user's timeouts are lost only where nothing could have kept
 them."""
 
-from expect import expect
-from failing_nights import Outcome, fail_each, machine_of_every_day
+from steps.expect import expect
+from steps.failing_nights import Outcome, fail_each, machine_of_every_day
 
 E_FAIL = 0x80004005
 

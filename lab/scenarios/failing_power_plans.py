@@ -1,9 +1,9 @@
 """What becomes of the user's timeouts when one of the power manager's functions fails."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import come_back_at, events, expect_timeouts, suspend_at, wake_by_timer_at
-from record import error, information
+from machine.service_record import error, information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, expect_timeouts, suspend_at, wake_by_timer_at
 
 USERS_OWN = 180, 60
 ACCESS_DENIED = 5

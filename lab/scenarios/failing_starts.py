@@ -4,12 +4,12 @@ user's timeouts come back."""
 
 from typing import NamedTuple
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE
-from nights import cached_timeouts, events
-from record import information
-from service import RUNNING
+from machine.machine import DATA_FILE
+from machine.service_control import RUNNING
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import cached_timeouts, events
 
 ACCESS_DENIED, E_FAIL = 5, 0x80004005
 USERS_OWN = 180, 60

@@ -2,11 +2,10 @@
 
 import time
 
-from expect import expect
-from record import Entry, error, information
-from sequences import DRIVER_AND_RUNNING, END, REGISTRATION, RPC_SET_UP, SERVES, WAIT
-from service import INTERROGATE, RUNNING, STOPPED, STOP_PENDING, sent
-from waiting import wait_until
+from machine.service_control import INTERROGATE, RUNNING, STOPPED, STOP_PENDING, sent
+from machine.service_record import Entry, error, information
+from steps.expect import expect
+from steps.sequences import DRIVER_AND_RUNNING, END, REGISTRATION, RPC_SET_UP, SERVES, WAIT
 
 INVALID_HANDLE = 6
 NO_SERVER = 0x6CC
@@ -53,7 +52,7 @@ def a_service_without_rpc_server_ends_a_controller_that_is_still_starting(machin
         # Long enough for the rest of the end, if it did not wait for the controller's start.
         time.sleep(0.2)
     machine.service.wait_for(STOPPED)
-    wait_until(lambda: not machine.thread_runs(), "the process does not end")
+    machine.waiting.until(lambda: not machine.thread_runs(), "the process does not end")
     expect([entry for entry in machine.record.all() if entry.kind == "information" or entry in END],
            [*END[:2], information("5/1/2026 8:0:0 - Activating"), information("Active"), *END[2:]],
            "the end")
@@ -65,7 +64,7 @@ def a_service_without_control_handler_does_nothing(machine):
     asking = machine.ask_for_start()
     machine.record.wait_for(error("RegisterServiceCtrlHandler failed 5\n"))
     machine.service.kill()
-    expect(asking.wait(), 1, "exit code of the program that asked for the start")
+    expect(asking.finish().exit_code, 1, "exit code of the program that asked for the start")
     expect(machine.record.all(), [
         Entry("handler", "DozewellService"),
         Entry("failed", "RegisterServiceCtrlHandlerExW 5"),
@@ -81,7 +80,7 @@ def a_running_service_that_cannot_say_so_serves_and_says_so_with_the_next_contro
     expect(machine.record.take()[-4:], [
         sent(RUNNING), Entry("failed", "SetServiceStatus 6"), STATUS_FAILED, SERVES], "the start")
     expect(machine.deliver(INTERROGATE).entries, [sent(RUNNING)], "the next control")
-    expect(asking.wait(), 0, "exit code of the program that asked for the start")
+    expect(asking.finish().exit_code, 0, "exit code of the program that asked for the start")
     machine.stop_service()
 
 

@@ -1,9 +1,9 @@
 """An event log that takes no more is cleared for the next event."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import come_back_at, events, expect_timeouts
-from record import Entry, information
+from machine.service_record import Entry, information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, expect_timeouts
 
 LOG_FULL, ACCESS_DENIED = 1502, 5
 CLEARED = Entry("event-log", "cleared")

@@ -1,13 +1,13 @@
 """The machine is given the service as a package and has it taken away again."""
 
-from driver import ENABLED, READ_TIMER
-from expect import expect, expect_true
-from living import machine_that_knows_office_hours, sixty_days
-from machine import HISTORY_FILE
-from nights import cached_timeouts, expect_timeouts
-from record import error
-from registry import CURRENT, predictor_key
-from service import RUNNING
+from machine.lab_device import ENABLED, READ_TIMER
+from machine.machine import HISTORY_FILE
+from machine.registry import CURRENT, predictor_key
+from machine.service_control import RUNNING
+from machine.service_record import error
+from steps.expect import expect, expect_true
+from steps.living import machine_that_knows_office_hours, sixty_days
+from steps.nights import cached_timeouts, expect_timeouts
 
 USERS_OWN = 180, 60
 NOT_SWITCHED_OFF = "the driver's wake timers could not be switched off"

@@ -1,9 +1,8 @@
 """The program as installer and uninstaller of its service."""
 
-from expect import expect
-from record import error, success
-from service import RUNNING, STOPPED, Configuration
-from waiting import wait_until
+from machine.service_control import RUNNING, STOPPED, Configuration
+from machine.service_record import error, success
+from steps.expect import expect
 
 INSTALLED = success("Service is installed successfully.\n")
 UNINSTALLED = success("Service is uninstalled successfully.\n")
@@ -18,7 +17,7 @@ def _expect_events(finished, events, what):
 
 
 def _expect_uninstalled(machine):
-    wait_until(lambda: not machine.service.exists(), "the service is still there")
+    machine.waiting.until(lambda: not machine.service.exists(), "the service is still there")
 
 
 def installing_creates_and_starts_the_service(machine):

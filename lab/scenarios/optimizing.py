@@ -2,13 +2,13 @@
 
 import re
 
-from data_files import asleep, awake, history_file
-from driver import ENDED_BY_TIMER
-from expect import expect, expect_true
-from machine import HISTORY_FILE, POWER_STATUS_CHANGE, SUSPEND
-from record import information, success
-from registry import CURRENT, REG_QWORD, predictor_key
-from service import POWER_EVENT
+from machine.lab_device import ENDED_BY_TIMER
+from machine.machine import HISTORY_FILE, POWER_STATUS_CHANGE, SUSPEND
+from machine.registry import CURRENT, REG_QWORD, predictor_key
+from machine.service_control import POWER_EVENT
+from machine.service_record import information, success
+from steps.data_files import asleep, awake, history_file
+from steps.expect import expect, expect_true
 
 DAY = 86400
 BEST = predictor_key(CURRENT)

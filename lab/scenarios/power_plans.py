@@ -1,8 +1,8 @@
 """Which power scheme is written to, and which timeouts the user gets back."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import come_back_at, expect_timeouts, wake_by_timer_at
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, expect_timeouts, wake_by_timer_at
 
 USERS_OWN = 180, 60
 

@@ -2,9 +2,9 @@
 
 from datetime import timedelta
 
-from expect import expect
-from nights import events, hibernate_at
-from record import information
+from machine.service_record import information
+from steps.expect import expect
+from steps.nights import events, hibernate_at
 
 UNKNOWN_SOURCE = 255
 

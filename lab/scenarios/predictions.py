@@ -1,11 +1,11 @@
 """What a suspend sets for each kind of prediction, and what a late suspend makes of the timer."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
-                    wake_by_timer_at)
-from record import information
-from registry import DEFAULT, predictor_key
+from machine.registry import DEFAULT, predictor_key
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
+                          wake_by_timer_at)
 
 NOT_ARMED = 0x12345678, 0x30000000
 

@@ -1,12 +1,12 @@
 """What the service has learnt outlives it."""
 
-from data_files import asleep, awake, history, history_file, learnt_data
-from expect import expect
-from living import machine_that_knows_office_hours
-from machine import DATA_FILE, HISTORY_FILE
-from nights import come_back_at, events, hibernate_at, suspend_at, wake_by_timer_at
-from record import information
-from registry import DEFAULT
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.registry import DEFAULT
+from machine.service_record import information
+from steps.data_files import asleep, awake, history, history_file, learnt_data
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, hibernate_at, suspend_at, wake_by_timer_at
 
 PREDICTIONS = [
     information("Predicted Hibernate at: Mon Feb  2 18:10:00 2026\n"),

@@ -4,8 +4,8 @@ nobody sleeps until a time. A rarer wake-up by other means than Sleep would go u
 
 import time
 
-from expect import expect, expect_true
-from states import ACTIVE, SUSPENDED, bring_to
+from steps.expect import expect, expect_true
+from steps.states import ACTIVE, SUSPENDED, bring_to
 
 SECONDS = 4
 # The calls that a poll of anything outside the process would go through.

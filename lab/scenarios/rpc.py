@@ -1,11 +1,11 @@
 """Packets that must not be carried out, and many clients at once, on a machine with everything that
 they could reach. tests/rpc has the programs."""
 
-from expect import expect, expect_true
-from machine import RESUME, SUSPEND
-from registry import CURRENT
-from service import POWER_EVENT
-from states import ACTIVE, bring_to
+from machine.machine import RESUME, SUSPEND
+from machine.registry import CURRENT
+from machine.service_control import POWER_EVENT
+from steps.expect import expect, expect_true
+from steps.states import ACTIVE, bring_to
 
 CLIENTS = 100
 

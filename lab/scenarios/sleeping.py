@@ -1,9 +1,9 @@
 """What the service does when the machine goes to sleep and when its user comes back."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import events
-from record import information
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import events
 
 
 def a_suspend_hibernates_at_the_end_of_use_and_wakes_before_the_next(machine):

@@ -2,11 +2,11 @@
 
 from datetime import timedelta
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
-                    wake_by_timer_at)
-from record import information, success
+from machine.service_record import information, success
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
+                          wake_by_timer_at)
 
 USERS_OWN = 180, 60
 STATUS_5 = information("GetPreviousSleepStatus 5\n")

@@ -3,11 +3,10 @@
 import threading
 import time
 
-from expect import expect
-from record import Entry, error, information
-from sequences import DRIVER_AND_RUNNING, END, REGISTRATION, RPC_SET_UP, SERVES, STOP, WAIT
-from service import RUNNING, STOP_PENDING, sent
-from waiting import wait_until
+from machine.service_control import RUNNING, STOP_PENDING, sent
+from machine.service_record import Entry, error, information
+from steps.expect import expect
+from steps.sequences import DRIVER_AND_RUNNING, END, REGISTRATION, RPC_SET_UP, SERVES, STOP, WAIT
 
 RPC_STOP = "RpcMgmtStopServerListening"
 
@@ -88,7 +87,7 @@ def the_rpc_server_does_not_begin_to_listen_while_it_is_being_stopped(machine):
     def stop_before_it_listens():
         with machine.calls.held(RPC_SET_UP[-2], machine.begin_start):
             stopping.start()
-            wait_until(lambda: machine.calls.made(RPC_STOP) == 1, "no stop")
+            machine.waiting.until(lambda: machine.calls.made(RPC_STOP) == 1, "no stop")
 
     with machine.calls.held(RPC_STOP, stop_before_it_listens):
         # Time enough to go wrong in.

@@ -1,10 +1,10 @@
 """When the service's starts are enough for its sleep controller to start."""
 
-from expect import expect
-from machine import RESUME
-from record import Entry, information, success
-from registry import BRANDING, CURRENT, DEFAULT
-from service import POWER_EVENT
+from machine.machine import RESUME
+from machine.registry import BRANDING, CURRENT, DEFAULT
+from machine.service_control import POWER_EVENT
+from machine.service_record import Entry, information, success
+from steps.expect import expect
 
 COUNTERS_MISSING = success("TotalAttempts or CurrentAttempt value is not defined in registry...")
 STARTED_AT_EIGHT = [information("5/1/2026 8:0:0 - Activating"), information("Active")]

@@ -2,15 +2,15 @@
 
 from datetime import date
 
-from data_files import asleep, awake, history, learnt_data
-from expect import expect
-from living import office_days
-from machine import DATA_FILE, HISTORY_FILE
-from record import Entry, information
-from sequences import STOP
-from service import STOPPED, sent
-from states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
-                    bring_to, event, stop, undefined_event)
+from machine.machine import DATA_FILE, HISTORY_FILE
+from machine.service_control import STOPPED, sent
+from machine.service_record import Entry, information
+from steps.data_files import asleep, awake, history, learnt_data
+from steps.expect import expect
+from steps.living import office_days
+from steps.sequences import STOP
+from steps.states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
+                          bring_to, event, stop, undefined_event)
 
 STOP_AT_NOON = "5/1/2026 12:0:0 - Uninitializing"
 SHUTDOWN_AT_NOON = "5/1/2026 12:0:0 - ShuttingDown"

@@ -1,10 +1,10 @@
 """A night from the last use of the day to the user's return, step by step."""
 
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
-                    wake_by_timer_at)
-from record import information
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
+                          wake_by_timer_at)
 
 USERS_OWN = 180, 60
 STATUS_4, STATUS_5 = (information(f"GetPreviousSleepStatus {status}\n") for status in (4, 5))

@@ -1,10 +1,10 @@
 """Events that mean nothing in the state that the controller is in. They are reported and change
 nothing; each state takes its own."""
 
-from expect import expect
-from nights import events, hibernate_at, stamped, wake_by_timer_at
-from record import error, information
-from service import STOP
+from machine.service_control import STOP
+from machine.service_record import error, information
+from steps.expect import expect
+from steps.nights import events, hibernate_at, stamped, wake_by_timer_at
 
 ACCESS_DENIED = 5
 NOT_HEARD = error("SetServiceStatus error 5\n")

@@ -1,10 +1,10 @@
 """Life without the wake timer's driver, or with one that does not do as it is told."""
 
-from driver import READ_STATUS, READ_TIMER, WRITE_TIMER
-from expect import expect
-from living import machine_that_knows_office_hours
-from nights import come_back_at, events, expect_timeouts, hibernate_at, wake_by_timer_at
-from record import information
+from machine.lab_device import READ_STATUS, READ_TIMER, WRITE_TIMER
+from machine.service_record import information
+from steps.expect import expect
+from steps.living import machine_that_knows_office_hours
+from steps.nights import come_back_at, events, expect_timeouts, hibernate_at, wake_by_timer_at
 
 NOT_ARMED = 0x12345678, 0x30000000
 ERROR_INVALID_HANDLE, ERROR_GEN_FAILURE = 6, 31

@@ -1,0 +1,109 @@
+"""Puts the lab on a Wine machine and boots it."""
+
+import ctypes
+import fcntl
+import shutil
+
+from machine.lab_device import Driver
+from machine.link import CallFailed, Link
+from machine.machine_state import MachineState, create_machine_state
+from machine.registry import Registry
+from machine.wine import ZONE, Wine
+
+PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
+SETUP_PROGRAM = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
+STATE_FILE = "lab/machine.bin"
+
+_PROGRAM_FOLDER = "Program Files/Dozewell"
+_DRIVER = "dozewell_lab"
+_KERNEL_DRIVER, _DEMAND_START = 1, 3
+_SYSTEM_CLASS = "{4D36E97D-E325-11CE-BFC1-08002BE10318}"
+# The programs that load the lab's stand-ins.
+_SERVED = ("DozewellService.exe", "dozewell-setup.exe")
+
+
+class Installation:
+    """Boots on entry into a with statement and is switched off at its end; meanwhile `wine`, `state`
+    and `agent` are there. `build` is the folder of the Windows build. The machine's own folder is
+    kept, and booting there again is faster."""
+
+    def __init__(self, folder, build, zone=ZONE):
+        self.folder = folder.resolve()
+        self.build = build.resolve()
+        self._lock = None
+        self.wine = Wine(self.folder / "wine", zone)
+        self.state = None
+        self.agent = None
+
+    def __enter__(self):
+        self.folder.mkdir(parents=True, exist_ok=True)
+        self._lock = open(self.folder / "lock", "w", encoding="ascii")
+        # One folder is one machine, for one user at a time.
+        fcntl.flock(self._lock, fcntl.LOCK_EX)
+        try:
+            self._boot()
+        except BaseException:
+            self.wine.switch_off()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.wine.switch_off()
+        self._lock.close()
+
+    def _boot(self):
+        finished = self.folder / "finished"
+        is_new = not finished.exists()
+        if is_new:
+            self.wine.create()
+        self._copy_files()
+        self.state = create_machine_state(self.wine.drive / STATE_FILE)
+        self.wine.boot()
+        self._start_agent()
+        if is_new:
+            self._install_driver()
+        self._prefer_the_labs_library()
+        self.wine.waiting.until(self._driver_answers, "the driver does not answer")
+        finished.touch()
+
+    def _copy_files(self):
+        places = {
+            "lab/agent.exe": "lab",
+            "lab/dozewell_lab.sys": "windows/system32/drivers",
+            "lab/powrprof.dll": _PROGRAM_FOLDER,
+            **dict.fromkeys(_SERVED, _PROGRAM_FOLDER),
+        }
+        for file, place in places.items():
+            folder = self.wine.drive / place
+            folder.mkdir(parents=True, exist_ok=True)
+            shutil.copy(self.build / file, folder)
+
+    def _start_agent(self):
+        self.wine.start("C:\\lab\\agent.exe")
+        waiting = self.wine.waiting
+        port = waiting.until(lambda: self.state.agent_port, "the agent does not start")
+        if self.state.size != ctypes.sizeof(MachineState):
+            raise RuntimeError("machine_state.py and native/shared/machine_state.h differ")
+        self.agent = Link(port, waiting)
+
+    def _install_driver(self):
+        device = f"SYSTEM\\CurrentControlSet\\Enum\\ROOT\\{_DRIVER}\\0000"
+        registry = Registry(self.agent)
+        registry.write("ClassGUID", _SYSTEM_CLASS, device)
+        registry.write("Service", _DRIVER, device)
+        self.agent.ask("create-service", _DRIVER, _KERNEL_DRIVER, _DEMAND_START,
+                       f"C:\\windows\\system32\\drivers\\{_DRIVER}.sys")
+        self.agent.ask("start-service", _DRIVER)
+
+    def _prefer_the_labs_library(self):
+        for program in _SERVED:
+            Registry(self.agent).write(
+                "powrprof", "native,builtin",
+                f"HKCU\\Software\\Wine\\AppDefaults\\{program}\\DllOverrides")
+
+    def _driver_answers(self):
+        try:
+            Driver(self.agent).reset()
+        except CallFailed:
+            return False
+        return True

@@ -1,0 +1,106 @@
+"""The service as the service control manager keeps it."""
+
+import contextlib
+from typing import NamedTuple
+
+from machine.link import CallFailed
+from machine.service_record import Entry
+
+NAME = "DozewellService"
+
+STOPPED, START_PENDING, STOP_PENDING, RUNNING, PAUSED = 1, 2, 3, 4, 7
+STOP, PAUSE, CONTINUE, INTERROGATE, SHUTDOWN = 1, 2, 3, 4, 5
+POWER_EVENT, SESSION_CHANGE = 13, 14
+
+OWN_PROCESS, AUTO_START = 0x10, 2
+NO_SUCH_SERVICE = 1060
+
+
+class Status(NamedTuple):
+    state: int
+    process: int
+    controls: int
+    wait_hint: int
+    exit_code: int
+
+
+class Configuration(NamedTuple):
+    type: int
+    start: int
+    error_control: int
+    path: str
+    display_name: str
+    account: str
+    description: str
+
+
+def sent(state, wait_hint=0):
+    """How the record shows a status that the service sends."""
+    return Entry("status", f"type 0x30 state {state} controls 0xc7 exit 0 0 checkpoint 0 "
+                           f"hint {wait_hint}")
+
+
+class Service:
+    """Errors of the service control manager come as CallFailed."""
+
+    def __init__(self, agent, program, waiting):
+        self._agent = agent
+        self._program = program
+        self._waiting = waiting
+
+    def create(self):
+        """Creates the service as its installer does, without starting it."""
+        self._agent.ask("create-service", NAME, OWN_PROCESS, AUTO_START, f'"{self._program}"')
+
+    def start(self):
+        self._agent.ask("start-service", NAME)
+
+    def control(self, control):
+        """Sends a control as any program may; shutdown, power and session events are for the
+        system alone and are refused."""
+        self._agent.ask("control-service", NAME, control)
+
+    def delete(self):
+        self._agent.ask("delete-service", NAME)
+
+    def exists(self):
+        try:
+            self.status()
+        except CallFailed as error:
+            if error.code == NO_SUCH_SERVICE:
+                return False
+            raise
+        return True
+
+    def status(self):
+        return Status(*map(int, self._agent.ask("query-service", NAME)))
+
+    def has_stopped(self):
+        return self.status().state == STOPPED
+
+    def configuration(self):
+        kind, start, error_control, *texts = self._agent.ask("describe-service", NAME)
+        return Configuration(int(kind), int(start), int(error_control), *texts)
+
+    def wait_for(self, state):
+        self._waiting.until(lambda: self.status().state == state,
+                            f"the service does not come to state {state}")
+
+    def kill(self):
+        """Ends the service's process at once. The service control manager goes on showing the
+        service as running until it is started again."""
+        self._agent.ask("kill-process", self.status().process)
+
+    def stop_somehow(self):
+        """Stops the service, by killing and starting it first if it does not take the control."""
+        if self.has_stopped():
+            return
+        try:
+            self.control(STOP)
+        except CallFailed:
+            with contextlib.suppress(CallFailed):
+                self.kill()
+            self.start()
+            self.wait_for(RUNNING)
+            self.control(STOP)
+        self.wait_for(STOPPED)

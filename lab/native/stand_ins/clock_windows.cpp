@@ -1,0 +1,87 @@
+#include <time.h>
+#include <windows.h>
+
+#include <list>
+
+#include "stand_ins/clock.h"
+#include "stand_ins/import.h"
+#include "stand_ins/service_record.h"
+
+namespace dozewell::lab {
+namespace {
+
+constexpr uint64_t kForever = ~uint64_t{0};
+constexpr int64_t kTicksPerSecond = 10000000;
+constexpr int64_t kSecondsFrom1601To1970 = 11644473600;
+
+struct Sleeper {
+  uint64_t end;  // by MachineState::awakeMs
+  bool counted;  // among the busy threads, when awake
+  bool awake = false;
+};
+
+SRWLOCK SleepersLock = SRWLOCK_INIT;
+CONDITION_VARIABLE SleepersChanged = CONDITION_VARIABLE_INIT;
+std::list<Sleeper*> Sleepers;
+
+thread_local bool ThisThreadIsCounted = false;
+
+// The clock stands still until the test moves it, so a sleep can only end then.
+void SleepUntil(uint64_t end) {
+  AcquireSRWLockExclusive(&SleepersLock);
+  if (Machine->awakeMs < end) {
+    Sleeper sleeper = {end, ThisThreadIsCounted};
+    Sleepers.push_back(&sleeper);
+    if (sleeper.counted) --Machine->busyThreads;
+    while (!sleeper.awake) {
+      SleepConditionVariableSRW(&SleepersChanged, &SleepersLock, INFINITE, 0);
+    }
+    Sleepers.remove(&sleeper);
+  }
+  ReleaseSRWLockExclusive(&SleepersLock);
+}
+
+__time64_t GetTime(__time64_t* time);
+void WINAPI GetFileTime(FILETIME* time);
+void WINAPI SleepAsTheClockSays(DWORD milliseconds);
+
+const Import<decltype(_time64)> TimeImport(SystemCallPlace("_time64"), GetTime);
+const Import<decltype(GetSystemTimeAsFileTime)> FileTimeImport(
+    SystemCallPlace("GetSystemTimeAsFileTime"), GetFileTime);
+const Import<decltype(Sleep)> SleepImport(SystemCallPlace("Sleep"), SleepAsTheClockSays);
+
+__time64_t GetTime(__time64_t* time) {
+  const __time64_t now = TimeImport.CountCall() != 0 ? -1 : Machine->clock.load();
+  if (time != nullptr) *time = now;
+  return now;
+}
+
+void WINAPI GetFileTime(FILETIME* time) {
+  static_cast<void>(FileTimeImport.CountCall());
+  const int64_t ticks = (Machine->clock + kSecondsFrom1601To1970) * kTicksPerSecond;
+  time->dwLowDateTime = static_cast<DWORD>(ticks);
+  time->dwHighDateTime = static_cast<DWORD>(ticks >> 32);
+}
+
+void WINAPI SleepAsTheClockSays(DWORD milliseconds) {
+  static_cast<void>(SleepImport.CountCall());
+  Record("sleep", Format("%lu ms", milliseconds));
+  SleepUntil(milliseconds == INFINITE ? kForever : Machine->awakeMs + milliseconds);
+}
+
+}  // namespace
+
+void WakeSleepers() {
+  AcquireSRWLockExclusive(&SleepersLock);
+  for (Sleeper* const sleeper : Sleepers) {
+    if (sleeper->awake || Machine->awakeMs < sleeper->end) continue;
+    sleeper->awake = true;
+    if (sleeper->counted) ++Machine->busyThreads;
+  }
+  ReleaseSRWLockExclusive(&SleepersLock);
+  WakeAllConditionVariable(&SleepersChanged);
+}
+
+void CountThreadAsBusy() { ThisThreadIsCounted = true; }
+
+}  // namespace dozewell::lab

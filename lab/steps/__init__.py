@@ -1,0 +1,1 @@
+"""What scenarios and played histories are written in: days, nights, states, and what is expected."""

@@ -1,0 +1,25 @@
+"""What dozewellctl says, to be expected word for word."""
+
+from steps.expect import expect
+
+DONE, NOT_DONE, MISUSED, NOT_REACHABLE = range(4)
+
+NO_DRIVER = "the service has no driver device, or the driver does not answer"
+NO_CONTROLLER = ("the history was not reset, since the controller does not run; "
+                 "dozewellctl status shows why")
+
+
+def done(machine, command, output):
+    """Runs a command that succeeds and says no more than that; what the service did meanwhile."""
+    answer = machine.client.run(command)
+    expect((answer.exit_code, answer.output, answer.error), (DONE, output, ""),
+           f"exit code, output and error of {command}")
+    return answer.step
+
+
+def failed(machine, command, why, code=NOT_DONE):
+    """Runs a command that fails and says why in one line; what the service did meanwhile."""
+    answer = machine.client.run(command)
+    expect((answer.exit_code, answer.output, answer.error), (code, "", f"dozewellctl: {why}\n"),
+           f"exit code, output and error of {command}")
+    return answer.step
