@@ -18,6 +18,7 @@ from machine.installer_package import InstallerPackage
 from machine.lab_device import Driver
 from machine.link import Link, LinkLost
 from machine.power_schemes import PowerSchemes
+from machine.processes import any_at_work
 from machine.registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
 from machine.service_control import Service
 from machine.service_record import EVENTS, Record, of_kinds
@@ -34,6 +35,7 @@ LONGEST_INTERVAL = 2**32 // 86400
 SUSPEND, RESUME_BY_USER, POWER_STATUS_CHANGE, RESUME, SETTING_CHANGE = 4, 7, 10, 18, 0x8013
 IDLE_BACKGROUND_TASK = uuid.UUID("515c31d8-f734-163d-a0fd-11a08c91e8f1")
 
+SERVICE_PROGRAM = "DozewellService.exe"
 # The call that the service waits in until it is stopped.
 SERVES = "RpcMgmtWaitServerListen"
 
@@ -138,6 +140,10 @@ class Machine:
         """Runs the program to its end."""
         exit_code, output = self._wine.run(PROGRAM, *arguments)
         return Finished(exit_code, output, self.take_step())
+
+    def start_program(self, program, *arguments, **streams):
+        """Starts any other program, for the caller to end."""
+        return self._wine.start(program, *arguments, **streams)
 
     def exit_code(self, *arguments):
         """The whole exit code of a run, of which run() knows the lowest byte only."""
@@ -275,7 +281,16 @@ class Machine:
 
     def thread_runs(self):
         """How often each thread of the service was given a processor."""
-        return self.processes.thread_runs("DozewellService.exe")
+        return self.processes.thread_runs(SERVICE_PROGRAM)
+
+    def await_rest(self):
+        """Waits until no thread of the service has anything left to do."""
+        def rests():
+            runs = self.thread_runs()
+            time.sleep(0.2)
+            return (self.thread_runs() == runs and
+                    not any_at_work(self.processes.threads(SERVICE_PROGRAM)))
+        self.waiting.until(rests, "the service's threads do not come to rest")
 
     def take_step(self, result=0, microseconds=0):
         """What the service did since the last step, once its threads are done; with the answer of

@@ -20,10 +20,10 @@ class Processes:
     def __init__(self, wine_folder):
         self._mark = f"WINEPREFIX={wine_folder}".encode()
 
-    def threads(self):
-        """All threads by their ids."""
+    def threads(self, program=""):
+        """The threads of a program, or all of them, by their ids."""
         return {int(folder.name): _thread(text)
-                for folder, text in self._files_of_threads("stat")}
+                for folder, text in self._files_of_threads("stat", program)}
 
     def thread_runs(self, program):
         """How often each thread of a program was given a processor: for a thread that goes on to
@@ -35,7 +35,7 @@ class Processes:
                                       int(status["nonvoluntary_ctxt_switches"]))
         return runs
 
-    def _files_of_threads(self, name, program=""):
+    def _files_of_threads(self, name, program):
         for process in Path("/proc").glob("[0-9]*"):
             try:
                 if not self._is_ours(process, program):
@@ -49,6 +49,10 @@ class Processes:
         command = (process / "cmdline").read_bytes().split(b"\0")[0]
         return (command.endswith(program.encode()) and
                 self._mark in (process / "environ").read_bytes().split(b"\0"))
+
+
+def any_at_work(threads):
+    return any(thread.is_at_work for thread in threads.values())
 
 
 def _thread(stat):

@@ -3,6 +3,8 @@
 import subprocess
 import time
 
+from machine.processes import any_at_work
+
 _REST_SECONDS = 60
 _COMPUTING_SECONDS = 300
 _LOOK_SECONDS = 0.5
@@ -79,15 +81,11 @@ class Watch:
 
     def _compare(self, before, now):
         # Looks are counted and not the clock, since the test itself may not get a processor.
-        self._rested = (0 if _any_at_work(before) and _any_at_work(now)
+        self._rested = (0 if any_at_work(before) and any_at_work(now)
                         else self._rested + self.look_seconds)
         self._computed += sum(seen.computed - (before[thread].computed if thread in before else 0)
                               for thread, seen in now.items())
         if self._rested >= self._rest_seconds:
-            raise Hang(f"{self._what}: nothing was at work for {self._rested:.0f} s")
+            raise Hang(f"{self._what}: nothing was at work for {self._rest_seconds} s")
         if self._computed >= self._computing_seconds:
-            raise Hang(f"{self._what}: {self._computed:.0f} s of computing did not lead there")
-
-
-def _any_at_work(threads):
-    return any(thread.is_at_work for thread in threads.values())
+            raise Hang(f"{self._what}: {self._computing_seconds} s of computing did not lead there")

@@ -1,6 +1,6 @@
-"""A service that has nothing to do does nothing. That no thread ran for some seconds shows that
+"""A service that has nothing to do does nothing. That no thread runs for some seconds shows that
 nothing recurs more often than that; that nothing happens while the clock passes weeks shows that
-nobody sleeps until a time. A rarer wake-up by other means than Sleep would go unseen."""
+no thread sleeps until a time. A rarer wake-up by other means than Sleep would go unseen."""
 
 import time
 
@@ -14,8 +14,7 @@ ASKING = ("_time64", "GetSystemTimeAsFileTime", "Sleep", "CreateThread", "GetSys
 
 
 def _expect_rest(machine):
-    # What follows the last control may still be on its way out of a thread.
-    time.sleep(0.5)
+    machine.await_rest()
     runs, calls = machine.thread_runs(), machine.calls.all_made()
     expect_true(len(runs) >= 3, "the service's threads are there")
     time.sleep(SECONDS)
@@ -28,7 +27,7 @@ def _expect_rest_for_weeks(machine):
     calls = {call: machine.calls.made(call) for call in ASKING}
     for awake in (True, False):
         machine.clock.pass_time(days=20, awake=awake)
-    # Whoever slept until then is on its way now.
+    # A thread that slept until then is on its way now.
     time.sleep(0.2)
     expect({call: machine.calls.made(call) for call in ASKING}, calls, "calls in six weeks")
     expect(machine.take_step().entries, [], "what was done in six weeks")

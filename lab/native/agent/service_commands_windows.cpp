@@ -16,14 +16,15 @@ void Check(bool succeeded) {
   if (!succeeded) throw SystemError{GetLastError()};
 }
 
-Handle OpenManager() {
-  Handle manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
+// Opened once, since that takes most of the time of a command.
+SC_HANDLE Manager() {
+  static const Handle manager(OpenSCManagerW(nullptr, nullptr, SC_MANAGER_ALL_ACCESS));
   Check(manager != nullptr);
-  return manager;
+  return manager.get();
 }
 
 Handle Open(const std::string& name) {
-  Handle service(OpenServiceW(OpenManager().get(), ToWide(name).c_str(), SERVICE_ALL_ACCESS));
+  Handle service(OpenServiceW(Manager(), ToWide(name).c_str(), SERVICE_ALL_ACCESS));
   Check(service != nullptr);
   return service;
 }
@@ -48,10 +49,10 @@ std::string Narrow(const wchar_t* text) { return text == nullptr ? "" : ToNarrow
 
 Fields CreateTheService(const Fields& arguments) {
   const std::wstring name = ToWide(arguments[0]);
-  const Handle service(
-      CreateServiceW(OpenManager().get(), name.c_str(), name.c_str(), SERVICE_ALL_ACCESS,
-                     ToNumber(arguments[1]), ToNumber(arguments[2]), SERVICE_ERROR_NORMAL,
-                     ToWide(arguments[3]).c_str(), nullptr, nullptr, nullptr, nullptr, nullptr));
+  const Handle service(CreateServiceW(Manager(), name.c_str(), name.c_str(), SERVICE_ALL_ACCESS,
+                                      ToNumber(arguments[1]), ToNumber(arguments[2]),
+                                      SERVICE_ERROR_NORMAL, ToWide(arguments[3]).c_str(), nullptr,
+                                      nullptr, nullptr, nullptr, nullptr));
   Check(service != nullptr);
   return {};
 }
