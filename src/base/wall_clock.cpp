@@ -50,10 +50,6 @@ constexpr Date DateOfDay(int64_t daysSince1970) {
   return {static_cast<int32_t>(year), static_cast<int32_t>(month), static_cast<int32_t>(day)};
 }
 
-constexpr const wchar_t* kDayNames[] = {L"Sun", L"Mon", L"Tue", L"Wed", L"Thu", L"Fri", L"Sat"};
-constexpr const wchar_t* kMonthNames[] = {L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
-                                          L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
-
 constexpr bool InRange(int32_t value, int32_t low, int32_t high) {
   return value >= low && value <= high;
 }

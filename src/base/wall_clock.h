@@ -53,6 +53,12 @@ int32_t SecondsBetween(const tm& from, const tm& to);
 // SecondsBetween / 60, truncated toward zero.
 int32_t MinutesBetween(const tm& from, const tm& to);
 
+// As WallClockText writes them, from Sunday and from January on.
+inline constexpr const wchar_t* kDayNames[] = {L"Sun", L"Mon", L"Tue", L"Wed",
+                                               L"Thu", L"Fri", L"Sat"};
+inline constexpr const wchar_t* kMonthNames[] = {L"Jan", L"Feb", L"Mar", L"Apr", L"May", L"Jun",
+                                                 L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
+
 // The text that _wasctime_s makes: "Thu Jan  1 00:00:00 1970" and a line feed, the day of the month
 // padded with a blank. Empty when a field is outside its range.
 std::wstring WallClockText(const tm& time);

@@ -13,6 +13,15 @@ void AddCommonOptions(CLI::App& program, const char* programName) {
   program.get_formatter()->label("SUBCOMMAND", "COMMAND");
 }
 
+void AddText(CLI::App& app, const char* name, const char* placeholder, const char* description,
+             bool required, std::optional<std::string>& text) {
+  // Stored as it stands: CLI11 would interpret some texts if it were given the variable itself.
+  app.add_option_function<std::string>(
+         name, [&text](const std::string& given) { text = given; }, description)
+      ->type_name(placeholder)
+      ->required(required);
+}
+
 std::string TakeArguments(CLI::App& program, const std::vector<std::string>& arguments) {
   try {
     program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

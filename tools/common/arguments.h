@@ -1,6 +1,7 @@
 #ifndef DOZEWELL_COMMON_ARGUMENTS_H_
 #define DOZEWELL_COMMON_ARGUMENTS_H_
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,10 @@ namespace dozewell {
 
 // What all our programs have alike: --help, --version, and the same command lines on every system.
 void AddCommonOptions(CLI::App& program, const char* programName);
+
+// Adds an argument or option whose text goes into `text`.
+void AddText(CLI::App& app, const char* name, const char* placeholder, const char* description,
+             bool required, std::optional<std::string>& text);
 
 // Has the program take the arguments, in UTF-8 and without its name. Returns the text that they ask
 // for with --help or --version, which count whatever else is wrong; otherwise nothing. Throws

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "common/day_names.h"
 #include "prediction/slot_probability.h"
 #include "prediction/tracker.h"
 
@@ -16,23 +17,18 @@ constexpr int kMinutesInRealDay = 1440;
 // What the hours of a label have room for.
 constexpr int kMostMinutesInDay = 100 * 60;
 
-constexpr const char* kWeekDays[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-constexpr int kThursday = 3;  // the day that slot 0 begins
-
 struct Cycle {
   const CycleShape& shape;
   std::span<const float> probabilities;
   int cellMinutes;
 
-  // A week starts where people start it, other cycles where they start.
+  // A week is shown from Monday on, other cycles from their first day.
   bool IsWeek() const {
     return shape.daysInCycle == kDaysInWeek && shape.minutesInDay == kMinutesInRealDay;
   }
+  int DayOfRow(int row) const { return IsWeek() ? CycleDayFromMonday(row) : row; }
   std::string RowName(int row) const {
-    return IsWeek() ? kWeekDays[row] : "day " + std::to_string(row);
-  }
-  int DayOfRow(int row) const {
-    return IsWeek() ? (row + kDaysInWeek - kThursday) % kDaysInWeek : row;
+    return IsWeek() ? CycleDayName(DayOfRow(row)) : "day " + std::to_string(row);
   }
 
   std::optional<double> Mean(int day, int firstMinute) const;

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <iterator>
 
+#include "common/format_text.h"
 #include "common/text.h"
 
 namespace dozewell {
@@ -55,18 +55,12 @@ std::optional<int64_t> ParseDuration(std::string_view text) {
 }
 
 std::string DurationText(int64_t minutes) {
+  if (minutes < kMinutesInHour) return std::to_string(minutes) + " min";
   const auto days = static_cast<long long>(minutes / kMinutesInDay);
   const auto hours = static_cast<int>(minutes / kMinutesInHour % 24);
   const auto rest = static_cast<int>(minutes % kMinutesInHour);
-  char text[64];
-  if (days > 0) {
-    std::snprintf(text, std::size(text), "%lld d %02d h %02d min", days, hours, rest);
-  } else if (hours > 0) {
-    std::snprintf(text, std::size(text), "%d h %02d min", hours, rest);
-  } else {
-    std::snprintf(text, std::size(text), "%d min", rest);
-  }
-  return text;
+  return days > 0 ? FormatText("%lld d %02d h %02d min", days, hours, rest)
+                  : FormatText("%d h %02d min", hours, rest);
 }
 
 }  // namespace dozewell

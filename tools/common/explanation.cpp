@@ -7,10 +7,10 @@
 namespace dozewell {
 namespace {
 
-// Walks through the slots behind a time as the tracker's searches do.
-class SlotWalk {
+// Searches the slots after a time as the tracker does, and keeps what it found as evidence.
+class EvidenceSearch {
  public:
-  SlotWalk(ArbitraryCycleProbabilityTracker& tracker, const tm& from)
+  EvidenceSearch(ArbitraryCycleProbabilityTracker& tracker, const tm& from)
       : tracker_(tracker), from_(from), seconds_(SecondsFromTm(from)) {
     const CycleShape shape = ShapeOf(*tracker.GetData());
     slotCount_ = tracker.GetData()->slotCount;
@@ -117,14 +117,14 @@ Explanation Explain(ArbitraryCycleProbabilityTracker& tracker, const tm& at) {
   explanation.strengthHigh = tracker.StrengthHigh();
   explanation.dayGroups = GroupsOf(tracker.PooledDays());
 
-  explanation.idle = SlotWalk(tracker, at).FindIdle();
+  explanation.idle = EvidenceSearch(tracker, at).FindIdle();
   if (explanation.idle.end != SearchEnd::Found) return explanation;
   // Counted in whole minutes, so this may lie a little after the stretch's start.
   tm idleStart = at;
   AddSecondsToTime(&idleStart, Wrap32(int64_t{explanation.idle.minutes} * 60));
-  explanation.use = SlotWalk(tracker, idleStart).FindUse();
+  explanation.use = EvidenceSearch(tracker, idleStart).FindUse();
   if (explanation.use->end != SearchEnd::Found) return explanation;
-  explanation.nextIdle = SlotWalk(tracker, explanation.use->foundAt).FindIdle();
+  explanation.nextIdle = EvidenceSearch(tracker, explanation.use->foundAt).FindIdle();
   return explanation;
 }
 

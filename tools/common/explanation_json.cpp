@@ -1,6 +1,5 @@
 #include "common/explanation_json.h"
 
-#include <optional>
 #include <vector>
 
 #include "common/float_text.h"
@@ -48,10 +47,6 @@ std::string SearchJson(const SearchExplanation& search) {
   return json + ",\"slots\":" + JsonList(search.slots, SlotJson) + "}";
 }
 
-std::string SearchJson(const std::optional<SearchExplanation>& search) {
-  return search ? SearchJson(*search) : "null";
-}
-
 }  // namespace
 
 std::string ExplanationJson(const Explanation& explanation) {
@@ -65,8 +60,9 @@ std::string ExplanationJson(const Explanation& explanation) {
          ",\"strengthLow\":" + FloatJson(explanation.strengthLow) +
          ",\"strengthHigh\":" + FloatJson(explanation.strengthHigh) +
          ",\"dayGroups\":" + JsonList(explanation.dayGroups, groupJson) +
-         ",\"idle\":" + SearchJson(explanation.idle) + ",\"use\":" + SearchJson(explanation.use) +
-         ",\"nextIdle\":" + SearchJson(explanation.nextIdle) + "}\n";
+         ",\"idle\":" + SearchJson(explanation.idle) +
+         ",\"use\":" + OptionalJson(explanation.use, SearchJson) +
+         ",\"nextIdle\":" + OptionalJson(explanation.nextIdle, SearchJson) + "}\n";
 }
 
 }  // namespace dozewell

@@ -1,7 +1,6 @@
 #include "common/json.h"
 
-#include <cstdio>
-#include <iterator>
+#include "common/format_text.h"
 
 namespace dozewell {
 
@@ -12,9 +11,7 @@ std::string JsonString(std::string_view text) {
       json += '\\';
       json += c;
     } else if (static_cast<unsigned char>(c) < ' ') {
-      char escaped[8];
-      std::snprintf(escaped, std::size(escaped), "\\u%04x", static_cast<unsigned int>(c));
-      json += escaped;
+      json += FormatText("\\u%04x", static_cast<unsigned int>(c));
     } else {
       json += c;
     }

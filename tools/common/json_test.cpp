@@ -14,6 +14,14 @@ TEST_CASE("a JSON string escapes what JSON does not take as it stands") {
   CHECK(JsonString("\xC3\xBC") == "\"\xC3\xBC\"");
 }
 
+TEST_CASE("what is not there is null in JSON") {
+  const auto number = [](int item) { return std::to_string(item); };
+  CHECK(OptionalJson(std::optional(7), number) == "7");
+  CHECK(OptionalJson(std::optional<int>(), number) == "null");
+  CHECK(BoolJson(true) == "true");
+  CHECK(BoolJson(false) == "false");
+}
+
 TEST_CASE("a JSON list has commas between its items only") {
   const auto number = [](int item) { return std::to_string(item); };
   CHECK(JsonList(std::vector<int>{}, number) == "[]");

@@ -2,9 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <iterator>
 
+#include "common/format_text.h"
 #include "common/text.h"
 
 namespace dozewell {
@@ -54,11 +53,13 @@ std::optional<tm> ParseLooseLocalTime(std::string_view text) {
 }
 
 std::string FormatLocalTime(const tm& time) {
-  char text[80];
-  const int length =
-      std::snprintf(text, std::size(text), "%04d-%02d-%02dT%02d:%02d:%02d", time.tm_year + 1900,
-                    time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
-  return std::string(text, static_cast<size_t>(length));
+  return FormatText("%04d-%02d-%02dT%02d:%02d:%02d", time.tm_year + 1900, time.tm_mon + 1,
+                    time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec);
+}
+
+std::string WithBlank(std::string localTime) {
+  if (localTime.size() > kSeparator) localTime[kSeparator] = ' ';
+  return localTime;
 }
 
 }  // namespace dozewell

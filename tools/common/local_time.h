@@ -19,6 +19,9 @@ std::optional<tm> ParseLooseLocalTime(std::string_view text);
 // YYYY-MM-DDTHH:MM:SS of a time that TmFromSeconds gave, the fields as they are.
 std::string FormatLocalTime(const tm& time);
 
+// Such a text, or the beginning of one, with a blank for the T, as people write it.
+std::string WithBlank(std::string localTime);
+
 }  // namespace dozewell
 
 #endif  // DOZEWELL_COMMON_LOCAL_TIME_H_

@@ -53,4 +53,10 @@ TEST_CASE("a time is written field by field") {
   CHECK(FormatLocalTime({-1, -1, -1, -1, -1, -1, -1, -1, -1}) == "1899-00--1T-1:-1:-1");
 }
 
+TEST_CASE("people write a blank between date and time") {
+  CHECK(WithBlank("2026-11-21T08:30:00") == "2026-11-21 08:30:00");
+  CHECK(WithBlank("2026-11-21T08:30") == "2026-11-21 08:30");
+  CHECK(WithBlank("2026-11-21") == "2026-11-21");
+}
+
 }  // namespace dozewell

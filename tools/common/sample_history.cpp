@@ -4,14 +4,16 @@
 #include <iterator>
 #include <random>
 
+#include "base/wall_clock.h"
+#include "prediction/slot_probability.h"
+
 namespace dozewell {
 namespace {
 
 constexpr int64_t kMinute = 60;
 constexpr int64_t kHour = 60 * kMinute;
-constexpr int64_t kDay = 24 * kHour;
+constexpr int64_t kDay = kSecondsPerDay;
 constexpr int64_t kFirstMonday = 1704067200;  // 2024-01-01 00:00
-constexpr int kDaysPerWeek = 7;
 constexpr int kSaturday = 5;
 
 }  // namespace
@@ -78,7 +80,7 @@ class Sampler {
 
 namespace {
 
-bool IsWeekend(int day) { return day % kDaysPerWeek >= kSaturday; }
+bool IsWeekend(int day) { return day % kDaysInWeek >= kSaturday; }
 
 // Weekdays with lunch and meetings away from the desk; evenings and weekends off, nearly always.
 void OfficeDay(Sampler& sampler, int day) {
@@ -138,10 +140,10 @@ void HomeDay(Sampler& sampler, int day) {
 void ShiftDay(Sampler& sampler, int day) {
   constexpr int64_t kShiftStarts[] = {6 * kHour, 14 * kHour, 22 * kHour};
   constexpr int64_t kShiftLength = 8 * kHour;
-  if (IsWeekend(day) && !sampler.Chance(day % kDaysPerWeek == kSaturday ? 30 : 5)) return;
+  if (IsWeekend(day) && !sampler.Chance(day % kDaysInWeek == kSaturday ? 30 : 5)) return;
   if (sampler.Chance(3)) return;
   const int64_t planned =
-      day * kDay + kShiftStarts[static_cast<size_t>(day / kDaysPerWeek) % std::size(kShiftStarts)];
+      day * kDay + kShiftStarts[static_cast<size_t>(day / kDaysInWeek) % std::size(kShiftStarts)];
   const UsedStretch shift = {sampler.Around(planned, 5 * kMinute),
                              sampler.Around(planned + kShiftLength, 8 * kMinute)};
   std::vector<UsedStretch> breaks;

@@ -4,12 +4,13 @@
 #include <optional>
 
 #include "base/utf8.h"
+#include "common/json.h"
 
 namespace dozewell {
 namespace {
 
 std::string NumberJson(const std::optional<int32_t>& number) {
-  return number ? std::to_string(*number) : "null";
+  return OptionalJson(number, [](int32_t value) { return std::to_string(value); });
 }
 
 }  // namespace

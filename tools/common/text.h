@@ -2,7 +2,9 @@
 #define DOZEWELL_COMMON_TEXT_H_
 
 #include <charconv>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -16,6 +18,9 @@ std::string_view TrimBlanks(std::string_view text);
 
 // Compares without regard to the case of ASCII letters.
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
+
+// "1 resume", "2 resumes".
+std::string CountText(int64_t count, const char* singular, const char* plural);
 
 // The lines of a text file, ended by LF or CR LF, which are left out, as is a byte order mark.
 std::vector<std::string_view> SplitLines(std::string_view text);

@@ -37,6 +37,12 @@ TEST_CASE("a byte order mark is not part of the first line") {
                    "a\n\xEF\xBB\xBF") == std::vector<std::string_view>{"a", "\xEF\xBB\xBF"});
 }
 
+TEST_CASE("a count has its word in the singular or the plural") {
+  CHECK(CountText(1, "time", "times") == "1 time");
+  CHECK(CountText(0, "time", "times") == "0 times");
+  CHECK(CountText(2, "time", "times") == "2 times");
+}
+
 TEST_CASE("a number is the whole text and fits its type") {
   CHECK(ParseNumber<int32_t>("-42") == -42);
   CHECK(ParseNumber<uint32_t>("4294967295") == 4294967295U);

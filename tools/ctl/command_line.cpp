@@ -19,13 +19,8 @@ constexpr const char* kFooter =
     "\n";
 
 void AddArgument(CLI::App& app, const CommandArgument& argument, Options& options, bool required) {
-  // Taken as it stands, where a variable of its own would have CLI11 interpret some texts.
-  const auto take = [&options, &argument](const std::string& text) {
-    options.*argument.text = text;
-  };
-  app.add_option_function<std::string>(argument.name, take, argument.description)
-      ->type_name(argument.placeholder)
-      ->required(required);
+  AddText(app, argument.name, argument.placeholder, argument.description, required,
+          options.*argument.text);
 }
 
 std::string ExplainsACommand(const std::string& prefix) {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "base/utf8.h"
+#include "common/system_handle.h"
 #include "ctl/event_feed.h"
 
 namespace dozewell::ctl {
@@ -19,11 +20,6 @@ struct EventCloser {
 };
 // Owns an EVT_HANDLE.
 using EventHandle = std::unique_ptr<void, EventCloser>;
-
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using SystemHandle = std::unique_ptr<void, HandleCloser>;
 
 // An event log that is not there in full may fail without saying why.
 void ExpectReason() { SetLastError(ERROR_CALL_NOT_IMPLEMENTED); }

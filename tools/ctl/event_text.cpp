@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
-#include <iterator>
 
 #include "base/wall_clock.h"
+#include "common/format_text.h"
 #include "common/json.h"
 #include "common/local_time.h"
 #include "common/text.h"
-#include "common/utc_time.h"
+#include "ctl/local_time_text.h"
 #include "event_log/event_log_error.h"
 #include "event_log/xml_reader.h"
 
@@ -62,12 +61,6 @@ const char* LevelName(uint32_t level) {
   }
 }
 
-std::optional<std::string> LocalTimeText(const std::optional<int64_t>& utcSeconds) {
-  tm local;
-  if (!utcSeconds || !LocalTimeFromUtc(*utcSeconds, local)) return std::nullopt;
-  return FormatLocalTime(local);
-}
-
 }  // namespace
 
 ServiceEvent ParseEventXml(std::string_view xml) {
@@ -82,23 +75,17 @@ ServiceEvent ParseEventXml(std::string_view xml) {
 }
 
 std::string EventLine(const ServiceEvent& event) {
-  // As long as a time.
-  std::string time = "at an unknown time ";
-  if (const auto local = LocalTimeText(event.utcSeconds)) {
-    time = *local;
-    std::ranges::replace(time, 'T', ' ');
-  }
+  const auto time = LocalTimeText(event.utcSeconds);
   std::string text = event.text;
   std::ranges::replace_if(
       text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, ' ');
-  char level[16];
-  std::snprintf(level, std::size(level), "%-11s", LevelName(event.level));
-  return time + "  " + level + "  " + text + "\n";
+  return FormatText("%-19s  %-11s  ", time ? WithBlank(*time).c_str() : "at an unknown time",
+                    LevelName(event.level)) +
+         text + "\n";
 }
 
 std::string EventJson(const ServiceEvent& event) {
-  const auto time = LocalTimeText(event.utcSeconds);
-  return "{\"time\":" + (time ? JsonString(*time) : "null") +
+  return "{\"time\":" + OptionalJson(LocalTimeText(event.utcSeconds), JsonString) +
          ",\"level\":" + JsonString(LevelName(event.level)) +
          ",\"text\":" + JsonString(event.text) + "}";
 }

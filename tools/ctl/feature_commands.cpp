@@ -1,7 +1,7 @@
 #include <chrono>
-#include <cstdio>
-#include <iterator>
 
+#include "common/format_text.h"
+#include "common/json.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/require_done.h"
@@ -37,7 +37,7 @@ void SwitchFeature(bool enable, const Options& options, const Console& console) 
   if (result.outcome == CallOutcome::Refused) RequireDone(result, WhyNotSwitched(enable));
   RequireReachable(result);
   if (options.json) {
-    console.print(std::string("{\"featureEnabled\":") + (enable ? "true" : "false") + "}\n");
+    console.print("{\"featureEnabled\":" + BoolJson(enable) + "}\n");
   } else {
     console.print(std::string("The feature is ") + (enable ? "on" : "off") + ".\n");
   }
@@ -57,7 +57,7 @@ void RunDriver(const Options& options, const Console& console) {
   bool enabled = false;
   RequireDone(CallGetDriverEnabled(enabled), kNoDriver);
   if (options.json) {
-    console.print(std::string("{\"driverEnabled\":") + (enabled ? "true" : "false") + "}\n");
+    console.print("{\"driverEnabled\":" + BoolJson(enabled) + "}\n");
   } else {
     console.print(std::string("The driver's wake timers are ") + (enabled ? "" : "not ") +
                   "enabled.\n");
@@ -70,10 +70,9 @@ void RunPing(const Options& options, const Console& console) {
   const auto start = std::chrono::steady_clock::now();
   RequireDone(CallPing(), "the service answers, and says that it does not work");
   const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
-  char milliseconds[32];
-  std::snprintf(milliseconds, std::size(milliseconds), "%.2f", taken.count());
-  console.print(options.json ? std::string("{\"milliseconds\":") + milliseconds + "}\n"
-                             : std::string("The service answers, in ") + milliseconds + " ms.\n");
+  console.print(
+      FormatText(options.json ? "{\"milliseconds\":%.2f}\n" : "The service answers, in %.2f ms.\n",
+                 taken.count()));
 }
 
 }  // namespace dozewell::ctl

@@ -103,13 +103,10 @@ void RunImportHistory(const Options& options, const Console& console) {
     Write(files, import, learns, console);
   }
   if (options.json) {
-    console.print("{" + ImportJsonMembers(import) + ",\"learnt\":" + (learns ? "true" : "false") +
-                  "}\n");
-    return;
+    console.print(ImportJson(import, learns));
+  } else {
+    console.print(ImportText(import, files.history) + LearntText(files.data, learns));
   }
-  console.print(files.history + ": " + std::to_string(import.history.records.size()) +
-                " records; from the event log: " + AddedText(import) + "\n" + FindingsText(import) +
-                files.data + (learns ? ": learnt\n" : ": left as it is\n"));
 }
 
 }  // namespace dozewell::ctl

@@ -1,9 +1,10 @@
 #include "ctl/power_reading.h"
 
 #include <cstddef>
-#include <cstdio>
-#include <iterator>
 #include <vector>
+
+#include "common/format_text.h"
+#include "common/json.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -11,23 +12,18 @@ namespace {
 constexpr const char* kNotRead = "not available";
 
 std::string Row(const char* name, std::span<const std::string> cells) {
-  char text[64];
-  std::snprintf(text, std::size(text), "  %-17s", name);
-  std::string row = text;
-  for (const std::string& cell : cells) {
-    std::snprintf(text, std::size(text), " %-19s", cell.c_str());
-    row += text;
-  }
+  std::string row = FormatText("  %-17s", name);
+  for (const std::string& cell : cells) row += FormatText(" %-19s", cell.c_str());
   row.resize(row.find_last_not_of(' ') + 1);
   return row + "\n";
 }
 
 std::string Json(const PowerReading& reading) {
+  const auto numberJson = [](uint32_t number) { return std::to_string(number); };
   std::string json;
   for (size_t i = 0; i < kPowerSettings.size(); ++i) {
-    const auto& value = reading.values[i];
     json += (i == 0 ? "{\"" : ",\"") + std::string(kPowerSettings[i].jsonName) +
-            "\":" + (value ? std::to_string(*value) : "null");
+            "\":" + OptionalJson(reading.values[i], numberJson);
   }
   return json + "}";
 }

@@ -1,11 +1,8 @@
-#include <algorithm>
-#include <cstdio>
-#include <iterator>
-
 #include "common/duration_text.h"
+#include "common/format_text.h"
 #include "common/json.h"
 #include "common/local_time.h"
-#include "common/utc_time.h"
+#include "ctl/local_time_text.h"
 #include "ctl/status_report.h"
 #include "ctl/unreachable_text.h"
 #include "ctl/wake_time_text.h"
@@ -16,9 +13,7 @@ namespace {
 constexpr const char* kNotKnown = "not known, as the service does not answer";
 
 std::string Line(const char* label, const std::string& text) {
-  char start[32];
-  std::snprintf(start, std::size(start), "%-19s ", label);
-  return start + text + "\n";
+  return FormatText("%-19s ", label) + text + "\n";
 }
 
 const char* OnOff(bool on) { return on ? "on" : "off"; }
@@ -75,19 +70,10 @@ std::string StrengthText(const StatusReport& report) {
          (report.strengthHasResult ? "" : ", for which the optimizer has stored nothing yet");
 }
 
-std::optional<std::string> LastRunTime(const StatusReport& report) {
-  tm local;
-  if (!report.lastOptimizerRun || !LocalTimeFromUtc(*report.lastOptimizerRun, local)) {
-    return std::nullopt;
-  }
-  return FormatLocalTime(local);
-}
-
 std::string LastRunText(const StatusReport& report) {
   if (!report.lastOptimizerRun) return "never";
-  std::string time = LastRunTime(report).value_or("at an unreadable time");
-  std::ranges::replace(time, 'T', ' ');
-  return time;
+  const auto time = LocalTimeText(report.lastOptimizerRun);
+  return time ? WithBlank(*time) : "at an unreadable time";
 }
 
 std::string EventsText(const StatusReport& report) {
@@ -100,12 +86,6 @@ std::string EventsText(const StatusReport& report) {
   return text;
 }
 
-template <typename Value, typename ToJson>
-std::string OptionalJson(const std::optional<Value>& value, ToJson toJson) {
-  return value ? toJson(*value) : "null";
-}
-
-std::string BoolJson(bool value) { return value ? "true" : "false"; }
 std::string NumberJson(int64_t value) { return std::to_string(value); }
 
 }  // namespace
@@ -121,7 +101,6 @@ std::string StatusText(const StatusReport& report) {
 
 std::string StatusJson(const StatusReport& report) {
   const auto schemeJson = [](uint32_t scheme) { return JsonString(NameOf(kSchemes, scheme)); };
-  const auto text = [](const std::string& value) { return JsonString(value); };
   const auto alarm = report.alarm ? CalendarText(*report.alarm) : std::nullopt;
   return "{\"answers\":" + BoolJson(report.ping.IsDone()) +
          ",\"service\":" + JsonString(ServiceStateText(report.service)) +
@@ -134,11 +113,11 @@ std::string StatusJson(const StatusReport& report) {
          ",\"scheme\":" + OptionalJson(report.scheme, schemeJson) +
          ",\"power\":" + PowerJson(kSources, report.power) +
          ",\"driverEnabled\":" + OptionalJson(report.driverEnabled, BoolJson) +
-         ",\"alarm\":" + OptionalJson(alarm, text) +
+         ",\"alarm\":" + OptionalJson(alarm, JsonString) +
          ",\"durationMinutes\":" + OptionalJson(report.duration, NumberJson) +
          ",\"strength\":" + NumberJson(report.strength) +
-         ",\"strengthHasResult\":" + BoolJson(report.strengthHasResult) +
-         ",\"lastOptimizerRun\":" + OptionalJson(LastRunTime(report), text) +
+         ",\"strengthHasResult\":" + BoolJson(report.strengthHasResult) + ",\"lastOptimizerRun\":" +
+         OptionalJson(LocalTimeText(report.lastOptimizerRun), JsonString) +
          ",\"events\":" + (report.eventsError != 0 ? "null" : JsonList(report.events, EventJson)) +
          "}\n";
 }

@@ -62,8 +62,7 @@ std::string ReadingText(const TimerReading& reading) {
 
 std::string ReadingJson(const TimerReading& reading) {
   const WakeTime& time = reading.time;
-  const auto calendar = CalendarText(time);
-  return TimerJson(reading.timer) + ",\"time\":" + (calendar ? JsonString(*calendar) : "null") +
+  return TimerJson(reading.timer) + ",\"time\":" + OptionalJson(CalendarText(time), JsonString) +
          ",\"year\":" + std::to_string(time.year) + ",\"month\":" + std::to_string(time.month) +
          ",\"day\":" + std::to_string(time.day) + ",\"hour\":" + std::to_string(time.hour) +
          ",\"minute\":" + std::to_string(time.minute) +

@@ -13,7 +13,6 @@ constexpr int32_t kLastYear = kFirstYear + 0x7F;
 constexpr int32_t kYearOfTm = 1900;
 
 // "YYYY-MM-DD HH:MM"
-constexpr size_t kDateLength = 10;
 constexpr size_t kMinuteLength = 16;
 
 }  // namespace
@@ -36,8 +35,7 @@ std::optional<std::string> CalendarText(const WakeTime& wakeTime) {
   time.tm_year = wakeTime.year + kFirstYear - kYearOfTm;
   tm real;
   if (!TmFromSeconds(SecondsFromTm(time), real)) return std::nullopt;
-  std::string text = FormatLocalTime(real).substr(0, kMinuteLength);
-  text[kDateLength] = ' ';
+  const std::string text = WithBlank(FormatLocalTime(real).substr(0, kMinuteLength));
   // The 31st of April would have come back as another day.
   return ParseWakeTime(text) == wakeTime ? std::optional(text) : std::nullopt;
 }

@@ -7,6 +7,7 @@
 #include "base/numbers.h"
 #include "common/json.h"
 #include "common/local_time.h"
+#include "common/text.h"
 #include "common/utc_time.h"
 #include "event_log/event_log_error.h"
 
@@ -23,34 +24,29 @@ tm TimeOf(const HistoryRecord& record) { return ToTimeLineEvent(record).time; }
 // To the minute.
 std::string MinuteText(const HistoryRecord& record) {
   constexpr size_t kLength = 16;
-  std::string text = FormatLocalTime(TimeOf(record)).substr(0, kLength);
-  std::ranges::replace(text, 'T', ' ');
-  return text;
-}
-
-std::string Counted(size_t count, const char* one, const char* many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
+  return WithBlank(FormatLocalTime(TimeOf(record)).substr(0, kLength));
 }
 
 struct Finding {
-  size_t count;
+  int64_t count;
   const char* member;  // of the JSON object
   const char* one;
   const char* many;
 };
 
 std::vector<Finding> Findings(const EventLogImport& import) {
+  const auto count = [](size_t number) { return static_cast<int64_t>(number); };
   return {
-      {import.log.wakesLeftOut, "wakesLeftOut",
+      {count(import.log.wakesLeftOut), "wakesLeftOut",
        "wake left out: the machine went straight back to sleep",
        "wakes left out: the machine went straight back to sleep"},
-      {import.log.unexpectedEnds, "unexpectedEnds",
+      {count(import.log.unexpectedEnds), "unexpectedEnds",
        "use ended unexpectedly: when the machine was last known to run",
        "uses ended unexpectedly: when the machine was last known to run"},
-      {import.log.clock.corrected, "eventsCorrected",
+      {count(import.log.clock.corrected), "eventsCorrected",
        "event moved by what the clock was set afterwards",
        "events moved by what the clock was set afterwards"},
-      {import.log.clock.leftOut, "eventsLeftOut",
+      {count(import.log.clock.leftOut), "eventsLeftOut",
        "event left out: the clock was wrong and was never set",
        "events left out: the clock was wrong and was never set"},
   };
@@ -100,31 +96,41 @@ LocalClock SystemClock() {
 std::string AddedText(const EventLogImport& import) {
   const size_t added = import.history.added;
   if (added == 0) return "no records";
-  return Counted(added, "record", "records") + ", " + MinuteText(import.history.records.front()) +
-         " to " + MinuteText(import.history.records[added - 1]);
+  return CountText(static_cast<int64_t>(added), "record", "records") + ", " +
+         MinuteText(import.history.records.front()) + " to " +
+         MinuteText(import.history.records[added - 1]);
 }
 
 std::string FindingsText(const EventLogImport& import) {
   std::string text;
   for (const Finding& finding : Findings(import)) {
-    if (finding.count > 0) text += Counted(finding.count, finding.one, finding.many) + "\n";
+    if (finding.count > 0) text += CountText(finding.count, finding.one, finding.many) + "\n";
   }
   return text;
 }
 
-std::string ImportJsonMembers(const EventLogImport& import) {
+std::string ImportText(const EventLogImport& import, const std::string& history) {
+  return history + ": " + std::to_string(import.history.records.size()) +
+         " records; from the event log: " + AddedText(import) + "\n" + FindingsText(import);
+}
+
+std::string LearntText(const std::string& data, bool learnt) {
+  return data + (learnt ? ": learnt\n" : ": left as it is\n");
+}
+
+std::string ImportJson(const EventLogImport& import, bool learnt) {
   const size_t added = import.history.added;
   const auto& records = import.history.records;
   const auto time = [&](size_t record) {
     return added == 0 ? "null" : JsonString(FormatLocalTime(TimeOf(records[record])));
   };
-  std::string json = "\"records\":" + std::to_string(records.size()) +
+  std::string json = "{\"records\":" + std::to_string(records.size()) +
                      ",\"added\":" + std::to_string(added) + ",\"from\":" + time(0) +
                      ",\"to\":" + time(added - 1) + ",\"events\":" + std::to_string(import.events);
   for (const Finding& finding : Findings(import)) {
     json += "," + JsonString(finding.member) + ":" + std::to_string(finding.count);
   }
-  return json;
+  return json + ",\"learnt\":" + BoolJson(learnt) + "}\n";
 }
 
 }  // namespace dozewell

@@ -48,8 +48,14 @@ std::string AddedText(const EventLogImport& import);
 // What was corrected and left out in the log, a line each; empty when nothing was.
 std::string FindingsText(const EventLogImport& import);
 
-// All of it as the members of a JSON object, without the braces.
-std::string ImportJsonMembers(const EventLogImport& import);
+// What a command says that has saved the import in the file `history`, in lines.
+std::string ImportText(const EventLogImport& import, const std::string& history);
+
+// A line on the file `data`: whether the history was learnt into it, or it was there before.
+std::string LearntText(const std::string& data, bool learnt);
+
+// All of it as a JSON object in one line, with its line feed.
+std::string ImportJson(const EventLogImport& import, bool learnt);
 
 }  // namespace dozewell
 

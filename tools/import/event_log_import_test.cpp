@@ -101,10 +101,12 @@ TEST_CASE("an import has what the log tells and what there was") {
   CHECK(import.history.added == 3);
   CHECK(AddedText(import) == "3 records, 1970-01-03 08:00 to 1970-01-04 08:00");
   CHECK(FindingsText(import) == "");
-  CHECK(ImportJsonMembers(import) ==
-        "\"records\":4,\"added\":3,\"from\":\"1970-01-03T08:00:00\","
+  CHECK(ImportText(import, "h.dat") ==
+        "h.dat: 4 records; from the event log: 3 records, 1970-01-03 08:00 to 1970-01-04 08:00\n");
+  CHECK(ImportJson(import, true) ==
+        "{\"records\":4,\"added\":3,\"from\":\"1970-01-03T08:00:00\","
         "\"to\":\"1970-01-04T08:00:00\",\"events\":4,\"wakesLeftOut\":0,\"unexpectedEnds\":0,"
-        "\"eventsCorrected\":0,\"eventsLeftOut\":0");
+        "\"eventsCorrected\":0,\"eventsLeftOut\":0,\"learnt\":true}\n");
 }
 
 TEST_CASE("the history is read as the service reads it") {
@@ -118,8 +120,13 @@ TEST_CASE("the history is read as the service reads it") {
 TEST_CASE("an import that adds nothing says so") {
   const EventLogImport import = Import(TwoDays(), ToHistory("h.dat", Alternating(0, {kDay})));
   CHECK(AddedText(import) == "no records");
-  CHECK(ImportJsonMembers(import).starts_with(
-      "\"records\":1,\"added\":0,\"from\":null,\"to\":null,\"events\":4,"));
+  CHECK(ImportJson(import, false)
+            .starts_with("{\"records\":1,\"added\":0,\"from\":null,\"to\":null,\"events\":4,"));
+}
+
+TEST_CASE("a data file was learnt or left") {
+  CHECK(LearntText("d.z7", true) == "d.z7: learnt\n");
+  CHECK(LearntText("d.z7", false) == "d.z7: left as it is\n");
 }
 
 TEST_CASE("what was corrected and left out is told, in one or many") {

@@ -17,11 +17,7 @@ constexpr const char* kExample =
     "dozewell-replay COMMAND --help explains a command.";
 
 void AddOption(CLI::App& app, const CommandOption& option, Options& options, bool required) {
-  // Taken as it stands, where a variable of its own would have CLI11 interpret some texts.
-  const auto take = [&options, &option](const std::string& text) { options.*option.text = text; };
-  app.add_option_function<std::string>(option.name, take, option.description)
-      ->type_name(option.placeholder)
-      ->required(required);
+  AddText(app, option.name, option.placeholder, option.description, required, options.*option.text);
 }
 
 void AddCommand(CLI::App& program, const Command& command, ParsedCommandLine& parsed) {

@@ -10,6 +10,7 @@
 #include "common/optimizer_inputs.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
+#include "replay/outcomes_text.h"
 
 namespace dozewell::replay {
 namespace {
@@ -25,11 +26,7 @@ std::vector<Choice> AllChoices(const Comparison& comparison) {
 std::string ChoiceJson(const Choice& choice) {
   std::string json = "{\"name\":" + JsonString(choice.name);
   if (!choice.value.empty()) json += ",\"value\":" + JsonString(choice.value);
-  const Outcomes& outcomes = choice.outcomes;
-  return json + ",\"sleepSeconds\":" + std::to_string(outcomes.sleepSeconds) +
-         ",\"hibernateSeconds\":" + std::to_string(outcomes.hibernateSeconds) +
-         ",\"resumesFromSleep\":" + std::to_string(outcomes.resumesFromSleep) +
-         ",\"resumesFromHibernate\":" + std::to_string(outcomes.resumesFromHibernate) + "}";
+  return json + "," + OutcomesJsonMembers(choice.outcomes) + "}";
 }
 
 std::string PaddedRight(std::string text, size_t width) {

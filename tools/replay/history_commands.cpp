@@ -7,17 +7,9 @@
 #include "common/sample_history.h"
 #include "prediction/history_file.h"
 #include "replay/commands.h"
+#include "replay/saved_text.h"
 
 namespace dozewell::replay {
-namespace {
-
-void ReportSaved(const Options& options, size_t records, Results& results) {
-  const std::string count = std::to_string(records);
-  results.output =
-      options.json ? "{\"records\":" + count + "}\n" : *options.out + ": " + count + " records\n";
-}
-
-}  // namespace
 
 void RunMerge(const Options& options, Results& results) {
   const auto now =
@@ -30,13 +22,13 @@ void RunMerge(const Options& options, Results& results) {
   const auto merged =
       MergeHistory(history ? &history->bytes : nullptr, pending, HistoryCutoff(now, limit));
   SaveHistory(options.out.value(), merged);
-  ReportSaved(options, merged.size(), results);
+  results.output = SavedText(options, merged.size());
 }
 
 void RunExport(const Options& options, Results& results) {
   const auto records = WholeRecords(LoadDatHistory(options.history.value()).bytes);
   SaveCsvHistory(options.out.value(), records);
-  ReportSaved(options, records.size(), results);
+  results.output = SavedText(options, records.size());
 }
 
 void RunSample(const Options& options, Results& results) {
@@ -49,7 +41,7 @@ void RunSample(const Options& options, Results& results) {
                                                 std::numeric_limits<uint64_t>::max());
   const auto records = MakeSampleHistory(*kind, days, seed);
   SaveHistory(options.out.value(), records);
-  ReportSaved(options, records.size(), results);
+  results.output = SavedText(options, records.size());
 }
 
 }  // namespace dozewell::replay

@@ -10,6 +10,7 @@
 #include "import/event_log_import.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
+#include "replay/saved_text.h"
 
 namespace dozewell::replay {
 namespace {
@@ -23,9 +24,7 @@ void ImportCsv(const Options& options, Results& results) {
   }
   const auto records = WholeRecords(LoadCsvHistory(*options.history).bytes);
   SaveDatHistory(options.out.value(), records);
-  const std::string count = std::to_string(records.size());
-  results.output =
-      options.json ? "{\"records\":" + count + "}\n" : *options.out + ": " + count + " records\n";
+  results.output = SavedText(options, records.size());
 }
 
 LocalClock ClockOf(const std::optional<std::string>& zone) {
@@ -64,18 +63,11 @@ void ImportEventLog(const Options& options, Results& results) {
   if (learning) learning->Commit();
 
   if (options.json) {
-    results.output =
-        "{" + ImportJsonMembers(import) + ",\"learnt\":" + (learning ? "true" : "false") + "}\n";
+    results.output = ImportJson(import, learning.has_value());
     return;
   }
-  results.output = out + ": " + std::to_string(import.history.records.size()) +
-                   " records; from the event log: " + AddedText(import) + "\n" +
-                   FindingsText(import);
-  if (learning) {
-    results.output += *options.data + ": learnt\n";
-  } else if (options.data) {
-    results.output += *options.data + ": left as it is\n";
-  }
+  results.output = ImportText(import, out);
+  if (options.data) results.output += LearntText(*options.data, learning.has_value());
 }
 
 }  // namespace

@@ -1,13 +1,8 @@
-#include <fcntl.h>
-#include <io.h>
 #include <windows.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <string>
-#include <vector>
 
-#include "base/utf8.h"
+#include "common/program_start.h"
 #include "replay/replay.h"
 
 namespace {
@@ -28,11 +23,7 @@ bool MessagesGoToConsole() {
 }  // namespace
 
 extern "C" int wmain(int argc, wchar_t** argv) {
-  // Line feeds stay as they are: the output is the same on every system.
-  _setmode(_fileno(stdout), _O_BINARY);
-  _setmode(_fileno(stderr), _O_BINARY);
-  std::vector<std::string> arguments;
-  for (int i = 1; i < argc; ++i) arguments.push_back(dozewell::NarrowToUtf8(argv[i]));
+  const auto arguments = dozewell::StartProgram(argc, argv);
   const wchar_t* noColour = _wgetenv(L"NO_COLOR");
   const bool colour = (noColour == nullptr || *noColour == L'\0') && SwitchColoursOn();
   return dozewell::replay::RunReplay(arguments, {colour, MessagesGoToConsole()});

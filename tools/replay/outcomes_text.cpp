@@ -4,11 +4,15 @@
 
 namespace dozewell::replay {
 
-std::string OutcomesJson(const Outcomes& outcomes) {
-  return "{\"sleepSeconds\":" + std::to_string(outcomes.sleepSeconds) +
+std::string OutcomesJsonMembers(const Outcomes& outcomes) {
+  return "\"sleepSeconds\":" + std::to_string(outcomes.sleepSeconds) +
          ",\"hibernateSeconds\":" + std::to_string(outcomes.hibernateSeconds) +
          ",\"resumesFromSleep\":" + std::to_string(outcomes.resumesFromSleep) +
-         ",\"resumesFromHibernate\":" + std::to_string(outcomes.resumesFromHibernate) + "}";
+         ",\"resumesFromHibernate\":" + std::to_string(outcomes.resumesFromHibernate);
+}
+
+std::string OutcomesJson(const Outcomes& outcomes) {
+  return "{" + OutcomesJsonMembers(outcomes) + "}";
 }
 
 std::string OutcomesText(const Outcomes& outcomes) {

@@ -7,6 +7,9 @@
 
 namespace dozewell::replay {
 
+// The outcomes as the members of a JSON object, without its braces.
+std::string OutcomesJsonMembers(const Outcomes& outcomes);
+
 // The outcomes as a JSON object.
 std::string OutcomesJson(const Outcomes& outcomes);
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <iterator>
 #include <optional>
 
 #include "common/cycle_cells.h"
+#include "common/format_text.h"
 
 namespace dozewell::replay {
 namespace {
@@ -56,9 +56,7 @@ std::string Ruler(const CycleCells& cells) {
   std::string ruler;
   for (size_t cell = 0; cell < cells.rows.front().cells.size(); cell += kCellsPerLabel) {
     const int minutes = static_cast<int>(cell) * cells.cellMinutes;
-    char label[32];
-    std::snprintf(label, std::size(label), "%02d:%02d ", minutes / 60, minutes % 60);
-    ruler += label;
+    ruler += FormatText("%02d:%02d ", minutes / 60, minutes % 60);
   }
   ruler.back() = '\n';
   return ruler;

@@ -18,7 +18,7 @@ std::vector<Stretch> CutToDay(std::span<const Stretch> stretches, int64_t midnig
   std::vector<Stretch> parts;
   for (const Stretch& stretch : stretches) {
     const int64_t start = std::max(stretch.start, midnight);
-    const int64_t end = std::min(stretch.end, midnight + kDaySeconds);
+    const int64_t end = std::min(stretch.end, midnight + kSecondsPerDay);
     if (start < end) parts.push_back({start, end, stretch.kind});
   }
   return parts;
@@ -26,7 +26,7 @@ std::vector<Stretch> CutToDay(std::span<const Stretch> stretches, int64_t midnig
 
 // The end of a day is written as 24:00.
 std::string EndText(int64_t end, int64_t midnight) {
-  return end == midnight + kDaySeconds ? "24:00" : TimeText(TimeOf(end));
+  return end == midnight + kSecondsPerDay ? "24:00" : TimeText(TimeOf(end));
 }
 
 std::string Summary(std::span<const StretchKind> kinds, const std::vector<Stretch>& parts) {
@@ -44,8 +44,8 @@ std::string Summary(std::span<const StretchKind> kinds, const std::vector<Stretc
 }
 
 std::string Bar(const StretchKind& kind, const Stretch& part, int64_t midnight) {
-  const std::string place = "left:" + CssPercent(part.start - midnight, kDaySeconds) +
-                            ";width:" + CssPercent(part.end - part.start, kDaySeconds);
+  const std::string place = "left:" + CssPercent(part.start - midnight, kSecondsPerDay) +
+                            ";width:" + CssPercent(part.end - part.start, kSecondsPerDay);
   const std::string title = std::string(kind.name) + ", " + TimeText(TimeOf(part.start)) + " to " +
                             EndText(part.end, midnight);
   return HtmlElement("i", {{"class", kind.cssClass}, {"style", place}, {"title", title}}, "");
@@ -80,7 +80,7 @@ std::string DayStrips(std::string_view caption, std::span<const StretchKind> kin
                             HtmlElement("span", {{"class", "unseen"}}, "Hours") + HourAxis()));
   std::string rows;
   for (int day = 0; day < days; ++day) {
-    const int64_t midnight = firstDay + day * kDaySeconds;
+    const int64_t midnight = firstDay + day * kSecondsPerDay;
     rows += DayRow(kinds, CutToDay(stretches, midnight), midnight);
   }
   return HtmlElement("ul", {{"class", "legend"}}, legend) +

@@ -9,8 +9,6 @@
 
 namespace dozewell::report {
 
-constexpr int64_t kDaySeconds = 86400;
-
 // What a stretch of time can be.
 struct StretchKind {
   const char* cssClass;

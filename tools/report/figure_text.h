@@ -21,9 +21,6 @@ tm TimeOf(int64_t seconds);
 // "62" of 0.62.
 std::string PercentText(double share);
 
-// "1 resume", "2 resumes".
-std::string CountText(int64_t count, const char* singular, const char* plural);
-
 // "a fixed timeout of 180 minutes", for 0 seconds one that never ends.
 std::string TimeoutText(int64_t seconds);
 

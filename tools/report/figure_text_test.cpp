@@ -20,8 +20,6 @@ TEST_CASE("numbers are written with their words") {
   CHECK(PercentText(0) == "0");
   CHECK(PercentText(0.625) == "63");
   CHECK(PercentText(1) == "100");
-  CHECK(CountText(1, "time", "times") == "1 time");
-  CHECK(CountText(0, "time", "times") == "0 times");
   CHECK(TimeoutText(0) == "never hibernating");
   CHECK(TimeoutText(60) == "a fixed timeout of 1 minute");
   CHECK(TimeoutText(10800) == "a fixed timeout of 180 minutes");

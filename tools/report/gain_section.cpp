@@ -6,6 +6,7 @@
 
 #include "common/hours_text.h"
 #include "common/html.h"
+#include "common/text.h"
 #include "report/figure_text.h"
 #include "report/section.h"
 

@@ -62,14 +62,14 @@ std::string List(const std::vector<PredictedIdleness>& predicted) {
 
 std::string OutlookSection(ArbitraryCycleProbabilityTracker& tracker, const tm& now) {
   const int64_t seconds = SecondsFromTm(now);
-  const int64_t firstDay = seconds - seconds % kDaySeconds;
-  const int64_t end = std::min(firstDay + kDaysAhead * kDaySeconds, kLastSecond + 1);
+  const int64_t firstDay = seconds - seconds % kSecondsPerDay;
+  const int64_t end = std::min(firstDay + kDaysAhead * kSecondsPerDay, kLastSecond + 1);
   const auto predicted = PredictIdleness(tracker, now, end);
   const std::string figure = predicted.empty()
                                  ? Paragraph("Nothing is predicted; the evidence above says why.")
                                  : DayStrips("What is predicted for each day", kPredictedKinds,
                                              Stretches(predicted, seconds, end), firstDay,
-                                             static_cast<int>((end - firstDay) / kDaySeconds)) +
+                                             static_cast<int>((end - firstDay) / kSecondsPerDay)) +
                                        List(predicted);
   return Section("outlook", "The next days",
                  "When the machine, left alone, is expected to lie idle and when to be needed, by "

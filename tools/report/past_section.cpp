@@ -53,11 +53,11 @@ std::string PastSection(const SimTimeLine& timeLine) {
   const std::vector<Stretch> stretches = PastStretches(timeLine);
   std::string figure = Paragraph("The history is too short to replay.");
   if (!stretches.empty()) {
-    const int64_t firstDay = stretches.front().start / kDaySeconds;
-    const int64_t lastDay = (stretches.back().end - 1) / kDaySeconds;
+    const int64_t firstDay = stretches.front().start / kSecondsPerDay;
+    const int64_t lastDay = (stretches.back().end - 1) / kSecondsPerDay;
     const int64_t days = std::min(lastDay - firstDay + 1, kMostDays);
     figure = DayStrips("What the machine did on each day", kPastKinds, stretches,
-                       (lastDay - days + 1) * kDaySeconds, static_cast<int>(days));
+                       (lastDay - days + 1) * kSecondsPerDay, static_cast<int>(days));
   }
   return Section("past", "The recorded past",
                  "When it was in use is recorded; when it slept, hibernated and was woken is "

@@ -8,6 +8,7 @@
 #include "common/comparison.h"
 #include "common/html.h"
 #include "common/simulated_parameters.h"
+#include "common/text.h"
 #include "optimizer/simulator/simulator.h"
 #include "report/figure_text.h"
 #include "report/gain_section.h"

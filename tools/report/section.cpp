@@ -1,8 +1,6 @@
 #include "report/section.h"
 
-#include <cstdio>
-#include <iterator>
-
+#include "common/format_text.h"
 #include "common/html.h"
 
 namespace dozewell::report {
@@ -22,9 +20,7 @@ std::string Paragraph(std::string_view text) { return HtmlElement("p", HtmlText(
 std::string HourAxis() {
   std::string hours;
   for (int hour = 0; hour < 24; hour += 3) {
-    char label[16];
-    std::snprintf(label, std::size(label), "%02d", hour);
-    hours += HtmlElement("span", label);
+    hours += HtmlElement("span", FormatText("%02d", hour));
   }
   return HtmlElement("div", {{"class", "axis"}, {"aria-hidden", "true"}}, hours);
 }

@@ -2,13 +2,11 @@
 
 #include <cstdint>
 
+#include "common/day_names.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 
 namespace dozewell::report {
 namespace {
-
-constexpr const char* kDayNames[] = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
-constexpr int kThursday = 3;  // day 0 of the cycle
 
 // With a blank that no line breaks at.
 constexpr const char* kPercent = "\u00A0%";
@@ -17,9 +15,10 @@ constexpr const char* kPercent = "\u00A0%";
 std::string GroupText(const DayGroups& groups, int group) {
   std::string text;
   for (int i = 0; i < kDaysInWeek; ++i) {
-    if (groups.GroupOf((i + kDaysInWeek - kThursday) % kDaysInWeek) != group) continue;
+    const int day = CycleDayFromMonday(i);
+    if (groups.GroupOf(day) != group) continue;
     if (!text.empty()) text += ", ";
-    text += kDayNames[i];
+    text += CycleDayName(day);
   }
   return text;
 }

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
-#include <iterator>
 #include <optional>
 
 #include "common/cycle_cells.h"
+#include "common/format_text.h"
 #include "common/html.h"
 #include "report/figure_text.h"
 #include "report/section.h"
@@ -18,11 +17,7 @@ constexpr const char* kId = "week";
 constexpr const char* kTitle = "How likely it is in use";
 constexpr size_t kCellsPerLabel = 6;
 
-std::string ClockText(int minutes) {
-  char text[32];
-  std::snprintf(text, std::size(text), "%02d:%02d", minutes / 60, minutes % 60);
-  return text;
-}
+std::string ClockText(int minutes) { return FormatText("%02d:%02d", minutes / 60, minutes % 60); }
 
 // Narrow where it can be: a phone has little room.
 std::string LabelText(int minutes) {

@@ -2,12 +2,12 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstdio>
-#include <iterator>
 #include <optional>
 
+#include "common/format_text.h"
 #include "common/hours_text.h"
 #include "common/html.h"
+#include "common/text.h"
 #include "optimizer/best_set.h"
 #include "report/figure_text.h"
 #include "report/section.h"
@@ -17,10 +17,7 @@ namespace dozewell::report {
 namespace {
 
 std::string ScoreText(float score) {
-  if (std::isnan(score)) return "no score";
-  char text[64];
-  std::snprintf(text, std::size(text), "%.2f", static_cast<double>(score));
-  return text;
+  return std::isnan(score) ? "no score" : FormatText("%.2f", static_cast<double>(score));
 }
 
 std::string WeightText(int32_t weight) {

@@ -3,11 +3,10 @@
 #include <tlhelp32.h>
 
 #include <cwchar>
-#include <memory>
-#include <type_traits>
 #include <vector>
 
 #include "base/utf8.h"
+#include "common/system_handle.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
 
@@ -16,18 +15,13 @@ namespace {
 
 constexpr uint32_t kLongestWaitMs = 30'000;
 
-struct HandleCloser {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
-
 std::vector<DWORD> ProcessesOf(const wchar_t* program) {
   std::vector<DWORD> found;
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   if (snapshot == INVALID_HANDLE_VALUE) {
     throw SystemError("the system does not tell its processes", GetLastError());
   }
-  const Handle owner(snapshot);
+  const SystemHandle owner(snapshot);
   PROCESSENTRY32W process = {};
   process.dwSize = sizeof(process);
   for (BOOL more = Process32FirstW(snapshot, &process); more != 0;
@@ -41,7 +35,7 @@ std::vector<DWORD> ProcessesOf(const wchar_t* program) {
 
 void AwaitEndOf(const wchar_t* program, uint32_t milliseconds) {
   for (const DWORD id : ProcessesOf(program)) {
-    const Handle process(OpenProcess(SYNCHRONIZE, FALSE, id));
+    const SystemHandle process(OpenProcess(SYNCHRONIZE, FALSE, id));
     // One that cannot be opened has ended meanwhile.
     if (process != nullptr && WaitForSingleObject(process.get(), milliseconds) != WAIT_OBJECT_0) {
       throw SystemError(NarrowToUtf8(program) + " still runs", WAIT_TIMEOUT);

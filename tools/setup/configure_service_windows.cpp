@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "base/wall_clock.h"
 #include "service/service_host.h"
 #include "service/service_manager.h"
 #include "setup/system_error.h"
@@ -10,8 +11,7 @@
 namespace dozewell::setup {
 namespace {
 
-constexpr DWORD kMinute = 60'000;     // in milliseconds
-constexpr DWORD kDay = 24 * 60 * 60;  // in seconds
+constexpr DWORD kMinuteMs = 60'000;
 
 }  // namespace
 
@@ -22,11 +22,11 @@ void ConfigureService() {
   if (service == nullptr) throw SystemError("the service cannot be opened", LastSystemError());
 
   SetDelayedAutoStart(service.get());
-  SC_ACTION restarts[] = {{SC_ACTION_RESTART, 1 * kMinute},
-                          {SC_ACTION_RESTART, 5 * kMinute},
-                          {SC_ACTION_RESTART, 15 * kMinute}};
+  SC_ACTION restarts[] = {{SC_ACTION_RESTART, 1 * kMinuteMs},
+                          {SC_ACTION_RESTART, 5 * kMinuteMs},
+                          {SC_ACTION_RESTART, 15 * kMinuteMs}};
   SERVICE_FAILURE_ACTIONSW onFailure = {};
-  onFailure.dwResetPeriod = kDay;
+  onFailure.dwResetPeriod = static_cast<DWORD>(kSecondsPerDay);
   onFailure.cActions = static_cast<DWORD>(std::size(restarts));
   onFailure.lpsaActions = restarts;
   if (ChangeServiceConfig2W(static_cast<SC_HANDLE>(service.get()), SERVICE_CONFIG_FAILURE_ACTIONS,

@@ -1,12 +1,8 @@
-#include <fcntl.h>
-#include <io.h>
-
-#include <cstdio>
 #include <string>
-#include <vector>
 
 #include "base/utf8.h"
 #include "common/messages.h"
+#include "common/program_start.h"
 #include "diagnostics/event_log.h"
 #include "diagnostics/event_writer.h"
 #include "setup/restore.h"
@@ -39,9 +35,5 @@ void Report(const std::string& message) {
 }  // namespace
 
 extern "C" int wmain(int argc, wchar_t** argv) {
-  // Line feeds stay as they are, as in all our programs.
-  _setmode(_fileno(stderr), _O_BINARY);
-  std::vector<std::string> arguments;
-  for (int i = 1; i < argc; ++i) arguments.push_back(dozewell::NarrowToUtf8(argv[i]));
-  return dozewell::setup::RunSetup(arguments, kSteps, Report);
+  return dozewell::setup::RunSetup(dozewell::StartProgram(argc, argv), kSteps, Report);
 }

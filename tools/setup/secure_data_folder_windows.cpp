@@ -8,6 +8,7 @@
 #include <string>
 
 #include "base/utf8.h"
+#include "common/system_handle.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "settings/data_folder.h"
@@ -28,11 +29,6 @@ struct LocalFreer {
   void operator()(void* memory) const { LocalFree(memory); }
 };
 using LocalMemory = std::unique_ptr<void, LocalFreer>;
-
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
 
 [[noreturn]] void Fail(const std::wstring& path, uint32_t error) {
   throw SystemError(NarrowToUtf8(path) + ": cannot be made safe", error);
@@ -84,7 +80,7 @@ bool IsTrusted(PSID account) {
   }
   HANDLE opened = nullptr;
   if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened) == 0) return false;
-  const Handle token(opened);
+  const SystemHandle token(opened);
   alignas(TOKEN_USER) std::array<BYTE, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user;
   DWORD size = 0;
   return GetTokenInformation(token.get(), TokenUser, user.data(), static_cast<DWORD>(user.size()),
@@ -113,12 +109,12 @@ bool IsOfKind(HANDLE file, Kind kind) {
 }
 
 // Opens a link itself instead of what it leads to.
-Handle OpenAsItIs(const std::wstring& path) {
+SystemHandle OpenAsItIs(const std::wstring& path) {
   const HANDLE file =
       CreateFileW(path.c_str(), READ_CONTROL | WRITE_DAC | WRITE_OWNER | FILE_READ_ATTRIBUTES,
                   FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                   FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  return Handle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+  return SystemHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
 void MoveAside(const std::wstring& path) {
@@ -136,7 +132,7 @@ void MoveAside(const std::wstring& path) {
 // Makes safe what is there. False when it was not to be trusted and was moved aside.
 bool KeepIfTrusted(const std::wstring& path, Kind kind, const SafeAccess& access) {
   {
-    const Handle file = OpenAsItIs(path);
+    const SystemHandle file = OpenAsItIs(path);
     const DWORD error = GetLastError();
     // Whoever keeps the system out is not trusted.
     if (file == nullptr && error != ERROR_ACCESS_DENIED) Fail(path, error);

@@ -1,0 +1,9 @@
+#include <windows.h>
+
+#include "common/system_handle.h"
+
+namespace dozewell {
+
+void SystemHandleCloser::operator()(void* handle) const { CloseHandle(handle); }
+
+}  // namespace dozewell
