@@ -272,7 +272,7 @@ def test_status_without_a_service(machine):
 
 def test_watch_where_there_is_no_event_log(machine):
     machine.fails(1, "the event log cannot be watched (error 120)", "watch")
-    contains(machine.ctl("status")[1], "Last events         not to be read (error 120)\n")
+    contains(machine.ctl("status")[1], "Last events         could not be read (error 120)\n")
 
 
 def test_explanation_without_settings(machine):
@@ -349,8 +349,8 @@ def test_explanation_of_what_is_not_done(machine):
     machine.write_setting("\\Current", "DisablePrediction", "REG_DWORD", 1)
     machine.works("explain", warnings=[
         r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened",
-        "the feature is off, so nothing of this is done",
-        "DisablePrediction is 1, so nothing of this is done"])
+        "the feature is off, so the service does none of this",
+        "DisablePrediction is 1, so the service does none of this"])
 
 
 def test_import_where_there_is_no_event_log(machine):
@@ -479,7 +479,7 @@ def test_status_of_a_service_in_a_console(machine):
         out = machine.works("status")
         equal([line for line in out.splitlines() if len(line) > 100], [])
         equal(out.splitlines()[:5], [
-            "Service             not installed, but one answers, as from a console",
+            "Service             not installed, but one answers; it may run in a console",
             "Feature             on",
             "Start attempts      0 of 0: the controller starts with the service",
             "Controller          should run: the feature is on and enough start attempts were made",

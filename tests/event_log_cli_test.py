@@ -129,8 +129,8 @@ def test_a_week_of_a_laptop(tool):
     equal(out, "h.dat: 24 records; from the event log: 24 records, 2026-10-19 07:58 to "
                "2026-10-26 08:41\n"
                "2 wakes left out: the machine went straight back to sleep\n"
-               "1 use ended unexpectedly: when the machine was last known to run\n"
-               "1 event moved by what the clock was set afterwards\n")
+               "1 use ended unexpectedly; its end is when the machine was last known to run\n"
+               "1 event moved by as much as the clock was set afterwards\n")
 
 
 def test_the_order_of_a_log_does_not_matter(tool):
@@ -153,7 +153,7 @@ def test_a_clock_that_was_wrong(tool):
     equal(imported(tool, "clock.xml", "UTC0"),
           (CLOCK, "h.dat: 6 records; from the event log: 6 records, 2026-06-01 08:00 to "
                   "2026-06-04 12:00\n"
-                  "7 events moved by what the clock was set afterwards\n"
+                  "7 events moved by as much as the clock was set afterwards\n"
                   "6 events left out: the clock was wrong and was never set\n"))
 
 

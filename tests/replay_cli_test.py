@@ -434,7 +434,7 @@ def test_a_cycle_without_whole_days_has_no_picture(tool):
     tool.write("s.ini", SETTINGS.replace("DaysInCycle=1", "DaysInCycle=-1")
                .replace("MinutesInDay=1440", "MinutesInDay=-60"))
     tool.write("d.z7", header(days=-1, minutes=-60, slots=2) + 2 * NOTHING_KNOWN)
-    tool.fails("no picture of a cycle that is not one of whole days of up to 100 hours",
+    tool.fails("only a cycle of whole days of up to 100 hours has a picture",
                "week", "--data", "d.z7", "--settings", "s.ini")
 
 

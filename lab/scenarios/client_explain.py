@@ -88,8 +88,8 @@ def what_is_not_done_is_warned_of(machine):
     machine.registry.write("EnableZ7Feature", 0)
     machine.registry.write("DisablePrediction", 1)
     expect(_output(machine, EVENING, error=(
-        "dozewellctl: warning: the feature is off, so nothing of this is done\n"
-        "dozewellctl: warning: DisablePrediction is 1, so nothing of this is done\n")),
+        "dozewellctl: warning: the feature is off, so the service does none of this\n"
+        "dozewellctl: warning: DisablePrediction is 1, so the service does none of this\n")),
         explained, "explanation")
 
 

@@ -50,7 +50,7 @@ def all_is_shown_on_one_screen(machine):
         "  1, the duration   1 h 26 min\n"
         "Strength            2\n"
         "Last optimizer run  2026-01-01 01:30:00\n"
-        f"Last events         not to be read (error {NO_EVENT_LOG})\n"))
+        f"Last events         could not be read (error {NO_EVENT_LOG})\n"))
     power = {"displayOffMinutes": 10, "sleepAfterMinutes": 30, "hibernateAfterMinutes": 180,
              "allowWakeTimers": 1, "allowHybridSleep": 0}
     expect(_status(machine), {
@@ -85,12 +85,12 @@ def what_the_machine_does_not_have_is_told(machine):
         "Start attempts      0 of 0: the controller starts with the service\n"
         "Controller          should run: the feature is on and enough start attempts were made\n"
         "Predictions         off, as DisablePrediction is 1\n"
-        "Power scheme        not balanced, power-saver or high-performance, or not to be read\n" +
+        "Power scheme        not balanced, power-saver or high-performance, or could not be read\n" +
         POWER +
         "Wake timers         none: the driver does not answer\n"
         "Strength            0, for which the optimizer has stored nothing yet\n"
         "Last optimizer run  never\n"
-        f"Last events         not to be read (error {NO_EVENT_LOG})\n"))
+        f"Last events         could not be read (error {NO_EVENT_LOG})\n"))
 
 
 def what_cannot_be_read_at_the_moment_is_left_out(machine):

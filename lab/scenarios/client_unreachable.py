@@ -13,7 +13,7 @@ STOPPING = "the service is stopping; once it has, net start DozewellService star
 NOT_ANSWERING = ("the service runs but does not answer (error 1722); its events may say why "
                  "(dozewellctl status), and net stop and net start DozewellService restart it")
 WENT_AWAY = ("the service went away during the call (error 1726), which it may or may not have "
-             "carried out; dozewellctl status shows what holds")
+             "carried out; dozewellctl status shows which")
 
 FREE_OF_TIMERS = "The driver's wake timers are not enabled.\n"
 
@@ -132,6 +132,6 @@ def a_service_in_a_console_answers(machine):
     status = machine.client.run("status")
     expect(status.exit_code, DONE, "exit code of status")
     expect(status.output.splitlines()[0],
-           "Service             not installed, but one answers, as from a console", "first line")
+           "Service             not installed, but one answers; it may run in a console", "first line")
     machine.press_ctrl_c(console)
     failed(machine, "driver", NOT_INSTALLED, NOT_REACHABLE)

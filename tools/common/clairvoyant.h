@@ -9,10 +9,10 @@
 namespace dozewell {
 
 // The time line of a history with the best prediction for every sleep, made by someone who knows
-// when it ends: hibernation from the first slot's start on, and sleep again from the start of the
-// last slot before the user comes, where an idle stretch is left between. Every resume is from
-// sleep, and no prediction that keeps it so hibernates longer. Throws what SimulateFixedTimeout
-// throws.
+// when it ends. The machine hibernates from the start of the next slot on, and sleeps again from
+// the start of the last slot before the user comes, if the time between is long enough for an idle
+// stretch. So every resume is from sleep, and no other prediction that achieves this hibernates
+// longer. Throws what SimulateFixedTimeout throws.
 SimTimeLine SimulateClairvoyant(std::span<const HistoryRecord> history);
 
 }  // namespace dozewell

@@ -58,7 +58,7 @@ TEST_CASE("a clairvoyant leaves a sleep alone that has no idle stretch of 30 min
   CHECK(Within(SimRecord(1, 0, 17, 4), SimRecord(0, 0, 17, 5)).empty());
 }
 
-TEST_CASE("a clairvoyant says nothing about a sleep that nothing follows") {
+TEST_CASE("a clairvoyant predicts nothing for a sleep that nothing follows") {
   CHECK(SimTexts(SimulateClairvoyant(std::vector{SimRecord(0, 0, 8), SimRecord(1, 0, 9),
                                                  SimRecord(0, 0, 9, 5), SimRecord(1, 1, 0)})) ==
         std::vector<std::string>{"0 08:00 0", "0 09:00 2", "0 09:05 0", "1 00:00 2"});
@@ -71,7 +71,7 @@ TEST_CASE("a clairvoyant refuses codes as a fixed timeout does") {
   CHECK_THROWS_AS(SimulateClairvoyant(history), FixedTextException);
 }
 
-TEST_CASE("nothing that predicts hibernates longer than a clairvoyant without a wait") {
+TEST_CASE("no predictor hibernates longer than a clairvoyant, unless its user waits") {
   // What a wait can save at most: all of a sleep that has no idle stretch.
   constexpr int64_t kSecondsPerWait = 50 * 60;
   RandomHistories random(1);

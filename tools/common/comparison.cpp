@@ -18,7 +18,7 @@ Outcomes OutcomesOf(const SimTimeLine& timeLine) {
   return outcomes;
 }
 
-// What the service does once the set is the chosen one.
+// The outcomes once the service uses this result.
 Outcomes Adopted(const BestSet& best, std::span<const HistoryRecord> history,
                  const Comparison& comparison) {
   if (best.value == kNoBestSet) return comparison.baseline;

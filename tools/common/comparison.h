@@ -24,24 +24,23 @@ struct Choice {
   bool operator==(const Choice&) const = default;
 };
 
-// What a history would have come to, with timeouts that a user can set, with predictions, and with
-// the best that anyone could do.
+// The outcomes of one history with timeouts that a user can set, with predictions, and with the
+// best predictions possible.
 struct Comparison {
-  std::vector<Choice> fixed;  // hibernate-after timeouts, from the shortest to never
-  Choice settings;            // the parameters as they are
-  std::vector<Choice>
-      adopted;  // what the service does with each result of a search, in their order
+  std::vector<Choice> fixed;    // hibernate-after timeouts, from the shortest to never
+  Choice settings;              // the parameters as they are
+  std::vector<Choice> adopted;  // what the service makes of each result of a search
   Choice clairvoyant;
 
   Outcomes baseline;  // the timeout that the search measures its sets against
-  uint64_t sets;      // how many of those there are
+  uint64_t sets;      // how many sets were searched
   std::vector<BestSet> best;
 };
 
-// The parameters that a result of a search stands for; nothing when there are none.
+// The parameters of a result of a search; nothing when it has none.
 std::optional<ParameterSet> SetOf(const BestSet& best);
 
-// Simulates all of it. The search takes ranges and weights from the configuration. Throws what a
+// Makes the comparison. The search takes ranges and weights from the configuration. Throws what a
 // simulation throws.
 Comparison Compare(std::span<const HistoryRecord> history, IConfigurations& configuration,
                    int64_t hibernateAfterSeconds);

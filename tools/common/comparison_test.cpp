@@ -40,7 +40,7 @@ Outcomes Predicted(IConfigurations& configuration, const char* low) {
 
 }  // namespace
 
-TEST_CASE("a comparison has what each way of spending the sleeps comes to") {
+TEST_CASE("a comparison has the outcomes of each choice") {
   fakes::Configurations configuration = WithRanges();
   const Comparison comparison = Compare(Mornings(kDays), configuration, 2 * kHour);
   CHECK(comparison.fixed == std::vector<Choice>{{"10 minutes", "", Fixed(600)},
@@ -71,9 +71,9 @@ TEST_CASE("an adopted set is simulated as the service will run it") {
   CHECK(comparison.adopted[0].outcomes.resumesFromSleep > 0);
 }
 
-TEST_CASE("where no set is good enough, the timeout is what is left") {
+TEST_CASE("where no set is good enough, the timeout stays") {
   fakes::Configurations configuration = WithRanges();
-  // Ten minutes of sleep a night cannot be beaten for someone who only saves.
+  // Where only power counts, ten minutes of sleep a night cannot be beaten.
   configuration.values["WR"] = "0";
   const Comparison comparison = Compare(Mornings(kDays), configuration, 60);
   CHECK(comparison.adopted == std::vector<Choice>{{"Best0", "-1", comparison.baseline}});

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kMostCells = 48;
 constexpr int kMinutesInRealDay = 1440;
-// What the hours of a label have room for.
+// Labels have two digits for the hour.
 constexpr int kMostMinutesInDay = 100 * 60;
 
 struct Cycle {
@@ -43,7 +43,7 @@ std::optional<double> Cycle::Mean(int day, int firstMinute) const {
   for (int minute = firstMinute; minute < end; ++minute) {
     const int64_t slot = firstSlot + minute / shape.minutesPerSlot;
     const float probability = probabilities[static_cast<size_t>(slot)];
-    // Not-a-number, which weights without a sum give, tells nothing either.
+    // Weights whose sum is 0 give not-a-number, which tells nothing either.
     if (probability == kUnknownProbability || std::isnan(probability)) continue;
     sum += std::clamp(probability, 0.0F, 1.0F);
     ++known;

@@ -23,7 +23,7 @@ struct CycleCells {
 };
 
 // A cell is the mean of what is known about its minutes. `probabilities` are those of all slots.
-// Nothing for a cycle that is not one of whole days of up to 100 hours.
+// Nothing unless the cycle consists of whole days of up to 100 hours each.
 std::optional<CycleCells> MakeCycleCells(const CycleShape& shape,
                                          std::span<const float> probabilities);
 

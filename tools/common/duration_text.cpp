@@ -13,7 +13,7 @@ namespace {
 constexpr int64_t kMinutesInHour = 60;
 constexpr int64_t kMinutesInDay = 24 * kMinutesInHour;
 
-// More than any number that is asked for, and far from what 64 bits hold.
+// More than any duration that is needed, and so little that sums fit in 64 bits.
 constexpr int64_t kMostOfAUnit = int64_t{1} << 32;
 
 struct Unit {
@@ -22,7 +22,7 @@ struct Unit {
 };
 constexpr Unit kUnits[] = {{"d", kMinutesInDay}, {"h", kMinutesInHour}, {"min", 1}, {"m", 1}};
 
-// Takes what is in front of `text` as long as `belongs` holds.
+// Removes the leading characters that `belongs` accepts from `text`, and returns them.
 template <typename Belongs>
 std::string_view Take(std::string_view& text, Belongs belongs) {
   const auto end = std::find_if_not(text.begin(), text.end(), belongs);

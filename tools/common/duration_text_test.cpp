@@ -39,7 +39,7 @@ TEST_CASE("a duration is shown with the units that it needs") {
   CHECK(DurationText(4294967295) == "2982616 d 04 h 15 min");
 }
 
-TEST_CASE("what is shown can be given") {
+TEST_CASE("a duration can be given as it is shown") {
   for (const int64_t minutes : {0, 59, 60, 185, 1440, 1048575}) {
     CHECK(ParseDuration(DurationText(minutes)) == minutes);
   }

@@ -38,8 +38,8 @@ std::string Observation(int32_t observation) {
   }
 }
 
-// Days without older observations take one off both numbers of their group, which can leave
-// numbers that make no sense as counts.
+// A day without older observations takes 1 off both numbers of its group, so the numbers may make
+// no sense as counts.
 bool MakesSense(const Observations& observations) {
   return observations.sum >= 0 && observations.sum <= observations.count && observations.count > 0;
 }
@@ -50,7 +50,7 @@ std::string OlderObservations(const Observations& observations) {
                     observations.count);
 }
 
-// One line for slots in a row of which the same is known.
+// Appends a table with one line for consecutive slots of which the same is known.
 void AppendEvidence(const SearchExplanation& search, int32_t minutesPerSlot, std::string& text) {
   text += FormatText(kEvidenceLine, "slot", "probability", "last", "second-last", "older");
   size_t lines = 0;
@@ -82,7 +82,7 @@ void AppendEvidence(const SearchExplanation& search, int32_t minutesPerSlot, std
   if (footnote) text += "    * Every day without older observations takes 1 off both numbers.\n";
 }
 
-// Why a search found nothing, apart from reasons of its own.
+// Why a search found nothing, for reasons that both kinds of search share.
 std::string CommonReason(const SearchExplanation& search, const Explanation& explanation) {
   if (search.end == SearchEnd::TooFewSlots) return "the cycle has no other slot than this one";
   return "nothing is known yet about the slot at " + Date(search.slots.front().start) +

@@ -31,7 +31,7 @@ TEST_CASE("not-a-number has no sign, infinity does") {
   CHECK(FloatText(-kFloatInfinity) == "-inf");
 }
 
-TEST_CASE("JSON has null for what is no finite number") {
+TEST_CASE("a number that is not finite is null in JSON") {
   CHECK(FloatJson(0.1F) == "0.100000001");
   CHECK(FloatJson(-1.0F) == "-1");
   CHECK(FloatJson(-std::numeric_limits<float>::quiet_NaN()) == "null");

@@ -16,12 +16,13 @@ struct CsvRecord {
   int line;  // counted from 1
 };
 
-// The records of a CSV history, as they stand. Its columns are a time, in wall-clock seconds or as
-// an ISO local time, and whether the machine went to sleep; a first line that names the columns is
-// passed over, as are blank lines. Throws ToolError with `name` and the line for any other.
+// The records of a CSV history, in the order of its lines. Its columns are a time, in wall-clock
+// seconds or as an ISO local time, and whether the machine went to sleep. Blank lines are skipped,
+// as is a first line that names the columns. Throws ToolError, with `name` and the number of the
+// line, for any other line.
 std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string& name);
 
-// A CSV history with a line that names the columns. Reserved bytes are not carried.
+// A CSV history with a line that names the columns, and without the records' reserved bytes.
 std::string FormatHistoryCsv(std::span<const HistoryRecord> records);
 
 }  // namespace dozewell

@@ -19,9 +19,9 @@ bool IsCsvName(const std::string& name);
 struct History {
   std::string name;
   std::vector<unsigned char> bytes;  // as "zs7state.dat" holds them
-  std::vector<int> lines;            // of each record; none unless it was CSV
+  std::vector<int> lines;            // the line of each record; empty unless it was CSV
 
-  // Where a record stands, counted from 0: "NAME: line 3" or "NAME: record 3 at offset 32".
+  // The place of a record, counted from 0: "NAME: line 3" or "NAME: record 3 at offset 32".
   std::string Place(size_t record) const;
 };
 

@@ -6,7 +6,7 @@
 
 namespace dozewell {
 
-TEST_CASE("a JSON string escapes what JSON does not take as it stands") {
+TEST_CASE("a JSON string escapes the characters that JSON does not allow") {
   CHECK(JsonString("") == "\"\"");
   CHECK(JsonString("a/b 'c'") == "\"a/b 'c'\"");
   CHECK(JsonString("say \"a\\b\"") == "\"say \\\"a\\\\b\\\"\"");
@@ -14,7 +14,7 @@ TEST_CASE("a JSON string escapes what JSON does not take as it stands") {
   CHECK(JsonString("\xC3\xBC") == "\"\xC3\xBC\"");
 }
 
-TEST_CASE("what is not there is null in JSON") {
+TEST_CASE("a value that is missing is null in JSON") {
   const auto number = [](int item) { return std::to_string(item); };
   CHECK(OptionalJson(std::optional(7), number) == "7");
   CHECK(OptionalJson(std::optional<int>(), number) == "null");

@@ -21,7 +21,7 @@ std::string TimeText(const HistoryRecord& record, const TimeLineEvent& event) {
   return converted ? FormatLocalTime(event.time) : DoubleText(record.time) + " seconds";
 }
 
-// To the last bit, so that not-a-number is the same as itself.
+// Compares all bits, so that not-a-number is the same as itself.
 bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
   return std::bit_cast<uint64_t>(a.time) == std::bit_cast<uint64_t>(b.time);
 }
@@ -38,7 +38,7 @@ Learning::Learning(const History& history, IConfigurations& configuration, const
                    std::vector<std::string>& warnings)
     : data_(data) {
   HistorianImpl historian;
-  // Nothing is at that path yet, so there is nothing that the predictor could go on from.
+  // There is no file at that path yet, so the predictor begins with nothing learnt.
   const CyclicProbabilityPredictor predictor(&configuration, &historian, data_.TemporaryPath());
   Feed(history, historian, warnings);
   historian.NotifyListener({{}, ContainerStopped});
@@ -51,7 +51,7 @@ void Learning::Feed(const History& history, HistorianImpl& historian,
   records_ = records.size();
   size_t position = 0;
   for (const HistoryRecord& record : IncreasingRecords(history.bytes)) {
-    // One that counts is later than all that were passed over before it.
+    // A record that counts is later than all skipped before it, so its time is enough to find it.
     while (!IsSameTime(records[position], record)) ++position;
     ++inOrder_;
     const TimeLineEvent event = ToTimeLineEvent(record);

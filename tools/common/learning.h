@@ -13,14 +13,14 @@
 
 namespace dozewell {
 
-// The cycle that is configured, usable or not.
+// The configured cycle, which may be unusable.
 CycleShape ConfiguredShape(IConfigurations& configuration);
 
-// The service's predictor, which has learnt a history, in a data file that is not in place yet.
+// Learns a history with the service's predictor, into a data file that takes its name on Commit.
 class Learning {
  public:
-  // Learns into what is to become the file `data`. Each event that the predictor refuses is a
-  // warning. Throws ToolError, and what the predictor throws.
+  // Learns the history for the file `data`. Events that the predictor refuses become warnings.
+  // Throws ToolError, and what the predictor throws.
   Learning(const History& history, IConfigurations& configuration, const std::string& data,
            std::vector<std::string>& warnings);
 

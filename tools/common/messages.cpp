@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "common/text.h"
+
 namespace dozewell {
 
 std::string WithReason(std::string what) {
@@ -15,9 +17,7 @@ std::string WithReason(std::string what) {
 }
 
 void PrintMessage(const char* program, std::string message) {
-  std::replace_if(
-      message.begin(), message.end(),
-      [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, '?');
+  std::ranges::replace_if(message, IsControl, '?');
   std::fprintf(stderr, "%s: %s\n", program, message.c_str());
 }
 

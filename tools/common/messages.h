@@ -13,8 +13,7 @@ std::string WithReason(std::string what);
 // message quotes.
 void PrintMessage(const char* program, std::string message);
 
-// Prints to standard output, and has it out before it returns. Throws std::runtime_error when that
-// fails.
+// Prints to standard output and flushes it. Throws std::runtime_error when that fails.
 void PrintOutput(const std::string& output);
 
 }  // namespace dozewell

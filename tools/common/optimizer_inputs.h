@@ -13,8 +13,8 @@ namespace dozewell {
 // The records of a history that the optimizer replays. Throws ToolError.
 std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name);
 
-// The seconds of the hibernate-after timeout that was given in minutes, or of the one that the
-// optimizer takes where it can read none. Throws ToolError.
+// The hibernate-after timeout in seconds. It is given in minutes; without it, this is the timeout
+// that the optimizer assumes when it can read none. Throws ToolError.
 int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes);
 
 }  // namespace dozewell

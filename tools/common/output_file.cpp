@@ -30,7 +30,7 @@ std::string FileToReplace(const std::string& name) {
 }
 
 std::wstring UnusedPathBeside(const std::string& name) {
-  // A device's name may be one with any ending, so that there is always something to open.
+  // A device's name with any ending may still name the device, so the search has to stop.
   constexpr int kMostTries = 100;
   for (int number = 0; number < kMostTries; ++number) {
     std::wstring path = PathFromSystem(name + "." + std::to_string(number) + ".tmp");

@@ -6,22 +6,22 @@
 
 namespace dozewell {
 
-// A file that the user named for output. It is written under a temporary name beside the named one
-// and takes its name once complete, so a failure leaves whatever had that name as it was. All
+// A file that the user named for output. It is written under a temporary name in the same folder
+// and takes its own name once complete, so a failure leaves an existing file as it was. All
 // operations throw ToolError.
 class OutputFile {
  public:
-  // A name that something other than a file has, a folder or a device, is refused.
+  // Refuses the name of something other than a file, such as a folder or a device.
   explicit OutputFile(std::string name);
   // Removes what was not committed.
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  // Where to write to, for someone else who writes the file. Nothing is there yet.
+  // The temporary name, for a caller who writes the file without Write. There is no such file yet.
   const std::wstring& TemporaryPath() const { return temporaryPath_; }
 
-  // Puts the file, which someone else has written and which must have this size, in place.
+  // Puts the file in place that the caller has written to TemporaryPath. It must have this size.
   void Commit(size_t size);
 
   // Writes the file and puts it in place.

@@ -30,7 +30,7 @@ class Sampler {
  public:
   explicit Sampler(uint64_t seed) : engine_(seed) {}
 
-  // Evenly, both ends included.
+  // Evenly distributed, both ends included.
   int64_t Between(int64_t low, int64_t high) {
     return low + static_cast<int64_t>(engine_() % static_cast<uint64_t>(high - low + 1));
   }
@@ -50,8 +50,8 @@ class Sampler {
     return {start, start + Between(shortest, longest)};
   }
 
-  // The machine is in use. Begins no earlier than the stretch before it; one that runs into that
-  // prolongs it.
+  // Adds a stretch of use, which must not begin earlier than the last one. If they meet, the last
+  // one grows.
   void Use(const UsedStretch& stretch) {
     if (stretch.end <= stretch.start) return;
     if (!used_.empty() && stretch.start <= used_.back().end) {

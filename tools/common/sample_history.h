@@ -10,7 +10,7 @@
 
 namespace dozewell {
 
-// A kind of machine that histories can be made up for.
+// A kind of machine for which histories can be made up.
 struct SampleKind;
 
 // The kind of this name: office, home, shift or erratic. Null for any other.
@@ -19,11 +19,11 @@ const SampleKind* FindSampleKind(std::string_view name);
 // The names of all kinds, with commas between them.
 std::string SampleKindNames();
 
-// A sample ends well before the calendar does.
+// So that a sample ends well within the calendar.
 constexpr int kMostSampleDays = 36500;
 
-// A made-up history of `days` days from a Monday on: strictly later records, in use and asleep by
-// turns. The same seed gives the same history on every system.
+// A made-up history of `days` days, from a Monday on. Times increase strictly, and in use and
+// asleep alternate. The same seed gives the same history on every system.
 std::vector<HistoryRecord> MakeSampleHistory(const SampleKind& kind, int days, uint64_t seed);
 
 }  // namespace dozewell

@@ -1,8 +1,5 @@
 #include "common/suspend_decision_json.h"
 
-#include <cstdint>
-#include <optional>
-
 #include "base/utf8.h"
 #include "common/json.h"
 
@@ -21,14 +18,17 @@ std::string DecisionLine(const std::wstring& text) {
   return line;
 }
 
-std::string SuspendDecisionJson(const SuspendDecision& decision) {
+std::optional<int32_t> ArmedTimerMinutes(const SuspendDecision& decision) {
   // A timer of less than a minute is not armed.
-  const auto timer = decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
+  return decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
+}
+
+std::string SuspendDecisionJson(const SuspendDecision& decision) {
   return "{\"hibernateAt\":\"" + DecisionLine(decision.hibernateAt) + "\",\"sleepRestoredAt\":\"" +
          DecisionLine(decision.sleepRestoredAt) + "\",\"hibernateNextAt\":\"" +
          DecisionLine(decision.hibernateNextAt) +
          "\",\"haMinutes\":" + NumberJson(decision.haMinutes) +
-         ",\"timerMinutes\":" + NumberJson(timer) +
+         ",\"timerMinutes\":" + NumberJson(ArmedTimerMinutes(decision)) +
          ",\"nextHAMinutes\":" + NumberJson(decision.nextHAMinutes) + "}";
 }
 

@@ -13,6 +13,8 @@ namespace dozewell {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+constexpr bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
+
 // Without the blanks and tabs at both ends.
 std::string_view TrimBlanks(std::string_view text);
 
@@ -22,11 +24,11 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b);
 // "1 resume", "2 resumes".
 std::string CountText(int64_t count, const char* singular, const char* plural);
 
-// The lines of a text file, ended by LF or CR LF, which are left out, as is a byte order mark.
+// The lines of a text file, without the LF or CR LF that ends them and without a byte order mark.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
-// The number that the whole text is, as std::from_chars reads it. Nothing when it is none or does
-// not fit.
+// The whole text as a number, by the rules of std::from_chars. Nothing when it is not a number or
+// does not fit.
 template <typename Number>
 std::optional<Number> ParseNumber(std::string_view text) {
   Number number{};

@@ -5,8 +5,8 @@
 
 namespace dozewell {
 
-// What ends a command, as the one line that the user reads: which file, line or option, and what
-// is wrong with it.
+// An error that ends a command. Its message is the one line that the user reads: which file, line
+// or option is wrong, and why.
 class ToolError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -10,13 +10,13 @@
 namespace dozewell {
 
 struct LoadedTracker {
-  DataFileState state;  // what became of the data file
+  DataFileState state;  // whether the data file was loaded, or why not
   ArbitraryCycleProbabilityTracker tracker;
 };
 
-// A tracker on the content of a data file, or one that has learnt nothing when the file is not for
-// the configured cycle: what the service's predictor works with. The configuration is not owned
-// and must outlive it. Throws what the tracker throws.
+// The tracker that the service's predictor would use: on the content of a data file, or with
+// nothing learnt when the file is not for the configured cycle. The configuration is not owned and
+// must outlive it. Throws what the tracker throws.
 LoadedTracker LoadTracker(IConfigurations& configuration, const std::wstring& path);
 
 // What is wrong with a data file that was ignored; null for one that was loaded.

@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// This machine's local time at a time in seconds since 1970, UTC, by its own rules of daylight
-// saving (on Windows, today's). False, with `time` left alone, for one that the system cannot tell.
+// Converts seconds since 1970, UTC, to this machine's local time, by its own rules of daylight
+// saving (on Windows, today's). False when the system cannot; `time` is of no use then.
 bool LocalTimeFromUtc(int64_t utcSeconds, tm& time);
 
 }  // namespace dozewell

@@ -11,7 +11,7 @@ bool LocalTimeFromUtc(int64_t utcSeconds, tm& time) {
   const tm fields = {local.tm_sec,  local.tm_min,  local.tm_hour,
                      local.tm_mday, local.tm_mon,  local.tm_year,
                      local.tm_wday, local.tm_yday, 0};
-  // Refuses what lies outside the years that have a date here.
+  // Refuses years outside 1970 to 3000.
   return TmFromSeconds(SecondsFromTm(fields), time);
 }
 

@@ -27,15 +27,15 @@ struct Options {
   bool json = false;
 };
 
-// Whom a command talks to.
+// How a command talks to the user.
 struct Console {
   std::function<void(const std::string& output)> print;
   std::function<void(const std::string& message)> warn;
-  // Asks the user, who answers yes or not.
+  // Asks the user. True for yes.
   std::function<bool(const std::string& question)> confirm;
 };
 
-// An argument of the command line, in its place, or an option with a value.
+// A positional argument of the command line, or an option with a value.
 struct CommandArgument {
   const char* name;
   const char* placeholder;  // of the option's value; empty for an argument
@@ -47,7 +47,7 @@ struct Command {
   const char* name;  // of two words for a command within a group
   const char* description;
   std::vector<const char*> examples;  // what follows the program's name
-  // Does it all. Throws CommandFailure, and what the engine throws.
+  // Runs the command. Throws CommandFailure, and what the engine throws.
   void (*run)(const Options& options, const Console& console);
   std::vector<const CommandArgument*> required;
   std::vector<const CommandArgument*> optional;
@@ -57,7 +57,7 @@ struct Command {
 // All commands, in the order of the help.
 std::span<const Command> Commands();
 
-// What the commands have in common whose names begin with this word.
+// The description of the commands whose names begin with this word.
 const char* GroupDescription(std::string_view group);
 
 }  // namespace dozewell::ctl

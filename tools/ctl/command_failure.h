@@ -9,12 +9,12 @@ namespace dozewell::ctl {
 // What the program's exit code says.
 enum class ExitCode {
   Done = 0,
-  NotDone = 1,       // the service refused, or what a command of this machine needs is not there
+  NotDone = 1,       // the service refused, or the machine lacks what the command needs
   Usage = 2,         // the command line makes no sense
   NotReachable = 3,  // the service does not answer
 };
 
-// What ends a command, as the one line that the user reads.
+// An error that ends a command. Its message is the one line that the user reads.
 class CommandFailure : public std::runtime_error {
  public:
   CommandFailure(ExitCode exitCode, const std::string& message)

@@ -9,7 +9,7 @@ namespace dozewell::ctl {
 namespace {
 
 constexpr const char* kFooter =
-    "Exit codes: 0 done, 1 refused by the service or not to be had, 2 wrong usage,\n"
+    "Exit codes: 0 done, 1 refused by the service or not available, 2 wrong usage,\n"
     "3 the service does not answer.\n"
     "\n"
     "Example:\n"

@@ -12,7 +12,8 @@ constexpr CommandArgument kTimer = {"TIMER", "", "0, the alarm, or 1, the durati
 constexpr CommandArgument kTime = {"TIME", "", "Local time as \"YYYY-MM-DD HH:MM\", 2000 to 2127",
                                    &Options::time};
 constexpr CommandArgument kDuration = {
-    "DURATION", "", "How long until the timer fires, as 45m or 1h30m; without one, it is shown",
+    "DURATION", "",
+    "How long until the timer fires, as 45m or 1h30m; without it, the timer is shown",
     &Options::duration};
 constexpr CommandArgument kSource = {"SOURCE", "", "ac (plugged in) or dc (on battery)",
                                      &Options::source};
@@ -20,7 +21,7 @@ constexpr CommandArgument kSetting = {
     "SETTING", "", "display-off, sleep-after, hibernate-after, wake-timers or hybrid-sleep",
     &Options::setting};
 constexpr CommandArgument kValue = {
-    "VALUE", "", "45m, 1h30m or never; for the last two off or on, and important for wake-timers",
+    "VALUE", "", "45m, 1h30m or never; wake-timers: off, on, important; hybrid-sleep: off, on",
     &Options::value};
 constexpr CommandArgument kScheme = {"SCHEME", "", "balanced, power-saver or high-performance",
                                      &Options::scheme};
@@ -40,7 +41,12 @@ constexpr CommandArgument kFrom = {
 
 std::span<const Command> Commands() {
   static const Command kCommands[] = {
-      {"status", "Show all that there is to know, on one screen", {"status"}, RunStatus, {}, {}},
+      {"status",
+       "Show the state of the service and of this machine on one screen",
+       {"status"},
+       RunStatus,
+       {},
+       {}},
       {"enable", "Switch the feature on, now and for later starts", {"enable"}, RunEnable, {}, {}},
       {"disable",
        "Switch the feature off, now and for later starts",
@@ -130,7 +136,7 @@ std::span<const Command> Commands() {
        {},
        {&kOut}},
       {"import-history",
-       "Put what the Windows event log tells before the history, while the service is stopped",
+       "Extend the history backwards from the Windows event log, while the service is stopped",
        {"import-history", "import-history --from system.xml --yes"},
        RunImportHistory,
        {},

@@ -9,7 +9,7 @@ ControllerOutlook ExpectController(const ControllerSigns& signs) {
   if (!signs.serviceAnswers) return {Expected::No, "the service does not answer"};
   if (!signs.featureEnabled) return {Expected::No, "the feature is off"};
   if (!signs.engineProblem.empty()) {
-    // A controller that was started with other settings goes on.
+    // A controller that was started with other settings still runs.
     return {Expected::Maybe,
             "only if it was started earlier, as it cannot be built now: " + signs.engineProblem};
   }

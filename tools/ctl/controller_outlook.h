@@ -7,7 +7,7 @@
 
 namespace dozewell::ctl {
 
-// What is known that bears on whether the service's controller runs: no procedure tells.
+// Signs that the service's controller runs or does not. No procedure tells it directly.
 struct ControllerSigns {
   bool serviceAnswers;
   bool featureEnabled;

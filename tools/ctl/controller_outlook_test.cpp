@@ -33,7 +33,7 @@ TEST_CASE("the controller is not expected to run when anything keeps it from") {
                "too few start attempts yet; dozewellctl enable starts it at once");
 }
 
-TEST_CASE("settings that make no controller do not end one that runs") {
+TEST_CASE("unusable settings do not end a controller that runs") {
   ControllerSigns signs = Good();
   signs.engineProblem = "No weigths specified";
   CheckOutlook(signs, Expected::Maybe,

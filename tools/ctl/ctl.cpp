@@ -22,7 +22,7 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   }
 }
 
-// No answer is no.
+// No answer counts as no.
 bool Confirm(const std::string& question) {
   std::fprintf(stderr, "%s [y/N] ", question.c_str());
   std::fflush(stderr);

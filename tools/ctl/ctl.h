@@ -8,8 +8,8 @@
 
 namespace dozewell::ctl {
 
-// Runs the command that the arguments, in UTF-8 and without the program's name, ask for, with this
-// console. An error is one more message to it. Returns the program's exit code.
+// Runs the command that the arguments, in UTF-8 and without the program's name, ask for. Errors go
+// to the console as messages. Returns the program's exit code.
 int RunCtl(const std::vector<std::string>& arguments, const Console& console);
 
 // The console that the program was started in.

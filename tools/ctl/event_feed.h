@@ -9,17 +9,18 @@
 
 namespace dozewell::ctl {
 
-// Events in the Windows event log, each as the XML in UTF-8 that the log renders it to. Results are
+// Events of the Windows event log, each as the XML that the log makes of it, in UTF-8. Results are
 // 0 or the system's error code.
 
-// Hands on every event of the System log, oldest first. What `take` throws goes to the caller.
+// Passes every event of the System log to `take`, oldest first. What `take` throws reaches the
+// caller.
 uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take);
 
 // The service's last events, up to `count`, oldest first.
 uint32_t ReadLastEvents(size_t count, std::vector<std::string>& events);
 
-// Hands on every event of the service that is logged from now on. Returns 0 once the user stops it
-// with Ctrl+C. What `take` throws goes to the caller.
+// Passes every event of the service that is logged from now on to `take`. Returns 0 once the user
+// stops it with Ctrl+C. What `take` throws reaches the caller.
 uint32_t WatchEvents(const std::function<void(const std::string& xml)>& take);
 
 }  // namespace dozewell::ctl

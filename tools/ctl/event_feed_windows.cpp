@@ -21,7 +21,7 @@ struct EventCloser {
 // Owns an EVT_HANDLE.
 using EventHandle = std::unique_ptr<void, EventCloser>;
 
-// An event log that is not there in full may fail without saying why.
+// Functions of the event log may fail without setting an error where they are not implemented.
 void ExpectReason() { SetLastError(ERROR_CALL_NOT_IMPLEMENTED); }
 
 uint32_t Render(EVT_HANDLE event, std::string& xml) {
@@ -38,7 +38,7 @@ uint32_t Render(EVT_HANDLE event, std::string& xml) {
   return 0;
 }
 
-// The next event that is there; ERROR_NO_MORE_ITEMS when there is none.
+// Reads the next event; ERROR_NO_MORE_ITEMS when there is none.
 uint32_t Next(EVT_HANDLE results, std::string& xml) {
   EVT_HANDLE handle = nullptr;
   DWORD got = 0;
@@ -51,7 +51,7 @@ HANDLE interrupted = nullptr;
 
 BOOL WINAPI Interrupt(DWORD) { return SetEvent(interrupted); }
 
-// While it lives, Ctrl+C sets an event instead of ending the program.
+// Makes Ctrl+C set an event instead of ending the program, for as long as this object exists.
 class InterruptWatch {
  public:
   explicit InterruptWatch(HANDLE event) {
@@ -63,7 +63,7 @@ class InterruptWatch {
   InterruptWatch& operator=(const InterruptWatch&) = delete;
 };
 
-// Hands on what is there.
+// Passes all events that are waiting to `take`.
 uint32_t Drain(EVT_HANDLE results, const std::function<void(const std::string&)>& take) {
   std::string xml;
   for (;;) {
@@ -109,7 +109,7 @@ uint32_t WatchEvents(const std::function<void(const std::string& xml)>& take) {
     const DWORD which = WaitForMultipleObjects(2, either, FALSE, INFINITE);
     if (which == WAIT_OBJECT_0) return 0;
     if (which != WAIT_OBJECT_0 + 1) return GetLastError();
-    // Before reading, so that what comes meanwhile is not missed.
+    // Reset before reading, so that an event that arrives meanwhile is not missed.
     ResetEvent(arrived.get());
     if (const uint32_t error = Drain(subscription.get(), take)) return error;
   }

@@ -68,7 +68,7 @@ ServiceEvent ParseEventXml(std::string_view xml) {
   try {
     ReadEvent(XmlReader(xml, "the event"), event);
   } catch (const EventLogError&) {
-    // What came before is shown all the same.
+    // What was read before the error is still shown.
   }
   while (event.text.ends_with('\n') || event.text.ends_with('\r')) event.text.pop_back();
   return event;
@@ -77,8 +77,7 @@ ServiceEvent ParseEventXml(std::string_view xml) {
 std::string EventLine(const ServiceEvent& event) {
   const auto time = LocalTimeText(event.utcSeconds);
   std::string text = event.text;
-  std::ranges::replace_if(
-      text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, ' ');
+  std::ranges::replace_if(text, IsControl, ' ');
   return FormatText("%-19s  %-11s  ", time ? WithBlank(*time).c_str() : "at an unknown time",
                     LevelName(event.level)) +
          text + "\n";

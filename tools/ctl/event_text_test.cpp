@@ -7,7 +7,7 @@
 namespace dozewell::ctl {
 namespace {
 
-// Events of a source that is not registered, in the form that the event log renders events to.
+// Events of a source that is not registered, in the event log's XML.
 constexpr const char* kInformation =
     "<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>"
     "<Provider Name='Dozewell Service'/><EventID Qualifiers='0'>0</EventID><Level>4</Level>"
@@ -66,7 +66,7 @@ TEST_CASE("levels have the event log's names") {
   CHECK(level("x") == "information");
 }
 
-TEST_CASE("an event's text is freed of XML") {
+TEST_CASE("an event's text has no XML left in it") {
   CHECK(TextOf("<Data>a &lt;b&gt; &amp;&quot;c&apos; &#65;&#x42;&#xFC;</Data>") ==
         "a <b> &\"c' AB\xC3\xBC");
   CHECK(TextOf("<Data>&amp;lt;</Data>") == "&lt;");

@@ -41,7 +41,7 @@ TEST_CASE("what is learnt and set on this machine is explained") {
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
 }
 
-TEST_CASE("an explanation of what is not done says so") {
+TEST_CASE("an explanation says that the service does not act on it") {
   const ClientMachine machine;
   ClientMachine::Provision();
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(0)},
@@ -49,8 +49,8 @@ TEST_CASE("an explanation of what is not done says so") {
   const ClientRun run = Ctl(machine, {"explain"});
   CHECK(run.exitCode == 0);
   REQUIRE(run.messages.size() == 3);
-  CHECK(run.messages[1] == "warning: the feature is off, so nothing of this is done");
-  CHECK(run.messages[2] == "warning: DisablePrediction is 1, so nothing of this is done");
+  CHECK(run.messages[1] == "warning: the feature is off, so the service does none of this");
+  CHECK(run.messages[2] == "warning: DisablePrediction is 1, so the service does none of this");
 }
 
 TEST_CASE("nothing is explained without usable settings, a folder, or a time") {

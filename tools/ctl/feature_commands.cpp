@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kNoDriver = "the service has no driver device, or the driver does not answer";
 
-// The one answer of the service stands for several failures.
+// The service has one answer for several failures; this finds out which one it was.
 std::string WhyNotSwitched(bool enable) {
   if (enable) {
     const std::string problem = EngineProblem();
@@ -26,7 +26,7 @@ std::string WhyNotSwitched(bool enable) {
   const CallResult driver = CallGetDriverEnabled(timersEnabled);
   RequireReachable(driver);
   std::string why = driver.IsDone() ? "the driver did not take it" : kNoDriver;
-  // The service begins with the controller and says no when it fails, whatever the setting is.
+  // The service starts the controller first and refuses if that fails, even if the feature is on.
   if (enable) why += ", or the controller could not be started";
   return std::string("the feature is ") + (enable ? "on" : "off") +
          " now, but the driver's timers were not switched: " + why;
@@ -65,7 +65,7 @@ void RunDriver(const Options& options, const Console& console) {
 }
 
 void RunPing(const Options& options, const Console& console) {
-  // The first call makes the connection, which is not to be measured.
+  // The first call makes the connection, whose time does not count.
   RequireDone(CallPing(), "the service answers, and says that it does not work");
   const auto start = std::chrono::steady_clock::now();
   RequireDone(CallPing(), "the service answers, and says that it does not work");

@@ -30,7 +30,7 @@ TEST_CASE("the feature is switched") {
                               "SetFeatureEnabled 1"});
 }
 
-TEST_CASE("a feature that was switched without the driver's timers is told so") {
+TEST_CASE("a feature that was switched without the driver's timers is reported") {
   const ClientMachine machine;
   ClientMachine::Provision();
   client.refused = {"driver"};
@@ -43,7 +43,7 @@ TEST_CASE("a feature that was switched without the driver's timers is told so") 
         "driver device, or the driver does not answer, or the controller could not be started");
 }
 
-TEST_CASE("a feature that was not switched is told with the cause") {
+TEST_CASE("a feature that was not switched is reported with the cause") {
   const ClientMachine machine;
   client.featureEnabled = false;
   client.refused = {"SetFeatureEnabled"};

@@ -5,7 +5,7 @@
 
 namespace dozewell::ctl {
 
-// Runs `call(context)`. The RPC runtime tells failures by structured exceptions, which C++ cannot
+// Runs `call(context)`. The RPC runtime reports failures by structured exceptions, which C++ cannot
 // catch: this returns the code of one, or 0 when there was none. Exceptions that mean a broken
 // program, such as an access violation, are not caught. `call` must own nothing that needs a
 // destructor.

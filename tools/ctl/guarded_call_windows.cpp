@@ -20,8 +20,8 @@ uint32_t GuardedCall(void (*call)(void* context), void* context) {
 
 #else
 
-// Other compilers have no words for a guarded region, so its frame and the table that names it are
-// written out as Microsoft's compiler lays them out.
+// Other compilers have no syntax for a guarded region, so its frame and the table that names it are
+// written by hand, in the layout of Microsoft's compiler.
 
 extern "C" {
 
@@ -29,7 +29,7 @@ uint32_t DozewellGuardedCall(void (*call)(void* context), void* context);
 
 uint32_t dozewellGuardedCallCode = 0;
 
-// The frame's handler gets no exception record, so the code is kept from here.
+// The handler gets no exception record, so the filter keeps the code for it.
 LONG DozewellGuardedCallFilter(EXCEPTION_POINTERS* exception, void*) {
   dozewellGuardedCallCode = exception->ExceptionRecord->ExceptionCode;
   return I_RpcExceptionFilter(dozewellGuardedCallCode);

@@ -24,7 +24,7 @@ namespace {
 
 constexpr const char* kSystemLog = "the System log";
 
-// The service would write over what is imported, and learn beside it.
+// A running service would overwrite the imported history, and learn at the same time.
 void RequireStopped() {
   const ServiceQuery service = QueryService();
   const bool isMissing = service.error == kErrorServiceMissing;
@@ -35,7 +35,7 @@ void RequireStopped() {
                                                 "; as administrator, net stop DozewellService "
                                                 "stops it");
   }
-  // One in a console is unknown to the service control manager.
+  // The service control manager does not know of a service that runs in a console.
   if (CallPing().outcome != CallOutcome::Unreachable) {
     throw CommandFailure(ExitCode::NotDone, "the service runs in a console; end it there first");
   }
@@ -74,7 +74,7 @@ std::string Question(const DataFiles& files, const EventLogImport& import, bool 
 
 void Write(const DataFiles& files, const EventLogImport& import, bool learns,
            const Console& console) {
-  // Now that there is something to put there.
+  // Creates the folder, now that there is something to put into it.
   GetDataFolder();
   const History history = ToHistory(files.history, import.history.records);
   ConfigurationsImpl configuration;

@@ -83,7 +83,7 @@ constexpr double kEvening = 2 * 86400 + 61200;  // 17:00
 
 }  // namespace
 
-TEST_CASE("a history and what is learnt from it are made of the event log") {
+TEST_CASE("a history is made from the event log and learnt") {
   Machine machine;
   machine.answer = true;
   const ClientRun run = Import(machine);
@@ -144,7 +144,7 @@ TEST_CASE("importing again changes nothing and asks nothing") {
         "\"unexpectedEnds\":0,\"eventsCorrected\":0,\"eventsLeftOut\":0,\"learnt\":false}\n");
 }
 
-TEST_CASE("what is missing is learnt from a history that needs nothing") {
+TEST_CASE("a missing data file is learnt from a history that stays as it is") {
   Machine machine;
   machine.answer = true;
   machine.PutHistory({{100, 0, 0}, {200, 1, 0}, {150, 0, 0}});

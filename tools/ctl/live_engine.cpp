@@ -10,7 +10,7 @@
 
 namespace dozewell::ctl {
 
-// GetDataFolder would create the folder, and make it the user's own.
+// DataFolderPath, because GetDataFolder would create the folder with the user as its owner.
 LiveEngine::LiveEngine()
     : path_(PathInFolder(DataFolderPath(), kDataFileName)),
       loaded_(LoadTracker(configuration_, path_)) {}
@@ -21,10 +21,10 @@ std::vector<std::string> LiveEngine::Warnings() const {
     warnings.push_back(NarrowToUtf8(path_) + ": ignored: " + why);
   }
   if (!ReadFeatureEnabled()) {
-    warnings.emplace_back("the feature is off, so nothing of this is done");
+    warnings.emplace_back("the feature is off, so the service does none of this");
   }
   if (!ReadPredictionsEnabled()) {
-    warnings.emplace_back("DisablePrediction is 1, so nothing of this is done");
+    warnings.emplace_back("DisablePrediction is 1, so the service does none of this");
   }
   return warnings;
 }

@@ -9,17 +9,16 @@
 
 namespace dozewell::ctl {
 
-// The service's prediction engine on this machine's own settings and data file, of which it changes
-// nothing.
+// The service's prediction engine on this machine's own settings and data file. It changes neither.
 class LiveEngine {
  public:
-  // Throws what the engine throws when the settings make none.
+  // Throws what the engine throws for settings that it cannot use.
   LiveEngine();
 
   IConfigurations& Configuration() { return configuration_; }
   ArbitraryCycleProbabilityTracker& Tracker() { return loaded_.tracker; }
-  // What to know before what the engine says: that the data file was ignored and why, and that the
-  // service does nothing of it.
+  // What a user should know before the engine's answers: why the data file was ignored, and that
+  // the service does not act on predictions.
   std::vector<std::string> Warnings() const;
 
  private:

@@ -40,7 +40,7 @@ TEST_CASE("the power scheme's settings are shown side by side") {
         "\"allowWakeTimers\":1,\"allowHybridSleep\":1}}\n");
 }
 
-TEST_CASE("a machine that lacks a setting has the others") {
+TEST_CASE("a machine that lacks a setting shows the others") {
   const ClientMachine machine;
   client.power = {PowerTimeouts{10, 30, 180, 1, 1}, PowerTimeouts{5, 15, 0, 2, 0}};
   client.missingPowerSettings = 0x12;

@@ -12,7 +12,7 @@
 
 namespace dozewell::ctl {
 
-// A number of the interface and the word that the command line has for it.
+// A number of the RPC interface and its name on the command line.
 struct NamedNumber {
   const char* name;
   uint32_t number;
@@ -22,7 +22,7 @@ inline constexpr NamedNumber kSources[] = {{"ac", 0}, {"dc", 1}};
 inline constexpr NamedNumber kSchemes[] = {
     {"balanced", 0}, {"power-saver", 1}, {"high-performance", 2}};
 
-// The number of a name; nothing for a name that is not there.
+// The number of a name; nothing for an unknown name.
 std::optional<uint32_t> NumberOf(std::span<const NamedNumber> names, std::string_view name);
 
 // The name of a number, or the number itself.
@@ -42,14 +42,14 @@ struct PowerSetting {
 
 extern const std::array<PowerSetting, 5> kPowerSettings;
 
-// Null for a name that is not there.
+// Null for an unknown name.
 const PowerSetting* FindPowerSetting(std::string_view name);
 
 // The number of "30m" or "never", of "on", or of the plain number; nothing for other texts and for
 // numbers out of the setting's range.
 std::optional<uint32_t> ParsePowerValue(const PowerSetting& setting, std::string_view text);
 
-// What may be given for the setting.
+// The values that the setting may have, in words.
 std::string PowerValueRange(const PowerSetting& setting);
 
 std::string PowerValueText(const PowerSetting& setting, uint32_t value);

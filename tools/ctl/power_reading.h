@@ -14,12 +14,12 @@ namespace dozewell::ctl {
 
 // The active scheme's settings for one source, as far as they could be read.
 struct PowerReading {
-  // Done: at least one was read. Otherwise what the last call said.
+  // Done if at least one was read, otherwise the result of the last call.
   CallResult result;
   std::array<std::optional<uint32_t>, kPowerSettings.size()> values;  // by kPowerSettings
 };
 
-// Asks for one setting after the other: a machine that lacks one has the others.
+// Reads the settings one by one, since a machine may lack some of them.
 PowerReading ReadPower(uint32_t source);
 
 // The readings of some sources side by side, a line for each setting.

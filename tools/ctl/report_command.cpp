@@ -22,15 +22,15 @@ namespace {
 
 constexpr const char* kDefaultName = "dozewell-report.html";
 
-// The user's own timeout for the power source that the machine runs on; the one that is taken where
-// none can be read otherwise.
+// The user's own timeout for the power source that the machine runs on, or the optimizer's
+// assumption where it cannot be read.
 int64_t LiveHibernateAfterSeconds() {
   constexpr int64_t kMinute = 60;
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
 
-// Without the folder, the engine has said so before.
+// Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
   const std::wstring path = PathInFolder(DataFolderPath(), kHistoryFileName);
   const auto file = ReadWholeFile(path);
@@ -46,7 +46,7 @@ void RunReport(const Options& options, const Console& console) {
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
-  // The page tells minutes, so that of a minute is always the same.
+  // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
   LiveEngine engine;
   std::vector<std::string> warnings = engine.Warnings();

@@ -10,7 +10,7 @@ namespace dozewell::ctl {
 // Throws CommandFailure when the service did not answer, with why and what to do.
 void RequireReachable(const CallResult& result);
 
-// The same, and with `refusal` when it refused.
+// Does the same, and throws with `refusal` when the service refused.
 void RequireDone(const CallResult& result, const std::string& refusal);
 
 }  // namespace dozewell::ctl

@@ -28,7 +28,7 @@ unsigned short* RpcText(const wchar_t* text) {
 RPC_STATUS Bind() {
   if (DozewellBinding != nullptr) return RPC_S_OK;
   // While the service does not run, any program may own a pipe of that name. It may learn who
-  // calls, often an administrator, but must not act in his name.
+  // calls, often an administrator, but must not act in the caller's name.
   constexpr wchar_t kOptions[] = L"Security=Identification Dynamic True";
   unsigned short* text = nullptr;
   RPC_STATUS status = RpcStringBindingComposeW(nullptr, RpcText(kRpcProtocol), nullptr,

@@ -86,13 +86,13 @@ TEST_CASE("the status shows what is not there") {
                              {L"CurrentAttempt", fakes::Number32(1)},
                              {L"DisablePrediction", fakes::Number32(1)}};
   Works(machine, {"status"},
-        "Service             not installed, but one answers, as from a console\n"
+        "Service             not installed, but one answers; it may run in a console\n"
         "Feature             on\n"
         "Start attempts      TotalAttempts is not set: the controller never starts by itself\n"
         "Controller          may run: only if it was started earlier, as it cannot be built now: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations\n"
         "Predictions         off, as DisablePrediction is 1\n"
-        "Power scheme        not balanced, power-saver or high-performance, or not to be read\n"
+        "Power scheme        not balanced, power-saver or high-performance, or could not be read\n"
         "                    ac                  dc\n"
         "  display-off       not available       not available\n"
         "  sleep-after       not available       not available\n"
@@ -102,10 +102,10 @@ TEST_CASE("the status shows what is not there") {
         "Wake timers         none: the driver does not answer\n"
         "Strength            0, for which the optimizer has stored nothing yet\n"
         "Last optimizer run  never\n"
-        "Last events         not to be read (error 120)\n");
+        "Last events         could not be read (error 120)\n");
 }
 
-TEST_CASE("the status of a service that does not answer is what the machine tells") {
+TEST_CASE("the status of a service that does not answer comes from the machine") {
   const ClientMachine machine;
   ClientMachine::Provision();
   client.unreachable = kServerUnavailable;

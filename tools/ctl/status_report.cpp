@@ -14,7 +14,7 @@ namespace {
 
 constexpr size_t kEvents = 3;
 
-// What a call gives; nothing unless it was done.
+// The output of a call; nothing unless the call was done.
 template <typename Value, typename Call>
 std::optional<Value> Ask(Call call) {
   Value value = {};

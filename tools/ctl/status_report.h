@@ -16,8 +16,8 @@
 
 namespace dozewell::ctl {
 
-// All that can be known of the service. What only the service knows is empty when it does not
-// answer or refuses; settings are then read from this machine.
+// All that can be found out about the service. What only the service knows is empty when it does
+// not answer or refuses; settings are then read from this machine.
 struct StatusReport {
   CallResult ping;
   ServiceQuery service;

@@ -21,8 +21,9 @@ const char* OnOff(bool on) { return on ? "on" : "off"; }
 std::string ServiceText(const StatusReport& report) {
   const std::string state = ServiceStateText(report.service);
   const bool runsAsService = report.service.error == 0;
-  return report.ping.IsDone() && !runsAsService ? state + ", but one answers, as from a console"
-                                                : state;
+  return report.ping.IsDone() && !runsAsService
+             ? state + ", but one answers; it may run in a console"
+             : state;
 }
 
 const char* ExpectedText(Expected runs) {
@@ -51,8 +52,9 @@ const char* ExpectedJson(Expected runs) {
 
 std::string PowerText(const StatusReport& report) {
   if (!report.ping.IsDone()) return Line("Power scheme", kNotKnown);
-  return Line("Power scheme", report.scheme ? NameOf(kSchemes, *report.scheme)
-                                            : "not " + ListOf(kSchemes) + ", or not to be read") +
+  return Line("Power scheme", report.scheme
+                                  ? NameOf(kSchemes, *report.scheme)
+                                  : "not " + ListOf(kSchemes) + ", or could not be read") +
          PowerTable(kSources, report.power);
 }
 
@@ -78,7 +80,8 @@ std::string LastRunText(const StatusReport& report) {
 
 std::string EventsText(const StatusReport& report) {
   if (report.eventsError != 0) {
-    return Line("Last events", "not to be read (error " + std::to_string(report.eventsError) + ")");
+    return Line("Last events",
+                "could not be read (error " + std::to_string(report.eventsError) + ")");
   }
   if (report.events.empty()) return Line("Last events", "none");
   std::string text = "Last events\n";

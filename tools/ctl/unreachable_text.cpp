@@ -41,7 +41,7 @@ std::string UnreachableText(uint32_t status, const ServiceQuery& service) {
   }
   if (status == kCallFailed) {
     return "the service went away during the call" + error +
-           ", which it may or may not have carried out; dozewellctl status shows what holds";
+           ", which it may or may not have carried out; dozewellctl status shows which";
   }
   if (service.error == kErrorServiceMissing) {
     return "the service is not installed; as administrator, DozewellService -i installs it";

@@ -9,7 +9,7 @@ namespace dozewell::ctl {
 
 using fakes::kServerUnavailable;
 
-TEST_CASE("a service that does not answer is told by its state, with what to do") {
+TEST_CASE("a service that does not answer is described by its state, with what to do") {
   const auto text = [](ServiceQuery service) {
     return UnreachableText(kServerUnavailable, service);
   };
@@ -28,7 +28,7 @@ TEST_CASE("a service that does not answer is told by its state, with what to do"
         "and net stop and net start DozewellService restart it");
 }
 
-TEST_CASE("what the call itself tells counts before the service's state") {
+TEST_CASE("the error of the call comes before the service's state") {
   const ServiceQuery running = {0, kServiceRunning};
   CHECK(UnreachableText(5, running) ==
         "the service does not let you in (error 5); try it as administrator");
@@ -40,7 +40,7 @@ TEST_CASE("what the call itself tells counts before the service's state") {
         "the service is stopping; once it has, net start DozewellService starts it again");
   CHECK(UnreachableText(1726, {1060, 0}) ==
         "the service went away during the call (error 1726), which it may or may not have carried "
-        "out; dozewellctl status shows what holds");
+        "out; dozewellctl status shows which");
 }
 
 TEST_CASE("the service's state has a word") {

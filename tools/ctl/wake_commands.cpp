@@ -23,7 +23,7 @@ constexpr const char* kTimerNotRead =
 constexpr const char* kNotArmed =
     "the timer was not armed: the service has no driver device, or the driver did not take it";
 
-// What a timer holds, in both forms that it may be meant in.
+// What a timer holds, in both of its meanings.
 struct TimerReading {
   uint32_t timer;
   WakeTime time;

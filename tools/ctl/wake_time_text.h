@@ -9,8 +9,8 @@
 
 namespace dozewell::ctl {
 
-// What the fields of a wake time mean is the driver's. Our convention: month 1 to 12, and the year
-// counted from 2000, so that its 7 bits reach 2127.
+// The driver decides what the fields of a wake time mean. Our convention: month 1 to 12, and the
+// year counted from 2000, so that its 7 bits reach 2127.
 
 inline constexpr const char* kWakeTimeRange = "2000-01-01 00:00 to 2127-12-31 23:59";
 
@@ -18,7 +18,7 @@ inline constexpr const char* kWakeTimeRange = "2000-01-01 00:00 to 2127-12-31 23
 // text, for a time that no calendar has and for one out of range.
 std::optional<WakeTime> ParseWakeTime(std::string_view text);
 
-// The way back. Nothing for fields that are no time of the calendar.
+// The text of a wake time. Nothing for fields that are no time of the calendar.
 std::optional<std::string> CalendarText(const WakeTime& wakeTime);
 
 // The same in words for any fields: "no time is set" when all are 0.

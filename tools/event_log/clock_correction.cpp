@@ -10,11 +10,11 @@
 namespace dozewell {
 namespace {
 
-// So far apart may the events be that tell of one start.
+// Events that tell of the same start may be this far apart.
 constexpr int64_t kStartSeconds = 300;
 
-// So much may the order of times differ from that of the records: a starting system's events wait
-// until the log takes them.
+// Times may go back by this much from record to record: while the system starts, events wait until
+// the log takes them.
 constexpr int64_t kSlackSeconds = 3600;
 
 void SortByRecord(std::vector<LogEvent>& events) {
@@ -26,7 +26,7 @@ void SortByRecord(std::vector<LogEvent>& events) {
   events.erase(std::unique(events.begin(), events.end(), isRepeated), events.end());
 }
 
-// Goes through a log from its end, and moves events by what the clock was set afterwards.
+// Goes through a log from its end, and moves events by as much as the clock was set afterwards.
 class BackwardCorrection {
  public:
   // True when the event was moved.
@@ -57,13 +57,13 @@ class BackwardCorrection {
     start_ = kNone;
   }
 
-  // Some events have a higher number than the setting of the clock and were stamped before it, and
-  // the other way about.
+  // The times decide, not the numbers: some events were stamped before the clock was set and have a
+  // higher number than its setting, and the other way round.
   bool IsOfOldClock(int64_t time) const { return time <= oldTime_; }
 
   int64_t shift_ = 0;
   int64_t oldTime_ = kNone;  // what the clock showed when it was set
-  int64_t start_ = kNone;    // of the system, by the old clock, once it has been met
+  int64_t start_ = kNone;    // when the system started by the old clock, once that is known
 };
 
 size_t CorrectTimes(std::vector<LogEvent>& events) {
@@ -77,7 +77,7 @@ size_t CorrectTimes(std::vector<LogEvent>& events) {
 
 size_t LeaveOutImpossibleTimes(std::vector<LogEvent>& events) {
   if (events.empty()) return 0;
-  // Every zone's local time must have a date.
+  // A day is left at either end, so that every zone's local time has a date.
   int64_t earliest = kSecondsPerDay;
   const int64_t latest = std::min(events.back().time + kSlackSeconds, kLastSecond - kSecondsPerDay);
   return std::erase_if(events, [&](const LogEvent& event) {

@@ -45,7 +45,7 @@ using Times = std::vector<int64_t>;
 
 }  // namespace
 
-TEST_CASE("events of any order end in that of their times") {
+TEST_CASE("events are put in the order of their times") {
   const Ordered ordered =
       Order({Event(5, kNow + 9), Event(3, kNow + 5), Event(4, kNow), Event(2, kNow)});
   CHECK(ordered.records == Records{2, 4, 3, 5});
@@ -53,12 +53,12 @@ TEST_CASE("events of any order end in that of their times") {
   CHECK(Order({}).records.empty());
 }
 
-TEST_CASE("events that are there twice count once, unless they have no number") {
+TEST_CASE("duplicates of an event are removed, unless they have no number") {
   CHECK(Order({Event(2, kNow), Event(1, kNow), Event(2, kNow)}).records == Records{1, 2});
   CHECK(Order({Event(0, kNow + 1), Event(0, kNow)}).times == Times{kNow, kNow + 1});
 }
 
-TEST_CASE("what a wrong clock stamped since the start moves when the clock is set") {
+TEST_CASE("events since the start move by as much as the clock is set") {
   const int64_t wrong = 100 * kDay;
   const Ordered ordered =
       Order({Event(1, kNow - kHourSeconds, LogEventKind::Stopped),
@@ -70,7 +70,7 @@ TEST_CASE("what a wrong clock stamped since the start moves when the clock is se
   CHECK(ordered.corrections == ClockCorrections{3, 0});
 }
 
-TEST_CASE("a clock that is set back moves what came before") {
+TEST_CASE("a clock that is set back moves earlier events") {
   const Ordered ordered = Order({Event(1, kNow, LogEventKind::Woke), Event(2, kNow + 60),
                                  ClockSet(3, kNow + 100, kNow + 100 - kHourSeconds),
                                  Event(4, kNow + 200 - kHourSeconds)});
@@ -79,7 +79,7 @@ TEST_CASE("a clock that is set back moves what came before") {
   CHECK(ordered.corrections == ClockCorrections{2, 0});
 }
 
-TEST_CASE("a clock that is set twice leaves what came before both where it was") {
+TEST_CASE("a clock that is set there and back leaves earlier events where they were") {
   const Ordered ordered = Order({Event(1, kNow, LogEventKind::Started), Event(2, kNow + 60),
                                  ClockSet(3, kNow + 100, kNow + 100 + kHourSeconds),
                                  Event(4, kNow + 200 + kHourSeconds),
@@ -151,7 +151,7 @@ TEST_CASE("a setting that does not say how the clock was set moves nothing") {
         Times{kNow, kNow + kHourSeconds});
 }
 
-TEST_CASE("what a clock stamped that nobody set is left out") {
+TEST_CASE("events of a wrong clock that nobody set are left out") {
   const Ordered past = Order({Event(1, kNow), Event(2, 100 * kDay), Event(3, kNow - kHourSeconds),
                               Event(4, kNow - kHourSeconds - 1), Event(5, kNow + 1)});
   CHECK(past.records == Records{3, 1, 5});

@@ -9,7 +9,7 @@ namespace {
 
 enum class ByteOrder { LittleEndian, BigEndian };
 
-// A byte that misses its other half at the end is left out.
+// Half a character at the end is left out.
 std::string DecodeUtf16(std::string_view bytes, ByteOrder order) {
   const size_t high = order == ByteOrder::LittleEndian ? 1 : 0;
   std::wstring text;

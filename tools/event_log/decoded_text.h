@@ -6,9 +6,9 @@
 
 namespace dozewell {
 
-// The text of a file in UTF-16, as PowerShell redirects output, in UTF-8 and without a byte order
-// mark. Any other file is taken for UTF-8 and stays as it is, but for the mark; a console's own
-// code page does so too, since it has the same ASCII.
+// The text of a file, in UTF-8 and without a byte order mark. UTF-16, in which PowerShell redirects
+// output, is converted. Any other file is taken for UTF-8 and loses its mark only; a file in a
+// console's code page passes as well, since its ASCII is the same.
 std::string DecodeText(std::string_view bytes);
 
 }  // namespace dozewell

@@ -5,8 +5,8 @@
 
 namespace dozewell {
 
-// What is wrong with an event log, as the one line that the user reads: which log, which line of
-// it, and what.
+// An event log that cannot be read. The message is the one line that the user reads: which log,
+// which line of it, and what is wrong.
 class EventLogError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -69,7 +69,8 @@ std::optional<int64_t> ParseUtc(std::string_view text) {
 }
 
 WakeCause WakeCauseOf(const RawEvent& raw) {
-  // A timer is known by whoever has set it; of the other types these two are the plain ones.
+  // A wake by a timer names the program that set it. Of the other types, only these two
+  // are sure to mean a device.
   if (!raw.Data("WakeTimerOwner").empty() || !raw.Data("WakeTimerContext").empty()) {
     return WakeCause::Timer;
   }
@@ -79,7 +80,7 @@ WakeCause WakeCauseOf(const RawEvent& raw) {
   return type == kPowerButton || type == kDevice ? WakeCause::Device : WakeCause::Unknown;
 }
 
-// The time in UTC that an unclean start has as the second of two SYSTEMTIMEs, in hexadecimal.
+// The last known time of an unclean start, in UTC: the second of two SYSTEMTIMEs in hexadecimal.
 std::optional<int64_t> ParseAliveTime(std::string_view binary) {
   constexpr size_t kSystemTimeDigits = 32;
   constexpr size_t kWordDigits = 4;
@@ -129,7 +130,7 @@ LogEvent Interpret(const RawEvent& raw, const XmlReader& xml) {
   return event;
 }
 
-// Where the text of the element goes that the reader has come to; null for one that says nothing.
+// Where the text of the current element belongs; null for an element that is not needed.
 std::string* TakeElement(const XmlReader& xml, std::string_view section, RawEvent& raw) {
   const std::string_view name = xml.Name();
   if (section == "System") {

@@ -10,8 +10,8 @@
 namespace dozewell {
 
 // The events of an export of the Windows System log, in the order of the file: <Event> elements one
-// after the other or within one root, in UTF-8 or UTF-16. Throws EventLogError with `name` and the
-// line for what is no such export.
+// after the other or within one root, in UTF-8 or UTF-16. Throws EventLogError, with `name` and the
+// line, for anything else.
 std::vector<LogEvent> ParseEventLog(std::string_view file, const std::string& name);
 
 }  // namespace dozewell

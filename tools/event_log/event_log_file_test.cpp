@@ -116,7 +116,7 @@ TEST_CASE("a setting of the clock has what the clock showed") {
   CHECK(set.oldTime == kTime - 3600);
 }
 
-TEST_CASE("an export may have a root and what else a file of XML has") {
+TEST_CASE("an export may have a root and an XML declaration") {
   const std::string event = Event("EventLog", 6005, "");
   CHECK(ParseEventLog(event + event, "log").size() == 2);
   CHECK(
@@ -137,7 +137,7 @@ TEST_CASE("only an event's own elements count") {
   CHECK(event.record == 0);
 }
 
-TEST_CASE("what is no export of an event log is refused with its line") {
+TEST_CASE("a file that is no export of an event log is refused with the line") {
   Refused("<Event>\n<System/>\n</Event>",
           "log: line 3: the event that ends here has no time that could be read");
   Refused("<Event><System><TimeCreated SystemTime='2026-02-30T00:00:00Z'/></System></Event>",

@@ -13,7 +13,7 @@ std::vector<HistoryRecord> ToRecords(const std::vector<UsageMark>& marks,
   std::vector<HistoryRecord> records;
   int64_t earliest = 0;
   for (const UsageMark& mark : marks) {
-    // A time without a local one stays beside the record before it, so that states still alternate.
+    // A time that cannot be converted follows the record before it, so that states still alternate.
     const int64_t time = std::max(localClock(mark.time).value_or(earliest), earliest);
     records.push_back({static_cast<double>(time), mark.asleep ? 1U : 0U, 0});
     earliest = time + 1;

@@ -13,20 +13,20 @@
 
 namespace dozewell {
 
-// The wall-clock seconds of a time in seconds since 1970, UTC, on the machine whose log it is;
-// nothing for one that cannot be told.
+// Converts seconds since 1970, UTC, to wall-clock seconds on the machine that wrote the log.
+// Nothing for a time that cannot be converted.
 using LocalClock = std::function<std::optional<int64_t>(int64_t utcSeconds)>;
 
 // What an event log makes of a machine's past.
 struct EventLogHistory {
-  std::vector<HistoryRecord> records;  // by turns in use and asleep, in strictly increasing order
+  std::vector<HistoryRecord> records;  // in use and asleep alternate, and times increase strictly
   size_t wakesLeftOut = 0;
   size_t unexpectedEnds = 0;
   ClockCorrections clock;
 };
 
-// The history that the events of a log, in any order, tell. Where local time goes back at the end
-// of daylight saving, records follow each other by a second instead.
+// The history that the events of a log, in any order, tell. Records whose local time would go back
+// at the end of daylight saving follow the one before by a second.
 EventLogHistory HistoryFromEvents(std::vector<LogEvent> events, const LocalClock& localClock);
 
 }  // namespace dozewell

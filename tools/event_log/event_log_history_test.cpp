@@ -41,13 +41,13 @@ TEST_CASE("a history is in local time, whatever the order of the log") {
              kCentralEurope) == Lines{"+2026-07-01T08:00:00", "-2026-07-01T22:00:00"});
 }
 
-TEST_CASE("the hour that a spring lacks is lacking") {
+TEST_CASE("local time skips an hour in spring") {
   CHECK(Told({At("2026-03-29T00:30:00", LogEventKind::Started),
               At("2026-03-29T01:10:00", LogEventKind::Slept)},
              kCentralEurope) == Lines{"+2026-03-29T01:30:00", "-2026-03-29T03:10:00"});
 }
 
-TEST_CASE("in the hour that an autumn has twice, records follow each other by a second") {
+TEST_CASE("in the hour that comes twice in autumn, records follow each other by a second") {
   CHECK(Told({At("2026-10-24T22:00:00", LogEventKind::Started),
               At("2026-10-25T00:50:00", LogEventKind::Slept),
               At("2026-10-25T01:20:00", LogEventKind::Started),
@@ -59,7 +59,7 @@ TEST_CASE("in the hour that an autumn has twice, records follow each other by a 
                                       "+2026-10-25T02:51:00", "-2026-10-25T03:00:00"});
 }
 
-TEST_CASE("what was found in the log is told") {
+TEST_CASE("a history says what was found in the log") {
   LogEvent timer = At("2026-07-01T01:00:04", LogEventKind::Woke);
   timer.sleepTime = timer.time - 3604;
   timer.wakeTime = timer.time - 4;

@@ -10,7 +10,7 @@ namespace dozewell {
 enum class LogEventKind {
   Other,         // only that the machine was running then
   Started,       // the system started
-  LogStarted,    // the event log did, as it does soon after the system
+  LogStarted,    // the event log started, which it does soon after the system
   Stopped,       // the system was shut down
   Slept,         // the machine fell asleep, or into hibernation
   Woke,          // it woke
@@ -21,12 +21,12 @@ enum class LogEventKind {
 // What woke a machine.
 enum class WakeCause {
   Unknown,
-  Device,  // the power button or a device, which a person has used as a rule
+  Device,  // the power button or a device, usually by a person's hand
   Timer,
 };
 
-// An event of the System log. All times are seconds since 1970, UTC, as the machine's clock had
-// them; what an event does not say is nothing.
+// An event of the System log. All times are seconds since 1970, UTC, by the machine's clock. What
+// an event does not say is empty.
 struct LogEvent {
   uint64_t record = 0;  // the log's own number, which grows; 0 when there is none
   int64_t time = 0;     // when it was logged

@@ -9,10 +9,10 @@ namespace {
 constexpr int64_t kLeastSecondsAfterTimer = 15 * 60;
 constexpr int64_t kLeastSecondsAfterUnknown = 2 * 60;
 
-// So much earlier may the log have the sleep's begin than the wake that follows says.
+// The log may have the beginning of a sleep this much earlier than the wake after it says.
 constexpr int64_t kSleepSlackSeconds = 60;
 
-// What brought a machine into use, as far as it matters to how long that must last.
+// How long use must last to count, by what woke the machine.
 int64_t LeastSecondsAfter(WakeCause cause) {
   switch (cause) {
     case WakeCause::Timer:
@@ -64,7 +64,7 @@ class UsageFinder {
     int64_t time;
     bool asleep;
     int64_t leastSeconds;  // of use for it to count
-    bool isUnexpected;     // nothing ended the use but the next start
+    bool isUnexpected;     // no event ended the use before the next start
   };
 
   bool IsInUse() const { return !marks_.empty() && !marks_.back().asleep; }
@@ -92,7 +92,7 @@ class UsageFinder {
     if (end.isUnexpected && isBetween) end.time = *event.aliveTime;
   }
 
-  // One wake has up to two events, of which the second knows more.
+  // A wake is logged in up to two events, and the second one says more.
   void OnWake(const LogEvent& event) {
     const int64_t leastSeconds = LeastSecondsAfter(event.cause);
     if (!event.sleepTime || !event.wakeTime) {
@@ -101,7 +101,7 @@ class UsageFinder {
     }
     const int64_t wakeTime = std::min(*event.wakeTime, event.time);
     if (!IsInUse()) {
-      // One that was logged only after the machine had gone back to sleep tells of an earlier wake.
+      // An event logged only after the machine went back to sleep is about an earlier wake.
       if (marks_.empty() || wakeTime >= marks_.back().time) BeginUse(wakeTime, leastSeconds);
       return;
     }

@@ -10,7 +10,7 @@
 
 namespace dozewell {
 
-// A moment at which a machine came into use or left it.
+// A moment at which use of a machine began or ended.
 struct UsageMark {
   int64_t time;  // seconds since 1970, UTC
   bool asleep;
@@ -20,18 +20,18 @@ struct UsageMark {
 
 // When a machine was in use.
 struct Usage {
-  std::vector<UsageMark> marks;  // by turns in use and asleep, never going back in time
-  size_t wakesLeftOut = 0;       // wakes that were no use
+  std::vector<UsageMark> marks;  // in use and asleep alternate, and times never go back
+  size_t wakesLeftOut = 0;       // wakes that do not count as use
   size_t unexpectedEnds = 0;     // times at which it lost power or crashed while in use
 };
 
-// What events in the order of their times, as PutInOrder leaves them, tell of use. It begins with
-// the first event that begins or ends use. Use that the log does not see the end of ends with the
-// log, since what came then nobody knows.
+// Finds out when a machine was in use from events in the order in which PutInOrder leaves them. The
+// result begins with the first event that begins or ends use. Use whose end is not in the log ends
+// with the log, since nobody knows what came then.
 //
-// A machine that went straight back to sleep was not used: in less than 15 minutes after a timer
-// woke it, in less than 2 if the log does not say what did. With 15 minutes a person who came
-// meanwhile counts, as systems do not fall asleep earlier than that after they were used.
+// A wake does not count as use if the machine went straight back to sleep: in less than 15 minutes
+// after a timer woke it, or in less than 2 if the log does not say what woke it. With 15 minutes, a
+// person who came meanwhile counts, as a machine that was used stays awake for longer than that.
 Usage FindUsage(std::span<const LogEvent> events);
 
 }  // namespace dozewell

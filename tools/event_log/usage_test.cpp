@@ -53,7 +53,7 @@ TEST_CASE("use lasts from start or wake to sleep or shutdown") {
   CHECK(MarksOf({Seen(100), Seen(200)}).empty());
 }
 
-TEST_CASE("the first event that says so begins the history") {
+TEST_CASE("the first event that begins or ends use begins the history") {
   CHECK(MarksOf({Seen(100), Slept(200)}) == Marks{Asleep(200)});
   CHECK(MarksOf({Seen(100), Woke(200), Slept(900)}) == Marks{InUse(200), Asleep(900)});
 }
@@ -68,13 +68,13 @@ TEST_CASE("use ends with the log when nothing else ends it") {
   CHECK(MarksOf({Started(100)}) == Marks{InUse(100), Asleep(100)});
 }
 
-TEST_CASE("use that nothing ended ends with the last event before the start") {
+TEST_CASE("use without an end ends with the last event before the next start") {
   const Usage usage = FindUsage(std::vector{Started(100), Seen(700), Started(1000), Slept(1500)});
   CHECK(usage.marks == Marks{InUse(100), Asleep(700), InUse(1000), Asleep(1500)});
   CHECK(usage.unexpectedEnds == 1);
 }
 
-TEST_CASE("an unclean start knows better when the machine was last alive") {
+TEST_CASE("an unclean start tells when the machine was last alive") {
   const auto endOfUse = [](int64_t aliveTime) {
     const Usage usage = FindUsage(std::vector{Started(100), Seen(700), Started(1000),
                                               UncleanStart(1011, aliveTime), LogStarted(1011)});
@@ -106,22 +106,22 @@ TEST_CASE("a wake has the time that the log gives it afterwards") {
   CHECK(MarksOf({Started(100), Slept(7200), Woke(50000), wake, Slept(60000)}) == expected);
   CHECK(MarksOf({Started(100), Slept(7200), Woke(7202), wake, Slept(60000)}) == expected);
   CHECK(MarksOf({Started(100), Slept(7200), wake, Slept(60000)}) == expected);
-  // One that the wake itself came after is no later for that.
+  // A second event with an earlier time changes nothing.
   CHECK(MarksOf({Started(100), Slept(7200), Woke(50002), wake, Slept(60000)})[2] == InUse(50002));
 }
 
-TEST_CASE("a wake that the log gives a time yet to come is as late as its event") {
+TEST_CASE("a wake is never later than its event") {
   LogEvent wake = Explained(7200, 50000, WakeCause::Device);
   wake.time = 49000;
   CHECK(MarksOf({Started(100), Slept(7200), wake, Slept(60000)})[2] == InUse(49000));
   CHECK(MarksOf({Started(100), Slept(7200), Woke(48000), wake, Slept(60000)})[2] == InUse(49000));
 }
 
-TEST_CASE("a wake that is told of too late is none") {
+TEST_CASE("a wake that is logged after the next sleep does not count") {
   CHECK(MarksOf({Started(100), Slept(7200), Woke(50000), Slept(50300),
                  Explained(7200, 50297, WakeCause::Timer), Woke(80000), Slept(90000)}) ==
         Marks{InUse(100), Asleep(7200), InUse(50000), Asleep(50300), InUse(80000), Asleep(90000)});
-  // Nor is one from a sleep that the log does not have.
+  // Nor does a wake from a sleep that the log does not have.
   CHECK(MarksOf({Started(100), Explained(5000, 6000, WakeCause::Device), Slept(7000)}) ==
         Marks{InUse(100), Asleep(7000)});
 }
@@ -162,7 +162,7 @@ TEST_CASE("wakes in a row are left out, the first of the log too") {
   CHECK(usage.wakesLeftOut == 3);
 }
 
-TEST_CASE("a start counts however short, and so does a wake that the log does not see the end of") {
+TEST_CASE("a start counts however short, and so does a wake whose end is not in the log") {
   CHECK(MarksOf({Stopped(100), Started(1000), Stopped(1030)}) ==
         Marks{Asleep(100), InUse(1000), Asleep(1030)});
   CHECK(MarksOf({Slept(100), Woke(1000), Seen(1010)}) ==

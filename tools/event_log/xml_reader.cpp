@@ -83,7 +83,7 @@ std::string XmlReader::Attribute(std::string_view name) const {
 bool XmlReader::SkipBetween(std::string_view opening, std::string_view closing) {
   if (!xml_.substr(position_).starts_with(opening)) return false;
   position_ += opening.size();
-  TakeUntil(closing, "what is passed over");
+  TakeUntil(closing, "a comment or processing instruction");
   return true;
 }
 

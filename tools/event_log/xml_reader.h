@@ -9,17 +9,17 @@
 
 namespace dozewell {
 
-// Reads XML piece by piece, as much of it as event logs have: elements, attributes, text, CDATA and
-// references to characters. Comments and processing instructions are passed over, declarations are
-// refused. There may be several roots or none. Bytes of text are handed on as they are, control
-// characters too, since logs hold some.
+// Reads as much of XML as event logs have, piece by piece: elements, attributes, text, CDATA and
+// references to characters. Comments and processing instructions are skipped, declarations are
+// refused. There may be several roots or none. Bytes of text stay as they are, control characters
+// too, since logs contain some.
 class XmlReader {
  public:
   enum class Piece {
-    Start,   // of an element; one without content has its end too
+    Start,   // of an element; an End follows even if it is empty
     End,     // of an element
-    Text,    // within an element, all or a part of what is between two other pieces
-    Nothing  // the text is over, and all elements are ended
+    Text,    // within an element, all or part of the text between two other pieces
+    Nothing  // the XML is over, and all elements have ended
   };
 
   // `xml` must outlive the reader. `name` is what errors call it.

@@ -48,7 +48,7 @@ TEST_CASE("XML is read piece by piece, with several roots or none") {
   CHECK(Read(" \r\n") == "");
 }
 
-TEST_CASE("comments and processing instructions are passed over") {
+TEST_CASE("comments and processing instructions are skipped") {
   CHECK(Read("<?xml version='1.0'?><!-- <x> --><a>1<!--->--->2<?x?></a>") == "a1{[1][2]}a1");
 }
 
@@ -83,7 +83,7 @@ TEST_CASE("XML that is not well formed is refused with its line") {
   NotWellFormed("<a b='1/>", "log: line 1: an attribute's value has no end");
   NotWellFormed("<a b='<'/>", "log: line 1: an attribute's value holds a <");
   NotWellFormed("<a></a", "log: line 1: the end of an element is not well formed");
-  NotWellFormed("<a>\n<!-- >", "log: line 2: what is passed over has no end");
+  NotWellFormed("<a>\n<!-- >", "log: line 2: a comment or processing instruction has no end");
   NotWellFormed("<a><![CDATA[", "log: line 1: CDATA has no end");
   NotWellFormed("<!DOCTYPE a><a/>", "log: line 1: a declaration, which event logs do not have");
   for (const char* reference : {"&", "&;", "&x;", "&#;", "&#x;", "&#x110000;", "&#65", "&#6 5;"}) {

@@ -18,7 +18,7 @@ constexpr bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && 
 
 }  // namespace
 
-// Takes the parts of the rules from the front; what is not there is nothing.
+// Takes the parts of the rules from the front, one by one. A missing part is empty.
 class ZoneRules::Reader {
  public:
   explicit Reader(std::string_view text) : rest_(text) {}
@@ -68,7 +68,7 @@ class ZoneRules::Reader {
     return isNegative ? -seconds : seconds;
   }
 
-  // Seconds ahead of UTC; the text has them behind.
+  // Seconds ahead of UTC. The text says how far behind UTC the zone is.
   std::optional<int64_t> TakeOffset() {
     constexpr unsigned int kMostHours = 24;
     const auto behind = TakeTime(kMostHours);
@@ -131,7 +131,7 @@ int64_t ZoneRules::Offset(int64_t utcSeconds) const {
   const chrono::year_month_day date(chrono::floor<chrono::days>(standardTime));
   const int64_t toDaylight = toDaylight_.InYear(date.year()) - standardOffset_;
   const int64_t toStandard = toStandard_.InYear(date.year()) - daylightOffset_;
-  // South of the equator daylight saving lasts over the turn of the year.
+  // South of the equator, daylight saving lasts over the turn of the year.
   const bool isDaylight = toDaylight < toStandard
                               ? utcSeconds >= toDaylight && utcSeconds < toStandard
                               : utcSeconds >= toDaylight || utcSeconds < toStandard;

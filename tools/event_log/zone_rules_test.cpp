@@ -57,7 +57,7 @@ TEST_CASE("daylight saving may differ by another amount and change at any hour")
   CHECK(Local("<-02>2<-01>,M3.5.0/-1,M10.5.0/0", "2026-03-29T01:00:00") == "2026-03-29T00:00:00");
 }
 
-TEST_CASE("rules of another form are none") {
+TEST_CASE("rules of another form are refused") {
   for (const char* text : {"",
                            "CET",
                            "-1",

@@ -14,38 +14,38 @@
 
 namespace dozewell {
 
-// A history that goes further back than the one it was.
+// A history that was extended backwards.
 struct ExtendedHistory {
   std::vector<HistoryRecord> records;
-  size_t added = 0;  // how many of them, at its beginning, are new
+  size_t added = 0;  // how many records at its beginning are new
 };
 
-// Puts those records of `older` before a history that are earlier than its first one. States
-// alternate where the two meet: records at the history's beginning that only repeat what the
-// machine was already doing are dropped. Both must be in strictly increasing order.
+// Puts the records of `older` that are earlier than a history's first one before it. States
+// alternate where the two meet: records at the history's beginning that only repeat the state
+// before them are dropped. Both must be in strictly increasing order.
 ExtendedHistory PutBefore(const std::vector<HistoryRecord>& older,
                           const std::vector<HistoryRecord>& history);
 
-// What comes of an event log and the history that there is.
+// What was made of an event log and the existing history.
 struct EventLogImport {
   size_t events = 0;
   EventLogHistory log;
   ExtendedHistory history;
 };
 
-// Puts what the events of a log tell before the history that there is, as the service would read
-// it; nothing when there is none. Throws EventLogError, with the log's name, when they tell
-// nothing.
+// Puts the records that a log's events tell before those that the service would read from the
+// existing history, if there is one. Throws EventLogError, with the log's name, when the events
+// tell of no use.
 EventLogImport ImportEvents(const std::string& logName, std::vector<LogEvent> events,
                             const LocalClock& localClock, const std::optional<History>& history);
 
 // The local time of this machine, by the system's rules.
 LocalClock SystemClock();
 
-// "24 records, 2026-10-19 07:58 to 2026-10-26 18:03", of those that are new; "no records".
+// The new records: "24 records, 2026-10-19 07:58 to 2026-10-26 18:03", or "no records".
 std::string AddedText(const EventLogImport& import);
 
-// What was corrected and left out in the log, a line each; empty when nothing was.
+// What was corrected and left out, in lines; empty when nothing was.
 std::string FindingsText(const EventLogImport& import);
 
 // What a command says that has saved the import in the file `history`, in lines.

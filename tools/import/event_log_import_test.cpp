@@ -134,13 +134,13 @@ TEST_CASE("what was corrected and left out is told, in one or many") {
   import.log = {{}, 1, 1, { 1, 1 }};
   CHECK(FindingsText(import) ==
         "1 wake left out: the machine went straight back to sleep\n"
-        "1 use ended unexpectedly: when the machine was last known to run\n"
-        "1 event moved by what the clock was set afterwards\n"
+        "1 use ended unexpectedly; its end is when the machine was last known to run\n"
+        "1 event moved by as much as the clock was set afterwards\n"
         "1 event left out: the clock was wrong and was never set\n");
   import.log = {{}, 2, 3, { 0, 4 }};
   CHECK(FindingsText(import) ==
         "2 wakes left out: the machine went straight back to sleep\n"
-        "3 uses ended unexpectedly: when the machine was last known to run\n"
+        "3 uses ended unexpectedly; their ends are when the machine was last known to run\n"
         "4 events left out: the clock was wrong and was never set\n");
 }
 

@@ -13,7 +13,7 @@
 namespace dozewell::replay {
 namespace {
 
-// As the value that it stands for, which ends without a line feed.
+// The file's text, without the line feed that a value of the registry would not have.
 std::string ChosenText(const std::string& fileName) {
   const auto content = ReadInputIfExists(fileName);
   if (!content) return "";
@@ -38,7 +38,7 @@ const char* Verdict(const BestSetApplication& application) {
   return application.parameters ? "taken" : "no set, so the parameters stay as they are";
 }
 
-// What is stored, as a settings file would have it and in the order of storing.
+// What the service would store, in its order and in the form of a settings file.
 std::string Text(const std::string& strength, const BestSetApplication& application) {
   std::string text = kBestSetPrefix + strength + ": " + Verdict(application) + '\n';
   if (application.parameters) {

@@ -8,7 +8,8 @@
 
 namespace dozewell::replay {
 
-// What the user gave on the command line, as text. A command finds those that it requires.
+// What the user gave on the command line, as text. Options that a command requires are there when
+// it runs.
 struct Options {
   std::optional<std::string> history;
   std::optional<std::string> pending;
@@ -34,13 +35,13 @@ struct Options {
   bool progress = false;  // messages go to a terminal, which can show how far a command has come
 };
 
-// What a command has to say.
+// What a command prints.
 struct Results {
   std::string output;                 // printed when the command succeeds
   std::vector<std::string> warnings;  // printed in any case, a line each
 };
 
-// An option of the command line.
+// An option of the command line with a value.
 struct CommandOption {
   const char* name;
   const char* placeholder;
@@ -48,7 +49,7 @@ struct CommandOption {
   std::optional<std::string> Options::*text;
 };
 
-// One without a text, which is given or not.
+// An option without a value.
 struct CommandFlag {
   const char* name;
   const char* description;
@@ -59,7 +60,7 @@ struct Command {
   const char* name;
   const char* description;
   const char* example;  // what follows the program's name
-  // Does it all. Throws ToolError, and what the engine throws.
+  // Runs the command. Throws ToolError, and what the engine throws.
   void (*run)(const Options& options, Results& results);
   std::vector<const CommandOption*> required;
   std::vector<const CommandOption*> optional;

@@ -17,8 +17,8 @@ struct ParsedCommandLine {
   std::string help;  // the text to print then
 };
 
-// Understands a command line, without the program's name, in UTF-8. Throws ToolError for one
-// that makes no sense.
+// Parses a command line, in UTF-8 and without the program's name. Throws ToolError for one that
+// makes no sense.
 ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace dozewell::replay

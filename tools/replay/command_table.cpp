@@ -8,7 +8,7 @@ constexpr CommandOption kHistory = {"--history", "FILE",
                                     "History: CSV if named so, else the bytes of zs7state.dat",
                                     &Options::history};
 constexpr CommandOption kImportedHistory = {
-    "--history", "FILE", "CSV history; with an event log, what to put it before, if it exists",
+    "--history", "FILE", "CSV history; with an event log, the history to extend, if it exists",
     &Options::history};
 constexpr CommandOption kEventLog = {
     "--from-event-log", "FILE", "What wevtutil qe System /f:xml exports of the Windows System log",
@@ -37,8 +37,8 @@ constexpr CommandOption kNow = {"--now", "YYYY-MM-DDTHH:MM:SS",
 constexpr CommandOption kReportTime = {
     "--now", "YYYY-MM-DDTHH:MM:SS",
     "Local time of the report; without one, that of the last event learnt", &Options::now};
-constexpr CommandOption kUtcNow = {"--now", "SECONDS", "UTC seconds since 1970 of the save",
-                                   &Options::utcNow};
+constexpr CommandOption kUtcNow = {"--now", "SECONDS",
+                                   "Time of the save, in UTC seconds since 1970", &Options::utcNow};
 constexpr CommandOption kLimit = {"--limit", "DAYS", "Days of history to keep", &Options::limit};
 constexpr CommandOption kKind = {"--kind", "KIND", "office, home, shift or erratic",
                                  &Options::kind};

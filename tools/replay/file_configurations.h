@@ -18,9 +18,9 @@ class FileConfigurations : public IConfigurations {
   std::string GetValue(std::string section, std::string key) override;
   uint32_t GetTimeResolution() override;
   bool IsDynamicHAEnabled() override;
-  // The current folder; the files of this program are named by its user.
+  // The current folder. No file is looked for there: the user names them all.
   std::wstring GetDataFolder() override { return L"."; }
-  // What was read never changes, so there is nothing to hear.
+  // The settings never change, so listeners would have nothing to hear.
   void RegisterListener(IConfigurationsListener*) override {}
   void UnregisterListener() override {}
   virtual ~FileConfigurations() = default;

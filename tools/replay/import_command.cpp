@@ -36,7 +36,7 @@ LocalClock ClockOf(const std::optional<std::string>& zone) {
   return [rules](int64_t utcSeconds) { return rules->WallSeconds(utcSeconds); };
 }
 
-// Learns what is to be saved unless there is a data file.
+// Learns the history that will be saved, unless the data file exists.
 std::optional<Learning> LearnIfNew(const Options& options, const History& history,
                                    Results& results) {
   if (!options.data) {

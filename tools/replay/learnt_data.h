@@ -27,15 +27,15 @@ class LearntData {
   IConfigurations& Configuration() { return configuration_; }
   CycleShape Shape() { return ConfiguredShape(configuration_); }
 
-  // The time that an option gives, or without it that of the last event learnt. Throws ToolError
-  // for a text that is no time, and when there was no event.
+  // The time that an option gives, or without the option, that of the last event learnt. Throws
+  // ToolError for a text that is no time, and when there was no event.
   tm TimeOrLastEvent(const char* option, const std::optional<std::string>& text) const;
 
  private:
   std::string name_;
   FileConfigurations configuration_;
   HistorianImpl historian_;
-  std::optional<TrackerData> header_;  // of a file that is as long as that
+  std::optional<TrackerData> header_;  // nothing if the file is too short or was ignored
   CyclicProbabilityPredictor predictor_;
 };
 

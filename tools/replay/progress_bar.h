@@ -5,8 +5,7 @@
 
 namespace dozewell::replay {
 
-// Shows on standard error, which has to be a terminal, how far something has come, and is gone once
-// that ends.
+// Shows on standard error, a terminal, how far a task has come, and erases itself at the end.
 class ProgressBar {
  public:
   // One that is not `shown` prints nothing.

@@ -10,7 +10,7 @@ void RunReport(const Options& options, Results& results) {
   const auto history = LoadOptimizerHistory(options.history.value());
   LearntData learnt(options, results);
   ArbitraryCycleProbabilityTracker tracker = learnt.Tracker();
-  // What the user is warned of, the reader of the page is told too.
+  // The page shows the warnings too.
   const std::string page = report::MakeReport(
       {learnt.Configuration(), tracker, history, learnt.TimeOrLastEvent("--now", options.now),
        HibernateAfterSeconds(options.hibernateAfter), results.warnings});

@@ -27,7 +27,7 @@ struct Search {
   std::vector<int32_t> weights;
   int64_t timeoutSeconds;
   Outcomes baseline;
-  std::vector<Outcomes> outcomes;  // of each set in the order of the grid, when they are asked for
+  std::vector<Outcomes> outcomes;  // of each set in the order of the grid, if they are asked for
   std::vector<BestSet> best;       // by weight
 };
 

@@ -18,8 +18,8 @@ class SettingsFile {
   // or key=value, and for a key before the first section.
   SettingsFile(std::string_view text, const std::string& name);
 
-  // The value of a key, the last one if it is there several times, empty when it is not there.
-  // Neither name has a case, as in the registry.
+  // The value of a key: the last one if there are several, empty if there is none. The case of
+  // names does not count, as in the registry.
   std::string Value(std::string_view section, std::string_view key) const;
 
  private:

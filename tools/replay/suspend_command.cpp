@@ -14,13 +14,11 @@ std::string MinutesText(const std::optional<int32_t>& minutes, const char* missi
 }
 
 std::string Text(const SuspendDecision& decision) {
-  // A timer of less than a minute is not armed.
-  const auto timer = decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
   return "Predicted Hibernate at: " + DecisionLine(decision.hibernateAt) +
          "\nPredicted Sleep restored at: " + DecisionLine(decision.sleepRestoredAt) +
          "\nPredicted Hibernate next at: " + DecisionLine(decision.hibernateNextAt) +
          "\nHibernate-after timeout: " + MinutesText(decision.haMinutes, "left as it is") +
-         "\nWake timer: " + MinutesText(timer, "not armed") +
+         "\nWake timer: " + MinutesText(ArmedTimerMinutes(decision), "not armed") +
          "\nHibernate-after timeout once woken: " +
          MinutesText(decision.nextHAMinutes, "left as it is") + "\n";
 }

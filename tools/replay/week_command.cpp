@@ -17,7 +17,7 @@ void RunWeek(const Options& options, Results& results) {
   }
   results.output = DrawCycle(shape, probabilities, options.colour);
   if (results.output.empty())
-    throw ToolError("no picture of a cycle that is not one of whole days of up to 100 hours");
+    throw ToolError("only a cycle of whole days of up to 100 hours has a picture");
 }
 
 }  // namespace dozewell::replay

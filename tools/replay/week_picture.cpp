@@ -75,7 +75,7 @@ std::string DrawCycle(const CycleShape& shape, std::span<const float> probabilit
   if (!cells) return {};
   const size_t nameWidth = cells->rows.back().name.size();
   const std::string indent(nameWidth + 1, ' ');
-  // The ruler's labels start where their minute's cell does, behind the frame.
+  // Each label starts over the cell of its minute, which comes after the frame.
   std::string text = indent + " " + Ruler(*cells);
   for (const CycleCells::Row& row : cells->rows) {
     std::string name = row.name;

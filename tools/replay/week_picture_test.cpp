@@ -67,7 +67,7 @@ TEST_CASE("a slot longer than a character goes on over several") {
         "      never in use | .:-=+*#%@| always in use, ? not known\n");
 }
 
-TEST_CASE("what no probability can be is drawn as the nearest, or as not known") {
+TEST_CASE("impossible probabilities are drawn as the nearest possible one, or as not known") {
   const CycleShape shape = {1, 4, 1};
   const float probabilities[] = {-0.5F, 7.0F, std::numeric_limits<float>::quiet_NaN(),
                                  std::numeric_limits<float>::infinity()};

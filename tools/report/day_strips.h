@@ -25,8 +25,8 @@ struct Stretch {
 };
 
 // A figure of days down and hours across, in which stretches, in ascending order, are coloured by
-// their kind: `days` days from the midnight `firstDay` on, within the calendar. Who cannot see it
-// is told the hours of each kind for each day.
+// their kind: `days` days from the midnight `firstDay` on, within the calendar. For screen readers
+// it has the hours of each kind for each day.
 std::string DayStrips(std::string_view caption, std::span<const StretchKind> kinds,
                       std::span<const Stretch> stretches, int64_t firstDay, int days);
 

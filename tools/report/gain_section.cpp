@@ -13,7 +13,7 @@
 namespace dozewell::report {
 namespace {
 
-// The largest figures of the table, which fill its cells.
+// The largest numbers of the table, whose bars fill their cells.
 struct Scale {
   int64_t sleepSeconds = 0;
   int64_t resumesFromHibernate = 0;
@@ -100,13 +100,13 @@ std::string Table(const Comparison& comparison) {
   for (size_t i = 0; i < comparison.adopted.size(); ++i) {
     predicted += Row("strength " + std::to_string(i), comparison.adopted[i].outcomes, scale);
   }
-  return HtmlElement(
-      "table", {{"class", "gain"}},
-      HtmlElement("caption", {{"class", "unseen"}}, "What the history would have come to") +
-          HtmlElement("thead", HtmlElement("tr", head)) + Group("Fixed timeout", fixed) +
-          Group("Predicted", predicted) +
-          Group("Knowing the future",
-                Row("best possible", comparison.clairvoyant.outcomes, scale)));
+  return HtmlElement("table", {{"class", "gain"}},
+                     HtmlElement("caption", {{"class", "unseen"}},
+                                 "The outcomes of the history with each choice") +
+                         HtmlElement("thead", HtmlElement("tr", head)) +
+                         Group("Fixed timeout", fixed) + Group("Predicted", predicted) +
+                         Group("Knowing the future",
+                               Row("best possible", comparison.clairvoyant.outcomes, scale)));
 }
 
 }  // namespace
@@ -124,7 +124,7 @@ std::string GainSection(const Comparison& comparison, int64_t hibernateAfterSeco
   return Section(
       "gain", "What is gained",
       "The recorded history, replayed with fixed hibernate-after timeouts and with "
-      "predictions: hours asleep cost power, and whoever meets it hibernated has to wait.",
+      "predictions: hours asleep cost power, and a user who finds it hibernated has to wait.",
       figure);
 }
 

@@ -8,7 +8,7 @@
 
 namespace dozewell::report {
 
-// What predictions made of the history's sleeps, next to fixed timeouts.
+// Compares what predictions make of the history's sleeps with what fixed timeouts make of them.
 std::string GainSection(const Comparison& comparison, int64_t hibernateAfterSeconds);
 
 }  // namespace dozewell::report

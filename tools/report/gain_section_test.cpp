@@ -54,7 +54,7 @@ TEST_CASE("every choice has a row in its group") {
   }
 }
 
-TEST_CASE("the largest figure fills its cell, whoever has it") {
+TEST_CASE("the largest number fills its cell, whichever choice has it") {
   Comparison comparison = Example();
   for (Choice* const choice :
        {&comparison.fixed[0], &comparison.settings, &comparison.adopted[0]}) {
@@ -67,7 +67,7 @@ TEST_CASE("the largest figure fills its cell, whoever has it") {
   }
 }
 
-TEST_CASE("a history without a rest is said to be too short") {
+TEST_CASE("a history without a rest is called too short") {
   Comparison comparison = {};
   comparison.fixed = {{"never", "", {}}};
   CHECK(Contains(GainSection(comparison, 600),

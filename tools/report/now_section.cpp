@@ -12,7 +12,7 @@
 namespace dozewell::report {
 namespace {
 
-// A thing that is to come: what, when, and how.
+// One thing that will happen: what, when, and how.
 std::string Fact(std::string_view what, std::string_view when, std::string_view how) {
   return HtmlElement("div", HtmlElement("dt", HtmlText(what)) +
                                 HtmlElement("dd", HtmlElement("strong", HtmlText(when)) + " " +

@@ -45,7 +45,7 @@ TEST_CASE("a suspend without a prediction leaves the user's own timeout") {
         "<span>since nothing is predicted</span></dd></div>");
 }
 
-TEST_CASE("a suspend without a predicted use wakes by nothing") {
+TEST_CASE("a suspend without a predicted use is not followed by a wake") {
   fakes::Configurations configuration = AllDaysAlike();
   configuration.values["StrengthHigh"] = "101";
   CHECK(Facts(ExplanationAt(configuration, 10, 9)) ==
@@ -55,7 +55,7 @@ TEST_CASE("a suspend without a predicted use wakes by nothing") {
         "<span>since no use is predicted</span></dd></div>");
 }
 
-TEST_CASE("a timeout that stays as it is when the machine is woken is not told") {
+TEST_CASE("a timeout that stays the same after the wake is not mentioned") {
   fakes::Configurations configuration = AllDaysAlike();
   Explanation explanation = ExplanationAt(configuration, 10, 9);
   explanation.decision.nextHAMinutes.reset();

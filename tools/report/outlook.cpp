@@ -11,7 +11,7 @@ std::vector<PredictedIdleness> PredictIdleness(ArbitraryCycleProbabilityTracker&
     const Explanation explanation = Explain(tracker, from);
     if (explanation.idle.end != SearchEnd::Found) return stretches;
     const int64_t start = SecondsFromTm(explanation.idle.foundAt);
-    // One that is not later lies behind the end of the calendar.
+    // A stretch that is not later lies beyond the end of the calendar.
     if (start < SecondsFromTm(from) || start >= end) return stretches;
     stretches.push_back({start, std::nullopt});
     if (!explanation.use || explanation.use->end != SearchEnd::Found) return stretches;

@@ -17,8 +17,8 @@ struct PredictedIdleness {
   bool operator==(const PredictedIdleness&) const = default;
 };
 
-// The idle stretches that begin from `now` until before `end`: the one of the predictions at `now`,
-// and those of the predictions at each next use. After one without a next use nothing is predicted.
+// The idle stretches that begin at `now` or later and before `end`. The first is predicted at
+// `now`, each further one at the next use before it. A stretch without a next use is the last one.
 std::vector<PredictedIdleness> PredictIdleness(ArbitraryCycleProbabilityTracker& tracker,
                                                const tm& now, int64_t end);
 

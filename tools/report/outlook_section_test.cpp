@@ -43,7 +43,7 @@ TEST_CASE("the next idle stretches are listed") {
                  "<tr><td>Sun 11 Jan, 12:10</td><td>not known</td><td>-</td></tr>"));
 }
 
-TEST_CASE("nothing predicted is said so") {
+TEST_CASE("the page says that nothing is predicted") {
   fakes::Configurations configuration = AllDaysAlike();
   const std::string section = SectionAt(configuration, 0, SimLocalTime(10, 9, 3));
   CHECK(Contains(section, "<p>Nothing is predicted; the evidence above says why.</p>"));

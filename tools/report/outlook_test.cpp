@@ -19,7 +19,7 @@ TEST_CASE("predictions go on from each next use to the next idle stretch") {
         std::vector<PredictedIdleness>{{SimTime(10, 12, 10), SimTime(11, 8, 0)},
                                        {SimTime(11, 12, 10), SimTime(12, 8, 0)},
                                        {SimTime(12, 12, 10), SimTime(13, 8, 0)}});
-  // From within an idle stretch, it goes on with the next slot.
+  // Within an idle stretch, the prediction begins with the next slot.
   CHECK(PredictIdleness(tracker, SimLocalTime(10, 20, 3), SimTime(11, 0)) ==
         std::vector<PredictedIdleness>{{SimTime(10, 20, 10), SimTime(11, 8, 0)}});
 }

@@ -17,7 +17,7 @@ constexpr StretchKind kPastKinds[] = {{"use", "in use"},
                                       {"hibernated", "hibernated"},
                                       {"woken", "woken by the timer, asleep and ready"}};
 
-// Nothing for limbo, which no history that the service writes leads to.
+// Nothing for limbo, to which no history that the service writes leads.
 std::optional<size_t> KindOf(SimState state) {
   switch (state) {
     case SimState::Active:
@@ -61,7 +61,7 @@ std::string PastSection(const SimTimeLine& timeLine) {
   }
   return Section("past", "The recorded past",
                  "When it was in use is recorded; when it slept, hibernated and was woken is "
-                 "simulated, as these settings would have had it, over at most the last " +
+                 "simulated with these settings, over at most the last " +
                      std::to_string(kMostDays) + " days.",
                  figure);
 }

@@ -9,11 +9,11 @@
 
 namespace dozewell::report {
 
-// What a simulated time line was in, up to its last entry and within the calendar. The kinds are
-// those of the section's figure: in use, asleep, hibernated, woken by the timer.
+// The stretches of a simulated time line, up to its last entry and within the calendar. Their kinds
+// are those of the section's figure: in use, asleep, hibernated, woken by the timer.
 std::vector<Stretch> PastStretches(const SimTimeLine& timeLine);
 
-// The last days of the history's time line as the settings would have made it.
+// The last days of a history's time line, simulated with the settings.
 std::string PastSection(const SimTimeLine& timeLine);
 
 }  // namespace dozewell::report

@@ -57,7 +57,7 @@ TEST_CASE("a time line that ends at midnight draws no day after it") {
   CHECK(CountOf("<div class=\"strip\"", section) == 1);
 }
 
-TEST_CASE("a history that is too short is said so") {
+TEST_CASE("the page says that a history is too short") {
   CHECK(Contains(PastSection({}), "<p>The history is too short to replay.</p>"));
   CHECK(Contains(PastSection({{SimTime(0, 8), SimState::Active}}),
                  "<p>The history is too short to replay.</p>"));

@@ -31,7 +31,7 @@ constexpr const char* kHead =
     "<meta charset=\"utf-8\">\n"
     "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
     "<meta name=\"color-scheme\" content=\"light dark\">\n"
-    // Whatever a text may have smuggled in, nothing is loaded and nothing runs.
+    // Even if a text smuggled something in, nothing is loaded and nothing runs.
     "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
     "'unsafe-inline'; img-src data:\">\n"
     "<link rel=\"icon\" href=\"data:,\">\n";

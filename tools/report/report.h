@@ -14,14 +14,15 @@ namespace dozewell::report {
 struct ReportInput {
   IConfigurations& configuration;
   ArbitraryCycleProbabilityTracker& tracker;  // on what was learnt
-  std::vector<HistoryRecord> history;         // those that count
+  std::vector<HistoryRecord> history;         // the records that count
   tm now;                                     // a valid local time
   int64_t hibernateAfterSeconds;              // the timeout to compare with; 0 is never
   std::vector<std::string> notes;             // what the reader has to know first
 };
 
 // A page of HTML that stands alone: it loads nothing and runs no script. The same input makes the
-// same page. A history that cannot be replayed leaves out what would need that, and says why.
+// same page. When the history cannot be replayed, the page says why in place of the sections that
+// need it.
 std::string MakeReport(const ReportInput& input);
 
 }  // namespace dozewell::report

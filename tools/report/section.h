@@ -7,17 +7,17 @@
 namespace dozewell::report {
 
 // A section of the page: its title, one plain sentence that explains its figure, and the figure,
-// which is HTML. `id` is its own on the page.
+// which is HTML. `id` must be unique on the page.
 std::string Section(const char* id, std::string_view title, std::string_view explanation,
                     const std::string& figure);
 
 // A paragraph of plain text.
 std::string Paragraph(std::string_view text);
 
-// The hours over a figure of days: the labels of every third hour.
+// The axis over a figure of days, with a label for every third hour.
 std::string HourAxis();
 
-// What a colour of a figure stands for: a small area of that class, and its name.
+// A legend's entry for a colour of a figure: a small area of that class, and its name.
 std::string LegendEntry(const char* cssClass, std::string_view name);
 
 }  // namespace dozewell::report

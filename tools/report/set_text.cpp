@@ -8,7 +8,7 @@
 namespace dozewell::report {
 namespace {
 
-// With a blank that no line breaks at.
+// With a no-break space.
 constexpr const char* kPercent = "\u00A0%";
 
 // The days of a group from Monday on: "Sat, Sun".

@@ -19,7 +19,7 @@ constexpr size_t kCellsPerLabel = 6;
 
 std::string ClockText(int minutes) { return FormatText("%02d:%02d", minutes / 60, minutes % 60); }
 
-// Narrow where it can be: a phone has little room.
+// As short as possible, since a phone has little room.
 std::string LabelText(int minutes) {
   const std::string text = ClockText(minutes);
   return minutes % 60 == 0 ? text.substr(0, text.find(':')) : text;
@@ -64,7 +64,7 @@ std::string Head(const CycleCells& map) {
 std::string WeekSection(const CycleShape& shape, std::span<const float> probabilities) {
   const std::optional<CycleCells> map = MakeCycleCells(shape, probabilities);
   if (!map) {
-    return Section(kId, kTitle, "There is no map of a cycle that is not one of whole days.", "");
+    return Section(kId, kTitle, "Only a cycle of whole days has a map.", "");
   }
   std::string rows;
   for (const CycleCells::Row& row : map->rows) rows += Row(row, map->cellMinutes);

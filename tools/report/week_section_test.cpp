@@ -33,9 +33,9 @@ TEST_CASE("a map of odd cells labels them with minutes too") {
   CHECK(Contains(section, "<th scope=\"row\">day 0</th>"));
 }
 
-TEST_CASE("a cycle that has no map says so") {
+TEST_CASE("the page says that a cycle has no map") {
   const std::string section = WeekSection({1, 60, 7}, std::vector<float>(7, 0.5F));
-  CHECK(Contains(section, "There is no map of a cycle that is not one of whole days."));
+  CHECK(Contains(section, "Only a cycle of whole days has a map."));
   CHECK(CountOf("<table", section) == 0);
 }
 

@@ -27,7 +27,7 @@ std::string Winner(const BestSet& best, const std::string& strength = "") {
 
 }  // namespace
 
-TEST_CASE("a winner is told with its score, the one it had to reach, and what it is") {
+TEST_CASE("a winner has its score, the score that it had to reach, and its parameters") {
   CHECK(Winner({"Best0", "20,10,70,50,30,255", 78.0F, 59.005F}) ==
         "<h3>Strength 0</h3><p>Of 100 points, 10 go by how often it is ready at once and 90 by how "
         "much of its rest it spends hibernated.</p><dl class=\"scores\">"
@@ -42,14 +42,14 @@ TEST_CASE("a winner is told with its score, the one it had to reach, and what it
         "idle, from 50\u00A0% on in use. All days count together.</p>");
 }
 
-TEST_CASE("a weight that no set is good enough for says so") {
+TEST_CASE("the page says that no set is good enough for a weight") {
   CHECK(
       Contains(Winner({"Best0", "-1", 57.0F, 59.0F}),
                "<p>No set reaches the 59.00 points of a fixed timeout of 180 minutes, so the "
                "service would predict nothing with this strength. The best one scores 57.00.</p>"));
 }
 
-TEST_CASE("a history that scores nothing says so") {
+TEST_CASE("the page says that a history scores nothing") {
   const std::string winner = Winner({"Best0", "-1", 0.0F, std::numeric_limits<float>::quiet_NaN()});
   CHECK(Contains(winner,
                  "<p>The history has no rest to score, so the service would predict "
@@ -57,7 +57,7 @@ TEST_CASE("a history that scores nothing says so") {
   CHECK(Contains(winner, "<span>no score</span><i class=\"bar plain\" style=\"width:0\"></i>"));
 }
 
-TEST_CASE("a result without parameters says so") {
+TEST_CASE("the page says that a result has no parameters") {
   CHECK(Contains(Winner({"Best0", ",,,,,", 0.0F, 0.0F}),
                  "<p>There was no set to try, so the parameters stay as they are.</p>"));
 }

@@ -19,7 +19,7 @@ std::vector<DWORD> ProcessesOf(const wchar_t* program) {
   std::vector<DWORD> found;
   const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   if (snapshot == INVALID_HANDLE_VALUE) {
-    throw SystemError("the system does not tell its processes", GetLastError());
+    throw SystemError("the processes cannot be listed", GetLastError());
   }
   const SystemHandle owner(snapshot);
   PROCESSENTRY32W process = {};
@@ -36,7 +36,7 @@ std::vector<DWORD> ProcessesOf(const wchar_t* program) {
 void AwaitEndOf(const wchar_t* program, uint32_t milliseconds) {
   for (const DWORD id : ProcessesOf(program)) {
     const SystemHandle process(OpenProcess(SYNCHRONIZE, FALSE, id));
-    // One that cannot be opened has ended meanwhile.
+    // A process that cannot be opened has ended meanwhile.
     if (process != nullptr && WaitForSingleObject(process.get(), milliseconds) != WAIT_OBJECT_0) {
       throw SystemError(NarrowToUtf8(program) + " still runs", WAIT_TIMEOUT);
     }

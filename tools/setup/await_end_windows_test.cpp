@@ -9,7 +9,7 @@ TEST_CASE("the end of a program that does not run is not waited for") {
   CHECK_NOTHROW(AwaitEndOf(L"no such program.exe", INFINITE));
 }
 
-TEST_CASE("a program that goes on to run is reported") {
+TEST_CASE("a program that still runs is reported") {
   wchar_t path[MAX_PATH];
   REQUIRE(GetModuleFileNameW(nullptr, path, MAX_PATH) != 0);
   CHECK_THROWS_WITH(AwaitEndOf(wcsrchr(path, L'\\') + 1, 1),

@@ -22,7 +22,7 @@ constexpr Step kSteps[] = {
     {"remove-learnt-data", dozewell::setup::RemoveLearntData},
 };
 
-// The installer shows nobody what its programs print, so it goes to the event log too.
+// The installer shows no output of its programs, so messages go to the event log too.
 void Report(const std::string& message) {
   dozewell::PrintMessage(kProgramName, message);
   const dozewell::EventSource source = dozewell::OpenEventSource(dozewell::kEventSourceName);

@@ -36,7 +36,7 @@ void DeleteFolders() {
   std::wstring folder = DataFolderPath();
   DeleteLearntFile(folder + kHistoryFileName);
   DeleteLearntFile(folder + kDataFileName);
-  // Neither goes while something of somebody else's is in it.
+  // A folder that still holds something else stays.
   folder.pop_back();
   RemoveDirectoryW(folder.c_str());
   folder.erase(folder.rfind(L'\\'));

@@ -24,7 +24,7 @@ bool Exists(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-// A machine that was learnt on.
+// A machine with learnt data and settings.
 class UsedMachine {
  public:
   UsedMachine() : programData_(folder_.Path()) {
@@ -57,7 +57,7 @@ TEST_CASE("learnt data and live settings are removed with what they were in") {
   CHECK_FALSE(KeyExists(kRoot));
 }
 
-TEST_CASE("what is not the service's own is left with the folders and keys that it is in") {
+TEST_CASE("what belongs to others stays, with the folders and keys that it is in") {
   const UsedMachine machine;
   CreateFileAt(machine.Inner() + L"\\zs7state.dat.untrusted");
   SetValue(kBranding, L"HistoryLimit", Dword(90));
@@ -69,7 +69,7 @@ TEST_CASE("what is not the service's own is left with the folders and keys that 
   CHECK(GetValue(kBranding, L"HistoryLimit") == Dword(90));
 }
 
-TEST_CASE("removing learnt data twice is well") {
+TEST_CASE("removing learnt data twice is no error") {
   const UsedMachine machine;
   RemoveLearntData();
   RemoveLearntData();

@@ -18,8 +18,8 @@
 namespace dozewell::setup {
 namespace {
 
-// Owned by administrators; full rights for the system and them, reading for users; all of it passed
-// on to what is created inside and nothing taken over from outside.
+// Administrators own it. They and the system have full rights, users may read. What is created
+// inside inherits these rights, and nothing is inherited from outside.
 constexpr wchar_t kSafeAccess[] =
     L"O:BAG:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)";
 
@@ -45,7 +45,7 @@ class SafeAccess {
     descriptor_.reset(descriptor);
   }
 
-  // False when there is something of that name.
+  // False when something of that name exists.
   bool CreateFolder(const std::wstring& path) const {
     SECURITY_ATTRIBUTES attributes = {sizeof(attributes), descriptor_.get(), FALSE};
     if (CreateDirectoryW(path.c_str(), &attributes) != 0) return true;
@@ -53,7 +53,7 @@ class SafeAccess {
     return false;
   }
 
-  // Gives what is open these rights and its owner; returns the error code.
+  // Gives an open file or folder these rights and this owner. Returns the error code.
   DWORD Give(HANDLE file) const {
     PSID owner = nullptr;
     PACL list = nullptr;
@@ -71,8 +71,8 @@ class SafeAccess {
   LocalMemory descriptor_;
 };
 
-// Whether an account is one whose files may be used: the system, administrators, or whoever takes
-// this step.
+// Whether the files of an account may be used: the system's, administrators', and those of the user
+// who runs this step.
 bool IsTrusted(PSID account) {
   if (IsWellKnownSid(account, WinLocalSystemSid) != 0 ||
       IsWellKnownSid(account, WinBuiltinAdministratorsSid) != 0) {
@@ -99,7 +99,7 @@ bool HasTrustedOwner(HANDLE file) {
   return IsTrusted(owner);
 }
 
-// A link would have something else changed than what it seems.
+// False for a link: changing it would change something elsewhere.
 bool IsOfKind(HANDLE file, Kind kind) {
   BY_HANDLE_FILE_INFORMATION found;
   if (GetFileInformationByHandle(file, &found) == 0) return false;
@@ -108,7 +108,7 @@ bool IsOfKind(HANDLE file, Kind kind) {
   return kind == Kind::kFolder ? isFolder : !isFolder && found.nNumberOfLinks == 1;
 }
 
-// Opens a link itself instead of what it leads to.
+// Opens a link itself, not what it leads to.
 SystemHandle OpenAsItIs(const std::wstring& path) {
   const HANDLE file =
       CreateFileW(path.c_str(), READ_CONTROL | WRITE_DAC | WRITE_OWNER | FILE_READ_ATTRIBUTES,
@@ -129,12 +129,12 @@ void MoveAside(const std::wstring& path) {
   Fail(path, error);
 }
 
-// Makes safe what is there. False when it was not to be trusted and was moved aside.
+// Makes an existing file or folder safe. False when it was not trusted and was moved aside.
 bool KeepIfTrusted(const std::wstring& path, Kind kind, const SafeAccess& access) {
   {
     const SystemHandle file = OpenAsItIs(path);
     const DWORD error = GetLastError();
-    // Whoever keeps the system out is not trusted.
+    // What denies access to the system is not trusted.
     if (file == nullptr && error != ERROR_ACCESS_DENIED) Fail(path, error);
     if (file != nullptr && IsOfKind(file.get(), kind) && HasTrustedOwner(file.get())) {
       const DWORD status = access.Give(file.get());
@@ -167,7 +167,7 @@ void SecureDataFolder() {
   const std::wstring inner = folder.substr(0, folder.size() - 1);
   const std::wstring outer = inner.substr(0, inner.rfind(L'\\'));
   const SafeAccess access;
-  // From the outside in: whoever owns a folder can exchange what is in it.
+  // From the outside in, since the owner of a folder can exchange what is in it.
   SecureFolder(outer, access);
   SecureFolder(inner, access);
   SecureFile(folder + kHistoryFileName, access);

@@ -16,8 +16,8 @@ struct Step {
   void (*run)();  // throws std::exception with the one line that the user reads
 };
 
-// Takes the step that the one argument names, and returns the program's exit code: 0 done, 1 not
-// done, 2 wrong usage. `report` is told why it is not 0.
+// Takes the step that the only argument names, and returns the program's exit code: 0 done, 1 not
+// done, 2 wrong usage. `report` gets the reason when it is not 0.
 int RunSetup(const std::vector<std::string>& arguments, std::span<const Step> steps,
              const std::function<void(const std::string& message)>& report);
 

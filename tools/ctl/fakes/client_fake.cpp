@@ -16,7 +16,7 @@ using fakes::client;
 
 constexpr CallResult kDone = {CallOutcome::Done, 0};
 
-// What every call comes to that the service itself has nothing against.
+// The answer to a call that the service itself would accept.
 CallResult Answer(const char* procedure) {
   if (client.unreachable != 0) return {CallOutcome::Unreachable, client.unreachable};
   return client.refused.contains(procedure) ? CallResult{CallOutcome::Refused, 0} : kDone;

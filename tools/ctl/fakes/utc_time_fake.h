@@ -5,7 +5,7 @@
 
 namespace dozewell::fakes {
 
-// How far this machine's local time is ahead.
+// How far this machine's local time is ahead of UTC.
 extern int32_t utcOffsetSeconds;
 
 }  // namespace dozewell::fakes
