@@ -1,5 +1,5 @@
-// How long a whole search takes, against a plain reading of the same rules in the same run; and how
-// soon it ends when it is asked to.
+// Compares how long a whole search takes with a plain reading of the same rules in the same run,
+// and measures how soon it ends after a stop request.
 
 #include <algorithm>
 #include <chrono>
@@ -33,7 +33,7 @@ std::vector<int32_t> Numbers(int32_t first, int32_t step, int count) {
   return numbers;
 }
 
-// The groupings that days of the week are likely to fall into come first.
+// Likely groupings of the days of the week come first.
 std::vector<int32_t> DayGroupings(int count) {
   std::vector<int32_t> groupings = {0, 12, 255, 4, 8, 2, 16, 14, 28, 20};
   groupings.resize(static_cast<size_t>(count));
@@ -64,7 +64,7 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// The shortest of several timings: whatever else runs on the machine only ever adds to them.
+// The shortest of several timings, since other work of the machine only makes them longer.
 template <typename Work>
 double ShortestSeconds(int timings, Work work) {
   double shortest = 1e9;
@@ -86,12 +86,12 @@ double SearchSeconds(const ParameterGrid& grid, const History& history) {
   return std::min(once, ShortestSeconds(2 + static_cast<int>(kSecondsOfTimings / once), search));
 }
 
-// Seconds per set, of sets all over the grid.
+// Seconds per set, averaged over sets from all parts of the grid.
 template <typename Simulate>
 double SecondsPerSet(const ParameterGrid& grid, Simulate simulate) {
   constexpr uint64_t kSets = 100;
   constexpr int kTimings = 5;
-  // With steps of a prime all values of all parameters have their turn.
+  // Steps of a prime number reach all values of all parameters.
   constexpr uint64_t kStep = 1009;
   double seconds = 0;
   for (uint64_t i = 0; i < kSets; ++i) {
@@ -132,7 +132,7 @@ void PrintRatio(const char* shape, const ParameterGrid& grid, const History& his
               atOnce * 1e6, plain / atOnce);
 }
 
-// Milliseconds from the request to the return of a search that was at work for so long.
+// Milliseconds from the stop request to the return of a search that had run for `secondsBefore`.
 double MillisecondsToStop(const ParameterGrid& grid, const History& history, double secondsBefore) {
   const Outcomes baseline = Baseline(history);
   Clock::time_point requested;

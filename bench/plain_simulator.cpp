@@ -12,7 +12,8 @@
 namespace dozewell {
 namespace {
 
-// States by their numbers: 0 active, 1 limbo, 2 asleep, 3 hibernating, 5 and 6 predicted.
+// `state` is 0 for active, 1 limbo, 2 asleep, 3 hibernating, 5 predicted hibernation, 6 predicted
+// wake-back.
 struct Event {
   int64_t time;
   int state;

@@ -9,8 +9,8 @@
 
 namespace dozewell {
 
-// A simulation with a live predictor read plainly, on the plain tracker: one queue, one switch,
-// every slot estimated whenever it is looked at.
+// A plain reading of the simulation with a live predictor, on the plain tracker: one queue, one
+// switch, and every slot is estimated each time that it is looked at.
 SimTimeLine SimulatePlainly(IConfigurations& parameters, std::span<const HistoryRecord> history);
 
 }  // namespace dozewell

@@ -10,13 +10,13 @@
 
 namespace dozewell {
 
-// The tracker's rules read plainly: every probability is worked out where it is needed, from the
-// slot records, and every search goes slot by slot. The yardstick for the tracker's speed, and what
-// its answers are tested against, to the last bit. For cycles whose seconds fit 32 bits.
+// A plain reading of the tracker's rules: every probability is computed where it is needed, from
+// the slot records, and every search goes slot by slot. Benchmarks compare the tracker's speed with
+// it, and tests compare its answers to the last bit. For cycles whose seconds fit 32 bits.
 class PlainTracker {
  public:
   explicit PlainTracker(IConfigurations& configuration);
-  // Goes on from what another tracker has learnt.
+  // Starts with what another tracker has learnt.
   PlainTracker(IConfigurations& configuration, const TrackerData& data);
 
   void ProcessEvent(const TimeLineEvent& event);

@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// A made-up year of a machine that is used on five days of the week from morning to evening, with
-// breaks, and sometimes on the other two. The same at every call.
+// A made-up year of a machine that is used with breaks from morning to evening on five days of the
+// week, and sometimes on the other two. The same at every call.
 std::vector<TimeLineEvent> PlayedYear();
 
 }  // namespace dozewell

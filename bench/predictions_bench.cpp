@@ -1,4 +1,4 @@
-// How long predictions take, against a plain reading of the same rules in the same run.
+// Compares how long predictions take with a plain reading of the same rules in the same run.
 
 #include <benchmark/benchmark.h>
 
@@ -49,7 +49,7 @@ double SecondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-// GetPredictions at every full hour of a week that was learnt for a year.
+// GetPredictions at every full hour of a week, after a year of learning.
 template <typename Tracker>
 void LearntWeek(benchmark::State& state) {
   fakes::Configurations configuration = Configuration(state.range(0), state.range(1) != 0);
@@ -65,7 +65,7 @@ void LearntWeek(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(hours.size()));
 }
 
-// GetPredictions where nothing is known yet: the least that a call can cost.
+// GetPredictions when nothing is known yet, which is the least that a call can cost.
 template <typename Tracker>
 void NothingKnown(benchmark::State& state) {
   fakes::Configurations configuration = Configuration(state.range(0), state.range(1) != 0);
@@ -75,7 +75,7 @@ void NothingKnown(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(tracker.GetPredictions(now));
 }
 
-// GetPredictions where every slot is in use, so that the whole cycle is searched for nothing.
+// GetPredictions when every slot is in use, so that the whole cycle is searched in vain.
 template <typename Tracker>
 void NothingFound(benchmark::State& state) {
   fakes::Configurations configuration = Configuration(state.range(0), state.range(1) != 0);
@@ -92,11 +92,11 @@ void NothingFound(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(tracker.GetPredictions(event.time));
 }
 
-// GetPredictions at each suspend of a year, played from a blank tracker. The learning between the
-// suspends is not counted.
+// GetPredictions at each suspend of a year that begins with a blank tracker. Learning between the
+// suspends is not timed.
 template <typename Tracker>
 void SuspendsOfAYear(benchmark::State& state) {
-  constexpr int kRepeats = 8;  // so that reading the clock does not count
+  constexpr int kRepeats = 8;  // so that reading the clock hardly counts
   const std::vector<TimeLineEvent> events = PlayedYear();
   for (auto _ : state) {
     fakes::Configurations configuration = Configuration(state.range(0), state.range(1) != 0);
@@ -116,7 +116,7 @@ void SuspendsOfAYear(benchmark::State& state) {
   }
 }
 
-// The same year with all that it takes: learning every event and predicting at each suspend.
+// The same year with everything timed: learning every event and predicting at each suspend.
 template <typename Tracker>
 void YearWithLearning(benchmark::State& state) {
   const std::vector<TimeLineEvent> events = PlayedYear();
@@ -170,8 +170,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
   std::map<std::string, double> times_;
 };
 
-// The shortest of several timings of one call, with the call repeated within each: whatever else
-// runs on the machine only ever adds to them.
+// The shortest of several timings of one call, since other work of the machine only makes them
+// longer. Each timing repeats the call.
 template <typename Tracker>
 double TimeOfPrediction(Tracker& tracker, const tm& now) {
   constexpr int kTimings = 9;
@@ -185,8 +185,8 @@ double TimeOfPrediction(Tracker& tracker, const tm& now) {
   return shortest;
 }
 
-// Both trackers side by side through a year: the ratio at the suspend that the plain reading takes
-// longest for, and the lowest ratio of all suspends.
+// Runs both trackers side by side through a year. Prints the ratio at the suspend at which the
+// plain reading takes longest, and the lowest ratio of all suspends.
 void CompareSuspends(int minutesPerSlot, bool grouped) {
   fakes::Configurations configuration = Configuration(minutesPerSlot, grouped);
   auto tracker = NewTracker<ArbitraryCycleProbabilityTracker>(configuration);

@@ -6,7 +6,7 @@ namespace dozewell {
 // The empty interface's pipe.
 extern const wchar_t kEmptyPipe[];
 
-// Serves the empty interface until the process is ended. The process's exit code when it cannot.
+// Serves the empty interface until the process is ended. Returns an exit code when it cannot.
 int ServeEmpty();
 
 }  // namespace dozewell

@@ -1,6 +1,6 @@
-// How long a Ping takes from call to return, against a call of an empty server in the same run:
-// ping_bench DOZEWELLSERVICE [CALLS]. For a machine of its own. Passes when the medians' ratio is
-// at most 1.15.
+// Compares how long a Ping takes from call to return with a call of an empty server in the same
+// run: ping_bench DOZEWELLSERVICE [CALLS]. Nothing else should run on the machine. Passes when the
+// ratio of the medians is at most 1.15.
 
 #include <windows.h>
 
@@ -25,7 +25,7 @@ constexpr int kCalls = 10000;
 constexpr double kLargestRatio = 1.15;
 constexpr DWORD kStartMs = 10000;
 
-// This program again, as the empty server, for the life of the object.
+// Runs this program a second time as the empty server, for the life of the object.
 class EmptyServer {
  public:
   EmptyServer() {
@@ -66,7 +66,7 @@ double Microseconds(int64_t ticks) {
   return static_cast<double>(ticks) * 1e6 / static_cast<double>(frequency.QuadPart);
 }
 
-// Of how long calls took, in ticks of the performance counter.
+// How long calls took, in ticks of the performance counter.
 class Times {
  public:
   template <typename Procedure>
@@ -90,8 +90,8 @@ class Times {
 };
 
 void Measure(const std::wstring& program, int calls) {
-  // Whether a server happens to be woken on the client's processor or on another makes more of a
-  // difference than all that is to be measured.
+  // It makes more of a difference on which processor a server is woken than everything that is to
+  // be measured here.
   StayOnOneProcessor();
   const ServiceProcess service(program);
   const EmptyServer emptyServer;
@@ -101,7 +101,7 @@ void Measure(const std::wstring& program, int calls) {
   AwaitListening(EmptyBinding);
   Times pings;
   Times emptyCalls;
-  // The two take turns, so that what else the machine does meets both.
+  // The two take turns, so that other work of the machine affects both alike.
   for (int call = 0; call < calls; ++call) {
     pings.Add(Call_Ping);
     emptyCalls.Add(Call_EmptyCall);

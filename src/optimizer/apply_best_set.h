@@ -3,9 +3,9 @@
 
 namespace dozewell {
 
-// Applies the stored set that kStrengthName chooses to the live settings: its parameters, or that
-// prediction is off, and how that went. A setting that cannot be written is left at that. Any
-// thread.
+// Applies the stored set that kStrengthName chooses to the live settings: writes its parameters,
+// whether prediction is disabled, and the feedback. A setting that cannot be written is skipped
+// without a message. Any thread.
 void ApplyBestPredictorParameters();
 
 }  // namespace dozewell

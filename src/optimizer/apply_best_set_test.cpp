@@ -22,7 +22,7 @@ void Prepare(const std::string& strength, const std::string& best, const std::st
   values[{kPredictorSection, best}] = fakes::Text(text);
 }
 
-// The calls that changed something.
+// The calls that wrote something.
 std::vector<std::string> Writes() {
   std::vector<std::string> writes;
   for (const std::string& call : settings.calls) {
@@ -81,7 +81,7 @@ TEST_CASE("the strength's text is appended as it stands, or as the number that i
   CHECK(Writes().size() == 8);
 }
 
-TEST_CASE("a setting that cannot be written does not keep the others from it") {
+TEST_CASE("when a setting cannot be written, the others still are") {
   for (int failing = 3; failing <= 10; ++failing) {
     Prepare("0", "Best0", "10,20,70,90,60,2");
     settings.failer.firstFailing = failing;

@@ -21,23 +21,23 @@ constexpr std::array kBestSetParameters = {kFirstLastWeightName,  kSecondLastWei
                                            kAgregationWeightName, kStrengthHighName,
                                            kStrengthLowName,      kDayGroupingName};
 
-// The name under which the best set of a scoring weight is stored: kBestSetPrefix and the weight's
+// The name under which the best set of the scoring weight `index` is stored: kBestSetPrefix and the
 // index, cut to nine characters.
 std::string BestSetName(size_t index);
 
 // A set's parameters joined by commas.
 std::string BestSetText(IConfigurations& set);
 
-// What becomes of the live settings when a stored text is the chosen one.
+// What to write into the live settings when a stored text is chosen.
 struct BestSetApplication {
   uint32_t disabled;  // kDisablePredictionName
   uint32_t feedback;  // kServiceFeedbackName
-  // What to store under kBestSetParameters, unless nothing is.
+  // The values for kBestSetParameters; nothing when they stay as they are.
   std::optional<std::array<int32_t, kBestSetParameters.size()>> parameters;
 };
 
-// Reads as the runtime's scanf reads six numbers with commas between them: white space may stand
-// before a number, numbers keep their low 32 bits, and what follows the last one does not count.
+// Reads six numbers with commas between them as the runtime's scanf does: white space may stand
+// before a number, numbers keep their low 32 bits, and text after the last one is ignored.
 BestSetApplication ReadBestSet(std::string_view text);
 
 }  // namespace dozewell

@@ -41,7 +41,7 @@ TEST_CASE("six numbers with commas between them are a set") {
   CHECK(read("-1,+2,-0,007,5,6") == Numbers{-1, 2, 0, 7, 5, 6});
   CHECK(read("1,2,3,4,5,6,7") == Numbers{1, 2, 3, 4, 5, 6});
   CHECK(read("1,2,3,4,5,6x") == Numbers{1, 2, 3, 4, 5, 6});
-  // Of numbers beyond 32 bits the low 32 bits.
+  // Numbers beyond 32 bits keep their low 32 bits.
   CHECK(read("4294967301,2147483648,-2147483649,18446744073709551617,99999999999999999999999,6") ==
         Numbers{5, INT32_MIN, INT32_MAX, 1, -159383553, 6});
 }

@@ -27,12 +27,13 @@ uint32_t LowBits(ThreadHandle thread) {
   return static_cast<uint32_t>(std::bit_cast<uintptr_t>(thread));
 }
 
-// Type and argument have changed places in these events, and filters for them rely on it.
+// Logs only with debug logging. These events have their type as the argument and the argument as
+// their type, and filters in use rely on that.
 void LogWithTypeAsArgument(const wchar_t* text) {
   if (DebugLogging) LogServiceEvent(text, kEventInformation, kEventSuccess);
 }
 
-// A first launch only starts the clock.
+// The first launch only stores the time from which the interval counts.
 bool IsRunDue(int64_t now) {
   int64_t last = kNoOptimizerRun;
   ReadLastOptimizerRun(last);
@@ -46,7 +47,8 @@ bool IsRunDue(int64_t now) {
   return WrapSubtract64(now, last) > int64_t{intervalSeconds};
 }
 
-// On battery a run is postponed until the settings' number of launches is used up.
+// Decides whether a run that is due has to wait because the machine runs on battery, and counts how
+// often it had to.
 bool PostponeOnBattery() {
   uint8_t lineStatus = kLineUnknown;
   if (ReadAcLineStatus(lineStatus) && lineStatus != kLineOffline) return false;

@@ -5,16 +5,17 @@
 
 namespace dozewell {
 
-// The optimizer's one thread, which searches for better parameters when that is due. Both functions
-// may be called on any thread that does not hold EngineLock alone.
+// The optimizer's one thread, which searches for better parameters when a run is due. Both
+// functions may be called on any thread; they take ControllerLock, so a caller that holds
+// EngineLock must hold that too.
 
-// The last such thread that was started, under ControllerLock.
+// The thread that was started last. Guarded by ControllerLock.
 inline ThreadHandle OptimizerThreadHandle = kNoThread;
 
-// Starts the thread, which decides for itself whether a run is due, unless it is still alive.
+// Starts the thread unless it is still alive. The thread itself decides whether a run is due.
 void LaunchOptimizerThread();
 
-// Asks a thread that is alive to end its run, and does not wait for it.
+// Asks a live thread to end its run, without waiting for it.
 void TerminateOptimizerThread();
 
 }  // namespace dozewell

@@ -32,8 +32,8 @@ using fakes::threads;
 
 constexpr int64_t kDay = 86400;
 
-// Launches and runs on line power, with a grid of one set and one weight. Lines of events are shown
-// without the time before them.
+// A machine on line power with a grid of one set and one scoring weight, on which the optimizer is
+// launched. Events are shown without their time.
 struct Optimizer {
   fakes::Machine machine;
   int64_t now = fakes::clock.utcSeconds;
@@ -56,7 +56,7 @@ struct Optimizer {
   void SetLastRun(int64_t secondsAgo) const {
     settings.current.values[L"LastOptimizerRun"] = fakes::Number64(now - secondsAgo);
   }
-  // A run is due; on battery both counters are there.
+  // Makes a run due.
   void MakeDue() const { SetLastRun(31 * kDay); }
   void OnBattery(uint32_t current, uint32_t total) const {
     fakes::power.acLineStatus = kLineOffline;
@@ -75,7 +75,7 @@ struct Optimizer {
     return {found->second.data.begin(), found->second.data.end() - 1};
   }
 
-  // One launch and the whole of its thread: the events it logs.
+  // Launches, lets the thread run to its end, and returns the events that were logged.
   Calls Launch() const {
     fakes::eventLog.calls.clear();
     LaunchOptimizerThread();
@@ -85,7 +85,7 @@ struct Optimizer {
   Calls TakeEvents() const {
     Calls events;
     for (const std::string& call : fakes::eventLog.After("report ")) {
-      // Behind "4 21/11/2026 8:5:9 - ".
+      // The text after "4 21/11/2026 8:5:9 - ".
       events.push_back(call.substr(0, 2) + call.substr(call.find(" - ") + 3));
     }
     fakes::eventLog.calls.clear();
@@ -97,12 +97,12 @@ Calls Launched(int number) {
   return {"4 Launch optimizer thread, " + std::to_string(number) + "\n"};
 }
 
-// The last line of a run, which took a millisecond or many.
+// True when the last event is the one that ends a run. The milliseconds in it vary.
 bool EndsRun(Calls events) {
   return !events.empty() && events.back().starts_with("4 Optimizer runtime ");
 }
 
-// Of 20 minutes each, of which none is in the file yet.
+// Four sleeps of 20 minutes each, none of which is in the file yet.
 void RecordFourSleeps() {
   constexpr int64_t kFirstSuspend = 1795223109;  // 2026-11-21 01:05:09
   for (int64_t sleep = 0; sleep < 4; ++sleep) {
@@ -114,7 +114,7 @@ void RecordFourSleeps() {
 
 }  // namespace
 
-TEST_CASE("the first launch only starts the clock") {
+TEST_CASE("the first launch stores the time and runs nothing") {
   const Optimizer optimizer;
   CHECK(optimizer.Launch() == Launched(1));
   CHECK(optimizer.Stored(L"LastOptimizerRun") == fakes::Number64(optimizer.now));
@@ -122,7 +122,7 @@ TEST_CASE("the first launch only starts the clock") {
   CHECK(threads.sleeps.empty());
 }
 
-TEST_CASE("the first launch is told when debug logging is on, with type and argument swapped") {
+TEST_CASE("with debug logging the first launch is logged, with type and argument swapped") {
   const Optimizer optimizer;
   DebugLogging = true;
   CHECK(optimizer.Launch() == Joined({Launched(1), {"0 Optimizer skipped\n"}}));
@@ -157,7 +157,7 @@ TEST_CASE("after the clock was set back no run is due") {
   CHECK(optimizer.Stored(L"LastOptimizerRun") == fakes::Number64(optimizer.now + kDay));
 }
 
-TEST_CASE("on battery a due run is put off as often as allowed and then runs") {
+TEST_CASE("on battery a due run is postponed as often as allowed and then runs") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   optimizer.OnBattery(0, 2);
@@ -180,7 +180,7 @@ TEST_CASE("the attempts on battery are compared without a sign") {
   CHECK(optimizer.Stored(L"CurrentOptimizerAttemptsInDCmode") == fakes::Number32(0x80000000));
 }
 
-TEST_CASE("an undefined counter keeps a due run from running on battery") {
+TEST_CASE("on battery a due run never starts while a counter is undefined") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   optimizer.OnBattery(5, 2);
@@ -208,7 +208,7 @@ TEST_CASE("a power source that cannot be read counts as battery, an unknown one 
   SUBCASE("unknown") { CHECK(EndsRun(optimizer.Launch())); }
 }
 
-TEST_CASE("a run on line power starts whatever the counter says and resets it") {
+TEST_CASE("on line power a run ignores the counter and resets it") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   optimizer.OnBattery(1, 5);
@@ -238,7 +238,7 @@ TEST_CASE("a run waits before it starts") {
   CHECK(threads.sleeps == milliseconds);
 }
 
-TEST_CASE("the wait is told when debug logging is on and there is one") {
+TEST_CASE("with debug logging the wait is logged, unless there is none") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   DebugLogging = true;
@@ -251,7 +251,7 @@ TEST_CASE("the wait is told when debug logging is on and there is one") {
   CHECK(optimizer.Launch().size() == 2);
 }
 
-TEST_CASE("a run saves what was recorded, searches it, and notes when it was launched") {
+TEST_CASE("a run saves the recorded history, searches it, and stores when it was launched") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   RecordFourSleeps();
@@ -262,7 +262,7 @@ TEST_CASE("a run saves what was recorded, searches it, and notes when it was lau
   CHECK(optimizer.Stored(L"CurrentOptimizerAttemptsInDCmode") == fakes::Number32(0));
 }
 
-TEST_CASE("what is recorded during the wait is searched too") {
+TEST_CASE("history that is recorded during the wait is searched too") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   threads.whileSleeping = [] { RecordFourSleeps(); };
@@ -287,7 +287,7 @@ TEST_CASE("the history is saved under the controller's lock, and nothing waits u
   CHECK(!threads.inBackground);
 }
 
-TEST_CASE("a stop during the wait ends the run, which counts as one") {
+TEST_CASE("a stop during the wait ends the run, which still counts as a run") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   threads.whileSleeping = [] { TerminateOptimizerThread(); };
@@ -311,7 +311,8 @@ TEST_CASE("a stop while no thread runs does nothing") {
   CHECK(!OptimizerStopRequested);
 }
 
-TEST_CASE("one thread lives at a time, and the next launch closes what has ended") {
+TEST_CASE(
+    "only one thread lives at a time, and the next launch closes the handle of an ended one") {
   const Optimizer optimizer;
   fakes::TakeJournal();
   LaunchOptimizerThread();
@@ -327,7 +328,7 @@ TEST_CASE("one thread lives at a time, and the next launch closes what has ended
   CHECK(journal == Calls{"thread: start", "thread: close", "thread: start"});
 }
 
-TEST_CASE("without a thread the next launch tries again") {
+TEST_CASE("when no thread could be started, the next launch tries again") {
   const Optimizer optimizer;
   threads.failer.firstFailing = 1;
   CHECK(optimizer.Launch() == Launched(0));
@@ -338,10 +339,10 @@ TEST_CASE("without a thread the next launch tries again") {
   CHECK(optimizer.Stored(L"LastOptimizerRun").has_value());
 }
 
-TEST_CASE("an exception ends the thread, and the run is tried again") {
+TEST_CASE("an exception ends the thread, and the next launch tries the run again") {
   const Optimizer optimizer;
   optimizer.MakeDue();
-  // A state that there is none of.
+  // No state has the code 7.
   const std::vector<HistoryRecord> records = {
       {1795000000, 0, 0}, {1795000600, 7, 0}, {1795001200, 0, 0}};
   REQUIRE(WriteWholeFile(optimizer.machine.HistoryFile(), records.data(),

@@ -9,7 +9,7 @@
 
 namespace dozewell {
 
-// Candidate values of each parameter, in the order in which they are tried.
+// The candidate values of each parameter, in the order in which they are tried.
 struct ParameterRanges {
   std::vector<int32_t> strengthHigh;
   std::vector<int32_t> strengthLow;
@@ -20,8 +20,8 @@ struct ParameterRanges {
 
 ParameterRanges ReadParameterRanges(IConfigurations& configuration);
 
-// Pairs a high strength with each low one that is not greater, outermost first, and a first weight
-// with each second one that leaves something of 100 to the third. A stop request leaves the grid
+// Pairs each high strength with the low ones that are not greater, and each first weight with the
+// second ones that leave more than 0 of 100 for the third. A stop request leaves the grid
 // unfinished.
 ParameterGrid BuildParameterGrid(const ParameterRanges& ranges);
 

@@ -27,7 +27,7 @@ std::vector<ParameterSet> SetsOf(const ParameterGrid& grid) {
 
 }  // namespace
 
-TEST_CASE("the ranges are read in their order, a missing one as empty") {
+TEST_CASE("the ranges are read in their order, and a missing one is empty") {
   fakes::ResetSettings();
   SetRange("StrengthHighRange", "60, 70,80");
   SetRange("StrengthLowRange", " ,30,,x 20z -5 ");
@@ -64,18 +64,18 @@ TEST_CASE("the grid nests high, low, first weight, second weight and day groupin
                                   {{60, 50}, {20, 40, 40}, 0}, {{60, 50}, {20, 40, 40}, 12}});
 }
 
-TEST_CASE("equal thresholds make a pair, duplicates stay") {
+TEST_CASE("equal thresholds make a pair, and duplicates stay") {
   const ParameterGrid grid = BuildParameterGrid({{50, 50}, {50, 51, 50}, {10}, {10}, {0, 0}});
   CHECK(grid.strengths == std::vector<StrengthPair>(4, {50, 50}));
   CHECK(grid.Size() == 8);
 }
 
-TEST_CASE("the third weight is what is left of 100, and a set without one is skipped") {
+TEST_CASE("the third weight is the rest of 100, and a set without a rest is skipped") {
   CHECK(BuildParameterGrid({{60}, {40}, {60, 59, 61}, {40}, {0}}).weights ==
         std::vector<WeightTriple>{{59, 40, 1}});
   CHECK(BuildParameterGrid({{60}, {40}, {-20}, {-30}, {0}}).weights ==
         std::vector<WeightTriple>{{-20, -30, 150}});
-  // 100 + 2^31 wraps to what is below zero.
+  // 100 + 2^31 wraps to a negative number.
   constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
   CHECK(BuildParameterGrid({{60}, {40}, {kLowest}, {0}, {0}}).weights.empty());
 }

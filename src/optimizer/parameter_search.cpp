@@ -10,10 +10,10 @@
 namespace dozewell {
 namespace {
 
-// All scores are in single precision: with more, other sets would win.
+// All scores are in single precision: with more precision other sets would win.
 struct Shares {
-  float sleep;      // of the resumes, those from sleep
-  float hibernate;  // of the time asleep or hibernated, that hibernated
+  float sleep;      // of resumes from sleep among all resumes
+  float hibernate;  // of time hibernated in all time asleep or hibernated
 };
 
 Shares SharesOf(const Outcomes& outcomes) {
@@ -24,7 +24,7 @@ Shares SharesOf(const Outcomes& outcomes) {
           static_cast<float>(outcomes.hibernateSeconds) / static_cast<float>(seconds)};
 }
 
-// A scoring weight with the best set that it has seen.
+// A scoring weight and the best set so far.
 class Contest {
  public:
   explicit Contest(int32_t weight)
@@ -58,7 +58,7 @@ class Contest {
   float weight_;
   float complement_;
   float bestScore_ = 0.0F;
-  std::optional<uint64_t> best_;  // position
+  std::optional<uint64_t> best_;  // position in the grid
 };
 
 }  // namespace

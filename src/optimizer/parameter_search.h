@@ -16,16 +16,16 @@ namespace dozewell {
 
 // The winner for one scoring weight.
 struct BestSet {
-  std::string name;   // under which it is stored
-  std::string value;  // what is stored
-  float score;        // 0 when no set scored that much
-  float baseline;     // the fixed timeout's score, which it has to reach
+  std::string name;   // of the value that it is stored as
+  std::string value;  // the text that is stored
+  float score;        // 0 when no set scored higher
+  float baseline;     // the fixed timeout's score, which `score` has to reach
 };
 
-// Simulates every set of the grid and finds the best one for each scoring weight, which says how
-// much of 100 it counts that resumes come from sleep; the rest is for time spent hibernated. Among
-// sets of one score the last in the grid wins. `visit` may be empty. No result after a stop
-// request. Throws what a simulation throws.
+// Simulates every set of the grid and finds the best one for each scoring weight. A weight is the
+// share of 100 for resumes from sleep; the rest is for time spent hibernated. Among sets of equal
+// score the last in the grid wins. `visit` may be empty. No result after a stop request. Throws
+// what a simulation throws.
 std::optional<std::vector<BestSet>> SearchParameters(std::span<const HistoryRecord> history,
                                                      const Outcomes& baseline,
                                                      const ParameterGrid& grid,

@@ -27,7 +27,7 @@ History TwoWeeks() {
   return history;
 }
 
-// Too short for anything to be learnt: sets differ in nothing.
+// Too short to learn anything from, so all sets come to the same.
 History OneSleep() { return {SimRecord(0, 0, 8), SimRecord(1, 0, 12), SimRecord(0, 0, 13)}; }
 
 constexpr Outcomes kAllAsleep = {3600, 0, 1, 0};
@@ -48,7 +48,7 @@ std::vector<BestSet> Search(const History& history, const Outcomes& baseline,
 
 }  // namespace
 
-TEST_CASE("every set is simulated once, whether or not anything scores it") {
+TEST_CASE("every set is simulated once, even without scoring weights") {
   std::vector<Outcomes> seen(2);
   const auto visit = [&](uint64_t position, const Outcomes& outcomes) {
     CHECK(seen.at(position) == Outcomes{});
@@ -76,12 +76,12 @@ TEST_CASE("each scoring weight has its own winner") {
   CHECK(results[2].value == results[0].value);
 }
 
-TEST_CASE("among sets of one score the last one wins") {
+TEST_CASE("among sets of equal score the last one wins") {
   CHECK(Search(OneSleep(), kAllAsleep, Grid({{50, 0}, {50, 40}, {50, 20}}), {50})[0].value ==
         "60,30,10,50,20,0");
 }
 
-TEST_CASE("the baseline has to be reached, not beaten") {
+TEST_CASE("a score that equals the baseline is enough") {
   const Outcomes three = {100, 300, 1, 3};
   const auto results = Search(OneSleep(), three, Grid({{50, 40}}), {50, 49, 51});
   CHECK(results[0].score == 50.0F);
@@ -94,7 +94,7 @@ TEST_CASE("the baseline has to be reached, not beaten") {
   CHECK(results[2].value == "60,30,10,50,40,0");
 }
 
-TEST_CASE("shares and scores are in single precision, sums of seconds in 64 bits before it") {
+TEST_CASE("shares and scores are in single precision, the seconds in them are summed in 64 bits") {
   constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
   const auto baseline = [](const Outcomes& outcomes, int32_t weight) {
     return Search(OneSleep(), outcomes, Grid({}), {weight})[0].baseline;
@@ -104,11 +104,11 @@ TEST_CASE("shares and scores are in single precision, sums of seconds in 64 bits
   CHECK(baseline({1, int64_t{1} << 40, 1, 0}, 0) == 100.0F);
   // The resumes are added in 32 bits.
   CHECK(baseline({0, 1, kMost, 1}, 100) == -100.0F);
-  // The complement too.
+  // So is the complement of the weight.
   CHECK(baseline({0, 1, 1, 0}, std::numeric_limits<int32_t>::min()) == -4294967296.0F);
 }
 
-TEST_CASE("weights outside 0 to 100 count as they are") {
+TEST_CASE("weights outside 0 to 100 are used as they are") {
   const auto results = Search(TwoWeeks(), kAllAsleep, Grid({{50, 0}, {50, 50}}), {200, -100});
   CHECK(results[0].score == 200.0F);
   CHECK(results[0].value == "60,30,10,50,0,0");
@@ -117,14 +117,15 @@ TEST_CASE("weights outside 0 to 100 count as they are") {
   CHECK(results[1].value == "60,30,10,50,50,0");
 }
 
-TEST_CASE("a score below zero never wins: the default set does, if the baseline is no higher") {
+TEST_CASE(
+    "a score below zero never wins, and the default set is stored unless the baseline is above 0") {
   const auto results = Search(OneSleep(), kAllAsleep, Grid({{50, 40}}), {-1});
   CHECK(results[0].score == 0.0F);
   CHECK(results[0].baseline == -1.0F);
   CHECK(results[0].value == ",,,,,");
 }
 
-TEST_CASE("a score of zero wins over none") {
+TEST_CASE("a set with a score of zero wins over the default set") {
   const auto results = Search(OneSleep(), kAllAsleep, Grid({{50, 40}}), {0});
   CHECK(results[0].score == 0.0F);
   CHECK(results[0].value == "60,30,10,50,40,0");
@@ -150,14 +151,14 @@ TEST_CASE("a history of two records scores nothing and stores -1") {
   }
 }
 
-TEST_CASE("what a simulation throws ends the search") {
+TEST_CASE("an exception of a simulation ends the search") {
   ParameterGrid grid = Grid({{50, 40}});
   grid.weights.push_back({-1, 30, 71});
   int visits = 0;
   const auto visit = [&visits](uint64_t, const Outcomes&) { ++visits; };
   CHECK_THROWS_WITH_AS(SearchParameters(OneSleep(), kAllAsleep, grid, {50}, visit),
                        "No weigths specified", FixedTextException);
-  // The set before it was still simulated.
+  // The set before the refused one was still simulated.
   CHECK(visits == 1);
 }
 
@@ -165,7 +166,7 @@ TEST_CASE("a stop request leaves no result") {
   OptimizerStopRequested = true;
   CHECK_FALSE(SearchParameters(OneSleep(), kAllAsleep, Grid({{50, 40}}), {50}).has_value());
   OptimizerStopRequested = false;
-  // Also one that comes with the last set.
+  // A stop request during the last set counts too.
   const auto stop = [](uint64_t, const Outcomes&) { OptimizerStopRequested = true; };
   CHECK_FALSE(SearchParameters(OneSleep(), kAllAsleep, Grid({{50, 40}}), {50}, stop).has_value());
   OptimizerStopRequested = false;

@@ -39,12 +39,12 @@ std::vector<HistoryRecord> LoadHistory(const std::wstring& path) {
   return file ? IncreasingRecords(*file) : std::vector<HistoryRecord>();
 }
 
-// Nothing after a stop request.
+// No result after a stop request.
 std::optional<std::vector<BestSet>> Search(const std::wstring& historyPath) {
   const std::vector<HistoryRecord> history = LoadHistory(historyPath);
   const int64_t timeoutSeconds = int64_t{ReadCurrentHA().value_or(kDefaultTimeoutMinutes)} * 60;
   if (OptimizerStopRequested) return std::nullopt;
-  // Nobody waits for what comes now, and everybody else may go first.
+  // Nobody waits for the result, so all other work of the machine goes first.
   const BackgroundPriority background;
   Outcomes baseline;
   CountOutcomes(SimulateFixedTimeout(history, timeoutSeconds), baseline);

@@ -24,7 +24,8 @@ namespace {
 using fakes::settings;
 using Texts = std::vector<std::string>;
 
-// The controller's action notes the parameter that the event names, among the settings' calls.
+// Stands in for the controller's action and adds the parameter that the event names to the calls of
+// the settings.
 void NoteParameter(const SMEventData* event) {
   settings.calls.push_back("posted " + dynamic_cast<const ParamChangeEventData&>(*event).param);
 }
@@ -61,7 +62,7 @@ struct Machine {
   }
   std::wstring HistoryFile() const { return folder.File(L"zs7state.dat"); }
 
-  // What a run wrote and posted.
+  // Runs and returns the calls that wrote or posted something.
   Texts Run() const {
     settings.calls.clear();
     RunOptimizer(HistoryFile());
@@ -76,8 +77,8 @@ struct Machine {
 const std::string kWrite = "WritePredictorValue CyclicProbabilityPredictor ";
 const std::string kPosted = "posted Strength";
 
-// With no set in the grid, a weight that counts only hibernation shows whether the fixed timeout
-// hibernated any of the sleeps.
+// Shows whether the fixed timeout hibernates any of the sleeps: the grid is empty and the weight
+// counts only hibernation.
 struct BaselineProbe : Machine {
   BaselineProbe() {
     SetRange("StrengthHighRange", "");
@@ -132,7 +133,7 @@ TEST_CASE("a missing, empty or short history stores -1 for every weight") {
 
 TEST_CASE("only whole records with increasing times count") {
   Machine machine;
-  // Without the records that are out of order, two are left; with one of them, there were three.
+  // Only two records are left without those out of order, which is one too few.
   machine.SetHistory(
       {SimRecord(0, 0, 8), SimRecord(1, 0, 8), SimRecord(1, 0, 7), SimRecord(1, 0, 9)});
   CHECK(machine.Run() == Texts{kWrite + "Best0 -1", kPosted});
@@ -167,14 +168,16 @@ TEST_CASE("where the timeout cannot be read it is 10 minutes") {
     fakes::power.failer = {failing, 1, 0};
     CHECK(probe.Hibernates());
   }
-  // Sleeps of exactly 10 minutes.
+  // A timeout hibernates sleeps that last longer.
   fakes::power.values.clear();
   fakes::power.failer = {};
   probe.SetHistory({SimRecord(0, 0, 8), SimRecord(1, 0, 9), SimRecord(0, 0, 9, 10)});
   CHECK_FALSE(probe.Hibernates());
+  probe.SetHistory({SimRecord(0, 0, 8), SimRecord(1, 0, 9), SimRecord(0, 0, 9, 10, 1)});
+  CHECK(probe.Hibernates());
 }
 
-TEST_CASE("a stop request stores and posts nothing, and is over after the run") {
+TEST_CASE("after a stop request nothing is stored or posted, and the request is cleared") {
   Machine machine;
   OptimizerStopRequested = true;
   CHECK(machine.Run().empty());
@@ -186,7 +189,8 @@ TEST_CASE("a stop request stores and posts nothing, and is over after the run") 
 TEST_CASE("a run says how many milliseconds it took") {
   using std::chrono::duration_cast, std::chrono::milliseconds, std::chrono::steady_clock;
   Machine machine;
-  // Long enough to be seen: with a code that the service does not write each set counts anew.
+  // Long enough to be measured: a code that the service does not write makes the sets be simulated
+  // one by one.
   std::string groupings;
   for (int i = 0; i < 3000; ++i) groupings += "2 ";
   Machine::SetRange("DayGroupingRange", groupings);
@@ -203,7 +207,7 @@ TEST_CASE("a run says how many milliseconds it took") {
   CHECK(logged <= most);
 }
 
-TEST_CASE("an unknown code in the history leaves the run, which then clears and logs nothing") {
+TEST_CASE("an exception of a simulation goes to the caller, and nothing is cleared or logged") {
   Machine machine;
   machine.SetHistory({SimRecord(0, 0, 8), SimRecord(4, 0, 9), SimRecord(0, 0, 10)});
   CHECK_THROWS_WITH_AS(machine.Run(), "Unknown event in the history", FixedTextException);
@@ -214,7 +218,7 @@ TEST_CASE("an unknown code in the history leaves the run, which then clears and 
   CHECK(fakes::eventLog.calls.empty());
 }
 
-TEST_CASE("a value that cannot be stored does not keep the others from it") {
+TEST_CASE("when a value cannot be stored, the others still are") {
   Machine machine;
   Machine::SetRange("WR", "50 100");
   settings.failer.firstFailing = 7;  // after the six lists

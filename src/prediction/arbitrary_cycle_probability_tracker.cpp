@@ -16,11 +16,8 @@ constexpr const char* kWrongDataFileFormat =
 constexpr const char* kUnevenDay =
     "Length of day modulus number of minutes within a slot is not zero";
 
-CycleShape ReadShape(IConfigurations& configuration) {
-  CycleShape shape;
-  shape.daysInCycle = ReadPredictorNumber(configuration, kDaysInCycleName, kNone);
-  shape.minutesInDay = ReadPredictorNumber(configuration, kMinutesInDayName, kNone);
-  shape.minutesPerSlot = static_cast<int32_t>(configuration.GetTimeResolution());
+CycleShape ReadUsableShape(IConfigurations& configuration) {
+  const CycleShape shape = ReadCycleShape(configuration);
   if (shape.daysInCycle == 0 || shape.minutesInDay == 0 || shape.minutesPerSlot <= 0) {
     throw FixedTextException(kWrongConfigurations);
   }
@@ -29,7 +26,7 @@ CycleShape ReadShape(IConfigurations& configuration) {
   return shape;
 }
 
-// The seconds that come back after a conversion to a broken-down time and from it.
+// The seconds after a conversion to a broken-down time and back.
 constexpr int64_t Reconverted(int64_t seconds) {
   return seconds < 0 || seconds > kLastSecond ? kInvalidTime : seconds;
 }
@@ -40,7 +37,7 @@ ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfiguratio
     : configuration_(configuration) {
   ReloadWeights();
   ReloadStrengths();
-  learner_.emplace(ReadShape(*configuration_));
+  learner_.emplace(ReadUsableShape(*configuration_));
   StartProbabilities();
 }
 
@@ -54,7 +51,7 @@ ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfiguratio
   if (shape.daysInCycle == 0 || shape.minutesPerSlot == 0 || shape.minutesInDay == 0) {
     throw FixedTextException(kWrongDataFileFormat);
   }
-  // In 64 bits, since the lowest number divided by -1 does not fit 32.
+  // In 64 bits, since in 32 bits the lowest number cannot be divided by -1.
   if (int64_t{shape.minutesInDay} % shape.minutesPerSlot != 0) throw FixedTextException(kUnevenDay);
   if (!shape.IsUsable() || shape.SlotCount() != data->slotCount) {
     throw FixedTextException(kWrongDataFileFormat);
@@ -65,7 +62,7 @@ ArbitraryCycleProbabilityTracker::ArbitraryCycleProbabilityTracker(IConfiguratio
 
 void ArbitraryCycleProbabilityTracker::ReloadParameters(std::string) {
   ReloadStrengths();
-  // Before ReloadWeights throws because there are no weights any more.
+  // Comes first, since ReloadWeights may throw.
   probabilities_.SetThresholds(strengthLow_, strengthHigh_);
   ReloadWeights();
   EstimateSlots(0, Data().slotCount - 1);
@@ -80,10 +77,7 @@ void ArbitraryCycleProbabilityTracker::ReloadWeights() {
   if (firstLast == kNone || secondLast == kNone || agregation == kNone) {
     throw FixedTextException("No weigths specified");
   }
-  const auto sum = static_cast<float>(Wrap32(int64_t{firstLast} + secondLast + agregation));
-  weights_ = {static_cast<float>(firstLast) / sum, static_cast<float>(secondLast) / sum,
-              static_cast<float>(agregation) / sum};
-  dayGrouping_ = dayGrouping;
+  weights_ = NormalisedWeights(firstLast, secondLast, agregation);
   dayGroups_ = DayGroups(dayGrouping);
 }
 
@@ -92,19 +86,18 @@ void ArbitraryCycleProbabilityTracker::ReloadStrengths() {
     strengthHigh_ = ReadStrength(kStrengthHighName);
     strengthLow_ = ReadStrength(kStrengthLowName);
   } catch (...) {
-    // What was read before the missing value holds, and the rest stays as it was.
+    // A threshold that was read before the missing one counts; the others stay as they were.
   }
 }
 
 float ArbitraryCycleProbabilityTracker::ReadStrength(const char* key) {
   const std::string value = configuration_->GetValue(kPredictorSection, key);
   if (value.empty()) throw FixedTextException("StrengthThreshold is not declared");
-  return static_cast<float>(Atoi(value)) / 100.0F;
+  return ThresholdOf(Atoi(value));
 }
 
 bool ArbitraryCycleProbabilityTracker::PoolsDays() const {
-  constexpr int32_t kAllDays = 127;
-  return dayGrouping_ != 0 && dayGrouping_ != kAllDays && Data().daysInCycle == kDaysInWeek &&
+  return dayGroups_.PoolDays() && Data().daysInCycle == kDaysInWeek &&
          int64_t{ShapeOf(Data()).SlotsPerDay()} * kDaysInWeek == Data().slotCount;
 }
 
@@ -120,7 +113,7 @@ void ArbitraryCycleProbabilityTracker::EstimateSlots(int64_t first, int64_t last
     }
     return;
   }
-  // An observation counts on every day of its group, so all slots of its time of day change.
+  // An observation counts on all days of its group, so all slots of its time of day may change.
   const int slotsPerDay = ShapeOf(Data()).SlotsPerDay();
   last = std::min(last, first + slotsPerDay - 1);
   for (int64_t i = first; i <= last; ++i) {
@@ -144,9 +137,7 @@ float ArbitraryCycleProbabilityTracker::GetSlotProbability(int slot) {
 
 Observations ArbitraryCycleProbabilityTracker::SlotObservations(int slot) const {
   if (!PoolsDays()) return ObservationsOf(Data().Slots()[slot]);
-  const int slotsPerDay = ShapeOf(Data()).SlotsPerDay();
-  const auto pooled = dayGroups_.Pool(Data().Slots(), slotsPerDay, slot % slotsPerDay);
-  return pooled[static_cast<size_t>(slot / slotsPerDay)];
+  return dayGroups_.PoolSlot(Data().Slots(), ShapeOf(Data()).SlotsPerDay(), slot);
 }
 
 void ArbitraryCycleProbabilityTracker::ProcessEvent(const TimeLineEvent& event) {

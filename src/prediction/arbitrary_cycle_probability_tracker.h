@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "prediction/configurations.h"
+#include "prediction/day_groups.h"
 #include "prediction/probability_map.h"
 #include "prediction/slot_learner.h"
 #include "prediction/slot_probability.h"
@@ -16,22 +17,22 @@
 
 namespace dozewell {
 
-// Minutes that a stretch of idle slots must last to be worth hibernating for.
+// The minutes that a stretch of idle slots must last at least to be worth a hibernation.
 constexpr int32_t kIdleStretchMinutes = 30;
 
 // Learns how likely a machine is to be in use in each slot of a repeating cycle of days. Slot 0
 // begins with the cycle that began at 1970-01-01 00:00. Not thread-safe.
 //
-// Probabilities are kept for all slots and brought up to date as events come in, so that a
-// prediction only searches.
+// Keeps the probabilities of all slots and updates them with each event, so that a prediction only
+// has to search.
 class ArbitraryCycleProbabilityTracker : public ITracker {
  public:
   // A tracker that has learnt nothing. The configuration is not owned and must outlive it. Throws
   // FixedTextException when the configuration gives no usable cycle or no weights.
   explicit ArbitraryCycleProbabilityTracker(IConfigurations* configuration);
 
-  // A tracker that goes on from what another has learnt. Throws as above, and for data of another
-  // version or shape.
+  // A tracker that starts with what another one has learnt. Throws as above, and for data of
+  // another version or shape.
   ArbitraryCycleProbabilityTracker(IConfigurations* configuration, TrackerDataPtr data);
 
   void ProcessEvent(const TimeLineEvent& event) override;
@@ -40,15 +41,15 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   std::vector<PredictionRecord> GetPredictions(const tm& time) override;
   std::vector<PredictionRecord> PredictHibernate(const tm& time) override;
   std::vector<PredictionRecord> PredictWake(const tm& time) override;
-  // kUnknownProbability for a slot outside the cycle too.
+  // A slot outside the cycle gives kUnknownProbability.
   float GetSlotProbability(int slot) override;
 
-  // The observations behind a slot's probability, which must be one of the cycle.
+  // The observations from which the probability of a slot of the cycle is estimated.
   Observations SlotObservations(int slot) const;
-  // The fractions at or above which a slot counts as in use, and below which as idle.
+  // Thresholds: a slot is in use at or above the first, and idle below the second.
   float StrengthHigh() const { return strengthHigh_; }
   float StrengthLow() const { return strengthLow_; }
-  // The groups of days whose observations count together, null when each slot counts alone.
+  // The groups of days whose observations count together. Null when each slot counts alone.
   const DayGroups* PooledDays() const { return PoolsDays() ? &dayGroups_ : nullptr; }
 
  private:
@@ -72,9 +73,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   float strengthHigh_ = 0.0F;
   float strengthLow_ = 0.0F;
   int32_t idleRunLength_ = 0;
-  int32_t dayGrouping_ = 0;
   DayGroups dayGroups_{0};
-  // Follows from what stands above it.
+  // Derived from all members above.
   ProbabilityMap probabilities_;
 };
 

@@ -26,7 +26,7 @@ bool Same(const std::vector<PredictionRecord>& a, const std::vector<PredictionRe
          });
 }
 
-// Data in which every slot was observed in use from 8:00 to 18:00 on `workDays` and idle else.
+// Data with one observation for each slot: in use from 8:00 to 18:00 on `workDays`, and else idle.
 TrackerDataPtr OfficeData(fakes::Configurations& configuration, int workDays) {
   TrackerDataPtr data = NewData(configuration);
   for (int day = 0; day < 7; ++day) {
@@ -100,10 +100,10 @@ TEST_CASE("configurations without a usable cycle are refused") {
       {"-7", "1440", 15, kWrong},               // the same
       {"7", "1440", 0, kWrong},                 // slots without a length
       {"7", "1440", 0xFFFFFFF1, kWrong},        // slots of -15 minutes
-      {"1", "1073741824", 0x40000000, kWrong},  // 0 seconds a slot once wrapped
-      {"1", "1073741824", 64, kWrong},          // 0 seconds a cycle once wrapped
+      {"1", "1073741824", 0x40000000, kWrong},  // 0 seconds a slot after wrapping
+      {"1", "1073741824", 64, kWrong},          // 0 seconds a cycle after wrapping
       {"2147483647", "1440", 1440, kWrong},     // wraps to -1 slots
-      {"100000", "1440", 1, kWrong},            // more data than 32 bits count
+      {"100000", "1440", 1, kWrong},            // the size of the data exceeds 32 bits
   };
   for (const Row& row : rows) {
     fakes::Configurations configuration;
@@ -184,7 +184,7 @@ TEST_CASE("weights 2, 1 and 1 count for a half, a quarter and a quarter") {
   CHECK(tracker.GetSlotProbability(4) == 1.0F);
 }
 
-TEST_CASE("weights follow IEEE 754 and two's complement where they make no sense") {
+TEST_CASE("weights that make no sense follow IEEE 754 and two's complement") {
   fakes::Configurations configuration;
   TrackerDataPtr data = NewData(configuration);
   data->Slots()[0] = {4, 1, 0, 1, -1};
@@ -208,7 +208,7 @@ TEST_CASE("weights follow IEEE 754 and two's complement where they make no sense
   CHECK(noCount.GetSlotProbability(1) == std::numeric_limits<float>::infinity());
 }
 
-TEST_CASE("single slots count with day grouping 0 or 127 and in cycles that are no week") {
+TEST_CASE("each slot counts alone with day grouping 0 or 127 and in cycles other than a week") {
   struct Row {
     const char* dayGrouping;
     const char* daysInCycle;
@@ -237,7 +237,7 @@ TEST_CASE("day grouping 12 pools the weekend and the other five days") {
   for (int day = 0; day < 7; ++day) {
     const bool weekend = day == 2 || day == 3;
     CHECK(tracker.GetSlotProbability(Slot(day, 10)) == (weekend ? 1.0F : -1.0F));
-    // On the observed day itself five missing sums over five missing counts make a share of 1.
+    // On the observed day itself five missing sums over five missing counts give 1.
     const float workDay = day == 4 ? 0.25F : 0.0F;
     CHECK(tracker.GetSlotProbability(Slot(day, 20)) == (weekend ? -1.0F : workDay));
   }
@@ -252,7 +252,7 @@ TEST_CASE("day grouping 255 is not 127 and pools all seven days") {
   for (int day = 0; day < 7; ++day) CHECK(tracker.GetSlotProbability(Slot(day, 10)) == 1.0F);
 }
 
-TEST_CASE("pooled observations come from the nearest days before, and missing ones count as -1") {
+TEST_CASE("pooled observations are those of the nearest days before, missing sums count as -1") {
   fakes::Configurations configuration;
   configuration.values["DayGrouping"] = "12";
   TrackerDataPtr data = NewData(configuration);
@@ -273,7 +273,7 @@ TEST_CASE("pooled observations come from the nearest days before, and missing on
   CHECK(tracker.GetSlotProbability(Slot(1, 10)) == 0.5F);
 }
 
-TEST_CASE("a second-last observation that the group lacks is the slot's own last one") {
+TEST_CASE("when the group has no second-last observation, the slot's own last one stands in") {
   fakes::Configurations configuration;
   configuration.values["DayGrouping"] = "12";
   TrackerDataPtr data = NewData(configuration);
@@ -308,7 +308,7 @@ TEST_CASE("thresholds that were never configured are 0") {
   CHECK(tracker.StrengthLow() == 0.0F);
 }
 
-TEST_CASE("reloaded parameters count at once and what was learnt is kept") {
+TEST_CASE("reloaded parameters count at once, and the learnt data is kept") {
   fakes::Configurations configuration;
   TrackerDataPtr data = OfficeData(configuration, kWorkDays);
   data->Slots()[0] = {4, 1, 0, 1, -1};
@@ -323,7 +323,7 @@ TEST_CASE("reloaded parameters count at once and what was learnt is kept") {
   CHECK(SameBytes(*tracker.GetData(), *data));
 }
 
-TEST_CASE("new thresholds count even when the weights are gone") {
+TEST_CASE("new thresholds count even when the weights are missing") {
   fakes::Configurations configuration;
   Tracker tracker(&configuration, OfficeData(configuration, kWorkDays));
   configuration.values["StrengthHigh"] = "0";
@@ -345,7 +345,7 @@ TEST_CASE("predictions name the next idle stretch, the next use and the idle str
   CHECK(Same(tracker.GetPredictions(morning), {{morning, 600}, {WeekTime(4, 8), 600}}));
   const tm night = WeekTime(1, 2, 0, 1);
   CHECK(Same(tracker.GetPredictions(night), {{night, 15}, {WeekTime(1, 8), 600}}));
-  // A tm_isdst of the caller's comes back.
+  // The caller's tm_isdst is returned.
   tm summer = night;
   summer.tm_isdst = 1;
   CHECK(tracker.PredictHibernate(summer)[0].time == summer);
@@ -399,11 +399,11 @@ TEST_CASE("slots longer than 30 minutes never make an idle stretch") {
   CHECK(Same(tracker.GetPredictions(now), {{now, -1}}));
 }
 
-TEST_CASE("a time that does not convert is answered and harms nothing") {
+TEST_CASE("a time that does not convert gets an answer too") {
   fakes::Configurations configuration;
   Tracker tracker(&configuration, OfficeData(configuration, kWorkDays));
   const tm none = {-1, -1, -1, -1, -1, -1, -1, -1, -1};
-  // Counted from one second before slot 0, as -1 seconds are.
+  // It counts from -1 seconds, which is one second before slot 0.
   CHECK(Same(tracker.PredictHibernate(none), {{none, 16}}));
   // The next use after the last second that converts has no broken-down time.
   const tm last = LocalTime(3000, 12, 31, 23, 59, 59);
@@ -439,7 +439,7 @@ TEST_CASE("cycles whose products wrap stay within their slots") {
   }
 }
 
-TEST_CASE("every answer is to the last bit that of a plain reading of the rules") {
+TEST_CASE("every answer equals that of a plain reading of the rules to the last bit") {
   std::mt19937_64 random(20261121);
   const auto below = [&random](uint64_t limit) { return static_cast<int32_t>(random() % limit); };
   const uint32_t resolutions[] = {1, 5, 7, 10, 15, 30, 45, 60, 90};
@@ -459,7 +459,7 @@ TEST_CASE("every answer is to the last bit that of a plain reading of the rules"
 
     Tracker start(&configuration);
     TrackerDataPtr data = CopyOf(*start.GetData());
-    if (round % 3 == 0) {  // what no tracker would have learnt
+    if (round % 3 == 0) {  // numbers that no tracker would have learnt
       constexpr int32_t kOdd[] = {-1, -1, -1, 0, 0, 1, 1, 2, -7, 1000000};
       for (int i = 0; i < data->slotCount; ++i) {
         data->Slots()[i] = {kOdd[below(10)], kOdd[below(10)], kOdd[below(10)], kOdd[below(10)],

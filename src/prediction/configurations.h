@@ -9,7 +9,8 @@
 
 namespace dozewell {
 
-// Hears of changed parameters. One listener at a time; called on the thread that posted the change.
+// Is told of changed parameters. There is one listener at a time; it is called on the thread that
+// posted the change.
 class IConfigurationsListener {
  public:
   virtual void OnConfigurationChanged(std::string section) = 0;
@@ -18,15 +19,15 @@ class IConfigurationsListener {
   ~IConfigurationsListener() = default;
 };
 
-// Where the prediction engine reads its parameters from. No operation fails: what is absent reads
-// as the empty text, kNoTimeResolution or false.
+// Where the prediction engine reads its parameters from. No operation fails: absent values read as
+// the empty text, kNoTimeResolution or false.
 class IConfigurations {
  public:
   virtual std::string GetValue(std::string section, std::string key) = 0;
   // Minutes per time slot.
   virtual uint32_t GetTimeResolution() = 0;
   virtual bool IsDynamicHAEnabled() = 0;
-  // The folder of the program's data, wide, with or without a backslash at its end.
+  // The program's data folder, with or without a backslash at its end.
   virtual std::wstring GetDataFolder() = 0;
   // Sets the one listener, which is not owned, in place of any earlier one.
   virtual void RegisterListener(IConfigurationsListener* listener) = 0;

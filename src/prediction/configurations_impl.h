@@ -10,7 +10,7 @@
 namespace dozewell {
 
 // The service's configuration, read afresh from the settings at each call. Reads may come from any
-// thread; the listener is set, cleared and told under ControllerLock.
+// thread; the listener is set, cleared and called under ControllerLock.
 class ConfigurationsImpl : public IConfigurations {
  public:
   std::string GetValue(std::string section, std::string key) override;
@@ -21,14 +21,14 @@ class ConfigurationsImpl : public IConfigurations {
   void UnregisterListener() override;
   virtual ~ConfigurationsImpl() = default;
 
-  // Tells the listener, if there is one; what it throws goes to the caller.
+  // Calls the listener, if there is one. Its exceptions go to the caller.
   void NotifyListener(std::string section);
 
  private:
   IConfigurationsListener* listener_ = nullptr;
 };
 
-// ReadPredictorNumbers of the service's configuration.
+// ReadPredictorNumbers from the service's configuration.
 std::vector<int32_t> ParseIntList(const char* key);
 
 }  // namespace dozewell

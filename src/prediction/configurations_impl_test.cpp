@@ -49,7 +49,7 @@ TEST_CASE("the time resolution is -1 until it is configured somewhere") {
   CHECK(configuration.GetTimeResolution() == 15);
 }
 
-TEST_CASE("dynamic hibernate-after is on for the number 1 alone") {
+TEST_CASE("dynamic hibernate-after is on for the number 1 only") {
   fakes::ResetSettings();
   ConfigurationsImpl configuration;
   CHECK_FALSE(configuration.IsDynamicHAEnabled());
@@ -65,7 +65,7 @@ TEST_CASE("the data folder is that of the settings") {
   CHECK(ConfigurationsImpl().GetDataFolder() == L"D:\\Data\\");
 }
 
-TEST_CASE("the one listener hears of changes until it is unregistered") {
+TEST_CASE("the one listener is told of changes until it is unregistered") {
   ConfigurationsImpl configuration;
   CHECK_NOTHROW(configuration.NotifyListener("Strength"));
   Listener first;

@@ -16,9 +16,9 @@ namespace dozewell {
 // The name of the predictor's file in the data folder.
 constexpr const wchar_t* kDataFileName = L"cpredict.z7";
 
-// A tracker with a life beyond the process: it learns from the historian's events, follows changes
-// of the configuration, and keeps its data in a file, which it reads when it is built and writes
-// on ContainerStopped. Not thread-safe.
+// A tracker that outlives the process: it learns from the historian's events, follows changes of
+// the configuration, and keeps its data in a file, which it reads when it is built and writes on
+// ContainerStopped. Not thread-safe.
 class CyclicProbabilityPredictor : public IPredictor,
                                    public ITimeLineListener,
                                    public IConfigurationsListener {
@@ -41,11 +41,11 @@ class CyclicProbabilityPredictor : public IPredictor,
   std::vector<PredictionRecord> PredictWake(const tm& time) override;
   float GetSlotProbability(int slot) override;
 
-  // Learns; on ContainerStopped saves instead. What the tracker throws goes to the caller.
+  // Learns the event, or on ContainerStopped saves. The tracker's exceptions go to the caller.
   void OnTimeLineEvent(const TimeLineEvent& event) override;
   void OnConfigurationChanged(std::string section) override;
 
-  // What became of the data file when the predictor was built.
+  // How reading the data file ended when the predictor was built.
   DataFileState LoadState() const { return loadState_; }
 
  private:

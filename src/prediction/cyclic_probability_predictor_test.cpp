@@ -30,14 +30,14 @@ struct Engine {
   void SetBytes(const std::vector<unsigned char>& bytes) const {
     REQUIRE(WriteWholeFile(DataFile(), bytes.data(), bytes.size()));
   }
-  // A data file that has learnt Thursday 10:00 to 12:00 as in use.
+  // Writes a data file in which Thursday 10:00 to 12:00 is learnt as in use.
   void LearnAndSave() {
     CyclicProbabilityPredictor predictor(&configuration, &historian);
     historian.NotifyListener({WeekTime(0, 10), Activating});
     historian.NotifyListener({WeekTime(0, 12), Suspend});
     historian.NotifyListener(kStop);
   }
-  // What becomes of the data file, and whether what it holds is known then.
+  // Loads the data file and checks whether a predictor knows its content.
   DataFileState LoadAndCheckKnown(bool known) {
     CyclicProbabilityPredictor predictor(&configuration, &historian);
     CHECK(predictor.GetSlotProbability(41) == (known ? 1.0F : -1.0F));
@@ -56,7 +56,7 @@ TEST_CASE("without a data file the predictor is blank, and the container's stop 
   CHECK(engine.Bytes().size() == 16192);
 }
 
-TEST_CASE("what was learnt comes back from the data file") {
+TEST_CASE("a predictor starts with what was saved in the data file") {
   Engine engine;
   engine.LearnAndSave();
   const std::vector<unsigned char> bytes = engine.Bytes();
@@ -70,6 +70,37 @@ TEST_CASE("what was learnt comes back from the data file") {
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   engine.historian.NotifyListener(kStop);
   CHECK(engine.Bytes() == bytes);
+}
+
+TEST_CASE("after a container's stop before any event, the first event only records") {
+  Engine engine;
+  {
+    const CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
+    engine.historian.NotifyListener(kStop);
+  }
+  CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
+  CHECK(predictor.LoadState() == DataFileState::Loaded);
+  engine.historian.NotifyListener({WeekTime(0, 10), Activating});
+  for (int slot = 0; slot < 672; ++slot) REQUIRE(predictor.GetSlotProbability(slot) == -1.0F);
+  engine.historian.NotifyListener(kStop);
+  TrackerData header;
+  std::memcpy(&header, engine.Bytes().data(), sizeof(header));
+  CHECK(header.lastState == Activating);
+  CHECK(header.lastTime == WeekTime(0, 10));
+}
+
+TEST_CASE("after a container's stop the stretch under way goes on in the next predictor") {
+  Engine engine;
+  {
+    const CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
+    engine.historian.NotifyListener({WeekTime(0, 10), Activating});
+    engine.historian.NotifyListener(kStop);
+  }
+  CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
+  engine.historian.NotifyListener({WeekTime(0, 12), Suspend});
+  for (int slot = 0; slot < 672; ++slot) {
+    REQUIRE(predictor.GetSlotProbability(slot) == (slot >= 40 && slot <= 48 ? 1.0F : -1.0F));
+  }
 }
 
 TEST_CASE("a data file of another size is ignored and kept") {
@@ -156,7 +187,7 @@ TEST_CASE("a data folder gets the backslash that it lacks, and an empty one is r
                        "invalid string position", std::out_of_range);
 }
 
-TEST_CASE("a data file that cannot be written is left at that") {
+TEST_CASE("a data file that cannot be written is skipped without an error") {
   Engine engine;
   engine.configuration.dataFolder = engine.folder.File(L"missing");
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
@@ -176,7 +207,7 @@ TEST_CASE("the predictor listens to historian and configuration for as long as i
   CHECK_NOTHROW(engine.historian.NotifyListener({WeekTime(0, 10), Activating}));
 }
 
-TEST_CASE("a changed configuration reaches the tracker") {
+TEST_CASE("the tracker is told of a changed configuration") {
   Engine engine;
   engine.LearnAndSave();
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
@@ -213,7 +244,7 @@ TEST_CASE("predictions are the tracker's") {
   }
 }
 
-TEST_CASE("what the tracker refuses reaches whoever told the historian") {
+TEST_CASE("the exception for an event that the tracker refuses goes to the historian's caller") {
   Engine engine;
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   engine.historian.NotifyListener({WeekTime(0, 10), Activating});

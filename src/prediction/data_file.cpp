@@ -9,12 +9,8 @@
 namespace dozewell {
 
 LoadedData LoadDataIfExists(IConfigurations& configuration, const std::wstring& path) {
-  CycleShape shape;
-  shape.daysInCycle = ReadPredictorNumber(configuration, kDaysInCycleName, kNone);
-  shape.minutesInDay = ReadPredictorNumber(configuration, kMinutesInDayName, kNone);
-  const uint32_t resolution = configuration.GetTimeResolution();
-  shape.minutesPerSlot = static_cast<int32_t>(resolution);
-  if (shape.daysInCycle == 0 || resolution == kNoTimeResolution || shape.minutesInDay == 0) {
+  const CycleShape shape = ReadCycleShape(configuration);
+  if (shape.daysInCycle == 0 || shape.minutesPerSlot == kNone || shape.minutesInDay == 0) {
     throw FixedTextException("CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
   }
 

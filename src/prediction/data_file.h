@@ -8,7 +8,7 @@
 
 namespace dozewell {
 
-// What became of a data file.
+// How reading a data file ended.
 enum class DataFileState {
   Loaded,
   NotOpened,
@@ -26,7 +26,7 @@ struct LoadedData {
 // configuration has no cycle.
 LoadedData LoadDataIfExists(IConfigurations& configuration, const std::wstring& path);
 
-// Writes the data file in one write. A file that cannot be written is left at that.
+// Writes the data file in one write. A failure is not reported.
 void SaveData(const TrackerData& data, const std::wstring& path);
 
 }  // namespace dozewell

@@ -5,7 +5,8 @@
 
 namespace dozewell {
 
-// The live channel from whoever knows of events to the one that learns from them.
+// The live channel from the controller, which sees events, to the predictor, which learns from
+// them.
 class IHistorian {
  public:
   // Sets the one listener, which is not owned, in place of any earlier one.
@@ -16,7 +17,7 @@ class IHistorian {
   ~IHistorian() = default;
 };
 
-// The service's historian. Not thread-safe: the controller's dispatch keeps its callers apart.
+// The service's historian. Not thread-safe: the controller dispatches one event at a time.
 class HistorianImpl : public IHistorian {
  public:
   void RegisterListener(ITimeLineListener* listener) override { listener_ = listener; }
@@ -25,7 +26,7 @@ class HistorianImpl : public IHistorian {
 
   bool HasListener() const { return listener_ != nullptr; }
 
-  // Hands an event to the listener, if there is one; what it throws goes to the caller.
+  // Hands an event to the listener, if there is one. Its exceptions go to the caller.
   void NotifyListener(const TimeLineEvent& event) {
     if (listener_ != nullptr) listener_->OnTimeLineEvent(event);
   }

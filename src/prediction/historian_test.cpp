@@ -17,7 +17,7 @@ struct EventListener : ITimeLineListener {
 
 }  // namespace
 
-TEST_CASE("the one listener hears each event at once until it is unregistered") {
+TEST_CASE("the one listener receives each event at once until it is unregistered") {
   HistorianImpl historian;
   CHECK_NOTHROW(historian.NotifyListener({WeekTime(0), Activating}));
   EventListener first;

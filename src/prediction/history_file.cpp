@@ -43,8 +43,8 @@ std::vector<HistoryRecord> MergeHistory(const std::vector<unsigned char>* file,
   std::vector<HistoryRecord> result;
   if (file != nullptr) {
     HistoryRecord record = {};
-    // The read that meets the end of the file counts too: it overlays what bytes it got on the
-    // record before it, which therefore is tested again when it got none.
+    // The read at the end of the file counts too: the bytes that it gets overlay the record before,
+    // which is tested a second time when it gets none.
     for (size_t offset = 0; offset <= file->size(); offset += sizeof(record)) {
       const size_t got = std::min(sizeof(record), file->size() - offset);
       if (got > 0) std::memcpy(&record, file->data() + offset, got);

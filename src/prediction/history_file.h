@@ -12,7 +12,7 @@ namespace dozewell {
 // The name of the history file in the data folder.
 constexpr const wchar_t* kHistoryFileName = L"zs7state.dat";
 
-// One mark of the history, and byte for byte one of those that the history file is made of.
+// One record of the history, as it stands in the history file byte for byte.
 struct HistoryRecord {
   double time;      // wall-clock seconds
   uint32_t asleep;  // 0 when the machine came into use, 1 when it left use
@@ -20,11 +20,11 @@ struct HistoryRecord {
 };
 static_assert(sizeof(HistoryRecord) == 16);
 
-// The whole records of a history file, as they stand; a partial tail is left out.
+// The whole records of a history file as they stand, without a partial tail.
 std::vector<HistoryRecord> WholeRecords(std::span<const unsigned char> file);
 
-// The records of a history file that count: each whose time is later than that of the one before
-// it that counts.
+// The records of a history file that count. A record counts when it is later than the last one that
+// counts.
 std::vector<HistoryRecord> IncreasingRecords(std::span<const unsigned char> file);
 
 // What the tracker learns from a record.

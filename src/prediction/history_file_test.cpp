@@ -22,7 +22,7 @@ Bytes BytesOf(const std::vector<HistoryRecord>& records, size_t tail = 0) {
   return bytes;
 }
 
-// Times, codes and reserved bytes, for comparison.
+// The fields of the records, for comparison.
 Bytes Merged(const Bytes& file, const std::vector<HistoryRecord>& pending, double cutoff) {
   return BytesOf(MergeHistory(&file, pending, cutoff));
 }
@@ -85,11 +85,11 @@ TEST_CASE("a partial tail is laid over the record before it") {
   CHECK(Merged(BytesOf(records, 8), {}, 0) == BytesOf({{10, 1, 0x11111111}, {20, 1, 0x11111111}}));
   CHECK(Merged(BytesOf(records, 10), {}, 0) ==
         BytesOf({{10, 1, 0x11111111}, {20, 0x00002222, 0x11111111}}));
-  // Seven of eight bytes of the time: the eighth is the earlier one's, 0x40 for both.
+  // Seven of eight bytes of the time. The eighth is that of the record before, 0x40 for both.
   CHECK(Merged(BytesOf(records, 7), {}, 0) == BytesOf({{10, 1, 0x11111111}, {20, 1, 0x11111111}}));
-  // Fewer change nothing of 10 that would make it later: its low bytes are zero as those of 20.
+  // Fewer bytes do not make the time later: the low bytes of both 10 and 20 are zero.
   CHECK(Merged(BytesOf(records, 6), {}, 0) == BytesOf({{10, 1, 0x11111111}}));
-  // Laid over a record that the limit dropped.
+  // The record below may be one that the limit dropped.
   CHECK(Merged(BytesOf(records, 8), {}, 15) == BytesOf({{20, 1, 0x11111111}}));
 }
 
@@ -103,7 +103,7 @@ TEST_CASE("an empty file reads as one record of zeros where the limit lets 1970 
   CHECK(MergeHistory(nullptr, {}, 0).empty());
 }
 
-TEST_CASE("times that are no numbers never pass the limit") {
+TEST_CASE("times that are not numbers never pass the limit") {
   CHECK(Merged(BytesOf({{kNan, 1, 0}, {10, 0, 0}}), {}, 0) == BytesOf({{10, 0, 0}}));
 }
 

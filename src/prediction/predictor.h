@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// Answers when a machine will lie idle and be in use again. The operations are those of ITracker.
-// Not thread-safe.
+// Predicts when a machine will be idle and when it will be in use again. The operations are those
+// of ITracker. Not thread-safe.
 class IPredictor {
  public:
   virtual std::vector<PredictionRecord> GetPredictions(const tm& time) = 0;

@@ -16,7 +16,7 @@ constexpr uint64_t FirstBits(int count) {
 
 constexpr uint64_t AllBits(bool value) { return uint64_t{0} - uint64_t{value}; }
 
-// The bits of `here` at which `run` bits in a row are set, where `next` goes on behind `here`.
+// The bits of `here` at which `run` bits in a row begin; `next` is the word behind `here`.
 uint64_t RunStarts(uint64_t here, uint64_t next, int run) {
   for (int length = 1; length < run && here != 0;) {
     const int step = std::min(length, run - length);
@@ -32,7 +32,7 @@ uint64_t RunStarts(uint64_t here, uint64_t next, int run) {
 ProbabilityMap::ProbabilityMap(int slotCount)
     : slotCount_(slotCount),
       probabilities_(static_cast<size_t>(slotCount), kUnknownProbability),
-      // One word more than the slots and their repetition, for the unaligned end of a window.
+      // One word more than the slots and their repetition, since a window may end in it.
       bits_(static_cast<size_t>(slotCount) / kWordBits + 3, Classify(kUnknownProbability)) {}
 
 void ProbabilityMap::SetThresholds(float low, float high) {
@@ -70,7 +70,7 @@ uint64_t ProbabilityMap::Window(int slot, uint64_t Bits::*kind) const {
   const auto position = static_cast<unsigned>(slot);
   const Bits* const word = &bits_[position / kWordBits];
   const unsigned shift = position % kWordBits;
-  // Two shifts, since one by the whole width is undefined.
+  // Two shifts, since one shift by the whole width is undefined.
   return word[0].*kind >> shift | word[1].*kind << 1 << (kWordBits - 1 - shift);
 }
 

@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// The probability of every slot of a cycle, and which threshold it crosses as one bit a slot, so
-// that a search over the cycle looks at 64 slots at a time.
+// The probability of every slot of a cycle. Whether a slot is unknown, idle or in use is also kept
+// as one bit a slot, so that a search over the cycle looks at 64 slots at a time.
 class ProbabilityMap {
  public:
   // All slots start as unknown.
@@ -20,13 +20,13 @@ class ProbabilityMap {
   void Set(int slot, float probability);
   float Get(int slot) const { return probabilities_[static_cast<size_t>(slot)]; }
 
-  // Both searches walk the slots behind `slot` once round the cycle, without `slot` itself, give up
-  // at the first unknown slot, and return how many steps after `slot` they ended, 0 for nowhere.
+  // Both searches go through the slots behind `slot` once round the cycle, without `slot` itself,
+  // and give up at the first unknown slot. They return how many slots after `slot` they ended, or 0
+  // when they found nothing.
 
-  // The last slot of the first `run` idle slots in a row. A `run` of 0 is never found; it is at
-  // most 64.
+  // Ends at the last of the first `run` idle slots in a row. `run` is at most 64; 0 is never found.
   int FindIdleRun(int slot, int run) const;
-  // The first slot that is in use.
+  // Ends at the first slot that is in use.
   int FindInUse(int slot) const;
 
  private:
@@ -41,7 +41,7 @@ class ProbabilityMap {
 
   Bits Classify(float probability) const;
   void Write(int slot, const Bits& bits);
-  // One kind of bit of 64 slots from `slot` on, round the cycle.
+  // The bits of one kind for 64 slots from `slot` on, round the cycle.
   uint64_t Window(int slot, uint64_t Bits::*kind) const;
   int Advance(int slot, int steps) const;
 
@@ -49,7 +49,7 @@ class ProbabilityMap {
   float low_ = 0.0F;
   float high_ = 0.0F;
   std::vector<float> probabilities_;
-  // Behind the last slot the first 64 are repeated.
+  // The first 64 slots are repeated behind the last one.
   std::vector<Bits> bits_;
 };
 

@@ -52,7 +52,7 @@ TEST_CASE("every slot of a new map is unknown") {
   CHECK(map.FindInUse(5) == 0);
 }
 
-TEST_CASE("thresholds divide below and at-or-above") {
+TEST_CASE("a slot is idle below the low threshold and in use at or above the high one") {
   ProbabilityMap map(3);
   map.SetThresholds(0.5F, 0.5F);
   map.Set(0, kBetween);
@@ -82,7 +82,7 @@ TEST_CASE("a map of one slot finds nothing") {
   CHECK(map.FindInUse(0) == 0);
 }
 
-TEST_CASE("an unknown slot ends a search, one behind the find does not matter") {
+TEST_CASE("an unknown slot ends a search, unless it lies behind the slots that are found") {
   const ProbabilityMap map =
       MapOf({kBetween, kIdle, kIdle, kUnknownProbability, kBusy, kIdle, kIdle, kIdle});
   CHECK(map.FindIdleRun(0, 2) == 2);
@@ -92,7 +92,7 @@ TEST_CASE("an unknown slot ends a search, one behind the find does not matter") 
   CHECK(map.FindInUse(3) == 1);
 }
 
-TEST_CASE("searches agree with a walk slot by slot at every length and position") {
+TEST_CASE("searches find the same as a loop over the slots, at every length and position") {
   std::mt19937_64 random(7);
   for (const int slotCount : {1, 2, 3, 31, 63, 64, 65, 127, 128, 129, 200, 1008}) {
     for (int round = 0; round < 30; ++round) {

@@ -67,8 +67,8 @@ std::optional<SlotRange> SlotLearner::InactiveSlots(int64_t start, int64_t end) 
   return SlotRange{first % data_->slotCount, last % data_->slotCount};
 }
 
-// Every slot that the stretch touches counts as in use, the first one only if it was not already
-// marked so in this turn of the cycle.
+// Every slot that the stretch touches counts as in use, but the first one only if it has not been
+// marked in this turn of the cycle yet.
 std::optional<SlotRange> SlotLearner::InUseSlots(int64_t start, int64_t end) const {
   const int32_t slotSeconds = ShapeOf(*data_).SecondsPerSlot();
   SlotRange range = {SlotAt(start), SlotAt(end)};
@@ -102,7 +102,7 @@ int SlotLearner::SlotAt(int64_t seconds) const {
   const CycleShape shape = ShapeOf(*data_);
   const auto secondOfCycle = static_cast<int32_t>(seconds % shape.SecondsPerCycle());
   const int slot = secondOfCycle / shape.SecondsPerSlot();
-  // A cycle whose seconds wrap may count more slots than there are.
+  // When the seconds of the cycle wrap at 32 bits, the number may exceed the slots that there are.
   return slot < data_->slotCount ? slot : slot % data_->slotCount;
 }
 

@@ -15,21 +15,21 @@ struct SlotRange {
   int64_t last;
 };
 
-// Learns from events in which slots of a repeating cycle a machine was in use. Slot 0 begins with
-// the cycle that began at 1970-01-01 00:00. Not thread-safe.
+// Learns from events when a machine was in use, by the slots of a repeating cycle. Slot 0 begins
+// with the cycle that began at 1970-01-01 00:00. Not thread-safe.
 class SlotLearner {
  public:
-  // One that has learnt nothing. The shape must be usable.
+  // A learner that has learnt nothing. The shape must be usable.
   explicit SlotLearner(const CycleShape& shape);
-  // One that goes on from data of a usable shape.
+  // A learner that starts with data of a usable shape.
   explicit SlotLearner(TrackerDataPtr data);
 
-  // Gives the slots of which it has learnt something. Throws FixedTextException for an event that
-  // it cannot take.
+  // Returns the slots that got a new observation. Throws FixedTextException for an event that does
+  // not follow the one before.
   std::optional<SlotRange> ProcessEvent(const TimeLineEvent& event);
 
   const TrackerData& Data() const { return *data_; }
-  // The slot of the cycle at a time in wall-clock seconds.
+  // The slot of the cycle that a time in wall-clock seconds is in.
   int SlotAt(int64_t seconds) const;
 
  private:

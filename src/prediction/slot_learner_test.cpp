@@ -45,7 +45,7 @@ TEST_CASE("the first event after the container stopped only records its state an
     REQUIRE(learner.Data().Slots()[slot] == kEmptySlot);
 }
 
-TEST_CASE("the container's stop is not for the learner") {
+TEST_CASE("the learner refuses the container's stop") {
   SlotLearner learner(kWeek);
   CHECK_THROWS_WITH_AS(learner.ProcessEvent({WeekTime(0, 8), ContainerStopped}),
                        "ContainerStopped should not be passed to the ProbabilityTracker",
@@ -65,7 +65,7 @@ TEST_CASE("a shut-down does not restart the inactive stretch that a suspend bega
   }
 }
 
-TEST_CASE("an inactive state of its own is not merged with the others") {
+TEST_CASE("an unnamed inactive state is not merged with the others") {
   SlotLearner learner(kWeek);
   learner.ProcessEvent({WeekTime(0, 8), Suspend});
   learner.ProcessEvent({WeekTime(0, 9), 3});
@@ -153,7 +153,29 @@ TEST_CASE("observations move from last to second-last to the older ones") {
   }
 }
 
-TEST_CASE("a stretch longer than a cycle marks what is left of it modulo the cycle") {
+TEST_CASE("a stretch of idleness leaves the stamps of the last use") {
+  SlotLearner learner(kWeek);
+  learner.ProcessEvent({WeekTime(0, 10), Activating});
+  learner.ProcessEvent({WeekTime(0, 10, 20), Suspend});
+  const int64_t stamp = SecondsFromTm(WeekTime(0, 10));
+  CHECK(learner.Data().Slots()[Slot(0, 10)] == SlotRecord{-1, -1, -1, 1, stamp});
+  learner.ProcessEvent({WeekTime(6, 20), Activating});
+  learner.ProcessEvent({WeekTime(6, 21), Suspend});
+  learner.ProcessEvent({WeekTime(7, 12), Activating});
+  CHECK(learner.Data().Slots()[Slot(0, 10)] == SlotRecord{-1, -1, 1, 0, stamp});
+}
+
+TEST_CASE("without a last observation the second-last one stays and also counts as an older one") {
+  fakes::Configurations configuration;
+  TrackerDataPtr data = NewData(configuration);
+  data->Slots()[Slot(0, 10)] = {-1, -1, 1, -1, -1};
+  SlotLearner learner(std::move(data));
+  learner.ProcessEvent({WeekTime(0, 9), Suspend});
+  learner.ProcessEvent({WeekTime(0, 11), Activating});
+  CHECK(learner.Data().Slots()[Slot(0, 10)] == SlotRecord{1, 1, 1, 0, -1});
+}
+
+TEST_CASE("a stretch longer than a cycle marks only its remainder modulo the cycle") {
   SlotLearner learner(kWeek);
   learner.ProcessEvent({WeekTime(0, 10), Activating});
   learner.ProcessEvent({WeekTime(7 + 1, 9), Suspend});
@@ -197,15 +219,14 @@ TEST_CASE("events that do not follow their predecessor are refused and change no
                        FixedTextException);
 }
 
-TEST_CASE("an event without a time counts as none when the next one comes") {
+TEST_CASE("after an event without a time the next event is taken as the first one") {
   SlotLearner learner(kWeek);
   learner.ProcessEvent({{-1, -1, -1, -1, -1, -1, -1, -1, -1}, Activating});
   learner.ProcessEvent({WeekTime(0, 10), Activating});
   CHECK(learner.Data().lastTime == WeekTime(0, 10));
 }
 
-TEST_CASE(
-    "the slots of which something is learnt are told, and beyond the end of the cycle go on") {
+TEST_CASE("each event returns the slots that got an observation, counted on beyond the cycle") {
   SlotLearner learner(kWeek);
   CHECK_FALSE(learner.ProcessEvent({WeekTime(0, 8, 5), Activating}).has_value());
   CheckRange(learner.ProcessEvent({WeekTime(0, 8, 35), Suspend}), Slot(0, 8), Slot(0, 8, 30));

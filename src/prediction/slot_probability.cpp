@@ -5,6 +5,12 @@
 
 namespace dozewell {
 
+ObservationWeights NormalisedWeights(int32_t firstLast, int32_t secondLast, int32_t agregation) {
+  const auto sum = static_cast<float>(Wrap32(int64_t{firstLast} + secondLast + agregation));
+  return {static_cast<float>(firstLast) / sum, static_cast<float>(secondLast) / sum,
+          static_cast<float>(agregation) / sum};
+}
+
 float EstimateProbability(const Observations& observations, const ObservationWeights& weights) {
   if (observations.last == kNone) return kUnknownProbability;
   const auto last = static_cast<float>(observations.last);
@@ -19,60 +25,6 @@ float EstimateProbability(const Observations& observations, const ObservationWei
 
 Observations ObservationsOf(const SlotRecord& slot) {
   return {slot.count, slot.sum, slot.secondLast, slot.last};
-}
-
-DayGroups::DayGroups(int32_t dayGrouping) {
-  for (int day = 0; day < kDaysInWeek; ++day) {
-    groupOfDay_[day] = dayGrouping >> day & 1;
-    ++groupSize_[groupOfDay_[day]];
-  }
-  for (int day = 0; day < kDaysInWeek; ++day) {
-    auto next = daysBefore_[day].begin();
-    for (int back = 1; back <= kDaysInWeek; ++back) {
-      const int other = (day + kDaysInWeek - back) % kDaysInWeek;
-      if (groupOfDay_[other] == groupOfDay_[day]) *next++ = other;
-    }
-  }
-}
-
-std::array<Observations, kDaysInWeek> DayGroups::Pool(const SlotRecord* slots, int slotsPerDay,
-                                                      int timeOfDay) const {
-  struct Total {
-    int32_t count = 0;
-    int32_t sum = 0;
-  };
-  std::array<Total, 2> totals;
-  std::array<const SlotRecord*, kDaysInWeek> slotOfDay;
-  for (int day = 0; day < kDaysInWeek; ++day) {
-    const SlotRecord* const slot = slots + timeOfDay + int64_t{day} * slotsPerDay;
-    slotOfDay[day] = slot;
-    Total& total = totals[groupOfDay_[day]];
-    total.count = Wrap32(int64_t{total.count} + slot->count);
-    total.sum = Wrap32(int64_t{total.sum} + slot->sum);
-  }
-
-  std::array<Observations, kDaysInWeek> pooled;
-  for (int day = 0; day < kDaysInWeek; ++day) {
-    const int group = groupOfDay_[day];
-    auto next = daysBefore_[day].begin();
-    const auto end = next + groupSize_[group];
-    const auto nextObservation = [&] {
-      while (next != end) {
-        const int32_t last = slotOfDay[*next++]->last;
-        if (last != kNone) return last;
-      }
-      return kNone;
-    };
-    const int32_t last = nextObservation();
-    const int32_t secondLast = nextObservation();
-    if (last == kNone) {
-      pooled[day] = ObservationsOf(*slotOfDay[day]);
-    } else {
-      pooled[day] = {totals[group].count, totals[group].sum,
-                     secondLast == kNone ? slotOfDay[day]->last : secondLast, last};
-    }
-  }
-  return pooled;
 }
 
 }  // namespace dozewell

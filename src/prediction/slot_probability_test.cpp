@@ -2,7 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include <vector>
+#include <limits>
 
 #include "prediction/tracker.h"
 
@@ -16,22 +16,23 @@ TEST_CASE("an estimate uses as much as is known") {
   CHECK(EstimateProbability({4, 2, 1, 0}, kWeights) == 0.375F);
 }
 
-TEST_CASE("estimates are in 32-bit floats, added from left to right") {
-  const ObservationWeights weights = {static_cast<float>(20) / 100.0F,
-                                      static_cast<float>(20) / 100.0F,
-                                      static_cast<float>(60) / 100.0F};
-  CHECK(EstimateProbability({3, 1, 1, 1}, weights) ==
-        (weights.firstLast + weights.secondLast) + (1.0F / 3.0F) * weights.agregation);
+TEST_CASE("weights are shares of their sum, which wraps at 32 bits") {
+  const ObservationWeights shares = NormalisedWeights(2, 1, 1);
+  CHECK(shares.firstLast == 0.5F);
+  CHECK(shares.secondLast == 0.25F);
+  CHECK(shares.agregation == 0.25F);
+  constexpr int32_t kMost = std::numeric_limits<int32_t>::max();
+  CHECK(NormalisedWeights(kMost, kMost, 0).firstLast == -1073741824.0F);  // of a sum of -2
 }
 
-TEST_CASE("bits of the grouping beyond the week and its sign do not matter") {
-  std::vector<SlotRecord> slots(7, SlotRecord{kNone, kNone, kNone, kNone, kNone});
-  slots[2].last = 1;
-  for (const int32_t grouping : {12, 12 + 128, 12 - 128}) {
-    const auto pooled = DayGroups(grouping).Pool(slots.data(), 1, 0);
-    CHECK(pooled[3].last == 1);
-    CHECK(pooled[4].last == kNone);
-  }
+TEST_CASE("a strength of 70 per cent is a threshold of 0.7") {
+  CHECK(ThresholdOf(70) == 0.7F);
+  CHECK(ThresholdOf(-10) == -0.1F);
+}
+
+TEST_CASE("estimates are in 32-bit floats, added from left to right") {
+  // In another order, or with more precision before the end, it would be 0x1.99999Ap-1.
+  CHECK(EstimateProbability({3, 2, 1, 1}, NormalisedWeights(20, 20, 60)) == 0x1.99999Cp-1F);
 }
 
 }  // namespace dozewell

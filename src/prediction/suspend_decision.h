@@ -10,15 +10,15 @@
 
 namespace dozewell {
 
-// What a suspend leads to. The texts are those behind "Predicted Hibernate at: ", "Predicted Sleep
-// restored at: " and "Predicted Hibernate next at: "; a time ends with a line feed.
+// What to do at a suspend. The texts follow "Predicted Hibernate at: ", "Predicted Sleep restored
+// at: " and "Predicted Hibernate next at: "; a time ends with a line feed.
 struct SuspendDecision {
   std::wstring hibernateAt;
   std::wstring sleepRestoredAt;
   std::wstring hibernateNextAt;
-  // What to set the hibernate-after timeout to now; negative when the clock ran wild.
+  // The hibernate-after timeout to set now. Negative when the clock jumped.
   std::optional<int32_t> haMinutes;
-  // NextSleepTime: when the machine is expected in use and is put to sleep ahead of it.
+  // NextSleepTime: when the machine is expected to be in use and should be back in sleep.
   std::optional<tm> nextSleepTime;
   // From now until then; the wake timer is armed only when it is positive.
   std::optional<int32_t> timerMinutes;

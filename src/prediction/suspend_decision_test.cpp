@@ -35,7 +35,7 @@ TEST_CASE("one prediction sets the timeout and no timer") {
   CHECK_FALSE(decision.nextHAMinutes.has_value());
 }
 
-TEST_CASE("a second prediction that is not in the future is as none") {
+TEST_CASE("a second prediction that is not in the future is ignored") {
   for (const int second : {0, -1}) {
     const SuspendDecision decision =
         DecideSuspend({{kSuspend, 45}, {LocalTime(2026, 11, 21, 18, 0, second), 600}}, kSuspend);
@@ -61,7 +61,7 @@ TEST_CASE("a first prediction without minutes leaves the timeout alone") {
   CHECK_FALSE(decision.haMinutes.has_value());
 }
 
-TEST_CASE("a use that no idle stretch follows has a timer and no next timeout") {
+TEST_CASE("a use without an idle stretch after it sets a timer and no next timeout") {
   const SuspendDecision decision =
       DecideSuspend({{kSuspend, 45}, {LocalTime(2026, 11, 23, 8), kNoPrediction}}, kSuspend);
   CHECK(decision.sleepRestoredAt == L"Mon Nov 23 08:00:00 2026\n");
@@ -77,14 +77,14 @@ TEST_CASE("a use less than a minute away gives a timer of 0 minutes, which is no
   CHECK(decision.timerMinutes == 0);
 }
 
-TEST_CASE("the timeout counts from now to the end of the minutes predicted") {
+TEST_CASE("the timeout lasts from now to the end of the predicted minutes") {
   const SuspendDecision decision =
       DecideSuspend({{LocalTime(2026, 11, 21, 18, 10, 30), 45}}, kSuspend);
   CHECK(decision.haMinutes == 55);
   CHECK(decision.hibernateAt == L"Sat Nov 21 18:55:30 2026\n");
 }
 
-TEST_CASE("a prediction of 0 minutes names its own start") {
+TEST_CASE("a prediction of 0 minutes hibernates at its own start") {
   const SuspendDecision decision = DecideSuspend({{kSuspend, 0}}, kSuspend);
   CHECK(decision.hibernateAt == L"Sat Nov 21 18:00:00 2026\n");
   CHECK(decision.haMinutes == 0);

@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// What a machine's time line can turn to. Numbers, since data files may hold any other, which
-// count as an inactive state of their own.
+// The states of a machine's time line. A plain enum, since data files may hold any other number,
+// which counts as an inactive state of its own.
 enum TimeLineState : int32_t {
   Activating = 0,        // in use from this moment
   Suspend = 1,           // asleep from this moment
@@ -22,7 +22,7 @@ struct TimeLineEvent {
 };
 static_assert(sizeof(TimeLineEvent) == 40);
 
-// No prediction, in PredictionRecord::minutes.
+// Stands for no prediction in PredictionRecord::minutes.
 constexpr int32_t kNoPrediction = -1;
 
 struct PredictionRecord {
@@ -31,7 +31,7 @@ struct PredictionRecord {
 };
 static_assert(sizeof(PredictionRecord) == 40);
 
-// Hears of each event at once, on the thread that posted it.
+// Receives each event at once, on the thread that posted it.
 class ITimeLineListener {
  public:
   virtual void OnTimeLineEvent(const TimeLineEvent& event) = 0;

@@ -8,13 +8,14 @@
 #include <memory>
 
 #include "base/wall_clock.h"
+#include "prediction/cycle_shape.h"
 
 namespace dozewell {
 
-// No value, in every field of a slot and in the last event's year.
+// Stands for no value in the fields of a slot and in the last event's year.
 constexpr int32_t kNone = -1;
 
-// What is known of one slot of the cycle. An observation is 1 for in use and 0 for not.
+// What is known of one slot of the cycle. An observation is 1 for in use, 0 for not in use.
 struct SlotRecord {
   int32_t count;       // older observations that were folded into `sum`
   int32_t sum;         // how many of those were in use
@@ -33,8 +34,8 @@ struct TrackerData {
   int32_t daysInCycle;
   int32_t minutesInDay;
   int32_t minutesPerSlot;
-  int32_t lastState;  // of the last event that was taken
-  tm lastTime;        // of the same; a tm_year of kNone while there was none
+  int32_t lastState;  // of the last event that was learnt
+  tm lastTime;        // of the same event; tm_year is kNone before the first one
   int32_t slotCount;
   int32_t reserved;
 
@@ -55,25 +56,6 @@ using TrackerDataPtr = std::unique_ptr<TrackerData, FreeMemory>;
 constexpr int64_t TrackerDataSize(int32_t slotCount) {
   return int64_t{slotCount} * int64_t{sizeof(SlotRecord)} + int64_t{sizeof(TrackerData)};
 }
-
-// The cycle as configured: how long it is and how it is cut into slots.
-struct CycleShape {
-  int32_t daysInCycle;
-  int32_t minutesInDay;
-  int32_t minutesPerSlot;
-
-  // Products wrap at 32 bits, as the sizes derived from them do.
-  int32_t SecondsPerSlot() const;
-  int32_t SecondsPerCycle() const;
-  int32_t SlotCount() const;  // 0 for slots of no length
-  int32_t SlotsPerDay() const { return minutesInDay / minutesPerSlot; }
-
-  // True when slots and cycle have a length, there is at least one slot, and the size of the data
-  // fits 32 bits: what every calculation with slots needs.
-  bool IsUsable() const;
-
-  bool operator==(const CycleShape&) const = default;
-};
 
 CycleShape ShapeOf(const TrackerData& data);
 

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/cycle_shape.h"
 #include "replay/file_configurations.h"
 #include "replay/settings_file.h"
 
@@ -17,10 +18,7 @@ constexpr int32_t kMaxSlots = 20000;
 
 void Run(std::string_view text) {
   replay::FileConfigurations configuration(replay::SettingsFile(text, "settings"));
-  const CycleShape shape = {ReadPredictorNumber(configuration, "DaysInCycle", -1),
-                            ReadPredictorNumber(configuration, "MinutesInDay", -1),
-                            static_cast<int32_t>(configuration.GetTimeResolution())};
-  if (shape.SlotCount() > kMaxSlots) return;
+  if (ReadCycleShape(configuration).SlotCount() > kMaxSlots) return;
   ArbitraryCycleProbabilityTracker tracker(&configuration);
   for (int64_t seconds = 0; seconds < kLastSecond; seconds += 3000000017) {
     TimeLineEvent event;

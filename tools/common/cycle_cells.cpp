@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "common/day_names.h"
-#include "prediction/slot_probability.h"
+#include "prediction/cycle_shape.h"
 #include "prediction/tracker.h"
 
 namespace dozewell {

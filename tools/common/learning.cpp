@@ -6,6 +6,7 @@
 
 #include "common/float_text.h"
 #include "common/local_time.h"
+#include "prediction/cycle_shape.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
@@ -28,12 +29,6 @@ bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
 
 }  // namespace
 
-CycleShape ConfiguredShape(IConfigurations& configuration) {
-  return {ReadPredictorNumber(configuration, kDaysInCycleName, kNone),
-          ReadPredictorNumber(configuration, kMinutesInDayName, kNone),
-          static_cast<int32_t>(configuration.GetTimeResolution())};
-}
-
 Learning::Learning(const History& history, IConfigurations& configuration, const std::string& data,
                    std::vector<std::string>& warnings)
     : data_(data) {
@@ -42,7 +37,7 @@ Learning::Learning(const History& history, IConfigurations& configuration, const
   const CyclicProbabilityPredictor predictor(&configuration, &historian, data_.TemporaryPath());
   Feed(history, historian, warnings);
   historian.NotifyListener({{}, ContainerStopped});
-  size_ = static_cast<size_t>(TrackerDataSize(ConfiguredShape(configuration).SlotCount()));
+  size_ = static_cast<size_t>(TrackerDataSize(ReadCycleShape(configuration).SlotCount()));
 }
 
 void Learning::Feed(const History& history, HistorianImpl& historian,

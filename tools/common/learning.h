@@ -9,14 +9,10 @@
 #include "common/output_file.h"
 #include "prediction/configurations.h"
 #include "prediction/historian.h"
-#include "prediction/tracker_data.h"
 
 namespace dozewell {
 
-// The configured cycle, which may be unusable.
-CycleShape ConfiguredShape(IConfigurations& configuration);
-
-// Learns a history with the service's predictor, into a data file that takes its name on Commit.
+// The service's predictor, which has learnt a history, in a data file that is not in place yet.
 class Learning {
  public:
   // Learns the history for the file `data`. Events that the predictor refuses become warnings.

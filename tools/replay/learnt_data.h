@@ -4,11 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "common/learning.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/cycle_shape.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/historian.h"
-#include "prediction/tracker_data.h"
 #include "replay/command.h"
 #include "replay/file_configurations.h"
 
@@ -25,7 +24,7 @@ class LearntData {
   // A tracker of its own on the same data, for what the predictor does not show.
   ArbitraryCycleProbabilityTracker Tracker();
   IConfigurations& Configuration() { return configuration_; }
-  CycleShape Shape() { return ConfiguredShape(configuration_); }
+  CycleShape Shape() { return ReadCycleShape(configuration_); }
 
   // The time that an option gives, or without the option, that of the last event learnt. Throws
   // ToolError for a text that is no time, and when there was no event.

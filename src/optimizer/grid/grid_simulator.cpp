@@ -6,11 +6,10 @@
 #include <optional>
 #include <vector>
 
-#include "base/numbers.h"
 #include "optimizer/grid/observed_history.h"
 #include "optimizer/grid/outcome_table.h"
+#include "optimizer/grid/pooling_key.h"
 #include "optimizer/grid/sleep_counter.h"
-#include "optimizer/grid/slot_pool.h"
 #include "optimizer/grid/slot_search.h"
 #include "optimizer/grid/thresholds.h"
 #include "optimizer/simulator/stop_request.h"
@@ -19,14 +18,11 @@ namespace dozewell {
 namespace {
 
 ObservationWeights Normalised(const WeightTriple& weights) {
-  const auto sum = static_cast<float>(
-      Wrap32(int64_t{weights.firstLast} + weights.secondLast + weights.agregation));
-  return {static_cast<float>(weights.firstLast) / sum, static_cast<float>(weights.secondLast) / sum,
-          static_cast<float>(weights.agregation) / sum};
+  return NormalisedWeights(weights.firstLast, weights.secondLast, weights.agregation);
 }
 
-// The probabilities that weights give, by run of slots. As EstimateProbability does, but written so
-// that the compiler takes several runs at a time.
+// The probability of each run of slots. Does what EstimateProbability does, written so that the
+// compiler handles several runs at a time.
 void Estimate(const ObservedSlots& slots, const ObservationWeights& weights,
               std::vector<float>& probabilities) {
   probabilities.resize(slots.end.size());
@@ -40,7 +36,7 @@ void Estimate(const ObservedSlots& slots, const ObservationWeights& weights,
   }
 }
 
-// What the sleeps come to with no prediction at all.
+// The outcomes of the sleeps without any prediction.
 Outcomes AsleepThroughout(const std::vector<ObservedSleep>& sleeps) {
   Outcomes outcomes;
   for (const ObservedSleep& sleep : sleeps) {
@@ -59,8 +55,8 @@ OutcomeTable CountSleeps(const std::vector<ObservedSleep>& sleeps, const Observe
   for (size_t i = 0; i < sleeps.size(); ++i) {
     const size_t first = slots.firstRun[i];
     const size_t count = slots.firstRun[i + 1] - first;
-    const SlotWalk start(std::span(slots.end).subspan(first, count),
-                         std::span(probabilities).subspan(first, count));
+    const SlotCursor start(std::span(slots.end).subspan(first, count),
+                           std::span(probabilities).subspan(first, count));
     CountPredictions(sleeps[i], start, thresholds, table);
   }
   table.Finish();
@@ -78,7 +74,7 @@ bool GridSimulator::Simulate(const SetVisitor& visit) const {
   if (std::any_of(grid_.weights.begin(), grid_.weights.end(), MayThrow)) return false;
   std::map<int32_t, std::vector<size_t>> groupingsByKey;
   for (size_t i = 0; i < grid_.dayGroupings.size(); ++i) {
-    groupingsByKey[SlotPool::KeyOf(grid_.dayGroupings[i])].push_back(i);
+    groupingsByKey[PoolingKeyOf(grid_.dayGroupings[i])].push_back(i);
   }
   std::vector<int32_t> keys;
   keys.reserve(groupingsByKey.size());

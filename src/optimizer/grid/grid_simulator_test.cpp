@@ -41,7 +41,8 @@ struct Lines {
   }
 };
 
-// True when the sets were simulated at once, and then as one by one.
+// False when the sets were not simulated at once. When they were, checks that one by one they give
+// the same.
 bool SharedAndEqual(const ParameterGrid& grid, const History& history) {
   Lines atOnce = {grid};
   if (!GridSimulator(grid, history).Simulate(atOnce.Visitor())) {
@@ -84,13 +85,13 @@ ParameterGrid DrawGrid(RandomHistories& random) {
     return StrengthPair{percent(), percent()};
   });
   grid.weights = draw(3, [&random] {
-    // Some are refused, and some make probabilities of exactly -1, or 0/0 and n/0.
+    // Some are refused, and some give probabilities of exactly -1, of 0/0 or of n/0.
     const int64_t first = random.OneOf<int64_t>({0, 5, 10, 20, 33, 50, 60, -100, 100, -50, -200});
     const int64_t second =
         random.Chance(15) ? -first : random.OneOf<int64_t>({0, 10, 20, 40, -100, -25, -75});
     const int64_t agregation = random.Chance(95) ? 100 - first - second : random.Between(-100, 100);
     if (random.Chance(1)) return WeightTriple{-1, 1, 100};
-    if (random.Chance(3)) return WeightTriple{kMost, kMost, 102};  // of which the sum wraps
+    if (random.Chance(3)) return WeightTriple{kMost, kMost, 102};  // the sum wraps
     return WeightTriple{static_cast<int32_t>(first), static_cast<int32_t>(second),
                         static_cast<int32_t>(agregation)};
   });
@@ -104,14 +105,14 @@ ParameterGrid DrawGrid(RandomHistories& random) {
 
 }  // namespace
 
-TEST_CASE("a grid at once gives what each of its sets gives") {
+TEST_CASE("a grid simulated at once gives what each of its sets gives") {
   const ParameterGrid grid = {{{50, 50}, {50, 0}, {80, 40}, {90, 101}},
                               {{60, 30, 10}, {10, 20, 70}},
                               {0, 12, 115, 127, 255, 0}};
   CHECK(SharedAndEqual(grid, RegularDays(24)));
 }
 
-TEST_CASE("random grids at once give what each of their sets gives, over any history") {
+TEST_CASE("random grids simulated at once give what each of their sets gives, over any history") {
   RandomHistories random(2);
   int shared = 0;
   for (int round = 0; round < 500; ++round) {
@@ -122,8 +123,8 @@ TEST_CASE("random grids at once give what each of their sets gives, over any his
   CHECK(shared > 300);
 }
 
-TEST_CASE("probabilities of exactly -1 and of 0/0 are what the predictor makes of them") {
-  // -100 of 100 for a last observation alone in use; 0/0 while there are only two.
+TEST_CASE("probabilities of exactly -1 and of 0/0 count as they do for the predictor") {
+  // A last observation alone gives -100 of 100; two observations give 0/0.
   const std::vector<WeightTriple> weights = {{-100, 100, 100}, {100, -100, 100}, {0, 0, 100},
                                              {50, -50, 100},   {-200, 100, 200}, {-25, -75, 200}};
   for (const WeightTriple& triple : weights) {
@@ -141,7 +142,7 @@ TEST_CASE("low thresholds may stand above high ones") {
   CHECK(SharedAndEqual(grid, RegularDays(30)));
 }
 
-TEST_CASE("a history may end asleep, also with a sleep that repeats, or with a long absence") {
+TEST_CASE("a history may end asleep, with a repeated sleep, or with a long absence") {
   const ParameterGrid grid = {{{50, 50}, {20, 10}}, {{60, 30, 10}}, {0, 12}};
   History history = RegularDays(20);
   CHECK(SharedAndEqual(grid, history));
@@ -153,7 +154,7 @@ TEST_CASE("a history may end asleep, also with a sleep that repeats, or with a l
   CHECK(SharedAndEqual(grid, history));
 }
 
-TEST_CASE("repeated states and times that go back with them are shared") {
+TEST_CASE("repeated states are shared, even when their times go back") {
   const ParameterGrid grid = {{{50, 50}, {20, 10}}, {{60, 30, 10}}, {0, 12}};
   History history = RegularDays(20);
   history.insert(history.begin() + 50, SimRecord(1, 3, 7));
@@ -167,7 +168,7 @@ TEST_CASE("histories too short to simulate come to nothing, whatever their codes
   CHECK(SharedAndEqual(grid, {SimRecord(7, 0, 9), SimRecord(7, 0, 8)}));
 }
 
-TEST_CASE("sets do not share where they may differ in what they learn, or may throw") {
+TEST_CASE("sets that may learn different things or may throw are not simulated at once") {
   const ParameterGrid grid = {{{50, 50}}, {{60, 30, 10}}, {0}};
   const auto shares = [&grid](size_t index, const HistoryRecord& record) {
     History history = RegularDays(3);

@@ -5,27 +5,29 @@
 #include <utility>
 
 #include "base/numbers.h"
-#include "optimizer/grid/slot_pool.h"
+#include "optimizer/grid/simulated_cycle.h"
 #include "optimizer/simulator/simulator.h"
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "prediction/day_groups.h"
 #include "prediction/slot_learner.h"
 
 namespace dozewell {
 namespace {
 
-constexpr CycleShape kSimulatedCycle = {kDaysInWeek, 24 * 60, kSimulatedTimeResolution};
-
-// How far from a sleep a prediction can look: three searches of nearly a cycle each.
+// How far predictions for a sleep can look: three searches of nearly a cycle each.
 constexpr int64_t kSlotsInReach = 3 * kSimulatedSlots;
 
-// An idle stretch must begin in time, and is known as one by the slots behind its first.
+// An idle stretch counts when its first slot begins before the sleep's end, but is recognised only
+// by the slots behind that one.
 constexpr int64_t kSlotsBehindFirst = kIdleStretchMinutes / kSimulatedTimeResolution - 1;
 
-// Collects what one day grouping shows.
+// Collects the slots after each sleep for one day grouping.
 class SlotObserver {
  public:
-  explicit SlotObserver(int32_t dayGrouping) : pool_(dayGrouping) { slots_.firstRun.push_back(0); }
+  explicit SlotObserver(int32_t dayGrouping) : dayGroups_(dayGrouping) {
+    slots_.firstRun.push_back(0);
+  }
 
   void AddSleep(const SlotRecord* records, const ObservedSleep& sleep) {
     const int64_t startSlot = sleep.start / kSimulatedSlotSeconds;
@@ -33,10 +35,11 @@ class SlotObserver {
     const auto count =
         static_cast<int32_t>(std::min(nextSlot - startSlot + kSlotsBehindFirst, kSlotsInReach));
     auto slotOfCycle = static_cast<int>(startSlot % kSimulatedSlots);
-    Observations run = {0, 0, kNone, kNone};  // none yet
+    Observations run = {0, 0, kNone, kNone};  // no run yet
     for (int32_t slot = 1; slot <= count; ++slot) {
       slotOfCycle = slotOfCycle + 1 < kSimulatedSlots ? slotOfCycle + 1 : 0;
-      const Observations observations = pool_.At(records, slotOfCycle);
+      const Observations observations =
+          dayGroups_.PoolSlot(records, kSimulatedSlotsPerDay, slotOfCycle);
       if (observations.last == kNone) break;
       if (observations != run) {
         run = observations;
@@ -61,7 +64,7 @@ class SlotObserver {
                            static_cast<float>(observations.count));
   }
 
-  SlotPool pool_;
+  DayGroups dayGroups_;
   ObservedSlots slots_;
 };
 

@@ -15,26 +15,26 @@ namespace dozewell {
 // A stretch of sleep in a history. Times are wall-clock seconds.
 struct ObservedSleep {
   int64_t start;
-  int64_t slotStart;              // of the slot that it starts in
-  int64_t next;                   // of the event after its start, the earliest that can end it
-  std::optional<int64_t> resume;  // nothing when the history ends asleep
+  int64_t slotStart;              // when the slot began in which the sleep starts
+  int64_t next;                   // the next event, which is the earliest that can end the sleep
+  std::optional<int64_t> resume;  // none when the history ends asleep
 };
 
-// What candidates of one day grouping know, at the start of each sleep, of the slots after it: runs
-// of slots in a row about which the same is known. A sleep's slots count from its start's, which is
-// number 0 and in no run; they go as far as a prediction for that sleep can matter, or to before
-// one without observations.
+// What sets of one day grouping know, at the start of each sleep, of the slots after it: runs of
+// slots in a row with equal observations. Slot 0 of a sleep is the one that it starts in and
+// belongs to no run. The runs end where predictions for the sleep cannot matter any more, or before
+// the first slot without observations.
 struct ObservedSlots {
-  // By sleep, and one more: where its runs begin among those of all sleeps.
+  // The first run of each sleep, and at the end the number of all runs.
   std::vector<size_t> firstRun;
 
-  // By run: the slot behind its last one, and its observations ready to be weighed.
+  // Of each run the slot behind its last one, and its observations as numbers to be weighed.
   std::vector<int32_t> end;
   std::vector<float> last;
   std::vector<float> secondLast;
-  std::vector<float> older;  // the mean
+  std::vector<float> older;  // their mean
 
-  // The runs for which those do not hold, since they have no second-last or no older observations.
+  // The runs without second-last or older observations, for which those numbers do not hold.
   struct Incomplete {
     size_t run;
     Observations observations;
@@ -42,16 +42,15 @@ struct ObservedSlots {
   std::vector<Incomplete> incomplete;
 };
 
-// What candidates can know of a history. It is the same for all of one day grouping, since a
-// simulated hibernation or wake-back only goes on with a sleep that they have learnt of.
+// What the sets of a grid learn from a history.
 struct ObservedHistory {
-  std::vector<ObservedSleep> sleeps;  // those that something follows
+  std::vector<ObservedSleep> sleeps;  // without a sleep that ends the history
   std::vector<ObservedSlots> slots;   // by day grouping
 };
 
-// Nothing for a history in which candidates may differ in what they learn, or whose simulation
-// throws: one with codes that the service does not write, with events that the tracker refuses or
-// with times too near the ends of the calendar. Unfinished after a stop request.
+// No result for a history from which sets may learn different things, or whose simulation throws:
+// one with codes that the service does not write, with events that the tracker refuses, or with
+// times too near the ends of the calendar. Incomplete after a stop request.
 std::optional<ObservedHistory> ObserveHistory(std::span<const HistoryRecord> history,
                                               std::span<const int32_t> dayGroupings);
 

@@ -19,7 +19,7 @@ std::optional<ObservedHistory> Observe(const std::vector<HistoryRecord>& history
 
 }  // namespace
 
-TEST_CASE("sleeps run from a use to the next one, those at the end of the history to nothing") {
+TEST_CASE("a sleep lasts until the next use, and has no resume when the history ends before one") {
   const auto observed =
       Observe({SimRecord(1, 0, 7), SimRecord(0, 0, 8), SimRecord(0, 0, 9), SimRecord(1, 0, 12, 5),
                SimRecord(1, 0, 12, 30), SimRecord(0, 0, 13), SimRecord(1, 0, 14),
@@ -43,7 +43,7 @@ TEST_CASE("a sleep that ends the history is left out") {
   CHECK(observed->sleeps.size() == 1);
 }
 
-TEST_CASE("a sleep sees the slots after it as they were learnt before, in runs") {
+TEST_CASE("for each sleep the slots after it are observed as they were learnt before it, in runs") {
   // A week later: in use from 8:00 to 12:00, idle to 13:00, in use to 14:00.
   const auto observed =
       Observe({SimRecord(0, 0, 8), SimRecord(1, 0, 12), SimRecord(0, 0, 13), SimRecord(1, 0, 14),
@@ -51,7 +51,7 @@ TEST_CASE("a sleep sees the slots after it as they were learnt before, in runs")
   REQUIRE(observed.has_value());
   REQUIRE(observed->slots.size() == 1);
   const ObservedSlots& slots = observed->slots[0];
-  // Nothing is known at the first two sleeps. The third one's slots go two beyond that of its end.
+  // Nothing is known at the first two sleeps. The third one's slots end two behind that of its end.
   CHECK(slots.firstRun == std::vector<size_t>{0, 0, 0, 3});
   CHECK(slots.end == std::vector<int32_t>{13, 18, 21});
   CHECK(slots.last == std::vector{1.0F, 0.0F, 1.0F});
@@ -60,19 +60,19 @@ TEST_CASE("a sleep sees the slots after it as they were learnt before, in runs")
   CHECK(slots.incomplete[1].observations == Observations{kNone, kNone, kNone, 0});
 }
 
-TEST_CASE("what is observed ends before the first slot without observations") {
+TEST_CASE("the observed slots end before the first one without observations") {
   const auto observed =
       Observe({SimRecord(0, 0, 8), SimRecord(1, 0, 12), SimRecord(0, 0, 20), SimRecord(1, 0, 21),
                SimRecord(0, 6, 9), SimRecord(1, 7, 10), SimRecord(0, 15, 13)});
   REQUIRE(observed.has_value());
   const ObservedSlots& slots = observed->slots[0];
   CHECK(slots.firstRun == std::vector<size_t>{0, 0, 0, 4});
-  // In use to 12:00 and from 20:00 to 21:00, then idle to 9:00 of day 13: the use from day 6 on is
-  // not learnt yet.
+  // In use to 12:00 and from 20:00 to 21:00, then idle to 9:00 of day 13. The use that began on day
+  // 6 is not learnt yet.
   CHECK(slots.end == std::vector<int32_t>{13, 60, 67, 858});
 }
 
-TEST_CASE("a history that candidates may see differently is not observed") {
+TEST_CASE("a history from which sets may learn different things is not observed") {
   const auto observes = [](size_t index, const HistoryRecord& record) {
     std::vector<HistoryRecord> history = {SimRecord(0, 0, 8), SimRecord(1, 0, 12),
                                           SimRecord(0, 0, 13)};

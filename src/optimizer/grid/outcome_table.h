@@ -9,13 +9,14 @@
 
 namespace dozewell {
 
-// Numbers from `begin` to before `end`.
+// The indexes from `begin` up to, but without, `end`.
 struct IndexRange {
   uint32_t begin;
   uint32_t end;
 };
 
-// The outcomes for each pair of a low and a high threshold, filled for ranges of pairs at a time.
+// The outcomes for each pair of a low and a high threshold. Adding is as cheap for a range of pairs
+// as for one; reading comes after all adding.
 class OutcomeTable {
  public:
   OutcomeTable(size_t lows, size_t highs);
@@ -27,9 +28,8 @@ class OutcomeTable {
     AddTo(Cell(lows.end, highs.begin), outcomes, -1);
     AddTo(Cell(lows.end, highs.end), outcomes, 1);
   }
-  // Ends the filling.
+  // To be called once, after the last Add and before the first At.
   void Finish();
-  // After that.
   const Outcomes& At(size_t low, size_t high) const { return cells_[low * columns_ + high]; }
 
  private:
@@ -42,8 +42,8 @@ class OutcomeTable {
 
   Outcomes& Cell(size_t low, size_t high) { return cells_[low * columns_ + high]; }
 
-  // While the table is filled, a cell holds by how much its outcomes differ from what its
-  // neighbours add up to, so that a range takes four cells.
+  // Before Finish a cell holds a difference: outcomes are the sums over all cells with smaller or
+  // equal indexes, so adding to a range changes only four cells.
   size_t rows_;
   size_t columns_;
   std::vector<Outcomes> cells_;

@@ -4,7 +4,7 @@
 
 namespace dozewell {
 
-TEST_CASE("what is added to ranges is found at their pairs alone") {
+TEST_CASE("what is added to ranges is found at exactly their pairs") {
   OutcomeTable table(3, 2);
   table.Add({0, 3}, {0, 2}, {1000, 0, 10, 0});
   table.Add({1, 3}, {0, 1}, {-7, 7, -1, 1});

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "optimizer/grid/slot_pool.h"
+#include "optimizer/grid/simulated_cycle.h"
 
 namespace dozewell {
 namespace {
@@ -12,11 +12,11 @@ class SleepCounter {
   SleepCounter(const ObservedSleep& sleep, const Thresholds& thresholds, OutcomeTable& table)
       : sleep_(sleep), thresholds_(thresholds), table_(table) {}
 
-  // Follows the predictions from the sleep's start on, as far as they come before what follows it.
-  void Count(const SlotWalk& start) {
+  // Follows the predictions from the sleep's start up to the event that follows it.
+  void Count(const SlotCursor& start) {
     IdleSearch idle(start, thresholds_.lows, thresholds_.AllLows());
     while (idle.Next()) {
-      const SlotWalk idleSlot = idle.FirstSlot();
+      const SlotCursor idleSlot = idle.FirstSlot();
       const int64_t hibernation = IdleStart(idleSlot.Slot());
       if (hibernation >= sleep_.next) return;
       AddHibernation(sleep_.start, hibernation, idle.Lows(), thresholds_.AllHighs());
@@ -38,13 +38,15 @@ class SleepCounter {
  private:
   int64_t SlotStart(int32_t slot) const { return sleep_.slotStart + slot * kSimulatedSlotSeconds; }
 
-  // Counted from the sleep's start in whole minutes, rounded up.
+  // The start of the slot, which predictions count from the sleep's start in whole minutes, rounded
+  // up.
   int64_t IdleStart(int32_t slot) const {
     return sleep_.start + (SlotStart(slot) - sleep_.start + 59) / 60 * 60;
   }
 
-  // A change of state takes what is left of the sleep over from the state before it. Without a
-  // resume what is left does not count, and the stretch before the change does instead.
+  // A change of state moves the rest of the sleep, and the resume that ends it, from the old state
+  // to the new one. Without a resume the rest does not count; then the stretch before the change is
+  // added.
   void AddHibernation(int64_t asleepSince, int64_t time, const IndexRange& lows,
                       const IndexRange& highs) {
     if (sleep_.resume) {
@@ -72,7 +74,7 @@ class SleepCounter {
 
 }  // namespace
 
-void CountPredictions(const ObservedSleep& sleep, const SlotWalk& start,
+void CountPredictions(const ObservedSleep& sleep, const SlotCursor& start,
                       const Thresholds& thresholds, OutcomeTable& table) {
   SleepCounter(sleep, thresholds, table).Count(start);
 }

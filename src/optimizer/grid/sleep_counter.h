@@ -8,10 +8,10 @@
 
 namespace dozewell {
 
-// Adds to the table, for each pair of thresholds, what predictions make of a sleep that is counted
-// as asleep throughout: what they hibernate, and what of that they wake back to sleep. `start` is
-// the walk through the slots after the sleep's start.
-void CountPredictions(const ObservedSleep& sleep, const SlotWalk& start,
+// Adds to the table, for each pair of thresholds, how predictions change the outcomes of a sleep
+// that is counted there as asleep throughout: by hibernating it and by waking it back to sleep.
+// `start` stands before the slots after the sleep's start.
+void CountPredictions(const ObservedSleep& sleep, const SlotCursor& start,
                       const Thresholds& thresholds, OutcomeTable& table);
 
 }  // namespace dozewell

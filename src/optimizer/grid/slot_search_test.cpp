@@ -28,10 +28,10 @@ struct Slots {
       }
     }
   }
-  SlotWalk Walk() const { return SlotWalk(ends, probabilities); }
+  SlotCursor Walk() const { return SlotCursor(ends, probabilities); }
 };
 
-// What the search finds, as "slot: thresholds".
+// The stretches that the search finds, as "first slot: thresholds".
 std::vector<std::string> IdleStretches(const std::vector<float>& slots,
                                        const std::vector<float>& thresholds) {
   const Slots made(slots);
@@ -95,13 +95,13 @@ TEST_CASE("a search covers the cycle up to the slot before its start") {
   slots[1004] = 0;
   CHECK(IdleStretches(slots, {0.5F}) == Found{"1005: 0-1"});
   std::fill(slots.begin(), slots.end(), 0.0F);
-  slots[1007] = 1;  // slot 1008, which is the start's own
+  slots[1007] = 1;  // slot 1008, which is the start's own slot a cycle later
   CHECK(Uses(slots, {0.5F}) == Found{});
   slots[1006] = 1;
   CHECK(Uses(slots, {0.5F}) == Found{"1007: 0-1"});
 }
 
-TEST_CASE("a search may go on from what another one found, in a cycle of its own") {
+TEST_CASE("a search that starts where another one ended looks at a cycle of its own") {
   std::vector<float> slots(2000, 0);
   slots[1500] = 1;
   const Slots made(slots);
@@ -109,7 +109,7 @@ TEST_CASE("a search may go on from what another one found, in a cycle of its own
   IdleSearch idle(made.Walk(), thresholds, {0, 1});
   REQUIRE(idle.Next());
   CHECK_FALSE(UseSearch(idle.FirstSlot(), thresholds).Next());
-  slots[1008] = 1;  // slot 1009, the last one before the cycle of slot 1 ends is 1008
+  slots[1008] = 1;  // slot 1009; a search from slot 1 ends with slot 1008
   slots[1500] = 0;
   const Slots later(slots);
   IdleSearch idleLater(later.Walk(), thresholds, {0, 1});

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "prediction/slot_probability.h"
+
 namespace dozewell {
 namespace {
-
-float Fraction(int32_t percent) { return static_cast<float>(percent) / 100.0F; }
 
 void SortUniquely(std::vector<float>& values) {
   std::sort(values.begin(), values.end());
@@ -21,14 +21,14 @@ size_t IndexOf(float value, const std::vector<float>& values) {
 
 Thresholds::Thresholds(const std::vector<StrengthPair>& strengths) {
   for (const StrengthPair& pair : strengths) {
-    lows.push_back(Fraction(pair.low));
-    highs.push_back(Fraction(pair.high));
+    lows.push_back(ThresholdOf(pair.low));
+    highs.push_back(ThresholdOf(pair.high));
   }
   SortUniquely(lows);
   SortUniquely(highs);
   pairs.reserve(strengths.size());
   for (const StrengthPair& pair : strengths) {
-    pairs.push_back({IndexOf(Fraction(pair.low), lows), IndexOf(Fraction(pair.high), highs)});
+    pairs.push_back({IndexOf(ThresholdOf(pair.low), lows), IndexOf(ThresholdOf(pair.high), highs)});
   }
 }
 

@@ -18,7 +18,7 @@ struct Thresholds {
   std::vector<float> lows;
   std::vector<float> highs;
 
-  // Where among those the two of each strength pair are.
+  // The indexes of the two thresholds of each strength pair.
   struct Pair {
     size_t low;
     size_t high;

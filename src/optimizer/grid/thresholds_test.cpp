@@ -4,7 +4,7 @@
 
 namespace dozewell {
 
-TEST_CASE("thresholds are fractions in order, each once, and pairs know theirs") {
+TEST_CASE("thresholds are fractions in ascending order, each once, and pairs point to them") {
   const Thresholds thresholds({{70, 30}, {50, 30}, {70, -10}});
   CHECK(thresholds.lows == std::vector{-0.1F, 0.3F});
   CHECK(thresholds.highs == std::vector{0.5F, 0.7F});

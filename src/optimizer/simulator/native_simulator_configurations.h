@@ -8,15 +8,15 @@
 
 namespace dozewell {
 
-// The length of a slot in every simulation, in minutes, whatever kTimeResolutionName says.
+// The length of a slot in every simulation, in minutes. kTimeResolutionName is not read.
 constexpr uint32_t kSimulatedTimeResolution = 10;
 
-// A data folder that can never be opened: what is simulated neither reads nor writes the service's
-// data and always starts from a blank tracker.
+// A data folder that can never be opened, so that a simulation always starts from a blank tracker
+// and never reads or writes the service's data.
 constexpr const wchar_t* kSimulatedDataPath = L"c:\\invalidpath:";
 
-// A candidate's parameters, which answer in place of the settings. They never change, so listeners
-// have nothing to hear. Without arguments all texts are empty.
+// The parameters of a candidate, which stand in for the settings. They never change, so listeners
+// are ignored. A default-constructed object has empty texts.
 class NativeSimulatorConfigurations : public IConfigurations {
  public:
   NativeSimulatorConfigurations() = default;
@@ -25,7 +25,7 @@ class NativeSimulatorConfigurations : public IConfigurations {
                                 std::string agregationWeight, std::string strengthHigh,
                                 std::string strengthLow, std::string dayGrouping);
 
-  // The section does not count; a key that is not known gives the empty text.
+  // The section is ignored; an unknown key gives the empty text.
   std::string GetValue(std::string section, std::string key) override;
   uint32_t GetTimeResolution() override { return timeResolution_; }
   bool IsDynamicHAEnabled() override { return true; }

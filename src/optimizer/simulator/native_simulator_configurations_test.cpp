@@ -4,7 +4,7 @@
 
 namespace dozewell {
 
-TEST_CASE("a candidate answers from its texts, whatever the section") {
+TEST_CASE("a candidate answers from its texts and ignores the section") {
   NativeSimulatorConfigurations candidate(L"c:\\invalidpath:", "7", "10", "20", "70", "90", "60",
                                           "2");
   CHECK(candidate.GetValue("any", "DaysInCycle") == "7");

@@ -14,8 +14,8 @@ class NativeSimulatorHistorian : public IHistorian {
   void UnregisterListener() override { listener_ = nullptr; }
   virtual ~NativeSimulatorHistorian() = default;
 
-  // Keeps an event and hands it to the listener, if there is one; what that throws goes to the
-  // caller.
+  // Keeps an event and hands it to the listener, if there is one. The listener's exceptions go to
+  // the caller.
   void Record(const TimeLineEvent& event) {
     entries_.push_back(event);
     if (listener_ != nullptr) listener_->OnTimeLineEvent(event);

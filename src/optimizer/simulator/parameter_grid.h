@@ -9,7 +9,7 @@
 
 namespace dozewell {
 
-// What a set holds besides its day grouping.
+// The numbers of a set besides its day grouping.
 struct StrengthPair {
   int32_t high;
   int32_t low;
@@ -24,7 +24,7 @@ struct WeightTriple {
   bool operator==(const WeightTriple&) const = default;
 };
 
-// A candidate: a week's cycle and these numbers.
+// A candidate. Its cycle is always a week.
 struct ParameterSet {
   StrengthPair strengths;
   WeightTriple weights;
@@ -36,9 +36,9 @@ struct ParameterSet {
 // The set's numbers as the texts that a simulation reads.
 NativeSimulatorConfigurations ConfigurationsOf(const ParameterSet& set);
 
-// The sets to try, as the product that they are: for each strength pair every weight triple, and
-// for each of those every day grouping. A set is known by its position in that order; no set is
-// held on its own, so that a grid of any size fits.
+// The sets to try: for each strength pair all weight triples, and for each of those all day
+// groupings. Only the three lists are held, so that a grid of any size fits in memory; a set is
+// named by its position in that order.
 struct ParameterGrid {
   std::vector<StrengthPair> strengths;
   std::vector<WeightTriple> weights;

@@ -4,7 +4,7 @@
 
 namespace dozewell {
 
-TEST_CASE("a set is known by its position, with the day grouping innermost") {
+TEST_CASE("positions go through the day groupings first, then the weights, then the strengths") {
   const ParameterGrid grid = {{{70, 65}, {70, 50}, {60, 50}},
                               {{10, 30, 60}, {10, 40, 50}, {20, 30, 50}, {20, 40, 40}},
                               {0, 12}};

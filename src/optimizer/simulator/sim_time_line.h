@@ -6,12 +6,12 @@
 
 namespace dozewell {
 
-// What a simulated machine turns to. The numbers show in the tool's output.
+// The states of a simulated machine. Their numbers appear in the tool's output.
 enum class SimState : int32_t {
   Active = 0,
   Limbo = 1,
   Asleep = 2,
-  Hibernating = 3,           // really so, or by a fixed timeout
+  Hibernating = 3,           // recorded, or by a fixed timeout
   PredictedHibernation = 5,  // scheduled by a prediction
   PredictedWakeBack = 6,     // from hibernation to sleep, scheduled by a prediction
 };
@@ -29,7 +29,7 @@ struct SimEvent {
 
 using SimTimeLine = std::deque<SimEvent>;
 
-// What a time line comes to.
+// What a simulated machine did over a time line.
 struct Outcomes {
   int64_t sleepSeconds = 0;
   int64_t hibernateSeconds = 0;
@@ -39,8 +39,8 @@ struct Outcomes {
   bool operator==(const Outcomes&) const = default;
 };
 
-// Adds what the time line comes to. Time counts from one entry to the next, so what the last entry
-// begins does not.
+// Adds the outcomes of a time line. Time counts from one entry to the next, so the state that the
+// last entry begins counts for nothing.
 void CountOutcomes(const SimTimeLine& timeLine, Outcomes& outcomes);
 
 }  // namespace dozewell

@@ -33,14 +33,14 @@ TEST_CASE("use and limbo count for nothing, and leaving sleep for limbo is no re
                {1000, Active}}) == Outcomes{40, 160, 0, 0});
 }
 
-TEST_CASE("what the last entry begins does not count") {
+TEST_CASE("the state that the last entry begins counts for nothing") {
   using enum SimState;
   CHECK(Count({}) == Outcomes{});
   CHECK(Count({{5, Asleep}}) == Outcomes{});
   CHECK(Count({{5, Active}, {6, Asleep}}) == Outcomes{});
 }
 
-TEST_CASE("counts are added to what is there") {
+TEST_CASE("counts are added to those of earlier time lines") {
   using enum SimState;
   Outcomes outcomes = {1, 2, 3, 4};
   CountOutcomes({{0, Asleep}, {10, Active}, {20, Asleep}, {30, Hibernating}, {70, Active}},

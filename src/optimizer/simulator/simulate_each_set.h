@@ -11,8 +11,8 @@
 
 namespace dozewell {
 
-// Is told what a set of the grid comes to, by the set's position. The sets come in any order, each
-// once.
+// Receives the outcomes of a set of the grid, which is named by its position. It is called once for
+// each set, in any order.
 using SetVisitor = std::function<void(uint64_t position, const Outcomes& outcomes)>;
 
 // Gives what SimulatePredictor and CountOutcomes give for each set of a grid, or throws what they

@@ -25,7 +25,7 @@ SimEvent ToSimEvent(const HistoryRecord& record, const StateTable& states) {
   return {TruncateToInt64(record.time), states[record.asleep]};
 }
 
-// What the predictor is told of a state.
+// The state that the predictor learns.
 int32_t TimeLineStateOf(SimState state) {
   switch (state) {
     case SimState::Active:
@@ -154,7 +154,7 @@ Simulator::Handled Simulator::SimAsleep() {
       Append();
       break;
     case SimState::Hibernating:
-      // The prediction takes the place of the real hibernation.
+      // The predicted hibernation replaces the recorded one.
       if (pendingHibernations_ > 0 && std::ranges::find(queue_, SimState::PredictedHibernation,
                                                         &SimEvent::state) != queue_.end()) {
         return Handled::StateKept;
@@ -250,9 +250,9 @@ void Simulator::InsertScheduled(int64_t time, SimState state) {
   if (state == SimState::PredictedHibernation) ++pendingHibernations_;
 }
 
-// A cancelled wake-back counts off the hibernations, a cancelled hibernation does not. That is the
-// rule, though no history shows it: what is scheduled comes before the user's next event, so none
-// of it is left when that is handled.
+// A cancelled wake-back lowers the count of hibernations, a cancelled hibernation does not. That is
+// the rule, though no history shows it: scheduled events come before the user's next event, so none
+// is left when that is handled.
 void Simulator::CancelScheduled() {
   if (pendingScheduled_ <= 0) return;
   std::erase_if(queue_, [this](const SimEvent& event) {

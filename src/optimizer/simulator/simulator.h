@@ -17,34 +17,34 @@ namespace dozewell {
 // A shorter history gives no time line.
 constexpr size_t kFewestSimulatedRecords = 3;
 
-// Both replay a history and give the time line that the machine would have had. A record's code
-// says what came: 0 activity, 1 sleep, 2 hibernation and 3 limbo, of which the service writes the
-// first two. They throw FixedTextException for another code.
+// Both functions replay a history and return the time line that the machine would have had. The
+// code of a record is 0 for activity, 1 for sleep, 2 for hibernation and 3 for limbo; the service
+// writes only 0 and 1. Both throw FixedTextException for any other code.
 
-// With a fixed hibernate-after timeout, for which codes 1 to 3 are all sleep. Below one second
-// stands for never.
+// With a fixed hibernate-after timeout. Codes 1 to 3 all count as sleep, and a timeout below one
+// second never hibernates.
 SimTimeLine SimulateFixedTimeout(std::span<const HistoryRecord> history, int64_t timeoutSeconds);
 
-// With a live predictor that learns from the history as it happens. Throws what the predictor
-// throws too, for unusable parameters even when there is nothing to replay. A stop request cuts
-// the time line short.
+// With a live predictor that learns from the history as it is replayed. The predictor's exceptions
+// go to the caller; unusable parameters throw even when the history is too short to be replayed. A
+// stop request cuts the time line short.
 SimTimeLine SimulatePredictor(NativeSimulatorConfigurations& parameters,
                               std::span<const HistoryRecord> history);
 
 // One run of SimulatePredictor.
 class Simulator {
  public:
-  // `parameters` are not owned and must outlive it.
+  // `parameters` are not owned and must outlive the simulator.
   explicit Simulator(NativeSimulatorConfigurations& parameters);
 
   void Run(std::span<const HistoryRecord> history);
 
   const SimTimeLine& TimeLine() const { return timeLine_; }
-  // What the predictor was told.
+  // Holds the events that the predictor received.
   const NativeSimulatorHistorian& Historian() const { return historian_; }
 
  private:
-  // What became of an event: a handler that has dealt with it makes way for that of the new state.
+  // After Done the handler of the event's state comes next, after StateKept the same one again.
   enum class Handled { Done, StateKept };
   using Handler = Handled (Simulator::*)();
 
@@ -60,7 +60,7 @@ class Simulator {
   void Predict();
   void ScheduleHibernation();
   void ScheduleWakeBack();
-  // Places an event before the next one of the user, or not at all.
+  // Queues an event, unless it lies behind the next recorded event other than a hibernation.
   void InsertScheduled(int64_t time, SimState state);
   void CancelScheduled();
   void CancelScheduledHibernations();
@@ -69,9 +69,9 @@ class Simulator {
   CyclicProbabilityPredictor predictor_;
   std::vector<PredictionRecord> predictions_;
   SimEvent current_ = {};
-  SimTimeLine queue_;  // what is still to come
+  SimTimeLine queue_;  // the events still to come
   SimTimeLine timeLine_;
-  // What is counted as queued. Neither count follows the queue exactly: see CancelScheduled.
+  // How many scheduled events are queued. Neither count is exact: see CancelScheduled.
   int pendingHibernations_ = 0;
   int pendingScheduled_ = 0;
   Handler handler_ = &Simulator::SimInitial;

@@ -13,7 +13,7 @@
 namespace dozewell {
 namespace {
 
-// What a simulation gives, or that it threw.
+// The time line that a simulation gives, or the one text "exception".
 template <typename Simulate>
 std::vector<std::string> TextsOrError(Simulate simulate) {
   try {
@@ -51,7 +51,7 @@ TEST_CASE("the simulator gives what a plain reading of its rules gives") {
       if (text == "exception") ++exceptions;
     }
   }
-  // The rounds have shown something.
+  // Enough of the rounds were worth comparing.
   CHECK(scheduled > 3000);
   CHECK(exceptions > 100);
   CHECK(exceptions < 500);

@@ -21,13 +21,13 @@ constexpr uint32_t kSleep = 1;
 constexpr uint32_t kHibernation = 2;
 constexpr uint32_t kLimbo = 3;
 
-// A cycle of one day, in which a slot is in use when it was so the last time.
+// A cycle of one day, in which a slot counts as in use when it was in use the last time.
 NativeSimulatorConfigurations Daily() {
   return {kSimulatedDataPath, "1", "2", "1", "1", "50", "50", "0"};
 }
 
-// Use from 8 to 12 and from 13 to 18. After a day of it, who sleeps in the morning is predicted to
-// be idle from 12:10, in use again at 13:00 and idle from 18:10.
+// Use from 8 to 12 and from 13 to 18. After one such day, a sleep in the morning is predicted to be
+// idle from 12:10, in use again at 13:00 and idle from 18:10.
 History FirstDay() {
   return {SimRecord(kUse, 0, 8), SimRecord(kSleep, 0, 12), SimRecord(kUse, 0, 13),
           SimRecord(kSleep, 0, 18), SimRecord(kUse, 1, 8)};
@@ -39,7 +39,7 @@ History AfterFirstDay(const History& more) {
   return history;
 }
 
-// The time line, without that of the first day, up to the use that ends it.
+// The time line without the first day and the use that ends it.
 Texts SecondDay(const History& more) {
   NativeSimulatorConfigurations parameters = Daily();
   const Texts texts = SimTexts(SimulatePredictor(parameters, AfterFirstDay(more)));
@@ -60,7 +60,7 @@ TEST_CASE("a history of two records gives no time line") {
   NativeSimulatorConfigurations parameters = Daily();
   CHECK(SimulateFixedTimeout(history, 600).empty());
   CHECK(SimulatePredictor(parameters, history).empty());
-  // Not even a look is taken at the codes.
+  // The codes are not even looked at.
   CHECK(SimulateFixedTimeout(History(2, SimRecord(9, 0, 8)), 600).empty());
   CHECK(SimulatePredictor(parameters, History(2, SimRecord(9, 0, 8))).empty());
 }
@@ -82,7 +82,7 @@ TEST_CASE("a fixed timeout below one second never hibernates") {
   CHECK(FixedTimeout(history, 1) == Texts{"0 08:00 0", "0 12:00 2", "0 12:00:1 3", "0 13:00 0"});
 }
 
-TEST_CASE("with a fixed timeout a sleep at the end of the history stays one") {
+TEST_CASE("with a fixed timeout a sleep at the end of the history is not hibernated") {
   CHECK(FixedTimeout({SimRecord(kSleep, 0, 8), SimRecord(kUse, 0, 12), SimRecord(kSleep, 0, 13)},
                      600) == Texts{"0 08:00 2", "0 08:10 3", "0 12:00 0", "0 13:00 2"});
 }
@@ -94,7 +94,7 @@ TEST_CASE("with a fixed timeout codes of one state in a row are collapsed") {
             3 * 3600 - 1) == Texts{"0 08:00 0", "0 12:00 2", "0 14:59:59 3", "0 15:00 0"});
 }
 
-TEST_CASE("parts of seconds are dropped") {
+TEST_CASE("fractions of a second are dropped") {
   History history = {SimRecord(kUse, 0, 8), SimRecord(kSleep, 0, 12), SimRecord(kUse, 0, 12, 10)};
   history[1].time += 0.25;
   history[2].time += 0.75;
@@ -106,7 +106,7 @@ TEST_CASE("an unknown code ends both simulations") {
   NativeSimulatorConfigurations parameters = Daily();
   CHECK_THROWS_WITH_AS(SimulateFixedTimeout(history, 600), "Unknown event in the history",
                        FixedTextException);
-  // Before anything is replayed, even events that the tracker would refuse.
+  // It throws before anything is replayed, even events that the tracker would refuse.
   history[1].time = history[0].time;
   CHECK_THROWS_WITH_AS(SimulatePredictor(parameters, history), "Unknown event in the history",
                        FixedTextException);
@@ -120,7 +120,7 @@ TEST_CASE("unusable parameters throw even when there is nothing to replay") {
   CHECK_THROWS_AS(SimulatePredictor(folderless, {}), std::out_of_range);
 }
 
-TEST_CASE("what the tracker refuses ends the simulation") {
+TEST_CASE("an event that the tracker refuses ends the simulation with its exception") {
   NativeSimulatorConfigurations parameters = Daily();
   const History equalTimes = {SimRecord(kUse, 0, 8), SimRecord(kSleep, 0, 8),
                               SimRecord(kUse, 0, 9)};
@@ -133,7 +133,7 @@ TEST_CASE("what the tracker refuses ends the simulation") {
 }
 
 TEST_CASE("nothing is scheduled while nothing is known, nor before the next use") {
-  // The first day itself shows the former.
+  // The first day shows that nothing is scheduled while nothing is known.
   CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kUse, 1, 12, 10)}) ==
         Texts{"1 12:00 2", "1 12:10 0"});
 }
@@ -160,29 +160,30 @@ TEST_CASE("a history that ends asleep schedules nothing for its last sleep") {
   CHECK(SecondDay({SimRecord(kSleep, 1, 12)}) == Texts{"1 12:00 2"});
 }
 
-TEST_CASE("the predictor sees the sleep after it was asked") {
-  // Asked at 9:00 it still knows 9:00 to 12:00 as in use, though the use had ended.
+TEST_CASE("the predictor learns of a sleep after it was asked for predictions") {
+  // At 9:00 it still expects use from 9:00 to 12:00, though the use has just ended.
   CHECK(SecondDay({SimRecord(kSleep, 1, 9), SimRecord(kUse, 1, 15)}) ==
         Texts{"1 09:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
 }
 
-TEST_CASE("repeated codes are kept, so that a second sleep bounds what the first one schedules") {
+TEST_CASE("repeated codes are kept, so a second sleep bounds what the first one schedules") {
   CHECK(SecondDay({SimRecord(kUse, 1, 9), SimRecord(kSleep, 1, 12), SimRecord(kSleep, 1, 12, 5),
                    SimRecord(kUse, 1, 15)}) == Texts{"1 12:00 2", "1 15:00 0"});
   CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kSleep, 1, 14), SimRecord(kUse, 1, 19)}) ==
         Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 19:00 0"});
 }
 
-TEST_CASE("what comes before the first use is not simulated") {
+TEST_CASE("events before the first use are not simulated") {
   NativeSimulatorConfigurations parameters = Daily();
   Simulator simulator(parameters);
   simulator.Run(History{SimRecord(kSleep, 0, 8), SimRecord(kLimbo, 0, 9), SimRecord(kUse, 0, 10)});
-  // Limbo follows a sleep that nobody saw begin.
+  // The sleep is not in the time line, the limbo that ends it is.
   CHECK(SimTexts(simulator.TimeLine()) == Texts{"0 09:00 1", "0 10:00 0"});
   CHECK(simulator.Historian().Entries().size() == 2);
 }
 
-TEST_CASE("what the predictor is told: use, sleep of every kind, and limbo as shut down") {
+TEST_CASE(
+    "the predictor learns of use, of every kind of sleep as sleep, and of limbo as shut-down") {
   NativeSimulatorConfigurations parameters = Daily();
   Simulator simulator(parameters);
   simulator.Run(AfterFirstDay({SimRecord(kSleep, 1, 12), SimRecord(kUse, 1, 15),
@@ -197,22 +198,22 @@ TEST_CASE("what the predictor is told: use, sleep of every kind, and limbo as sh
   CHECK(entries[6].time == tm{0, 10, 12, 2, 0, 126, 5, 1, 0});
 }
 
-TEST_CASE("a real hibernation from use schedules too, but is not hibernated again") {
+TEST_CASE("a recorded hibernation out of use schedules too, but is not hibernated again") {
   CHECK(SecondDay({SimRecord(kHibernation, 1, 12), SimRecord(kUse, 1, 15)}) ==
         Texts{"1 12:00 3", "1 15:00 0"});
 }
 
-TEST_CASE("a real hibernation during sleep gives way to one that is predicted") {
+TEST_CASE("a recorded hibernation during sleep is ignored when one is predicted") {
   CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kHibernation, 1, 12, 5),
                    SimRecord(kUse, 1, 15)}) ==
         Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
-  // Too late to matter.
+  // Here the recorded hibernation comes after the predicted one.
   CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kHibernation, 1, 12, 20),
                    SimRecord(kUse, 1, 15)}) ==
         Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
 }
 
-TEST_CASE("a predicted hibernation comes behind a real one of the same second") {
+TEST_CASE("a predicted hibernation comes behind a recorded one of the same second") {
   CHECK(SecondDay({SimRecord(kSleep, 1, 12), SimRecord(kHibernation, 1, 12, 10),
                    SimRecord(kUse, 1, 15)}) ==
         Texts{"1 12:00 2", "1 12:10 5", "1 13:00 6", "1 15:00 0"});
@@ -225,7 +226,7 @@ TEST_CASE("no wake-back is scheduled for the second of the sleep itself") {
         Texts{"1 11:00 2", "1 11:00 3", "1 12:05 0"});
 }
 
-TEST_CASE("a real hibernation during sleep counts when none is predicted") {
+TEST_CASE("a recorded hibernation during sleep counts when none is predicted") {
   CHECK(SecondDay({SimRecord(kSleep, 1, 11), SimRecord(kHibernation, 1, 11, 30),
                    SimRecord(kUse, 1, 12, 5)}) == Texts{"1 11:00 2", "1 11:30 3", "1 12:05 0"});
 }
