@@ -1,7 +1,6 @@
 #include <windows.h>
 
 #include <cstring>
-#include <string>
 
 #include "service/control_handler.h"
 #include "service/service_host.h"
@@ -25,8 +24,9 @@ uint32_t ErrorOf(bool succeeded) { return succeeded ? 0 : GetLastError(); }
 }  // namespace
 
 uint32_t RunServiceDispatcher() {
-  std::wstring name = kServiceName;
-  const SERVICE_TABLE_ENTRYW table[] = {{name.data(), Main}, {nullptr, nullptr}};
+  // The system takes the name as if it changed it, which it does not.
+  auto* const name = const_cast<wchar_t*>(kServiceName);
+  const SERVICE_TABLE_ENTRYW table[] = {{name, Main}, {nullptr, nullptr}};
   return ErrorOf(StartServiceCtrlDispatcherW(table) != 0);
 }
 
