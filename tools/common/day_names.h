@@ -16,7 +16,7 @@ std::string MonthName(int month);
 // "Thu" of day 0 of a cycle of a week, which begins on a Thursday as 1970 did.
 std::string CycleDayName(int day);
 
-// The day of such a cycle that comes so many days after its Monday: 4 of 0.
+// The day of such a cycle that is this many days after its Monday, which is day 4.
 constexpr int CycleDayFromMonday(int days) {
   constexpr int kMondayOfCycle = 4;
   return (kMondayOfCycle + days) % kDaysInWeek;

@@ -99,7 +99,7 @@ bool HasTrustedOwner(HANDLE file) {
   return IsTrusted(owner);
 }
 
-// False for a link: changing it would change something elsewhere.
+// False for a link, since a change to it would change something elsewhere.
 bool IsOfKind(HANDLE file, Kind kind) {
   BY_HANDLE_FILE_INFORMATION found;
   if (GetFileInformationByHandle(file, &found) == 0) return false;
