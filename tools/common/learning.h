@@ -12,7 +12,7 @@
 
 namespace dozewell {
 
-// The service's predictor, which has learnt a history, in a data file that is not in place yet.
+// Learns a history with the service's predictor, into a data file that takes its name on Commit.
 class Learning {
  public:
   // Learns the history for the file `data`. Events that the predictor refuses become warnings.
