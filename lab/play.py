@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Plays a history through the installed service, in weeks that take seconds: a line for each day,
-and at the end what was achieved against the timeout that the user has set."""
+and at the end what was achieved compared with the timeout that the user has set."""
 
 import os
 import sys
@@ -51,7 +51,7 @@ class Totals:
         self.from_hibernation += met_hibernation
 
     def add_fixed(self, away, timeout):
-        """What becomes of a time away with a fixed timeout; none is for ever."""
+        """Adds what a time away would be with a fixed timeout; without one it is all asleep."""
         asleep = min(away, timeout) if timeout else away
         self.add(asleep, away - asleep, bool(timeout) and away > timeout)
 
@@ -104,7 +104,7 @@ def play(machine, replay, history, explain):
         sys.exit("The history has no sleep with a use before and after it.")
     user_timeout = timedelta(minutes=machine.schemes.hibernate_after[0])
     machine.clock.set(changes[0][0])
-    # With the parameters that the reasons and the totals are told for, from one end to the other.
+    # No search changes the parameters, so that reasons and totals are about the same ones.
     machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
     machine.install()
 
@@ -167,7 +167,7 @@ if __name__ == "__main__":
     try:
         sys.exit(main())
     except BrokenPipeError:
-        # Whoever read the output has seen enough.
+        # The reader of the output has closed it.
         os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
         sys.exit(1)
     except KeyboardInterrupt:

@@ -1,4 +1,4 @@
-"""The machine's clock. It stands still but for what a test moves it by."""
+"""The machine's clock, which only moves when a test moves it."""
 
 from datetime import datetime, timedelta, timezone
 from zoneinfo import ZoneInfo
@@ -9,8 +9,8 @@ _ZONE = ZoneInfo(ZONE)
 
 
 def local(text, fold=0):
-    """A local time from its ISO form, "2026-01-05 22:00". An hour that comes twice is told apart by
-    fold: 0 for its first time, 1 for its second."""
+    """A local time from its ISO form, "2026-01-05 22:00". For an hour that comes twice, fold says
+    which one is meant: 0 is the first, 1 the second."""
     return datetime.fromisoformat(text).replace(tzinfo=_ZONE, fold=fold)
 
 
@@ -24,13 +24,13 @@ class Clock:
         return datetime.fromtimestamp(self._state.clock, timezone.utc).astimezone(_ZONE)
 
     def set(self, time):
-        """Moves the clock's hands; no time passes by it. Takes a local time or its text."""
+        """Moves the clock's hands without any time passing. Takes a local time or its text."""
         time = local(time) if isinstance(time, str) else time
         self._state.clock = int(time.timestamp())
 
     def pass_time(self, awake=True, **span):
-        """Lets time pass, given as to timedelta. Who sleeps in the service wakes when it is due;
-        while the machine itself is not awake, its sleepers' time stands still."""
+        """Lets time pass, given as to timedelta. Threads that sleep in the service wake when they
+        are due; while the machine itself is not awake, no time passes for them."""
         seconds = int(timedelta(**span).total_seconds())
         self._state.clock += seconds
         if awake:

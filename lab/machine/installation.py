@@ -23,9 +23,9 @@ _SERVED = ("DozewellService.exe", "dozewell-setup.exe")
 
 
 class Installation:
-    """Boots on entry into a with statement and is switched off at its end; meanwhile `wine`, `state`
-    and `agent` are there. `build` is the folder of the Windows build. The machine's own folder is
-    kept, and booting there again is faster."""
+    """A with statement boots it and switches it off at its end; in between, `wine`, `state` and
+    `agent` can be used. `build` is the folder of the Windows build. The machine's own folder is
+    kept, so that it boots faster the next time."""
 
     def __init__(self, folder, build, zone=ZONE):
         self.folder = folder.resolve()

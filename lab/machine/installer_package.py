@@ -24,14 +24,14 @@ class InstallerPackage:
         self._wine = installation.wine
         self._build = installation.build
         self._registry = Registry(installation.agent)
-        # The program that the installer runs, on its own.
+        # The program that the installer runs, to be run without it.
         self.setup = Tool(self._wine, SETUP_PROGRAM, take_step)
 
     @contextlib.contextmanager
     def at_hand(self):
-        """The package's path for the length of a with statement; at its end the product is removed.
-        Meanwhile every program gets the lab's power schemes: the installer runs its setup program
-        under names that it makes up."""
+        """Builds the package and gives its path; at the end of the with statement the product is
+        removed. Until then every program loads the lab's stand-ins, since the installer runs its
+        setup program under names that it makes up."""
         package = self._build_package()
         system = self._wine.drive / "windows" / "system32" / "powrprof.dll"
         own = system.with_name("powrprof.own")

@@ -1,5 +1,5 @@
-"""What a scenario sees: a Windows machine whose user, power manager and clock are the test's, with the
-service's executable on it as it is shipped."""
+"""What a scenario sees: a Windows machine whose user, power manager and clock are the test's, with
+the service's executable on it as it is shipped."""
 
 import configparser
 import shutil
@@ -99,15 +99,16 @@ class Machine:
     def reset(self):
         """A machine on which nothing of the product was ever installed, at the start of time."""
         self._close_channel()
-        # With nothing to fail and no settings, so that even a process started to be stopped stops.
+        # No call fails and there are no settings, so that a process that is started only to be
+        # stopped does stop.
         self.calls.reset()
         self.registry.delete_key(ROOT)
         if self.service.exists():
             self.service.stop_somehow()
             self.service.delete()
-            # It goes when the last who has it open lets go of it.
+            # It goes when the last program that has it open closes it.
             self.waiting.until(lambda: not self.service.exists(), "the deleted service does not go")
-        # What was still running may have written more.
+        # What was still running may have gone on until now.
         self.calls.reset()
         self.registry.delete_key(ROOT)
         shutil.rmtree(self.data_folder.parent, ignore_errors=True)
@@ -120,8 +121,8 @@ class Machine:
         self.record.clear()
 
     def provision(self, total_attempts=0, current_attempt=0, file=SCENARIO_SETTINGS, **settings):
-        """Lays down what an installer would: the settings of a file, the start gate's counters
-        (None for none), and more settings by their names."""
+        """Writes what an installer would: the settings of a file, the start gate's counters (None
+        leaves one out), and more settings by their names."""
         ini = configparser.ConfigParser()
         ini.optionxform = str
         ini.read(file, "utf-8")
@@ -227,7 +228,8 @@ class Machine:
         return self.take_step(result, microseconds)
 
     def deliver_meanwhile(self, control, event_type=0, data=b""):
-        """The same while threads of the service are held in what they do; no step of its own."""
+        """The same without waiting for the service's threads, and so without a step; for while a
+        thread is held."""
         result, microseconds = self._ask_service("deliver", control, event_type, data.hex())
         return int(result), int(microseconds)
 
@@ -238,14 +240,14 @@ class Machine:
         return self.power_event(SUSPEND)
 
     def resume(self):
-        """The resume that every machine reports, whoever woke it."""
+        """The resume that the system always reports, no matter what woke the machine."""
         return self.power_event(RESUME)
 
     def change_power_status(self):
         return self.power_event(POWER_STATUS_CHANGE)
 
     def notify_idle(self, setting=IDLE_BACKGROUND_TASK):
-        """The system is idle and does its background tasks, or another power setting changed."""
+        """Tells the service that the system is idle, or that another power setting changed."""
         data = setting.bytes_le + struct.pack("<II", 4, 0)
         return self.power_event(SETTING_CHANGE, data)
 
@@ -253,7 +255,7 @@ class Machine:
         try:
             return self.deliver(service_control.SHUTDOWN)
         except LinkLost:
-            # The service has said that it stopped, and the system ends its process when it likes.
+            # Once the service has said that it stopped, the system may end its process.
             self._close_channel()
             return self.take_step()
 
@@ -263,7 +265,7 @@ class Machine:
         self.set_line_status(1 if on_mains else 0)
 
     def set_line_status(self, status):
-        """The power source as the system tells it, which may be one that is neither of the two."""
+        """The power source as the system reports it, which may be neither mains nor battery."""
         self._state.ac_line_status = status
 
     def setting(self, name):

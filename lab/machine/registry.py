@@ -15,7 +15,8 @@ NOT_FOUND = 2
 
 
 class Registry:
-    """Numbers are REG_DWORD and texts REG_SZ; bytes are taken with a type of their own."""
+    """Numbers are written as REG_DWORD, texts as REG_SZ and bytes as REG_BINARY, unless another
+    kind is given."""
 
     def __init__(self, agent):
         self._agent = agent

@@ -56,8 +56,8 @@ class Service:
         self._agent.ask("start-service", NAME)
 
     def control(self, control):
-        """Sends a control as any program may; shutdown, power and session events are for the
-        system alone and are refused."""
+        """Sends a control as any program may. Shutdown, power and session events are refused, since
+        only the system may send them."""
         self._agent.ask("control-service", NAME, control)
 
     def delete(self):

@@ -48,7 +48,7 @@ def _unescaped(text):
         if part:
             plain.append(_ESCAPES[part[0]] + part[1:])
         else:
-            # An escaped backslash leaves an empty part, and what follows it is as it stands.
+            # An escaped backslash leaves an empty part, and the next one starts with no escape.
             plain.append("\\" + next(rest, ""))
     return "".join(plain)
 
@@ -72,7 +72,7 @@ class Record:
         self._taken = 0
 
     def take(self):
-        """What was done since the last time this was asked."""
+        """What was done since this was called last."""
         entries, self._taken = self._read(self._taken)
         return entries
 
@@ -80,7 +80,7 @@ class Record:
         return self._read(0)[0]
 
     def wait_for(self, entry):
-        """Waits until an entry is there; for what nothing else tells the end of."""
+        """Waits until the record has an entry."""
         self._waiting.until(lambda: entry in self.all(), f"{entry} does not happen")
 
     def _bytes(self):

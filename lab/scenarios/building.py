@@ -40,7 +40,7 @@ def _expect_in_use_since(machine, day):
 
 
 def _data_of_version(machine, version):
-    """What a service of another version has left behind, by all but its version the same."""
+    """What a service of another version has left behind: the same data except for the version."""
     machine.provision()
     machine.start_service()
     machine.clock.pass_time(hours=1)
@@ -115,7 +115,7 @@ def _expect_restored_by_the_next_save(machine):
     machine.clock.set("2026-01-09 12:00")
     machine.stop_service()
     _expect_in_use_since(machine, 9)
-    # What the predictor missed, the history has.
+    # The history has what the predictor missed.
     expect(history(machine.data_file(HISTORY_FILE)), [
         awake("2026-01-05 08:00"), asleep("2026-01-06 18:00"), awake("2026-01-07 08:00"),
         asleep("2026-01-08 18:00"), awake("2026-01-09 08:00"), asleep("2026-01-09 12:00"),
@@ -127,7 +127,7 @@ def a_daily_save_that_finds_no_folder_is_reported_and_the_next_one_restores_pred
     machine.start_service()
     machine.calls.fail(FOLDER, ACCESS_DENIED)
     _save_in_vain(machine, "invalid string position")
-    # Its place was known from before.
+    # The file was saved all the same, since its path was known from before.
     _expect_in_use_since(machine, 5)
     machine.calls.succeed(FOLDER)
     _expect_restored_by_the_next_save(machine)
@@ -145,7 +145,7 @@ def a_daily_save_that_finds_no_values_is_reported_and_the_next_one_restores_pred
 def a_daily_save_that_finds_another_version_is_reported_and_a_restart_restores_it(machine):
     other = _data_of_version(machine, 1)
     machine.start_service()
-    # The save cannot write over what somebody else has put there.
+    # The save cannot overwrite the file that is there now.
     machine.write_data_file(DATA_FILE, other)
     machine.calls.fail("_wfopen", 13, times=1)
     _save_in_vain(machine, "Version 0 expected")

@@ -82,7 +82,7 @@ def other_settings_lead_to_another_explanation(machine):
            "wake timer.", "first line when nothing is ever idle")
 
 
-def what_is_not_done_is_warned_of(machine):
+def a_warning_tells_why_nothing_of_it_is_done(machine):
     _office_machine(machine)
     explained = _output(machine, EVENING)
     machine.registry.write("EnableZ7Feature", 0)
@@ -103,7 +103,7 @@ def an_explanation_asks_the_service_nothing_and_does_without_it(machine):
     expect(_output(machine, EVENING), explained, "explanation without a service")
 
 
-def data_that_the_service_would_not_load_is_warned_of_and_left_alone(machine):
+def data_that_the_service_would_not_load_is_left_alone_with_a_warning(machine):
     machine.provision()
     nothing_known = _output(machine, EVENING, error=IGNORED + "it cannot be opened\n")
     expect_true(not machine.data_folder.exists(), "a data folder was made")

@@ -149,7 +149,7 @@ def without_a_driver_the_feature_is_switched_all_the_same(machine):
     _expect_switched_without_driver(machine, NO_DRIVER)
 
 
-def so_it_is_with_a_driver_that_cannot_be_read(machine):
+def with_a_driver_that_cannot_be_read_the_feature_is_switched_all_the_same(machine):
     _running(machine)
     machine.driver.fail(READ_TIMER)
     _expect_switched_without_driver(machine, NO_DRIVER)

@@ -1,6 +1,6 @@
 """A new strength and a reset of the history while the controller is in each of its states. A client
-is told that its request was taken; what it comes to is the controller's business, which carries it
-out in use alone, reports it elsewhere, and goes on from where it was."""
+is told that its request was taken. The controller only carries it out while the machine is in use;
+in any other state it reports it and goes on as before."""
 
 from machine.registry import CURRENT, predictor_key
 from machine.service_record import information
@@ -10,12 +10,12 @@ from steps.nights import events, stamped
 from steps.states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
                           bring_to, undefined_event)
 
-# What the history file holds, of which a reset leaves nothing.
+# What the history file holds until a reset.
 KEPT = b"a history of 16."
 
 
 def _ask_both(machine):
-    """The events of both requests, and what is left of the files."""
+    """The events of both requests."""
     machine.write_data_file("zs7state.dat", KEPT)
     strength = done(machine, "strength set 1", "The strength is now 1.\n")
     reset = done(machine, "reset-history --yes", "The service has been told to forget.\n")

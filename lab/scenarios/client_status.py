@@ -74,7 +74,7 @@ def showing_it_changes_nothing(machine):
     expect_true(not machine.data_folder.exists(), "a data folder was made")
 
 
-def what_the_machine_does_not_have_is_told(machine):
+def what_the_machine_lacks_is_shown(machine):
     machine.driver.hide()
     machine.schemes.activate("custom")
     machine.provision(DisablePrediction=1)

@@ -25,7 +25,7 @@ def _predictor_is(state):
 
 
 def _chosen(machine):
-    """What came of the choice, by settings."""
+    """The settings that a choice changes."""
     return (machine.setting("DisablePrediction"), machine.setting("ServiceFeedback"),
             [machine.registry.read(name, HERE) for name in PARAMETERS])
 
@@ -99,7 +99,7 @@ def a_strength_that_cannot_be_stored_is_refused(machine):
         machine.calls.fail(call, ACCESS_DENIED)
         step = failed(machine, "strength set 1", NOT_STORED)
         machine.calls.succeed(call)
-        # The controller looks what there is all the same.
+        # The controller looks for the strength's result all the same.
         expect(events(step), [CHANGING, _predictor_is(0)], f"events without {call}")
         done(machine, "strength get", "The strength is 3.\n")
 

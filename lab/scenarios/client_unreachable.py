@@ -19,7 +19,7 @@ FREE_OF_TIMERS = "The driver's wake timers are not enabled.\n"
 
 
 def _expect_not_reached(machine, why, service):
-    """By a call, and by the screen that shows what can be told all the same."""
+    """Neither by a call nor by status, which still shows what it can."""
     failed(machine, "ping", why, NOT_REACHABLE)
     failed(machine, "reset-history --yes --json", why, NOT_REACHABLE)
     status = machine.client.run("status")

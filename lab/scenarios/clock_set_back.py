@@ -36,7 +36,7 @@ def a_clock_set_back_in_use_costs_that_days_knowledge(machine):
             asleep("2026-02-02 18:00"), awake("2026-02-03 08:00")], "history")
 
 
-def a_clock_set_back_by_a_week_is_lived_through(machine):
+def the_service_copes_with_a_clock_set_back_by_a_week(machine):
     machine_that_knows_office_hours(machine)
     machine.clock.set("2026-01-26 08:00")
     for day in (26, 27, 28, 29, 30):

@@ -1,4 +1,4 @@
-"""The service in a console, for whoever looks for what is wrong."""
+"""The service in a console, where its faults are looked for."""
 
 from machine.machine import DATA_FILE, HISTORY_FILE
 from machine.service_control import STOPPED, STOP_PENDING, sent
@@ -11,7 +11,7 @@ NOT_SENT = error("SetServiceStatus failed, error code = 6\n")
 NOT_ANSWERED = error("SetServiceStatus error 6\n")
 
 
-def in_a_console_the_service_runs_and_reports_that_nobody_wants_its_state(machine):
+def in_a_console_the_service_runs_and_reports_that_it_cannot_send_its_state(machine):
     machine.provision(total_attempts=1)
     console, started = machine.start_console()
     expect(started.of("handler"), [], "control handlers registered")

@@ -56,7 +56,7 @@ def interrogation_and_a_change_of_session_are_answered_with_the_state_as_it_is(m
                            f"session change {event_type}")
 
 
-def a_control_that_nobody_knows_is_reported_and_answered(machine):
+def an_unknown_control_is_reported_and_answered(machine):
     machine.provision()
     machine.start_service()
     _expect_answer(_control(machine, 200), [error("Unrecognized opcode 200\n"), sent(RUNNING)],

@@ -98,7 +98,7 @@ def a_folder_in_place_of_the_data_file_is_no_data(machine):
                           information("Uninitialized")], "events of a stop")
 
 
-def slots_of_random_bytes_are_lived_with(machine):
+def the_service_copes_with_slots_of_random_bytes(machine):
     data = _learnt(machine)
     machine.write_data_file(DATA_FILE, data[:HEADER_SIZE] + _random_bytes(len(data) - HEADER_SIZE))
     machine.start_service()

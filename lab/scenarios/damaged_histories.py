@@ -58,7 +58,7 @@ def an_entry_of_the_future_keeps_out_all_before_it(machine):
     expect(future.time > wall_clock_seconds(machine.clock.now), True, "it is in the future")
 
 
-def a_history_of_random_bytes_is_lived_with(machine):
+def the_service_copes_with_a_history_of_random_bytes(machine):
     found = _history_after(machine, random.Random(7).randbytes(4096 + 5))
     times = [entry.time for entry in found]
     expect(times, sorted(set(times)), "times, which only increase")
@@ -72,14 +72,14 @@ def a_history_that_cannot_be_written_loses_what_is_new(machine):
     machine.start_service()
     machine.clock.pass_until("2026-01-05 12:00")
     machine.calls.fail("_wfopen", 1, call=2, times=1)  # the first one reads
-    machine.calls.fail("RpcMgmtStopServerListening", 1, times=1)  # it goes on after this stop
+    machine.calls.fail("RpcMgmtStopServerListening", 1, times=1)  # this stop does not end it
     machine.deliver(STOP)
     expect(history(machine.data_file(HISTORY_FILE)), RECENT, "history")
     expect_true(machine.data_file(DATA_FILE) is not None, "the data file was not written")
 
     machine.clock.pass_until("2026-01-05 13:00")
     machine.resume()
-    machine.deliver(CONTINUE)  # while it says that it stops, it is not asked to
+    machine.deliver(CONTINUE)  # it would not be asked to stop while it is stopping
     machine.clock.pass_until("2026-01-05 14:00")
     machine.stop_service()
     expect(history(machine.data_file(HISTORY_FILE)),

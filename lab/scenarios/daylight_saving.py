@@ -45,7 +45,7 @@ def a_night_in_which_an_hour_is_skipped_counts_as_full(machine):
                           information("Spike_S4ToS3")], "events of the timer's wake")
 
 
-def a_wake_across_the_skipped_hour_is_not_held_for_the_systems_own(machine):
+def a_wake_across_the_skipped_hour_is_not_taken_for_the_systems_own(machine):
     _in_use_from(machine, "2026-03-07 20:00")
     suspend_at(machine, "2026-03-08 01:30")
     step = hibernate_at(machine, "2026-03-08 05:30")  # three hours later
@@ -84,7 +84,7 @@ def a_sleep_within_the_hour_that_comes_twice_ends_before_it_began(machine):
                                asleep("2026-11-01 01:40"), awake("2026-11-01 12:00")], "history")
 
 
-def a_wake_across_the_hour_that_comes_twice_is_not_held_for_the_systems_own(machine):
+def a_wake_across_the_hour_that_comes_twice_is_not_taken_for_the_systems_own(machine):
     _in_use_from(machine, "2026-10-31 20:00")
     suspend_at(machine, local("2026-11-01 00:30"))
     step = hibernate_at(machine, "2026-11-01 02:30")  # three hours later

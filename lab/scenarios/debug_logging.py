@@ -75,7 +75,7 @@ def an_expired_timer_that_did_not_end_a_hibernation_is_explained(machine):
     ], "events")
 
 
-def without_a_driver_that_is_said(machine):
+def without_a_driver_the_reasons_say_so(machine):
     machine.driver.hide()
     _asleep(machine)
     reasons = [*_asked_for_timer(expired=0, status=0, answer=0, read=0),

@@ -1,4 +1,4 @@
-"""What becomes of the user's timeouts when one of the power manager's functions fails."""
+"""What happens to the user's timeouts when one of the power manager's functions fails."""
 
 from machine.service_record import error, information
 from steps.expect import expect
@@ -47,7 +47,7 @@ def a_timeout_that_cannot_be_written_is_reported_and_the_other_is_set(machine):
     expect_timeouts(machine, USERS_OWN)
 
 
-def so_is_one_for_battery(machine):
+def a_timeout_for_battery_that_cannot_be_written_is_reported_and_the_other_is_set(machine):
     expect(_suspend_with(machine, "PowerWriteDCValueIndex"),
            ["Failed to set passed HA value for DC"], "errors")
     expect_timeouts(machine, (10, 60), cached=USERS_OWN)
@@ -81,7 +81,7 @@ def a_timeout_that_cannot_be_given_back_is_reported_and_lost(machine):
     expect_timeouts(machine, (10, 60))
 
 
-def so_is_one_that_is_for_battery(machine):
+def a_timeout_for_battery_that_cannot_be_given_back_is_reported_and_lost(machine):
     expect(_resume_with(machine, "PowerWriteDCValueIndex"),
            ["Failed to set cached HA value for DC"], "errors")
     expect_timeouts(machine, (180, 10))

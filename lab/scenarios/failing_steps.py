@@ -49,7 +49,7 @@ def a_service_without_rpc_server_ends_a_controller_that_is_still_starting(machin
     machine.calls.fail("RpcServerListen", NO_SERVER)
     with machine.calls.held("SHGetKnownFolderPath", machine.begin_start):
         machine.record.wait_for(END[1])
-        # Long enough for the rest of the end, if it did not wait for the controller's start.
+        # Long enough for the end to go on, if it did not wait for the controller's start.
         time.sleep(0.2)
     machine.service.wait_for(STOPPED)
     machine.waiting.until(lambda: not machine.thread_runs(), "the process does not end")

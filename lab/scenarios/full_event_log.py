@@ -1,4 +1,4 @@
-"""An event log that takes no more is cleared for the next event."""
+"""A full event log is cleared for the next event."""
 
 from machine.service_record import Entry, information
 from steps.expect import expect
@@ -63,7 +63,7 @@ def a_night_without_an_event_log_is_like_any_other(machine):
         expect_timeouts(machine, (180, 60))
 
 
-def each_event_has_a_source_of_its_own_which_is_given_back(machine):
+def each_event_has_a_source_of_its_own_which_is_released(machine):
     machine_that_knows_office_hours(machine)
     names = ["RegisterEventSourceW", "ReportEventW", "DeregisterEventSource"]
     before = _made(machine, names)

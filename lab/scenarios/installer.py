@@ -1,4 +1,4 @@
-"""The machine is given the service as a package and has it taken away again."""
+"""The service is installed as a package, and removed again."""
 
 from machine.lab_device import ENABLED, READ_TIMER
 from machine.machine import HISTORY_FILE
@@ -21,7 +21,7 @@ def _sleep_on_predictions(machine):
 
 
 def _expect_left_as_its_user_had_it(machine, words):
-    """Timeouts given back, wake timers off that keep what they were set to."""
+    """The timeouts are given back; the wake timers are off and keep what they were set to."""
     expect_timeouts(machine, USERS_OWN)
     expect(machine.driver.words, tuple(word & ~ENABLED for word in words), "wake timers")
 
@@ -32,7 +32,7 @@ def _machine_that_sleeps_on_predictions(machine):
     return machine.driver.words
 
 
-def a_machine_that_is_given_the_package_lives_with_it_and_is_left_as_its_user_had_it(machine):
+def a_machine_that_had_the_package_is_left_as_its_user_had_it(machine):
     machine.schemes.hibernate_after = USERS_OWN
     with machine.package.at_hand() as package:
         machine.install_package(package)

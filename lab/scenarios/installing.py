@@ -11,7 +11,7 @@ ACCESS_DENIED = 5
 
 
 def _expect_events(finished, events, what):
-    """A run that tells the event log and nobody else."""
+    """A run that writes to the event log and prints nothing."""
     expect(finished.step.events, events, what)
     expect((finished.exit_code, finished.output), (0, b""), f"exit code and output, {what}")
 
@@ -63,7 +63,7 @@ def uninstalling_deletes_the_log_file_of_the_current_folder_alone(machine):
     elsewhere = machine.current_folder / "Program Files" / "Dozewell" / "DozewellService.log"
     for file in (here, elsewhere):
         file.write_bytes(b"of yesterday")
-    # Also when there is no service, and when not even that can be told.
+    # Also without a service, and when it cannot even be found out whether there is one.
     _expect_events(machine.run("-u"), [NO_SUCH_SERVICE], "without a service")
     expect((here.exists(), elsewhere.exists()), (False, True), "log files left")
 
@@ -132,7 +132,7 @@ def an_uninstallation_that_fails_reports_each_call_and_its_error(machine):
     machine.calls.fail("ControlService", ACCESS_DENIED)
     _expect_events(machine.run("-u"), [error("Failed to stop service! Error code = 5\n"),
                                        UNINSTALLED], "not stopped")
-    # A running service goes when it ends.
+    # A service that runs is only removed when it ends.
     expect(machine.service.status().state, RUNNING, "state of a service that was deleted")
     machine.begin_stop()
     _expect_uninstalled(machine)

@@ -112,7 +112,8 @@ def back_on_mains_a_search_begins_whatever_the_counter_says(machine):
 
 
 def on_battery_an_undefined_counter_keeps_a_search_from_beginning(machine):
-    for defined in {}, {"TotalOptimizerAttemptsInDCmode": 2}, {"CurrentOptimizerAttemptsInDCmode": 2}:
+    for defined in ({}, {"TotalOptimizerAttemptsInDCmode": 2},
+                    {"CurrentOptimizerAttemptsInDCmode": 2}):
         machine.reset()
         counters = {"TotalOptimizerAttemptsInDCmode": None,
                     "CurrentOptimizerAttemptsInDCmode": None, **defined}
@@ -178,7 +179,7 @@ def a_suspend_during_the_search_ends_it(machine):
 
     def launch():
         machine.deliver_meanwhile(POWER_EVENT, POWER_STATUS_CHANGE)
-    # Asked first before the search and then in it.
+    # It is asked for once before the search and then during the search.
     with machine.calls.held("GetSystemPowerStatus", launch, call=2):
         machine.deliver_meanwhile(POWER_EVENT, SUSPEND)
     events = _numberless(machine.take_step().events)

@@ -1,4 +1,4 @@
-"""Which timeout a wake is held against: that of the power source the machine runs on."""
+"""Which timeout a wake is compared with: that of the power source the machine runs on."""
 
 from datetime import timedelta
 

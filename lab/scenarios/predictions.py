@@ -1,4 +1,4 @@
-"""What a suspend sets for each kind of prediction, and what a late suspend makes of the timer."""
+"""What a suspend sets for each kind of prediction, and what a late suspend does with the timer."""
 
 from machine.registry import DEFAULT, predictor_key
 from machine.service_record import information
@@ -49,7 +49,7 @@ def a_second_use_with_no_known_end_sets_no_timeout_for_the_timers_wake(machine):
     come_back_at(machine, "2026-01-06 09:00")
     suspend_at(machine, "2026-01-06 10:00")
     come_back_at(machine, "2026-01-06 10:01")
-    # What comes on a Tuesday after ten o'clock has not been seen to its end yet.
+    # How long a Tuesday's use lasts that begins after ten is not known yet.
     step = suspend_at(machine, "2026-01-12 12:00")
     expect(_predicted(step), ["Mon Jan 12 12:10:00 2026\n", "Tue Jan 13 09:00:00 2026\n",
                               "no prediction"], "decision")
@@ -83,7 +83,7 @@ def prediction_switched_off_in_the_night_keeps_what_was_set(machine):
     expect_timeouts(machine, (180, 60))
 
 
-def prediction_is_off_for_one_only(machine):
+def only_the_value_one_switches_prediction_off(machine):
     machine_that_knows_office_hours(machine, DisablePrediction=2)
     expect(_predicted(machine.suspend())[0], "Mon Feb  2 18:10:00 2026\n", "decision")
 
@@ -94,7 +94,7 @@ def a_timeout_of_never_is_given_back_as_such(machine):
     machine.suspend()
     expect_timeouts(machine, (10, 10), cached=(0, 1))
     come_back_at(machine, "2026-02-03 08:00")
-    # What is put aside is whole minutes.
+    # Only whole minutes are put aside.
     expect_timeouts(machine, (0, 1))
 
 

@@ -88,7 +88,7 @@ def what_was_not_saved_is_lost_with_the_process(machine):
 
 
 def entries_older_than_the_limit_are_dropped(machine):
-    """The limit is held against universal time, five hours ahead of the wall clock."""
+    """The limit is counted by universal time, which is five hours ahead of the wall clock."""
     _in_use_since_monday(machine, HistoryLimit=1)
     machine.write_data_file(HISTORY_FILE, history_file([
         awake("2026-01-04 10:00"), asleep("2026-01-04 16:59:59"), awake("2026-01-04 17:00:00")]))

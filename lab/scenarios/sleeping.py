@@ -49,7 +49,7 @@ def a_suspend_traces_each_step(machine):
     ], "traces")
 
 
-def a_real_resume_gives_the_user_back_his_own_timeouts(machine):
+def a_real_resume_gives_the_users_own_timeouts_back(machine):
     machine_that_knows_office_hours(machine)
     machine.suspend()
     expect(machine.schemes.hibernate_after, (10, 10), "timeouts asleep")

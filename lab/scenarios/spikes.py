@@ -1,4 +1,5 @@
-"""Wakes in the night: which are the system's own, and what a failing way back to sleep leads to."""
+"""Wakes in the night: which are the system's own, and what happens when the way back to sleep
+fails."""
 
 from datetime import timedelta
 
@@ -17,7 +18,7 @@ def _asleep(machine):
     machine.suspend()
 
 
-def a_user_who_comes_into_a_spike_is_not_asked_whether_he_is_real(machine):
+def a_resume_during_a_spike_is_taken_for_the_users_without_asking_the_driver(machine):
     _asleep(machine)
     wake_by_timer_at(machine, "2026-02-03 08:00")
     step = come_back_at(machine, "2026-02-03 08:01")

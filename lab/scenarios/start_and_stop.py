@@ -90,7 +90,7 @@ def the_rpc_server_does_not_begin_to_listen_while_it_is_being_stopped(machine):
             machine.waiting.until(lambda: machine.calls.made(RPC_STOP) == 1, "no stop")
 
     with machine.calls.held(RPC_STOP, stop_before_it_listens):
-        # Time enough to go wrong in.
+        # Long enough to begin, if it did not wait.
         time.sleep(0.3)
         expect(machine.calls.made(RPC_SET_UP[-1]), 0, "begins to listen")
     stopping.join()

@@ -13,7 +13,7 @@ SERVES = Entry("setting", "write ServiceStatus 0")
 
 
 def _expect_off(machine, step, what):
-    """The start or resume has started no controller, and events are for nobody."""
+    """The start or resume has started no controller, so events lead to nothing."""
     expect(step.events, [], f"events of {what}")
     expect(step.of("thread"), [], f"threads of {what}")
     expect(machine.suspend().of("trace", "information", "error"), [], f"a suspend after {what}")
@@ -97,7 +97,7 @@ def a_feature_that_is_off_counts_but_does_not_start(machine):
         machine.stop_service()
 
 
-def feedback_that_says_more_stays(machine):
+def feedback_that_says_more_is_not_overwritten(machine):
     machine.provision(ServiceFeedback=3)
     machine.start_service()
     expect(machine.setting("ServiceFeedback"), None, "ServiceFeedback")
@@ -114,7 +114,7 @@ def a_controller_whose_thread_cannot_be_created_starts_with_the_next_attempt(mac
 def an_attempt_while_the_controller_starts_starts_no_other(machine):
     machine.provision()
     with machine.calls.held("SHGetKnownFolderPath", machine.begin_start):
-        # Its thread is held, so no step would end here.
+        # The controller's thread is held, so a step would not end here.
         machine.record.wait_for(SERVES)
         machine.deliver_meanwhile(POWER_EVENT, RESUME)
         expect([entry.text for entry in machine.record.all() if entry.kind == "thread"], ["start"],

@@ -41,7 +41,7 @@ def a_stop_in_use_saves_all_that_was_learnt(machine):
     expect(stop(machine).entries, _traced(
         STOP_AT_NOON, "AH_RecordHistoryEvent", "AH_SaveHistory", "AH_PredictorContainerOff",
         state=UNINITIALIZED) + STOP, "what was done")
-    # Only the history is told of a stop; by the habits the machine goes on to be in use.
+    # Only the history records a stop; for the habits the machine goes on being in use.
     _expect_saved(machine, [awake(EIGHT), asleep(NOON)], (0, (2026, 1, 5, 8, 0, 0)))
 
 
@@ -105,7 +105,7 @@ def a_shutdown_in_any_other_state_is_reported_and_saves_nothing(machine):
 
 
 def a_shutdown_leaves_the_rest_of_the_service_running(machine):
-    # The system does not hear of it here, or it would end the process.
+    # The system is not told of it here, or it would end the process.
     bring_to(machine, OFF)
     expect(machine.setting("ServiceStatus"), 0, "ServiceStatus")
     expect(machine.calls.made("RpcMgmtStopServerListening"), 0, "stops of the RPC server")

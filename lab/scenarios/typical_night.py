@@ -112,7 +112,7 @@ def when_nobody_comes_it_hibernates_again_without_a_timer(machine):
     expect(step.of("driver"), [], "driver")
 
 
-def the_user_comes_back_and_has_his_own_timeouts(machine):
+def the_users_return_brings_the_users_own_timeouts_back(machine):
     _woken_by_timer(machine)
     suspend_at(machine, "2026-02-03 08:00:20")
     step = come_back_at(machine, "2026-02-03 08:25")

@@ -1,5 +1,5 @@
 """Events that mean nothing in the state that the controller is in. They are reported and change
-nothing; each state takes its own."""
+nothing: an event that the state knows still does what it should."""
 
 from machine.service_control import STOP
 from machine.service_record import error, information
@@ -32,8 +32,8 @@ EVENTS = {
 
 
 def _active(machine):
-    """In use for an hour. The service control manager hears of no state from now on, since it would
-    end a service that has stopped."""
+    """In use for an hour. From now on the service control manager is told of no state, since it
+    would end a service that has stopped."""
     machine.provision()
     machine.start_service()
     machine.calls.fail("SetServiceStatus", ACCESS_DENIED)

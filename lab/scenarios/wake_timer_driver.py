@@ -55,7 +55,7 @@ def a_driver_that_appears_after_the_start_is_not_used(machine):
     expect(machine.driver.calls(READ_TIMER), 1, "calls of the driver after a restart")
 
 
-def a_driver_that_goes_stays_in_use(machine):
+def a_driver_that_disappears_stays_in_use(machine):
     machine_that_knows_office_hours(machine)
     machine.driver.hide()
     machine.suspend()
@@ -101,7 +101,7 @@ def without_the_last_sleeps_status_the_timeout_alone_tells_hibernation(machine):
 
 def each_question_asks_the_driver_afresh(machine):
     _asleep(machine)
-    # The second time, which is the first question again, it answers no more.
+    # It does not answer any more when the first question is asked for the second time.
     machine.driver.expire_timer()
     machine.driver.fail(READ_STATUS, call=3)
     step = come_back_at(machine, "2026-02-02 19:00")
@@ -109,5 +109,5 @@ def each_question_asks_the_driver_afresh(machine):
            2 * ["read status 0x1"] + [_failed("read status")], "calls of the driver")
     expect(events(step)[1:], [information("GetPreviousSleepStatus 1\n"),
                               information("GetPreviousSleepStatus 0\n")], "events")
-    # Held for the timer's wake by the second question, it was none of the three.
+    # The second question took it for the timer's wake, so it was none of the three.
     expect(events(machine.suspend())[-1].kind, "error", "a suspend where it was before")

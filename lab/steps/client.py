@@ -1,4 +1,4 @@
-"""What dozewellctl says, to be expected word for word."""
+"""Runs of dozewellctl, whose words are expected exactly."""
 
 from steps.expect import expect
 
@@ -10,7 +10,7 @@ NO_CONTROLLER = ("the history was not reset, since the controller does not run; 
 
 
 def done(machine, command, output):
-    """Runs a command that succeeds and says no more than that; what the service did meanwhile."""
+    """Expects that a command succeeds with this output. What the service did meanwhile."""
     answer = machine.client.run(command)
     expect((answer.exit_code, answer.output, answer.error), (DONE, output, ""),
            f"exit code, output and error of {command}")
@@ -18,7 +18,7 @@ def done(machine, command, output):
 
 
 def failed(machine, command, why, code=NOT_DONE):
-    """Runs a command that fails and says why in one line; what the service did meanwhile."""
+    """Expects that a command fails and says why in one line. What the service did meanwhile."""
     answer = machine.client.run(command)
     expect((answer.exit_code, answer.output, answer.error), (code, "", f"dozewellctl: {why}\n"),
            f"exit code, output and error of {command}")

@@ -24,8 +24,8 @@ class Outcome(NamedTuple):
     """What came of all failures of one function."""
 
     reported: list  # errors, and what else is not information
-    lost: list      # step and power source, for a timeout of the user's that nobody has any more
-    late: int       # failures after which only the second night was as ever
+    lost: list      # step and power source of each timeout of the user's that was lost for good
+    late: int       # failures after which only the second night was as usual
     forgotten: int  # failures by which the predictor lost what it had learnt
 
 
@@ -36,8 +36,9 @@ class _Step(NamedTuple):
 
 
 def machine_of_every_day(machine):
-    """In use from half past eight to six on each of 28 days, and still so. Every day counts for
-    every other and no search for better parameters is ever due, so all nights are alike."""
+    """A machine that was in use from half past eight to six on each of 28 days, and is in use now.
+    Each day counts for every other and no search for better parameters is ever due, so all nights
+    are alike."""
     machine.provision(OptimizerInterval=LONGEST_INTERVAL)
     machine.registry.write("DayGrouping", 255, predictor_key(DEFAULT))
     machine.schemes.hibernate_after = USERS_OWN
@@ -50,9 +51,9 @@ def machine_of_every_day(machine):
 
 
 def fail_each(machine, function, error=ACCESS_DENIED):
-    """For each of the calls of a function in a night: lives a night in which it fails, and after it
-    others, the first or second of which is as if nothing had ever failed. Where the predictor has
-    forgotten what it had learnt, that is after a restart with the data file as it was."""
+    """Makes each call of a function in a night fail in turn, and expects that the first or second
+    night after that is as if nothing had failed. Where the predictor forgot what it had learnt,
+    that is expected after a restart with the data file of before."""
     data = without_last_event(machine.data_file(DATA_FILE))
     before = machine.calls.made(function)
     usual = _shape(_night(machine))
@@ -65,7 +66,7 @@ def fail_each(machine, function, error=ACCESS_DENIED):
         outcome.reported.extend(_reported(night))
         outcome.lost.extend((step.name, source) for last, step in zip([None, *night], night)
                             for source in sorted(step.lost - (last.lost if last else set())))
-        # Whoever has lost his timeout sees it, and sets it again.
+        # A user whose timeout was lost notices that and sets it again.
         machine.schemes.hibernate_after = USERS_OWN
         after = _shape(_night(machine))
         if after != usual and where == "idle":
@@ -101,7 +102,7 @@ def _night(machine):
 
 
 def _come_back_for_good_at(machine, time):
-    """A user whom the machine leaves for another sleep wakes it once more."""
+    """If the machine goes back to sleep, its user wakes it once more."""
     step = come_back_at(machine, time)
     if not step.of("suspend"):
         return step
@@ -112,7 +113,7 @@ def _come_back_for_good_at(machine, time):
 
 def _idle_at(machine, time):
     machine.clock.pass_until(time)
-    # On every day a second later than on the last, or less than the time between saves is over.
+    # A second later every day, since a save is due when more than a day has passed.
     machine.clock.pass_time(seconds=(machine.clock.now.date() - _FIRST_DAY).days)
     return machine.notify_idle()
 

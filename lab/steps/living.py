@@ -7,7 +7,7 @@ from machine.clock import local
 
 A_MONDAY = date(2026, 1, 5)
 
-# Of one day after the other.
+# When the user comes and leaves, on one day after the other.
 _COMES = ("07:50", "08:20", "08:00", "09:10")
 _LEAVES = ("18:00", "17:10", "18:00", "16:30", "18:40")
 
@@ -44,7 +44,7 @@ def sixty_days(machine):
         if following > last_day:
             return
         machine.clock.pass_until(local(f"{day} {leave}"))
-        # A search for better parameters that has come to its time ends before the suspend.
+        # A search for better parameters that is due by now ends before the suspend.
         machine.take_step()
         machine.suspend()
         machine.clock.pass_until(local(f"{following} {come}"), awake=False)

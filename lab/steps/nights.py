@@ -43,7 +43,7 @@ def events(step):
 
 
 def stamped(machine, event):
-    """An event as it reads in the event log when it comes now."""
+    """How an event that comes now reads in the event log."""
     now = machine.clock.now
     return f"{now.day}/{now.month}/{now.year} {now.hour}:{now.minute}:{now.second} - {event}"
 

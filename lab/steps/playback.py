@@ -33,8 +33,8 @@ class Sleep:
 
 
 def read_history(data):
-    """The changes in a zs7state.dat, as local times without a zone and whether the machine is asleep
-    from then on; what does not change anything is left out."""
+    """The changes in a zs7state.dat: local times without a zone, and whether the machine is asleep
+    from then on. Entries that change nothing are left out."""
     changes = []
     for entry in history(data[:len(data) - len(data) % ENTRY_SIZE]):
         time = datetime.fromtimestamp(int(entry.time), timezone.utc)
@@ -50,15 +50,15 @@ def write_history(changes):
 
 
 class Playback:
-    """Plays on a machine in the zone UTC, on which the service runs and sees the first change of the
-    history as its start."""
+    """Plays on a machine in the zone UTC, on which the service runs and sees the first change of
+    the history as its start."""
 
     def __init__(self, machine):
         self._machine = machine
         self._sleep = None
         self._armed_until = None
         self._is_hibernated = False
-        self._lay_down_at = None
+        self._fell_asleep_at = None
 
     def sleeps(self, changes):
         """Plays the changes after the first one, sleep by sleep. A sleep that the history leaves
@@ -67,14 +67,14 @@ class Playback:
             if not asleep:
                 continue
             self._machine.clock.pass_until(start)
-            # Before it sleeps it lies idle, and the system does what it does then.
+            # Before it sleeps the machine is idle, and the system does its background tasks.
             self._machine.notify_idle()
             yield self._sleep_until(start, end)
 
     def _sleep_until(self, start, end):
         self._sleep = sleep = Sleep(start)
         self._armed_until = None
-        self._lie_down("suspends")
+        self._fall_asleep("suspends")
         while True:
             time, arrive = min(self._due(end), key=lambda due: due[0])
             self._pass_until(time)
@@ -90,11 +90,11 @@ class Playback:
         return sleep
 
     def _due(self, end):
-        """What comes next, whichever is first; the user first of all."""
+        """What may come next, by its time. The user stands first, for when times are the same."""
         due = [(end, None)]
         timeout = self._timeout()
         if not self._is_hibernated and timeout:
-            due.append((self._lay_down_at + timeout, self._hibernate))
+            due.append((self._fell_asleep_at + timeout, self._hibernate))
         if self._armed_until is not None:
             due.append((self._armed_until, self._be_woken))
         return due
@@ -116,12 +116,12 @@ class Playback:
         step = self._machine.resume()
         self._note("is woken by its timer", step)
         if step.of("suspend"):
-            self._lie_down("goes back to sleep")
+            self._fall_asleep("goes back to sleep")
         else:
-            self._lie_down("is left alone and goes to sleep")
+            self._fall_asleep("is left alone and goes to sleep")
 
-    def _lie_down(self, what):
-        self._lay_down_at = self._machine.clock.now
+    def _fall_asleep(self, what):
+        self._fell_asleep_at = self._machine.clock.now
         self._note(what, self._machine.suspend())
 
     def _pass_until(self, time):
@@ -140,7 +140,7 @@ class Playback:
         self._sleep.moments.append(Moment(now, what, step))
         if any(text.startswith("write timer") for text in step.of("driver")):
             self._armed_until = now + timedelta(minutes=self._machine.driver.armed_minutes)
-        # The last resume gives back what is the user's.
+        # The last resume gives the user's own timeout back.
         if what != "resumes" and any(text.startswith("write") and "hibernate AC" in text
                                      for text in step.of("scheme")):
             self._sleep.timeouts.append(self._timeout())

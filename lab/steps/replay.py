@@ -6,7 +6,7 @@ from pathlib import Path
 
 
 class ReplayFailed(Exception):
-    """The line that it gave for its failure."""
+    """Has the line in which dozewell-replay said why it failed."""
 
 
 class Replay:
@@ -20,7 +20,7 @@ class Replay:
             imported = self._folder / "history.dat"
             self._run("import", "--history", path, "--out", imported)
             return imported.read_bytes()
-        # What it cannot read it says best itself.
+        # If it cannot read the file, it says itself what is wrong.
         self._run("export", "--history", path, "--out", self._folder / "history.csv")
         return path.read_bytes()
 
@@ -31,7 +31,7 @@ class Replay:
         return self.history(made_up)
 
     def learn(self, history, settings=None):
-        """The data file of one who has learnt the history, with the default settings or others."""
+        """The data file that comes of learning a history, with the default settings or others."""
         data = self._folder / "known.z7"
         self._run("learn", "--history", self._known(history), "--data", data,
                   *self._with(settings))

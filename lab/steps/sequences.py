@@ -1,4 +1,4 @@
-"""The steps that the service's start and stop are made of, as the record shows them."""
+"""The steps of the service's start and stop, as the record shows them."""
 
 from machine.machine import IDLE_BACKGROUND_TASK
 from machine.service_control import RUNNING, STOPPED, STOP_PENDING, sent
@@ -22,5 +22,5 @@ END = [
     Entry("setting", "write ServiceStatus 1"),
     sent(STOPPED),
 ]
-# Of the control handler, and then of the service's main routine.
+# What the control handler does, and then the service's main routine.
 STOP = [sent(STOP_PENDING), *END]

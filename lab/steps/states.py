@@ -1,4 +1,4 @@
-"""The states of the sleep controller, and the ways there."""
+"""The states of the sleep controller, and how to get there."""
 
 from machine.lab_device import ENDED_BY_TIMER, WENT_ON_TO_HIBERNATION
 from machine.machine import Step
@@ -10,8 +10,8 @@ GOING_TO_HIBERNATE, BACK_TO_SLEEP = "Spike_S3ToS4", "Spike_S4ToS3"
 
 
 def bring_to(machine, state):
-    """Starts the service at eight, on a machine that has learnt nothing, and takes its controller
-    to a state in which it is at noon."""
+    """Starts the service at eight, on a machine that has learnt nothing, and brings its controller
+    to a state. It is noon then."""
     machine.provision()
     machine.start_service()
     machine.clock.pass_until("2026-01-05 08:30")
@@ -21,9 +21,9 @@ def bring_to(machine, state):
 
 
 def stop(machine):
-    """Stops the service, also when the service control manager would not ask it to."""
+    """Stops the service, even when the service control manager would not ask it to."""
     done_before = len(machine.record.all())
-    # Keeps the process until its handler's answer is here.
+    # Keeps the process from ending before the answer of its handler has arrived.
     with machine.calls.held("UnregisterPowerSettingNotification",
                             lambda: machine.deliver(STOP)):
         pass
