@@ -1,10 +1,9 @@
-"""Calls that are counted from 1 and that fail from one number to another, the system's and the
-driver's alike."""
+"""Calls of the system or the driver that are counted from 1, of which some are to fail."""
 
 FOR_EVER = 0xFFFFFFFF
 
 
 def numbers_of(made, call, times):
-    """The first and last number of `times` calls, from the call-th on after those that were made."""
+    """The numbers of the first and last of `times` calls that begin with the call-th from now."""
     first = made + call
     return first, min(first + times - 1, FOR_EVER)

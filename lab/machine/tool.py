@@ -40,7 +40,7 @@ class Run:
         self._take_step = take_step
 
     def has_ended(self):
-        """For those who have other things to do until then, and ask often."""
+        """To be asked often by a caller who does other things until then."""
         self._watch.look()
         return self._process.poll() is not None
 

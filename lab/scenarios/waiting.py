@@ -1,5 +1,5 @@
-"""How the lab itself waits: a wait fails when nothing goes on any more, and not because the computer is
-busy."""
+"""How the lab itself waits: a wait fails when nothing goes on any more, and never because the
+computer is busy."""
 
 import contextlib
 import os
@@ -51,7 +51,7 @@ def _computing_program(machine):
 
 @contextlib.contextmanager
 def _taken_processor(processor):
-    """Somebody else's program needs a processor all the time."""
+    """A program that is not the machine's takes a processor all the time."""
     other = subprocess.Popen([sys.executable, "-c", LOOP_FOREVER])
     try:
         os.sched_setaffinity(other.pid, {processor})

@@ -1,1 +1,1 @@
-"""What scenarios and played histories are written in: days, nights, states, and what is expected."""
+"""What scenarios are written in: days, nights, states, expectations, played histories."""

@@ -11,9 +11,9 @@ from steps.replay import Replay
 
 
 def run(description, comparisons):
-    """Makes each of comparisons(replay, traces): a name and a function that takes machine and replay,
-    and tells what was compared or throws NotAsExpected. Prints a line for each, and last how many
-    passed and failed. Returns the exit code."""
+    """Makes each of comparisons(replay, traces): a name and a function that takes machine and
+    replay, and tells what was compared or throws NotAsExpected. Prints a line for each, and last
+    how many passed and failed. Returns the exit code."""
     parser = machine_options(description, "play")
     add_replay_option(parser)
     parser.add_argument("--traces", type=Path, help="a folder with histories, as .csv")
