@@ -13,10 +13,10 @@ A_SETTING = ("SETTING: not display-off, sleep-after, hibernate-after, wake-timer
 A_SCHEME = "SCHEME: not balanced, power-saver or high-performance"
 
 
-def _expect_refused(machine, commands):
+def _expect_refused(machine, refused):
     machine.provision()
     machine.start_service()
-    for command, why in commands:
+    for command, why in refused:
         step = failed(machine, command, why, MISUSED)
         expect(step.entries, [], f"what the service did for {command}")
 
