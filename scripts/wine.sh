@@ -29,7 +29,7 @@ create_wine() {
   "${WINE[@]}" wineboot -i </dev/null >/dev/null 2>&1
   # A service on a busy computer may take its time to answer; Wine gives it ten seconds by itself.
   "${WINE[@]}" reg add 'HKLM\System\CurrentControlSet\Control' /v ServicesPipeTimeout \
-    /t REG_DWORD /d 600000 /f </dev/null >/dev/null 2>&1
+    /t REG_SZ /d 600000 /f </dev/null >/dev/null 2>&1
   wineserver -w
 }
 

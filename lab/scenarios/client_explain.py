@@ -9,7 +9,7 @@ from steps.expect import expect, expect_true
 from steps.living import machine_that_knows_office_hours, sixty_days
 from steps.nights import events
 
-README = Path(__file__).resolve().parents[2] / "README.md"
+MANUAL = Path(__file__).resolve().parents[2] / "docs" / "dozewellctl.md"
 EVENING = 'explain --at "2026-02-02 18:00"'
 SIXTIETH_EVENING = 'explain --at "2026-03-05 17:40"'
 IGNORED = "dozewellctl: warning: C:\\ProgramData\\Brevan\\Z7\\cpredict.z7: ignored: "
@@ -35,13 +35,13 @@ def _output(machine, command, error=""):
     return answer.output
 
 
-def the_readme_shows_status_and_explanation_as_they_look(machine):
+def the_manual_shows_status_and_explanation_as_they_look(machine):
     _machine_of_sixty_days(machine)
-    readme = README.read_text("utf-8")
+    manual = MANUAL.read_text("utf-8")
     for command in "status", SIXTIETH_EVENING:
         shown = ["> dozewellctl " + command, *_output(machine, command).splitlines()]
         block = "".join(f"    {line}".rstrip() + "\n" for line in shown)
-        expect_true(block in readme, f"README.md does not show this:\n{block}")
+        expect_true(block in manual, f"{MANUAL.name} does not show this:\n{block}")
 
 
 def the_words_are_those_of_dozewell_replay(machine):
