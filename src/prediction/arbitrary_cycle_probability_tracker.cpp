@@ -65,7 +65,7 @@ void ArbitraryCycleProbabilityTracker::ReloadParameters(std::string) {
   // Comes first, since ReloadWeights may throw.
   probabilities_.SetThresholds(strengthLow_, strengthHigh_);
   ReloadWeights();
-  EstimateSlots(0, Data().slotCount - 1);
+  EstimateAllSlots();
 }
 
 void ArbitraryCycleProbabilityTracker::ReloadWeights() {
@@ -96,17 +96,12 @@ float ArbitraryCycleProbabilityTracker::ReadStrength(const char* key) {
   return ThresholdOf(Atoi(value));
 }
 
-bool ArbitraryCycleProbabilityTracker::PoolsDays() const {
-  return dayGroups_.PoolDays() && Data().daysInCycle == kDaysInWeek &&
-         int64_t{ShapeOf(Data()).SlotsPerDay()} * kDaysInWeek == Data().slotCount;
-}
-
 void ArbitraryCycleProbabilityTracker::SetObservations(int slot, const Observations& observations) {
   probabilities_.Set(slot, EstimateProbability(observations, weights_));
 }
 
 void ArbitraryCycleProbabilityTracker::EstimateSlots(int64_t first, int64_t last) {
-  if (!PoolsDays()) {
+  if (!pool_) {
     for (int64_t i = first; i <= last; ++i) {
       const auto slot = static_cast<int>(i % Data().slotCount);
       SetObservations(slot, ObservationsOf(Data().Slots()[slot]));
@@ -118,17 +113,26 @@ void ArbitraryCycleProbabilityTracker::EstimateSlots(int64_t first, int64_t last
   last = std::min(last, first + slotsPerDay - 1);
   for (int64_t i = first; i <= last; ++i) {
     const auto timeOfDay = static_cast<int>(i % slotsPerDay);
-    const auto pooled = dayGroups_.Pool(Data().Slots(), slotsPerDay, timeOfDay);
     for (int day = 0; day < kDaysInWeek; ++day) {
-      SetObservations(timeOfDay + day * slotsPerDay, pooled[static_cast<size_t>(day)]);
+      const int slot = timeOfDay + day * slotsPerDay;
+      SetObservations(slot, pool_->At(Data().Slots() + slot, day));
     }
   }
+}
+
+void ArbitraryCycleProbabilityTracker::EstimateAllSlots() {
+  const int slotsPerDay = ShapeOf(Data()).SlotsPerDay();
+  const bool week =
+      Data().daysInCycle == kDaysInWeek && int64_t{slotsPerDay} * kDaysInWeek == Data().slotCount;
+  pool_.reset();
+  if (week && dayGroups_.PoolDays()) pool_.emplace(dayGroups_, slotsPerDay);
+  EstimateSlots(0, Data().slotCount - 1);
 }
 
 void ArbitraryCycleProbabilityTracker::StartProbabilities() {
   probabilities_ = ProbabilityMap(Data().slotCount);
   probabilities_.SetThresholds(strengthLow_, strengthHigh_);
-  EstimateSlots(0, Data().slotCount - 1);
+  EstimateAllSlots();
 }
 
 float ArbitraryCycleProbabilityTracker::GetSlotProbability(int slot) {
@@ -136,8 +140,8 @@ float ArbitraryCycleProbabilityTracker::GetSlotProbability(int slot) {
 }
 
 Observations ArbitraryCycleProbabilityTracker::SlotObservations(int slot) const {
-  if (!PoolsDays()) return ObservationsOf(Data().Slots()[slot]);
-  return dayGroups_.PoolSlot(Data().Slots(), ShapeOf(Data()).SlotsPerDay(), slot);
+  const SlotRecord* const record = Data().Slots() + slot;
+  return pool_ ? pool_->At(record, slot / ShapeOf(Data()).SlotsPerDay()) : ObservationsOf(*record);
 }
 
 void ArbitraryCycleProbabilityTracker::ProcessEvent(const TimeLineEvent& event) {

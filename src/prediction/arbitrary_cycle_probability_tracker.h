@@ -10,6 +10,7 @@
 #include "prediction/day_groups.h"
 #include "prediction/probability_map.h"
 #include "prediction/slot_learner.h"
+#include "prediction/slot_pool.h"
 #include "prediction/slot_probability.h"
 #include "prediction/time_line.h"
 #include "prediction/tracker.h"
@@ -50,7 +51,7 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   float StrengthHigh() const { return strengthHigh_; }
   float StrengthLow() const { return strengthLow_; }
   // The groups of days whose observations count together. Null when each slot counts alone.
-  const DayGroups* PooledDays() const { return PoolsDays() ? &dayGroups_ : nullptr; }
+  const DayGroups* PooledDays() const { return pool_ ? &dayGroups_ : nullptr; }
 
  private:
   const TrackerData& Data() const { return learner_->Data(); }
@@ -59,8 +60,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   void ReloadStrengths();
   float ReadStrength(const char* key);
 
-  bool PoolsDays() const;
   void StartProbabilities();
+  void EstimateAllSlots();
   void EstimateSlots(int64_t first, int64_t last);
   void SetObservations(int slot, const Observations& observations);
 
@@ -74,7 +75,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   float strengthLow_ = 0.0F;
   int32_t idleRunLength_ = 0;
   DayGroups dayGroups_{0};
-  // Derived from all members above.
+  // Derived from all members above. There is a pool when days are pooled.
+  std::optional<SlotPool> pool_;
   ProbabilityMap probabilities_;
 };
 

@@ -9,8 +9,8 @@
 #include "optimizer/simulator/simulator.h"
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
-#include "prediction/day_groups.h"
 #include "prediction/slot_learner.h"
+#include "prediction/slot_pool.h"
 
 namespace dozewell {
 namespace {
@@ -25,7 +25,8 @@ constexpr int64_t kSlotsBehindFirst = kIdleStretchMinutes / kSimulatedTimeResolu
 // Collects the slots after each sleep for one day grouping.
 class SlotObserver {
  public:
-  explicit SlotObserver(int32_t dayGrouping) : dayGroups_(dayGrouping) {
+  explicit SlotObserver(int32_t dayGrouping)
+      : pool_(DayGroups(dayGrouping), kSimulatedSlotsPerDay) {
     slots_.firstRun.push_back(0);
   }
 
@@ -39,7 +40,7 @@ class SlotObserver {
     for (int32_t slot = 1; slot <= count; ++slot) {
       slotOfCycle = slotOfCycle + 1 < kSimulatedSlots ? slotOfCycle + 1 : 0;
       const Observations observations =
-          dayGroups_.PoolSlot(records, kSimulatedSlotsPerDay, slotOfCycle);
+          pool_.At(records + slotOfCycle, slotOfCycle / kSimulatedSlotsPerDay);
       if (observations.last == kNone) break;
       if (observations != run) {
         run = observations;
@@ -64,7 +65,7 @@ class SlotObserver {
                            static_cast<float>(observations.count));
   }
 
-  DayGroups dayGroups_;
+  SlotPool pool_;
   ObservedSlots slots_;
 };
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "optimizer/grid/simulated_cycle.h"
-#include "prediction/day_groups.h"
+#include "prediction/slot_pool.h"
 #include "support/random_slots.h"
 
 namespace dozewell {
@@ -19,11 +19,11 @@ TEST_CASE("day groupings of one key pool the same days, and others do not") {
   RandomHistories random(4);
   const std::vector<SlotRecord> slots = RandomSlots(random, kSimulatedSlots);
   const auto poolAll = [&slots](int32_t grouping) {
-    const DayGroups groups(grouping);
+    const SlotPool pool(DayGroups(grouping), kSimulatedSlotsPerDay);
     std::vector<Observations> all;
     all.reserve(kSimulatedSlots);
     for (int slot = 0; slot < kSimulatedSlots; ++slot) {
-      all.push_back(groups.PoolSlot(slots.data(), kSimulatedSlotsPerDay, slot));
+      all.push_back(pool.At(slots.data() + slot, slot / kSimulatedSlotsPerDay));
     }
     return all;
   };
