@@ -1,5 +1,5 @@
-# put_debug_information_apart(TARGET): moves what is for debuggers only out of a program x.exe into
-# x.debug beside it. Does nothing where the compiler keeps it elsewhere by itself.
+# put_debug_information_apart(TARGET): moves the debug information out of a program x.exe into x.debug
+# beside it. Does nothing with compilers that write it into a file of its own.
 function(put_debug_information_apart target)
   if(MINGW)
     set_target_properties(${target} PROPERTIES DEBUG_INFORMATION_APART ON)

@@ -1,5 +1,5 @@
-# add_version_resource(TARGET DESCRIPTION): has a program say, in Explorer and to installers, what it
-# is and of which version. Does nothing for systems without version resources.
+# add_version_resource(TARGET DESCRIPTION): gives a program the description and version that Explorer
+# shows and installers read. Does nothing for systems without version resources.
 function(add_version_resource target description)
   if(WIN32)
     set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
@@ -8,8 +8,8 @@ function(add_version_resource target description)
   endif()
 endfunction()
 
-# add_message_table(TARGET MESSAGES): puts the texts of an .mc file into a program, for the event
-# log's viewers.
+# add_message_table(TARGET MESSAGES): puts the texts of an .mc file into a program, from which event
+# viewers read them.
 function(add_message_table target messages)
   set(compile mc)
   if(MINGW)

@@ -1,5 +1,5 @@
-# The name of a source says what it is for: x_test.cpp tests, x_windows.cpp and x_posix.cpp are the
-# leaf sources of one system, the rest is plain.
+# The name of a source tells its kind: x_test.cpp holds tests, x_windows.cpp and x_posix.cpp are leaf
+# sources for one system, all others are plain.
 if(WIN32)
   set(DOZEWELL_SYSTEM windows)
 else()
@@ -33,9 +33,9 @@ function(room_sources variable kind)
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# unite(TARGET): compiles the target's sources of one room as one, so that what they all include is
-# read once. Names in their unnamed namespaces must differ, then, within a room. Whoever takes
-# something of a united library takes all of it, and must bring the leaves that it calls.
+# unite(TARGET): compiles the target's sources in one folder as one, so that the headers they share
+# are read once. The names in their unnamed namespaces must differ, then. A program that calls one
+# function of a united library links all of it, and needs the leaves that all of it calls.
 function(unite target)
   get_target_property(sources ${target} SOURCES)
   foreach(source IN LISTS sources)
@@ -48,9 +48,25 @@ function(unite target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
 endfunction()
 
-# header_library(NAME HEADER): an interface library for a header-only library of the build machine.
-# A cross build must see that library's headers and none of the machine's own, so they are reached
-# through a folder that holds nothing else.
+# read_common_headers_once(TARGET): precompiles the standard headers that most sources include. The
+# presets without this show that each source includes what it needs.
+function(read_common_headers_once target)
+  target_precompile_headers(${target} PRIVATE <algorithm> <cstddef> <cstdint> <functional> <limits>
+                            <memory> <optional> <stdexcept> <string> <string_view> <utility>
+                            <vector>)
+endfunction()
+
+# build_quickly(TARGET): does not optimize the target's own sources, and leaves debug information out
+# of programs for Windows, which would be giants with it. For tests: they spend their time in the
+# code that they test.
+function(build_quickly target)
+  target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:$<IF:$<BOOL:${MSVC}>,/Od,-O0>>
+                         $<$<BOOL:${MINGW}>:-g0>)
+endfunction()
+
+# header_library(NAME HEADER): an interface library for a header-only library that is installed on
+# the build machine. A cross build must not see the build machine's other headers, so the library is
+# included through a folder that holds nothing else.
 function(header_library name header)
   get_filename_component(folder ${header} DIRECTORY)
   find_path(${name}_headers ${header} PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)

@@ -1,6 +1,6 @@
-# add_rpc_stubs(TARGET SIDE IDL): adds to a target the stubs generated for one side, server or
-# client, of x.idl, and their header x_rpc.h. Server functions are called Serve_X, client ones
-# Call_X.
+# add_rpc_stubs(TARGET SIDE IDL): adds the stubs for one side of x.idl, server or client, to a target,
+# and their header x_rpc.h. Names of server functions begin with Serve_, those of the client with
+# Call_.
 function(add_rpc_stubs target side idl)
   get_filename_component(stem ${idl} NAME_WE)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/rpc_${stem}_${side})
@@ -23,7 +23,7 @@ function(add_rpc_stubs target side idl)
   add_custom_command(OUTPUT ${folder}/${stem}_rpc.h ${stubs} COMMAND ${compile}
                      WORKING_DIRECTORY ${folder} DEPENDS ${idl} VERBATIM)
   if(NOT MSVC)
-    # Generated code is nobody's to mend.
+    # Warnings about generated code help nobody.
     set_source_files_properties(${stubs} PROPERTIES COMPILE_OPTIONS -w)
   endif()
   target_sources(${target} PRIVATE ${stubs} ${folder}/${stem}_rpc.h)

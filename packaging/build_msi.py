@@ -27,7 +27,7 @@ from msi_file import Table, set_package_code
 PACKAGING = Path(__file__).resolve().parent
 ROOT = PACKAGING.parent
 
-# What tells this product from all others, for ever. All other identifiers follow from it.
+# Identifies this product for ever. All other identifiers are derived from it.
 UPGRADE_CODE = uuid.UUID("5B0C1E5E-2A3C-4C61-9F0A-6A0D1F6D8A37")
 ARCHITECTURE = "x64;" + msi_tables.ENGLISH
 
@@ -53,7 +53,7 @@ def documents():
 
 
 def documents_wxs(files):
-    """A component for each document, as installers want it, and the group of all."""
+    """A component for each document, and a group of all these components."""
     lines = ['<Wix xmlns="http://schemas.microsoft.com/wix/2006/wi"><Fragment>']
     for folder, name in files:
         component = "Document." + name.replace("-", "_")
@@ -88,7 +88,7 @@ def run_wixl(folder, msi, version, date):
     shutil.copy(PACKAGING / "dozewell.wxs", folder)
     variables = {"Version": version, "UpgradeCode": str(UPGRADE_CODE).upper(),
                  "ProductCode": identifier(f"product {version}")}
-    # wixl writes the time that it runs at into the package, and its time zone's.
+    # wixl writes the current local time into the package.
     clock = datetime.fromtimestamp(date, timezone.utc).strftime("%Y-%m-%d %H:%M:%S")
     defines = [word for name, value in variables.items() for word in ("-D", f"{name}={value}")]
     subprocess.run(["faketime", "-f", clock, "wixl", "-a", "x64", "-o", msi, *defines,
@@ -133,7 +133,7 @@ def build(programs, out, version):
         stage(folder, programs, date)
         run_wixl(folder, unfinished, version, date)
         complete_tables(folder, unfinished, version)
-        # A package has a code of its own, so that Windows never takes it for another one.
+        # Each package has its own code, so that Windows never confuses two packages.
         set_package_code(unfinished, uuid.UUID(int=0), ARCHITECTURE)
         code = identifier("package " + hashlib.sha256(unfinished.read_bytes()).hexdigest())
         set_package_code(unfinished, code, ARCHITECTURE)

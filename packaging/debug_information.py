@@ -2,8 +2,8 @@
 """Puts the programs' debug information into an archive: debug_information.py --programs FOLDER
 --out ZIP
 
-The build puts it beside the programs. SOURCE_DATE_EPOCH, in seconds since 1970, is what all times
-are set to.
+The build puts it beside the programs. All files get the time SOURCE_DATE_EPOCH, in seconds since
+1970.
 """
 
 import argparse
@@ -28,7 +28,7 @@ def write_archive(programs, out):
 def main():
     parser = argparse.ArgumentParser(description="Archives the programs' debug information.")
     parser.add_argument("--programs", type=Path, required=True,
-                        help="the folder of the programs and what was put apart of them")
+                        help="the folder of the programs and their debug information")
     parser.add_argument("--out", type=Path, required=True, help="the archive")
     options = parser.parse_args()
     write_archive(options.programs, options.out)

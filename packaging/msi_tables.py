@@ -24,16 +24,16 @@ CHOICES = {
 _SET_PROPERTY = 51
 _RUN_OWN_PROGRAM = 2
 _AS_SYSTEM_IN_SCRIPT = 1024 + 2048
-_FAILURE_IS_WELL = 64
+_IGNORE_FAILURE = 64
 
 _INSTALLING = 'NOT REMOVE="ALL"'
-# For good, not for a newer version that comes in its place.
+# The product is removed, not replaced by a newer version.
 _REMOVING = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
 
-# Steps of dozewell-setup: what it is to do, when and in what place, and whether the installation
-# goes on without. The user's timeouts come back before the service is stopped (1900), its process
-# ends before its file is deleted (3500) or replaced (4000); the folder is safe and the restarts are
-# set before it is started (5900).
+# Steps of dozewell-setup: the command, the condition, the place in the sequence, and whether the
+# installation goes on if the step fails. The user's timeouts are restored before the service is
+# stopped (1900). Its process ends before its file is deleted (3500) or replaced (4000). The folder
+# is secured and the restarts are set before the service is started (5900).
 _STEPS = {
     "RestoreMachine": ("restore", _REMOVING, 1850, True),
     "AwaitServiceEnd": ("await-end", "Installed", 1950, True),
@@ -70,11 +70,11 @@ def added_rows():
             *((f"Choice.{choice}", _MACHINE, _CHOICES, choice, f"[{choice}]", SERVICE)
               for choice in choices),
         ],
-        # Folders that hold only folders go with the product because they are said to come with it.
+        # A folder that holds only folders is removed with the product if the product creates it.
         "CreateFolder": [("BREVANFOLDER", SERVICE)],
         "Environment": [("Path", "=-*PATH", "[~];[INSTALLFOLDER]", TOOLS)],
         "AppSearch": [(f"Chosen.{choice}", f"Chosen.{choice}") for choice in choices],
-        # A text, looked for in the 64-bit registry.
+        # 18: a text in the 64-bit registry.
         "RegLocator": [(f"Chosen.{choice}", _MACHINE, _CHOICES, choice, "18")
                        for choice in choices],
         "LaunchCondition": [(_is_valid(choice, largest),
@@ -86,12 +86,12 @@ def added_rows():
             *((f"Take.{choice}", str(_SET_PROPERTY), CHOICES[choice][0], f"[{choice}]", "")
               for choice in choices),
             *((action, str(_RUN_OWN_PROGRAM + _AS_SYSTEM_IN_SCRIPT +
-                           (_FAILURE_IS_WELL if goes_on else 0)), "Setup", step, "")
+                           (_IGNORE_FAILURE if goes_on else 0)), "Setup", step, "")
               for action, (step, _, _, goes_on) in _STEPS.items()),
         ],
         "InstallExecuteSequence": [
             ("AppSearch", "", "50"),
-            # What is given now counts more than what was chosen before.
+            # A choice made now replaces the one that an earlier installation remembered.
             *((f"Remember.{choice}", f"NOT {choice} AND Chosen.{choice}", str(51 + place))
               for place, choice in enumerate(choices)),
             *((f"Take.{choice}", choice, str(61 + place))
@@ -115,14 +115,14 @@ def changed_cells(version):
         "Property": {"SecureCustomProperties": {"Value": ";".join([
             "INSTALLFOLDER", "REMOVEDATA", "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED",
             *sorted(CHOICES)])}},
-        # An installation without its service is none.
+        # Without its service, the installation fails.
         "ServiceInstall": {"DozewellService": {"ErrorControl": str(1 + 0x8000)}},
-        # Where a failure brings the version before back.
+        # A failure after this point brings the previous version back.
         "InstallExecuteSequence": {"RemoveExistingProducts": {"Sequence": "1501"}},
     }
 
 
-# Files with a version are told apart by that, not by their content.
+# Windows compares files that have a version by the version, not by their hash.
 DELETED_ROWS = {"MsiFileHash": PROGRAMS}
 
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Judges default settings walking forward: what was chosen on the first part of a history is judged
-on the weeks after it, which had no part in the choice. Prints three tables in Markdown:
+"""Judges default settings by walking forward: parameters are chosen on the first part of a history
+and judged on the weeks after it. Prints three tables in Markdown:
 
 - what the parameters that hold before the first search should be;
 - what the strengths of the settings come to, beside fixed timeouts and the best possible;
@@ -36,7 +36,7 @@ SET_KEYS = ("FirstLastWeight", "SecondLastWeight", "AgregationWeight", "Strength
 FIXED = {"10": "10 minutes", "30": "30 minutes", "60": "60 minutes", "180": "180 minutes",
          "0": "never"}
 
-# All that may hold before the first search.
+# All parameters that are tried for the time before the first search.
 FIRST_MONTH_RANGES = {
     "StrengthHighRange": "2 5 10 15 20 25 30 40 50 60 70 80 100",
     "StrengthLowRange": "2 5 10 15 20 25 30 40 50 60 70 80 100",
@@ -45,7 +45,7 @@ FIRST_MONTH_RANGES = {
     "DayGroupingRange": "0 12 255",
 }
 
-# What else the settings might hold.
+# Changes to the settings that are tried.
 ALTERNATIVES = {
     "as they are": {},
     "30 days of history": {"HistoryLimit": "30"},
@@ -70,7 +70,7 @@ ALTERNATIVES = {
 
 
 class Outcomes(namedtuple("Outcomes", "asleep hibernated from_sleep from_hibernation")):
-    """What sleeps come to: seconds, and numbers of resumes."""
+    """Seconds asleep and hibernated, and numbers of resumes."""
 
     def __add__(self, other):
         return Outcomes(*(a + b for a, b in zip(self, other)))
@@ -97,7 +97,7 @@ NOTHING = Outcomes(0, 0, 0, 0)
 
 
 class Settings:
-    """The settings file, or what is like it but for some values."""
+    """The settings file, with some values changed."""
 
     def __init__(self, path, changes=()):
         self.values = configparser.ConfigParser()
@@ -122,7 +122,7 @@ class Settings:
 
 
 class Tool:
-    """dozewell-replay, asked for a file each time."""
+    """Runs dozewell-replay on files."""
 
     def __init__(self, program, folder):
         self._program = program
@@ -144,7 +144,7 @@ class Tool:
         return [best["value"] for best in json.loads(found)["best"]]
 
     def each_set(self, records, settings):
-        """Pairs of a set and what it comes to."""
+        """Pairs of a set and its outcomes."""
         lines = self._run("search", "--history", self.records_file(records), "--settings",
                           self._settings_file(settings), "--each", "--json").splitlines()
         for line in lines[:-1]:
@@ -154,7 +154,7 @@ class Tool:
 
     @lru_cache(maxsize=None)
     def compare(self, records_file, parameters):
-        """What everything comes to, by its name, with the set as the settings."""
+        """The outcomes of all choices by their names, with the set as the settings."""
         values = configparser.ConfigParser()
         values.optionxform = str
         values[SECTION] = {"DaysInCycle": "7", **dict(zip(SET_KEYS, parameters.split(",")))}
@@ -180,7 +180,7 @@ class Tool:
         digest = hashlib.sha256(text.encode()).hexdigest()[:24]
         path = Path(self._folder, digest + suffix)
         if not path.exists():
-            # Others may want the same file right now, and nobody half of it.
+            # Another thread may be writing the same file; nobody may read half of it.
             with tempfile.NamedTemporaryFile("w", dir=self._folder, delete=False) as unfinished:
                 unfinished.write(text)
             os.replace(unfinished.name, path)
@@ -195,7 +195,7 @@ class Tool:
 
 
 class History:
-    """Records, and how the walk through them goes."""
+    """Records, and the steps of the walk through them."""
 
     def __init__(self, group, text):
         self.group = group  # those of one group count as one
@@ -228,14 +228,14 @@ class History:
 
 
 def fold_outcomes(tool, history, start, end, parameters):
-    """Of the weeks from `start` to `end`, with all learnt that was before."""
+    """Outcomes of the weeks from `start` to `end`, with everything before them learnt."""
     after = tool.compare(tool.records_file(history.until(end)), parameters)
     before = tool.compare(tool.records_file(history.until(start)), parameters)
     return {name: after[name] - before[name] for name in after}
 
 
 def walk(tool, history, settings, timeout):
-    """What the weeks after the first part come to: by strength, and with everything else."""
+    """Outcomes of the weeks after the first part: by strength, and of all other choices."""
     strengths = [NOTHING] * len(settings.weights)
     others = {}
     for start, end in history.folds():
@@ -258,7 +258,7 @@ def mean(numbers):
 
 
 def by_group(histories, items):
-    """What belongs to the histories of each group."""
+    """The items that belong to the histories of each group."""
     groups = {}
     for history, item in zip(histories, items):
         groups.setdefault(history.group, []).append(item)

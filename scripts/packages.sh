@@ -1,8 +1,9 @@
-# Sourced: need_packages NAME... makes sure that Debian packages are installed, as root by
-# installing what is missing, else by saying how.
+# shellcheck shell=bash disable=SC2034
+# Sourced: need_packages NAME... makes sure that Debian packages are installed. It installs what is
+# missing when it runs as root; otherwise it says how to install it, and exits.
 
 need_packages() {
-  local missing=() name
+  local missing=() name output
   for name in "$@"; do
     [[ $(dpkg-query -W -f='${Status}' "$name" 2>/dev/null) == "install ok installed" ]] ||
       missing+=("$name")
@@ -14,18 +15,27 @@ need_packages() {
   fi
   echo "Installing ${missing[*]}"
   export DEBIAN_FRONTEND=noninteractive
-  if ! { apt-get update -qq && apt-get install -qq -y --no-install-recommends "${missing[@]}"; } \
-    >/tmp/dozewell-packages.log 2>&1; then
-    tail -n 5 /tmp/dozewell-packages.log >&2
+  if ! output=$({ apt-get update -qq &&
+    apt-get install -qq -y --no-install-recommends "${missing[@]}"; } 2>&1); then
+    tail -n 5 <<<"$output" >&2
     echo "Packages could not be installed: ${missing[*]}" >&2
     exit 1
   fi
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
+# Sanitizers and fuzzing come with clang.
+CLANG_PACKAGES=(clang libclang-rt-14-dev)
+CROSS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools)
+PYTHON_PACKAGES=(python3)
+# To run what was built for Windows.
+WINE_PACKAGES=(wine wine64 winbind tzdata)
 # To build for Windows and run what was built.
-WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools python3 tzdata wine wine64 winbind)
+WINDOWS_PACKAGES=("${CROSS_PACKAGES[@]}" "${PYTHON_PACKAGES[@]}" "${WINE_PACKAGES[@]}")
 # To make an installer package of that.
 PACKAGING_PACKAGES=(wixl msitools faketime git)
-TEST_PACKAGES=("${WINDOWS_PACKAGES[@]}" "${PACKAGING_PACKAGES[@]}"
-               clang clang-format clang-tidy libclang-rt-14-dev chromium fonts-liberation)
+FORMAT_PACKAGES=(clang-format)
+TIDY_PACKAGES=(clang-tidy)
+PYFLAKES_PACKAGES=(pyflakes3)
+SHELLCHECK_PACKAGES=(shellcheck)
+BROWSER_PACKAGES=(chromium fonts-liberation)

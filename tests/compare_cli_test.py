@@ -1,14 +1,14 @@
-#!/usr/bin/env python3
 """Tests `dozewell-replay compare` from outside.
 
-    compare_cli_test.py --tool build/native/dozewell-replay
-    compare_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+    python3 -m tests.compare_cli_test --tool build/native/dozewell-replay
+    python3 -m tests.compare_cli_test --tool "wine build/windows/dozewell-replay.exe"
 """
 
 import json
 import sys
 
-from replay_cli_test import DAY, ROOT, contains, equal, main
+from tests.support.cli import DAY, ROOT, main
+from tests.support.expect import contains, equal
 
 MINUTE = 60
 HOUR = 60 * MINUTE
@@ -19,7 +19,7 @@ SLEEPS = DAYS - 1
 HISTORY = "".join("%d,0\n%d,1\n" % (start, start + 4 * HOUR)
                   for start in range(8 * HOUR + 5 * MINUTE, DAYS * DAY, DAY))
 
-# All days are one group, so that one day tells what the next is like.
+# All days are one group, so that each day predicts the next.
 GIVEN = """\
 [CyclicProbabilityPredictor]
 DaysInCycle=7
@@ -59,7 +59,7 @@ def fixed(minutes, name=None, **value):
                   **value)
 
 
-# Nothing is known of the first sleep. From then on only the first and the last five minutes of a
+# Nothing is known at the first sleep. In later ones only the first and the last five minutes of a
 # sleep are outside whole slots.
 LEARNT = (20 * HOUR + (SLEEPS - 1) * 10 * MINUTE, (SLEEPS - 1) * (20 * HOUR - 10 * MINUTE),
           SLEEPS, 0)
@@ -115,7 +115,7 @@ def test_where_no_set_is_better_the_fixed_timeout_stays(tool):
 
 
 def test_an_empty_set_changes_nothing(tool):
-    # No set reaches more than 0, and neither does a timeout that never hibernates.
+    # No set scores more than 0, and neither does a timeout that never hibernates.
     settings = GIVEN + RANGES.replace("0, 40", "99") + "WR=0\n"
     equal(choices(tool, settings, "--hibernate-after", "0")["Best0"],
           choice("Best0", *LEARNT, value=",,,,,"))
@@ -140,7 +140,7 @@ def test_the_default_settings_give_each_strength_a_set(tool):
     adopted = [choice for choice in compared["choices"] if choice["name"].startswith("Best")]
     equal([choice["name"] for choice in adopted], ["Best0", "Best1", "Best2", "Best3", "Best4"])
     equal([choice["name"] for choice in adopted if choice["value"] == "-1"], [])
-    # The greater the strength, the fewer wait, and the more power it takes.
+    # With a greater strength, fewer resumes wait and the machine sleeps longer.
     waits = [choice["resumesFromHibernate"] for choice in adopted]
     equal(waits, sorted(waits, reverse=True))
     asleep = [choice["sleepSeconds"] for choice in adopted]

@@ -1,15 +1,14 @@
-#!/usr/bin/env python3
 """Tests dozewellctl from outside under Wine, against a service that runs in a console and one that
-is installed. Neither finds the driver's device or the power scheme, so what needs these is refused.
+is installed. Neither finds the driver's device or a power scheme, so their commands are refused.
 
-    ctl_cli_test.py --wine "wine" --folder build/windows
+    python3 -m tests.ctl_cli_test --wine "wine" --folder build/windows
 
 Works on the machine that WINEPREFIX names: it empties this product's registry keys and data folder
 there, and installs and uninstalls the service.
 """
 
-import argparse
 import contextlib
+import functools
 import json
 import os
 import re
@@ -19,14 +18,12 @@ import signal
 import subprocess
 import sys
 import time
-import traceback
 from pathlib import Path
 
-from replay_cli_test import SETTINGS
+from tests.support.cases import option_parser, run, tests_in
+from tests.support.cli import ROOT, SETTINGS
+from tests.support.expect import HANG_SECONDS, contains, equal, matches, wait_until
 
-ROOT = Path(__file__).resolve().parents[1]
-RUN_SECONDS = 60
-START_SECONDS = 30
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
 ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
 SECTION = r"\Predictors\CyclicProbabilityPredictor"
@@ -68,7 +65,7 @@ class Machine:
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", subprocess.PIPE)
         return subprocess.run([*self.wine, program, *arguments], cwd=self.scratch,
-                              stderr=subprocess.PIPE, timeout=RUN_SECONDS, **options)
+                              stderr=subprocess.PIPE, timeout=HANG_SECONDS, check=False, **options)
 
     def program(self, name):
         return str(self.programs / (name + ".exe"))
@@ -85,7 +82,7 @@ class Machine:
         return out
 
     def fails(self, expected_code, error, *arguments, **options):
-        """Runs into an error, whose one line is all that is printed."""
+        """Fails with an error, and prints nothing but one line for it."""
         code, out, err = self.ctl(*arguments, **options)
         equal(err, "dozewellctl: %s\n" % error)
         equal(code, expected_code)
@@ -118,13 +115,13 @@ class Machine:
         process = self.start(self.program("DozewellService"), "-local", stdin=subprocess.DEVNULL,
                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
-            wait_until(lambda: self.ctl("ping")[0] == 0)
+            wait_until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
             yield
         finally:
-            # Arrives there as Ctrl+C.
+            # The service sees this as Ctrl+C.
             process.send_signal(signal.SIGINT)
             try:
-                process.wait(RUN_SECONDS)
+                process.wait(HANG_SECONDS)
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
@@ -137,27 +134,9 @@ class Machine:
         self.reg("delete", ROOT_KEY, "/f")
 
 
-def equal(got, expected):
-    if got != expected:
-        raise AssertionError("got      %r\nexpected %r" % (got, expected))
-
-
-def contains(text, part):
-    if part not in text:
-        raise AssertionError("%r lacks %r" % (text, part))
-
-
-def matches(text, pattern):
-    if not re.fullmatch(pattern, text):
-        raise AssertionError("%r is not %r" % (text, pattern))
-
-
-def wait_until(condition):
-    end = time.monotonic() + START_SECONDS
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError("waited for %d seconds in vain" % START_SECONDS)
-        time.sleep(0.1)
+def await_controller(machine):
+    wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
+               "the controller is not started")
 
 
 # The command line itself
@@ -168,7 +147,7 @@ def test_no_command(machine):
         machine.fails(2, "no command; dozewellctl %s --help lists them" % group, group)
 
 
-def test_arguments_that_nobody_knows(machine):
+def test_unknown_arguments(machine):
     unexpected = "The following argument was not expected: "
     machine.fails(2, unexpected + "forget", "forget")
     machine.fails(2, unexpected + "--json", "--json")
@@ -222,7 +201,7 @@ def test_help_of_each_command(machine):
         contains(text, "Usage: dozewellctl %s [OPTIONS]" % command)
         contains(text, "--json")
         equal([line for line in text.splitlines() if len(line) > 110], [])
-        # Each example is understood: what ends it is that there is no service.
+        # Each example is understood: it fails only because there is no service.
         examples = re.findall(r"^  dozewellctl (.*)$", text, re.MULTILINE)
         if not examples:
             raise AssertionError("no example of " + command)
@@ -329,7 +308,7 @@ def test_report_is_that_of_the_replay_tool(machine):
     done = machine.run(replay, "report", "--history", "h.csv", "--data", "d.z7", "--settings",
                        "s.ini", "--now", time.strftime("%Y-%m-%dT%H:%M:00", now), "--out", "r.html")
     equal((done.returncode, done.stderr), (0, b""))
-    # Not shown, since it is long.
+    # The page is too long to be printed when it differs.
     equal(page == (machine.scratch / "r.html").read_text(), True)
 
 
@@ -378,7 +357,7 @@ def test_import_of_an_event_log(machine):
     contains(out, "\nC:\\ProgramData\\Brevan\\Z7\\cpredict.z7: learnt\n")
     for name, expected in (("zs7state.dat", "h.dat"), ("cpredict.z7", "d.z7")):
         equal((machine.data / name).read_bytes(), (machine.scratch / expected).read_bytes())
-    # What was learnt is what the service goes on from.
+    # The service would continue from what was learnt.
     machine.works("explain")
     again = json.loads(machine.works("import-history", "--from", "week.xml", "--json"))
     equal((again["records"], again["added"], again["learnt"]), (24, 0, False))
@@ -459,7 +438,7 @@ def test_reset_asks_first(machine):
     machine.provision()
     question = "The service will forget all that it has learnt. Go on? [y/N] "
     with machine.service():
-        wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1")
+        await_controller(machine)
         for answer in (b"", b"\n", b"n\n", b"yeah\n", b"no, yes\n"):
             code, out, err = machine.ctl("reset-history", stdin=None, input=answer)
             end_of_line = "" if answer else "\n"
@@ -475,7 +454,7 @@ def test_reset_asks_first(machine):
 def test_status_of_a_service_in_a_console(machine):
     machine.provision()
     with machine.service():
-        wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1")
+        await_controller(machine)
         out = machine.works("status")
         equal([line for line in out.splitlines() if len(line) > 100], [])
         equal(out.splitlines()[:5], [
@@ -505,18 +484,19 @@ def test_an_installed_service(machine):
     machine.provision(attempts=1)
     service = machine.program("DozewellService")
     try:
-        # The service must not hold this end of a pipe.
+        # The service would keep a pipe open.
         machine.run(service, "-i", stdout=subprocess.DEVNULL)
-        wait_until(lambda: machine.ctl("ping")[0] == 0)
+        wait_until(lambda: machine.ctl("ping")[0] == 0, "the service does not answer")
         out = machine.works("status")
         contains(out, "Service             running\n")
-        # The first start counted, and no more.
+        # Only the first start counted.
         contains(out, "Start attempts      1 of 1: the controller starts with the service\n")
         contains(out, "Controller          may run: at the latest from the next start attempt on\n")
         machine.fails(1, "the service must be stopped, but its state is running; as administrator, "
                       "net stop DozewellService stops it", "import-history", "--from", str(WEEK))
         equal(machine.run("net", "stop", "DozewellService").returncode, 0)
-        wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout)
+        wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout,
+                   "the service does not stop")
         machine.fails(3, STOPPED, "ping")
         machine.fails(3, STOPPED, "enable", "--json")
         code, out, err = machine.ctl("status")
@@ -524,35 +504,27 @@ def test_an_installed_service(machine):
         contains(out, "Service             stopped\n")
     finally:
         machine.run(service, "-u", stdout=subprocess.DEVNULL)
-    wait_until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED)
+    wait_until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED,
+               "the service stays installed")
 
 
-def run_test(test, machine):
+def on_a_clean_machine(test, machine):
     machine.clean()
-    try:
-        test(machine)
-        return True
-    except (AssertionError, OSError, subprocess.SubprocessError, ValueError, KeyError):
-        print("FAILED %s\n%s" % (test.__name__, traceback.format_exc()), flush=True)
-        return False
+    test(machine)
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser = option_parser(__doc__)
     parser.add_argument("--wine", required=True, help="command that starts a Windows program")
     parser.add_argument("--folder", required=True, help="folder of the programs")
-    parser.add_argument("--only", default="", help="run only tests whose names hold this text")
     options = parser.parse_args()
     if "WINEPREFIX" not in os.environ:
         parser.error("WINEPREFIX names no machine that may be changed")
     machine = Machine(options.wine, options.folder)
-    tests = [test for name, test in sorted(globals().items())
-             if name.startswith("test_") and options.only in name]
-    results = [run_test(test, machine) for test in tests]
+    exit_code = run([(name, functools.partial(on_a_clean_machine, test, machine))
+                     for name, test in tests_in(globals())], options.words)
     machine.clean()
-    print("%d passed, %d failed" % (sum(results), len(results) - sum(results)))
-    return 0 if all(results) and results else 1
+    return exit_code
 
 
 if __name__ == "__main__":

@@ -1,8 +1,7 @@
-#!/usr/bin/env python3
 """Tests `dozewell-replay import --from-event-log` from outside, on captures of event logs.
 
-    event_log_cli_test.py --tool build/native/dozewell-replay
-    event_log_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+    python3 -m tests.event_log_cli_test --tool build/native/dozewell-replay
+    python3 -m tests.event_log_cli_test --tool "wine build/windows/dozewell-replay.exe"
 """
 
 import datetime
@@ -11,16 +10,17 @@ import shutil
 import struct
 import sys
 
-from replay_cli_test import ROOT, SETTINGS, contains, equal, main
+from tests.support.cli import ROOT, SETTINGS, main
+from tests.support.expect import contains, equal
 
 LOGS = ROOT / "tests" / "event_logs"
 CENTRAL_EUROPE = "CET-1CEST,M3.5.0,M10.5.0/3"
 NEW_YORK = "EST5EDT,M3.2.0,M11.1.0"
 JAPAN = "JST-9"
 
-# What the machine of week.xml did. It fell asleep at 02:30 before the clocks were put back, and woke
-# at 02:10 after that. It woke by a timer on Wednesday at 03:00, and used that to hibernate at 20:30
-# on Monday; both are no use. On Wednesday it lost power.
+# When the machine of week.xml was used. It fell asleep at 02:30 before the clocks were put back and
+# woke at 02:10 after that. A timer woke it on Monday at 20:30, when it hibernated, and on Wednesday
+# at 03:00; neither counts as use. On Wednesday it lost power.
 WEEK = """\
 2026-10-19 07:58:10 in use
 2026-10-19 12:01:00 asleep
@@ -55,8 +55,8 @@ SPRING = """\
 2026-03-29 09:00:00 in use
 2026-03-29 22:00:00 asleep
 """
-# The battery of the clock was empty, so that it began in 2009: on 2 June it was set later, on 3 June
-# it was not. On 4 June it was set back by an hour.
+# The clock's battery was empty, so the clock started in 2009 twice. On 2 June it was set afterwards,
+# on 3 June it was not. On 4 June it was set back by an hour.
 CLOCK = """\
 2026-06-01 08:00:00 in use
 2026-06-01 17:00:00 asleep
@@ -65,7 +65,7 @@ CLOCK = """\
 2026-06-04 09:00:00 in use
 2026-06-04 12:00:00 asleep
 """
-# Modern standby, out of which the machine once went on into hibernation.
+# Modern standby; once the machine went from it into hibernation.
 STANDBY = """\
 2026-05-11 08:00:00 in use
 2026-05-11 12:00:00 asleep
@@ -74,7 +74,7 @@ STANDBY = """\
 2026-05-12 07:30:01 in use
 2026-05-12 17:00:00 asleep
 """
-# A system that tells of a wake in one event only.
+# This system logs only one event for a wake.
 POWERSHELL = """\
 2026-03-07 08:00:00 in use
 2026-03-08 00:30:00 asleep
@@ -106,7 +106,7 @@ def told(tool, name="h.dat"):
 
 
 def imported(tool, name, zone):
-    """What a capture tells, and what the tool says of it."""
+    """The history that is made of a capture, and what the tool prints."""
     out = run_import(tool, capture(tool, name), "--out", "h.dat", zone=zone)
     return told(tool), out
 
@@ -121,7 +121,7 @@ def write_history(tool, name, *lines):
                               for time, asleep in lines))
 
 
-# What logs tell
+# What is read from logs
 
 def test_a_week_of_a_laptop(tool):
     history, out = imported(tool, "week.xml", CENTRAL_EUROPE)
@@ -261,7 +261,7 @@ def test_settings_that_make_no_predictor_leave_nothing_behind(tool):
     equal(tool.files(), before)
 
 
-# What is wrong
+# Errors
 
 def fails(tool, error, *arguments):
     before = tool.files()
@@ -299,7 +299,7 @@ def test_files_that_cannot_be_read_or_written(tool):
     fails(tool, "no/h.dat: cannot be written" + missing, "week.xml", "--out", "no/h.dat")
     fails(tool, "none.ini: cannot be read" + missing, "week.xml", "--out", "h.dat", "--data", "d",
           "--settings", "none.ini")
-    # What was learnt is not put in place either.
+    # The learnt data is not written either.
     fails(tool, "no/h.dat: cannot be written" + missing, "week.xml", "--out", "no/h.dat", "--data",
           "d.z7")
 

@@ -1,17 +1,16 @@
-#!/usr/bin/env python3
 """Tests the installer package: what its tables tell Windows, that the same inputs give the same
 bytes, and, under Wine, what is on a machine after it was installed, repaired, upgraded and removed.
 
-    installer_test.py --wine "wine" --programs build/windows --out build/installer-test
+    python3 -m tests.installer_test --wine wine --programs build/windows --out build/installer-test
 
 Works on the machine that WINEPREFIX names, on which the product must not be installed: it empties
 this product's registry keys and data folder there. Wine's installer does not show a service's
 delayed start and restarts, nor whose rights an action has; of these only the tables are tested.
 """
 
-import argparse
 import configparser
 import contextlib
+import functools
 import hashlib
 import inspect
 import os
@@ -21,15 +20,14 @@ import shutil
 import struct
 import subprocess
 import sys
-import time
-import traceback
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[1]
+from tests.support.cases import option_parser, run, tests_in
+from tests.support.cli import ROOT
+from tests.support.expect import HANG_SECONDS, equal, wait_until
+
 VERSION = (ROOT / "VERSION").read_text("utf-8").strip()
 NEXT_VERSION = re.sub(r"\d+$", lambda last: str(int(last.group()) + 1), VERSION)
-RUN_SECONDS = 60
-SETTLE_SECONDS = 10
 DATE = "1790000000"
 
 PRODUCT_KEY = r"HKLM\SOFTWARE\Corisk"
@@ -45,7 +43,7 @@ PROGRAMS = ("DozewellService", "dozewellctl", "dozewell-replay")
 INSTALL_ERROR = 1603 & 0xFF  # Wine passes on the lowest byte
 INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 
-# What a service that was installed by a package without choices has been told.
+# The properties that an administrator may give.
 CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
 
 
@@ -69,7 +67,7 @@ class Package:
         return [dict(zip(columns, row)) for row in rows]
 
     def cells(self, table, key, value):
-        """One column of a table by another."""
+        """The cells of one column of a table, by those of another."""
         return {row[key]: row[value] for row in self.table(table)}
 
     @property
@@ -77,7 +75,7 @@ class Package:
         return self.cells("Property", "Property", "Value")
 
     def contents(self):
-        """Digests of the installed files by their path, as the list beside the package has them."""
+        """Digests of the installed files by their path, from the list beside the package."""
         lines = self.path.with_suffix(".contents.txt").read_text("utf-8").splitlines()
         rows = [re.fullmatch(r"([0-9a-f]{64}) +(\d+)  (\S+)", line).groups() for line in lines]
         return {path: digest for digest, _, path in rows}
@@ -89,7 +87,7 @@ class Package:
 
 
 def default_values():
-    """What default-settings.ini has, as the registry is to show it: by key, then by name."""
+    """The values of default-settings.ini as the registry must show them: by key, then by name."""
     ini = configparser.ConfigParser(interpolation=None)
     ini.optionxform = str
     ini.read(ROOT / "packaging" / "default-settings.ini", "utf-8")
@@ -121,9 +119,9 @@ class Machine:
         self.package, self.next_package = packages.this, packages.following
 
     def run(self, *command):
-        # In a folder without programs, which would be found first.
+        # Programs of the current folder would be found first; this one has none.
         done = subprocess.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=RUN_SECONDS, check=False)
+                              capture_output=True, timeout=HANG_SECONDS, check=False)
         return done.returncode, done.stdout.decode(errors="replace").replace("\r\n", "\n")
 
     def msiexec(self, option, package, **properties):
@@ -135,7 +133,7 @@ class Machine:
         equal(self.msiexec("/i", package or self.package, **properties), 0)
 
     def repair(self, package=None, **properties):
-        # Wine's msiexec has no /fa, which stands for this.
+        # These options are what /fa stands for, which Wine's msiexec does not know.
         equal(self.msiexec("/i", package or self.package, REINSTALL="ALL", REINSTALLMODE="amus",
                            **properties), 0)
 
@@ -167,7 +165,7 @@ class Machine:
         return re.search(r"STATE +: \d+ +(\w+)", text).group(1) if code == 0 else None
 
     def ctl(self, *arguments):
-        # Found by its name alone, in the folders of the machine's path.
+        # By its name alone, so that it must be in a folder of the machine's path.
         return self.run("dozewellctl", *arguments)
 
     def installed_files(self):
@@ -200,7 +198,7 @@ class Machine:
                 is_key = line.startswith("[")
                 if is_key:
                     key = line[1:-1].replace("HKEY_LOCAL_MACHINE", "HKLM", 1)
-                # Wine's installer leaves keys of its own behind, with nothing in them.
+                # Wine's installer leaves empty keys behind.
                 if not (is_key and r"\CurrentVersion\Installer" in key):
                     found.add(key if is_key else f"{key}: {line}")
         return found
@@ -220,27 +218,14 @@ def digest(path):
     return hashlib.sha256(path.read_bytes()).hexdigest()
 
 
-def equal(got, expected, what=""):
-    if got != expected:
-        raise AssertionError("%s\ngot      %r\nexpected %r" % (what, got, expected))
-
-
 def changes(machine, before):
-    """What came to and went from the machine's folders and registry."""
+    """What was added to and removed from the machine's folders and registry."""
     after = machine.everything()
     return after - before, before - after
 
 
-def wait_until(condition, what):
-    end = time.monotonic() + SETTLE_SECONDS
-    while not condition():
-        if time.monotonic() > end:
-            raise AssertionError("waited in vain: " + what)
-        time.sleep(0.05)
-
-
 def expect_installed(machine, package, **chosen):
-    """Everything that an installation leaves on a machine, with the choices made."""
+    """Checks everything that an installation with these choices leaves on a machine."""
     equal(machine.installed_files(), package.contents(), "files")
     expected = default_values()
     section = expected[Z7_KEY + r"\Default" + SECTION]
@@ -287,7 +272,7 @@ def path_entries(machine):
 
 
 def learn(machine):
-    """Learnt data, and live settings like those that the service and its clients write."""
+    """Writes learnt data, and live settings as the service and its clients do."""
     (machine.data / "zs7state.dat").write_bytes(b"learnt")
     machine.set_value(Z7_KEY + r"\Current", "EnableZ7Feature", "REG_DWORD", 1)
     machine.set_value(Z7_KEY + r"\Current" + SECTION, "Strength", "REG_SZ", "7")
@@ -305,7 +290,7 @@ def test_the_same_inputs_give_the_same_bytes(packages):
     out = packages.out
     copies = out / "copies"
     shutil.rmtree(copies, ignore_errors=True)
-    # The same programs in another place, of another date, at another time.
+    # The same programs in another folder and with another date, packed at another time.
     shutil.copytree(packages.programs, copies, ignore=lambda folder, names: [
         name for name in names if not name.startswith(("dozewell", "Dozewell"))])
     again = build_package(copies, out / "again", VERSION, TZ="Asia/Tokyo", LC_ALL="C")
@@ -360,11 +345,11 @@ def test_the_service_is_described_to_windows(packages):
     service, = packages.this.table("ServiceInstall")
     equal((service["Name"], service["DisplayName"], service["Description"]),
           ("DozewellService", "DozewellService", "Brevan dozewell service"))
-    # A process of its own; automatic; an installation without it fails.
+    # It has its own process and starts automatically; without it the installation fails.
     equal((service["ServiceType"], service["StartType"], service["ErrorControl"]),
           ("16", "2", "32769"))
     control, = packages.this.table("ServiceControl")
-    # Started and stopped when installed, stopped and deleted when removed; each is waited for.
+    # It is started and stopped by installing, stopped and deleted by removing, each with a wait.
     equal((control["Name"], int(control["Event"]), control["Wait"]),
           ("DozewellService", 0x1 + 0x2 + 0x20 + 0x80, "1"))
 
@@ -444,7 +429,7 @@ def test_choices_are_laid_down(machine):
     equal(machine.value(Z7_KEY + r"\Current", "ServiceFeedback"), None)
 
 
-def test_choices_that_make_no_sense_are_refused(machine):
+def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
                           ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes")):
@@ -458,7 +443,7 @@ def test_choices_that_make_no_sense_are_refused(machine):
 
 def test_a_failed_installation_leaves_nothing(machine):
     before = machine.everything()
-    # Nothing can take the place of the data folder.
+    # The data folder and all names to move it to are taken.
     program_data = machine.data.parents[1]
     names = ["Brevan", "Brevan.untrusted", *(f"Brevan.{i}.untrusted" for i in range(2, 101))]
     for name in names:
@@ -547,7 +532,7 @@ def test_removing_learnt_data_too_leaves_nothing(machine):
     equal(changes(machine, before), (set(), set()))
 
 
-def test_removing_gives_the_user_back_his_timeouts(machine):
+def test_removing_gives_the_users_timeouts_back(machine):
     for stopped in (False, True):
         machine.install()
         wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
@@ -558,7 +543,7 @@ def test_removing_gives_the_user_back_his_timeouts(machine):
         machine.set_value(Z7_KEY + r"\Current", "HA_AC", "REG_DWORD", 180)
         machine.set_value(Z7_KEY + r"\Current", "HA_DC", "REG_DWORD", 60)
         machine.remove()
-        # There is no power scheme to show them; that they were taken out shows that it was tried.
+        # Without a power scheme, only the deleted values show that the timeouts were restored.
         equal(machine.value(Z7_KEY + r"\Current", "HA_AC"), None)
         equal(machine.value(Z7_KEY + r"\Current", "HA_DC"), None)
         equal(machine.value(Z7_KEY + r"\Current", "ServiceStatus"), "0x1")
@@ -573,37 +558,31 @@ def test_a_removed_version_can_come_back(machine):
     expect_still_learnt(machine)
 
 
+def case(test, packages, machine):
+    """A test of the packages alone, or of the machine, which is cleaned for it."""
+    if "packages" in inspect.signature(test).parameters:
+        test(packages)
+    else:
+        machine.clean()
+        test(machine)
+
+
 def main():
-    parser = argparse.ArgumentParser(description="Tests the installer package.")
+    parser = option_parser("Tests the installer package.")
     parser.add_argument("--wine", required=True, help="command that runs a Windows program")
     parser.add_argument("--programs", type=Path, required=True, help="folder of a Windows build")
     parser.add_argument("--out", type=Path, required=True, help="folder for the packages")
-    parser.add_argument("tests", nargs="*", help="words in the names of the tests to run")
     options = parser.parse_args()
     packages = Packages(options.programs.resolve(), options.out.resolve())
     machine = Machine(options.wine, packages)
-    # The first installation on a machine makes the system lay out keys that it keeps for all.
+    # The first installation on a machine makes the system create keys that it keeps.
     machine.clean()
     machine.install()
-    tests = [(name, test) for name, test in globals().items() if name.startswith("test_") and
-             all(word in name for word in options.tests)]
-    passed = failed = 0
-    for name, test in tests:
-        try:
-            if "packages" in inspect.signature(test).parameters:
-                test(packages)
-            else:
-                machine.clean()
-                test(machine)
-            passed += 1
-        except Exception:  # pylint: disable=broad-except
-            failed += 1
-            print(f"{name} failed")
-            traceback.print_exc(file=sys.stdout)
+    exit_code = run([(name, functools.partial(case, test, packages, machine))
+                     for name, test in tests_in(globals())], options.words)
     with contextlib.suppress(Exception):
         machine.clean()
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+    return exit_code
 
 
 if __name__ == "__main__":

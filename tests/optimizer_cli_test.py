@@ -1,18 +1,17 @@
-#!/usr/bin/env python3
-"""Tests what dozewell-replay offers of the optimizer, from outside: simulate, baseline, search and
+"""Tests the optimizer's commands of dozewell-replay from outside: simulate, baseline, search and
 apply.
 
-    optimizer_cli_test.py --tool build/native/dozewell-replay
-    optimizer_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+    python3 -m tests.optimizer_cli_test --tool build/native/dozewell-replay
+    python3 -m tests.optimizer_cli_test --tool "wine build/windows/dozewell-replay.exe"
 """
 
 import json
 import os
 import pty
-import subprocess
 import sys
 
-from replay_cli_test import DAY, ROOT, contains, equal, main, record
+from tests.support.cli import DAY, ROOT, main, record
+from tests.support.expect import contains, equal
 
 MINUTE = 60
 HOUR = 60 * MINUTE
@@ -50,11 +49,10 @@ def settings(**changes):
 
 
 def on_a_terminal(tool, *arguments):
-    """A run whose messages go to a terminal, and what that shows."""
+    """Runs with messages going to a terminal, and returns the run and what the terminal shows."""
     master, slave = pty.openpty()
     with os.fdopen(master, "rb", 0) as screen:
-        done = subprocess.run([*tool.command, *arguments], cwd=tool.folder, stdout=subprocess.PIPE,
-                              stderr=slave, timeout=10, check=False)
+        done = tool.run(*arguments, stderr=slave)
         os.close(slave)
         return done, screen.read(100000).decode()
 
@@ -286,7 +284,7 @@ def test_each_set_has_its_line_in_the_order_of_the_grid(tool):
                 for first, second in ((60, 30), (10, 30), (10, 40))
                 for grouping in (12, 0, 115)]
     equal([row[:6] for row in rows(tool, **ranges)], expected)
-    # A code that the service does not write has the sets simulated one by one.
+    # A code that the service does not write makes the tool simulate the sets one by one.
     one_by_one = [*USES, (3 * DAY, 2), (3 * DAY + HOUR, 0)]
     equal([row[:6] for row in rows(tool, records=one_by_one, **ranges)], expected)
 

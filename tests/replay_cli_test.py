@@ -1,122 +1,29 @@
-#!/usr/bin/env python3
 """Tests the command line of dozewell-replay from outside: what it prints, what it writes, and what
 it says and leaves behind when something is wrong.
 
-    replay_cli_test.py --tool build/native/dozewell-replay
-    replay_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+    python3 -m tests.replay_cli_test --tool build/native/dozewell-replay
+    python3 -m tests.replay_cli_test --tool "wine build/windows/dozewell-replay.exe"
 """
 
-import argparse
 import json
 import os
 import pty
 import re
 import resource
-import shlex
 import shutil
 import signal
 import struct
-import subprocess
 import sys
-import tempfile
-import traceback
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[1]
-RUN_SECONDS = 120
+from tests.support.cli import DAY, HISTORY, ROOT, SETTINGS, main, record
+from tests.support.expect import contains, equal
+
 COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare",
             "report", "merge", "import", "export", "sample", "simulate", "baseline", "search",
             "apply")
-DAY = 86400
-
-# A day of half hours, in use from 08:00 to 12:00 on two days, so that every figure can be told.
-SETTINGS = """\
-[Settings]
-TimeResolution=30
-[CyclicProbabilityPredictor]
-DaysInCycle=1
-MinutesInDay=1440
-FirstLastWeight=2
-SecondLastWeight=1
-AgregationWeight=1
-StrengthHigh=70
-StrengthLow=30
-"""
-HISTORY = """\
-epoch_wallclock_seconds,asleep
-28800,0
-43200,1
-115200,0
-129600,1
-"""
+# Slots of the example history.
 FIRST_IN_USE, LAST_IN_USE, SLOTS = 16, 24, 48
-
-
-class Tool:
-    """The program under test, started in a folder that each test has for its own."""
-
-    def __init__(self, command):
-        words = shlex.split(command)
-        self.command = [str(Path(word).resolve()) if Path(word).is_file() else word
-                        for word in words]
-        self.is_native = not words[-1].endswith(".exe")
-        self.folder_reason = "Is a directory" if self.is_native else "Permission denied"
-        self.environment = {**os.environ, "LC_ALL": "C.UTF-8"}
-        self.environment.setdefault("WINEDEBUG", "-all")
-        self.folder = None
-
-    def run(self, *arguments, **options):
-        options.setdefault("stdin", subprocess.DEVNULL)
-        options.setdefault("stdout", subprocess.PIPE)
-        return subprocess.run([*self.command, *arguments], cwd=self.folder, env=self.environment,
-                              stderr=subprocess.PIPE, timeout=RUN_SECONDS, **options)
-
-    def works(self, *arguments, warnings=()):
-        """Runs without an error and returns what was printed."""
-        done = self.run(*arguments)
-        expected = "".join("dozewell-replay: warning: %s\n" % warning for warning in warnings)
-        equal(done.stderr.decode(), expected)
-        equal(done.returncode, 0)
-        return done.stdout.decode()
-
-    def fails(self, error, *arguments, warnings=(), **options):
-        """Runs into an error, whose one line is all that is printed besides warnings."""
-        done = self.run(*arguments, **options)
-        lines = ["warning: " + warning for warning in warnings] + [error]
-        equal(done.stderr.decode(), "".join("dozewell-replay: %s\n" % line for line in lines))
-        equal(done.stdout or b"", b"")
-        equal(done.returncode, 2)
-
-    def write(self, name, content):
-        data = content.encode() if isinstance(content, str) else content
-        (self.folder / name).write_bytes(data)
-
-    def read(self, name):
-        return (self.folder / name).read_bytes()
-
-    def files(self):
-        return {str(path.relative_to(self.folder)): path.read_bytes()
-                for path in self.folder.rglob("*") if path.is_file()}
-
-    def example(self):
-        """Writes the example history and its settings, and learns it."""
-        self.write("s.ini", SETTINGS)
-        self.write("h.csv", HISTORY)
-        return self.works("learn", "--history", "h.csv", "--settings", "s.ini", "--data", "d.z7")
-
-
-def equal(got, expected):
-    if got != expected:
-        raise AssertionError("got      %r\nexpected %r" % (got, expected))
-
-
-def contains(text, part):
-    if part not in text:
-        raise AssertionError("%r lacks %r" % (text, part))
-
-
-def record(time, asleep, reserved=0):
-    return struct.pack("<dII", time, asleep, reserved)
 
 
 def header(days=1, minutes=1440, slot_minutes=30, slots=SLOTS, version=0, last=None):
@@ -135,7 +42,7 @@ def test_no_command(tool):
     tool.fails("no command; dozewell-replay --help lists them", "--")
 
 
-def test_arguments_that_nobody_knows(tool):
+def test_unknown_arguments(tool):
     unexpected = "The following argument was not expected: "
     tool.fails(unexpected + "forget", "forget")
     tool.fails(unexpected + "--json", "--json")
@@ -387,7 +294,7 @@ def test_probabilities(tool):
 
 
 def test_probabilities_between_and_beyond_numbers(tool):
-    # The last two observations, weighted 2 to 1; nothing known; the older ones, of which 1 in 3.
+    # Slots with the last two observations, weighted 2 to 1; with none; and with 1 of 3 older ones.
     slots = (struct.pack("<iiiiq", -1, -1, 1, 0, -1) + struct.pack("<iiiiq", -1, -1, 0, 1, -1) +
              NOTHING_KNOWN + struct.pack("<iiiiq", 3, 1, 0, 0, -1))
     tool.write("d.z7", header(minutes=4, slot_minutes=1, slots=4) + slots)
@@ -402,7 +309,7 @@ def test_probabilities_between_and_beyond_numbers(tool):
     equal(tool.works(*command, "--json"), "[null,null,-1,null]\n")
 
 
-def test_week_is_plain_text_when_nobody_looks(tool):
+def test_week_is_plain_text_without_a_terminal(tool):
     tool.example()
     equal(tool.works("week", "--data", "d.z7", "--settings", "s.ini"),
           "       00:00 03:00 06:00 09:00 12:00 15:00 18:00 21:00\n"
@@ -418,8 +325,8 @@ def test_week_has_colours_on_a_terminal_unless_they_are_not_wanted(tool):
     def shown(environment):
         master, slave = pty.openpty()
         with os.fdopen(master, "rb", 0) as screen:
-            done = subprocess.run([*tool.command, "week", "--data", "d.z7", "--settings", "s.ini"],
-                                  cwd=tool.folder, env=environment, stdout=slave, timeout=10)
+            done = tool.run("week", "--data", "d.z7", "--settings", "s.ini", env=environment,
+                            stdout=slave, stderr=None)
             os.close(slave)
             equal(done.returncode, 0)
             return screen.read(100000)
@@ -782,7 +689,7 @@ def test_merge_drops_what_is_old_or_not_later(tool):
     equal(merged(tool, DAY + 1500, 1), old[1] + old[3] + new[2])
     equal(merged(tool, DAY + 2000, 1), old[1] + old[3] + new[2])
     equal(merged(tool, DAY + 2001, 1), old[3] + new[2])
-    # Pending records stay whatever their age.
+    # Pending records stay even if they are old.
     equal(merged(tool, DAY * 9, 1), new[0] + new[2])
 
 
@@ -830,32 +737,6 @@ def test_samples(tool):
         out = tool.works(*command, "s.csv", "--json")
         equal(out, '{"records":%d}\n' % (csv.count(b"\n") - 1))
         equal(tool.read("s.csv"), csv)
-
-
-def run_test(test, tool):
-    tool.folder = Path(tempfile.mkdtemp(prefix="replay_cli_"))
-    try:
-        test(tool)
-        return True
-    except (AssertionError, OSError, subprocess.SubprocessError, ValueError):
-        print("FAILED %s\n%s" % (test.__name__, traceback.format_exc()), flush=True)
-        return False
-    finally:
-        shutil.rmtree(tool.folder)
-
-
-def main(names, description):
-    parser = argparse.ArgumentParser(description=description,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--tool", required=True, help="command that starts the replay tool")
-    parser.add_argument("--only", default="", help="run only tests whose names hold this text")
-    options = parser.parse_args()
-    tool = Tool(options.tool)
-    tests = [test for name, test in sorted(names.items())
-             if name.startswith("test_") and options.only in name]
-    results = [run_test(test, tool) for test in tests]
-    print("%d passed, %d failed" % (sum(results), len(results) - sum(results)))
-    return 0 if all(results) and results else 1
 
 
 if __name__ == "__main__":

@@ -1,11 +1,10 @@
-#!/usr/bin/env python3
 """Tests the page of `dozewell-replay report` in a real browser, Chromium without a window.
 
-    report_browser_test.py --tool build/native/dozewell-replay [--screenshots FOLDER]
+    python3 -m tests.report_browser_test --tool build/native/dozewell-replay [--screenshots FOLDER]
 """
 
-import argparse
 import base64
+import functools
 import json
 import os
 import select
@@ -13,10 +12,11 @@ import subprocess
 import sys
 import tempfile
 import time
-import traceback
 from pathlib import Path
 
-RUN_SECONDS = 60
+from tests.support.cases import option_parser, run, tests_in
+from tests.support.expect import HANG_SECONDS, equal
+
 PHONE, DESKTOP = 360, 1100
 
 SETTINGS = """\
@@ -40,7 +40,7 @@ WR=10, 50, 90
 Strength=1
 """
 
-# The text that can be seen, with its colour and all that lies behind it, down to the page.
+# Each visible text with the contrast between its colour and what lies behind it.
 CONTRASTS = """
 (() => {
   const parse = text => {
@@ -107,7 +107,7 @@ SEMANTICS = """
 })()
 """
 
-# What reaches beyond the page's margin, unless something cuts it off.
+# Elements that reach beyond the page's margin and are not cut off.
 OVERFLOWING = """
 [...document.body.querySelectorAll('*')].filter(
   e => !e.closest('.strip, .unseen') && e.getBoundingClientRect().right >
@@ -126,7 +126,7 @@ class Browser:
                  "--disable-gpu", "--hide-scrollbars", "--no-first-run", "--disable-extensions"]
         if os.geteuid() == 0:
             flags.append("--no-sandbox")
-        # The protocol is spoken on the descriptors 3 and 4.
+        # The browser reads its commands from descriptor 3 and answers on 4.
         script = 'exec chromium "$@" 3<&%d 4>&%d' % (to_browser, from_browser)
         self.process = subprocess.Popen(
             ["bash", "-c", script, "bash", *flags], pass_fds=(to_browser, from_browser),
@@ -146,7 +146,7 @@ class Browser:
     def close(self):
         self.session = None
         self.call("Browser.close")
-        self.process.wait(RUN_SECONDS)
+        self.process.wait(HANG_SECONDS)
 
     def receive(self, deadline):
         while b"\0" not in self.pending:
@@ -165,7 +165,7 @@ class Browser:
         if self.session:
             request["sessionId"] = self.session
         os.write(self.output, json.dumps(request).encode() + b"\0")
-        deadline = time.monotonic() + RUN_SECONDS
+        deadline = time.monotonic() + HANG_SECONDS
         while True:
             message = self.receive(deadline)
             if message.get("id") != self.number:
@@ -176,7 +176,7 @@ class Browser:
                 return message["result"]
 
     def wait_for(self, method):
-        deadline = time.monotonic() + RUN_SECONDS
+        deadline = time.monotonic() + HANG_SECONDS
         while not any(event["method"] == method for event in self.events):
             self.events.append(self.receive(deadline))
 
@@ -210,7 +210,7 @@ class Pages:
         self.run("sample", "--kind", "office", "--days", "60", "--seed", "1", "--out", "h.csv")
         self.run("learn", "--history", "h.csv", "--settings", "s.ini", "--data", "d.z7")
         self.learnt = self.report("learnt", "h.csv", "d.z7", "--hibernate-after", "180")
-        # Nothing learnt and nothing recorded, and a name that would be markup.
+        # Nothing is learnt and recorded here, and the file's name looks like markup.
         (folder / "empty.csv").write_text("")
         (folder / "<img src=x onerror=alert(1)>").write_text("")
         self.blank = self.report("blank", "empty.csv", "<img src=x onerror=alert(1)>", "--now",
@@ -218,7 +218,7 @@ class Pages:
 
     def run(self, *arguments):
         return subprocess.run([self.tool, *arguments], cwd=self.folder, check=True,
-                              capture_output=True, text=True, timeout=RUN_SECONDS).stdout
+                              capture_output=True, text=True, timeout=HANG_SECONDS).stdout
 
     def report(self, name, history, data, *more):
         page = self.folder / (name + ".html")
@@ -228,11 +228,6 @@ class Pages:
 
     def both(self):
         return self.learnt, self.blank
-
-
-def equal(got, expected):
-    if got != expected:
-        raise AssertionError("got      %r\nexpected %r" % (got, expected))
 
 
 def test_nothing_is_loaded_and_nothing_is_complained_about(browser, pages):
@@ -336,27 +331,19 @@ def take_screenshots(browser, pages, folder):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.split("\n", 1)[0])
+    parser = option_parser(__doc__)
     parser.add_argument("--tool", required=True)
     parser.add_argument("--screenshots", type=Path, help="folder to put pictures of the pages in")
     options = parser.parse_args()
-    tests = [test for name, test in globals().items() if name.startswith("test_")]
-    failed = 0
     with tempfile.TemporaryDirectory() as folder:
         pages = Pages(options.tool, Path(folder))
         browser = Browser(Path(folder) / "profile")
-        for test in tests:
-            try:
-                test(browser, pages)
-            except Exception:
-                failed += 1
-                print("FAILED %s" % test.__name__)
-                traceback.print_exc(file=sys.stdout)
+        exit_code = run([(name, functools.partial(test, browser, pages))
+                         for name, test in tests_in(globals())], options.words)
         if options.screenshots:
             take_screenshots(browser, pages, options.screenshots)
         browser.close()
-    print("%d passed, %d failed" % (len(tests) - failed, failed))
-    return 1 if failed else 0
+    return exit_code
 
 
 if __name__ == "__main__":

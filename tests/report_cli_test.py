@@ -1,14 +1,13 @@
-#!/usr/bin/env python3
-"""Tests `dozewell-replay report` from outside. What the page looks like is for
-report_browser_test.py to say.
+"""Tests `dozewell-replay report` from outside. report_browser_test.py tests how the page looks.
 
-    report_cli_test.py --tool build/native/dozewell-replay
-    report_cli_test.py --tool "wine build/windows/dozewell-replay.exe"
+    python3 -m tests.report_cli_test --tool build/native/dozewell-replay
+    python3 -m tests.report_cli_test --tool "wine build/windows/dozewell-replay.exe"
 """
 
 import sys
 
-from replay_cli_test import contains, equal, main
+from tests.support.cli import main
+from tests.support.expect import contains, equal
 
 FILES = ("--history", "h.csv", "--data", "d.z7", "--settings", "s.ini")
 

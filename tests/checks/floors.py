@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that sources keep the house rules: a file includes only what stands on a lower floor or in
-its own room, nothing includes in a circle, and only leaf sources include the system's headers."""
+"""Checks the rules for includes: a file includes only files of a lower floor or of its own folder,
+there are no include circles, and only leaf sources include the system's headers."""
 
 import re
 import sys
@@ -77,15 +77,13 @@ def main():
             target = resolve(included, name, files)
             if target is None:
                 if not is_test and included not in GENERATED:
-                    errors.append(f"{name}: includes \"{included}\", which is none of ours")
+                    errors.append(f"{name}: includes \"{included}\", which does not exist")
                 continue
             graph[name].append(target)
             if not is_test and room_of(target) != room_of(name) and \
                     floor_of(target) >= floor_of(name):
                 errors.append(f"{name}: floor {floor_of(name)} includes {target}, "
                               f"floor {floor_of(target)}")
-            elif room_of(target) == room_of(name) and floor_of(target) > floor_of(name):
-                errors.append(f"{name}: includes {target} from above")
     errors += circles(graph)
     for error in errors:
         print(error)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that Windows programs import only libraries that every Windows has, and no timers: nothing
-they do is periodic. imports.py OBJDUMP PROGRAM..."""
+"""Checks that Windows programs import only libraries that every Windows has, and no timers, because
+they do nothing periodically: imports.py OBJDUMP PROGRAM..."""
 
 import re
 import subprocess
@@ -20,7 +20,7 @@ def main():
                                  text=True).stdout
         imported = {name.lower() for name in re.findall(r"DLL Name: (\S+)", headers)}
         if not imported:
-            print(f"{program}: imports nothing, which cannot be")
+            print(f"{program}: has no imports, so they cannot have been read")
             errors += 1
         for name in sorted(imported - WINDOWS):
             print(f"{program}: imports {name}, which Windows does not have")

@@ -13,17 +13,17 @@ COMMENT = re.compile(r"//[^\n]*")
 LITERAL = re.compile(r'L?"((?:[^"\\\n]|\\.)*)"')
 ADJACENT = re.compile(r'"\s+L?"')
 CALL = re.compile(r'LogServiceEvent\(\s*L"((?:[^"\\\n]|\\.)*)"[^;]*kEvent(\w+)\)')
-# What goes to the console or the compiler.
+# Texts for the console and the compiler are not logged.
 ELSEWHERE = re.compile(r"(fputs|static_assert)\([^;]*;")
 # The names of events and states are logged without any other word.
 NAME = re.compile(r'return L"(\w+)";')
-# What a message is made of besides its words: in the sources, and on the page.
+# What stands for a value in a message: in the sources, and on the page.
 CONVERSION = re.compile(r"%l?[a-z]")
 PLACEHOLDER = re.compile(r"D/M/Y H:M:S -|\b(?:TIME|STATE|EVENT)\b|(?<=\b0x)N\b|\bN\b")
 
 
 def pieces(text, gap):
-    """The words of a text, cut where a number, a time or a name is put in."""
+    """The words of a text, split where a number, a time or a name is inserted."""
     text = text.replace("\\n", " ")
     return {piece.strip() for piece in gap.split(text) if re.search(r"[A-Za-z]{2}", piece)}
 

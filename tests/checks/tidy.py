@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Runs clang-tidy on a build's sources: tidy.py --build FOLDER [--sources REGEX] [-- OPTION...]
 
-Sources of one room with the same options are read as one, since most of the time goes into the
-headers that they share. The options after -- are added to the compiler's."""
+Most of the time goes into the headers that sources share, so many sources are read as one. The
+options after -- are added to the compiler's."""
 
 import argparse
 import json
@@ -11,26 +11,19 @@ import shlex
 import subprocess
 import sys
 import tempfile
-from collections import defaultdict
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 CONFIGURATION = Path(__file__).resolve().parents[2] / ".clang-tidy"
-MOST_AT_ONCE = 16
+MOST_BYTES_AT_ONCE = 150_000
 DOES_NOT_COMPILE = "clang-diagnostic-error"
-# What the build's compiler knows and clang does not, or means otherwise.
+# The build's compiler knows warnings that clang does not know or takes in another sense.
 FOR_CLANG = ["-Wno-unknown-warning-option", "-Wno-sign-conversion"]
 
-
-def options_of(command):
-    words = iter(shlex.split(command)[1:])
-    options = []
-    for word in words:
-        if word in ("-o", "-c"):
-            next(words)
-        else:
-            options.append(word)
-    return tuple(options)
+UNNAMED_NAMESPACE = re.compile(r"^namespace \{\n(.*?)^\}  // namespace\n", re.MULTILINE | re.DOTALL)
+# A declaration that is not indented: `class X {`, `using X =`, `void X(`, `constexpr int x =`.
+DECLARATION = re.compile(r"^[A-Za-z][^(={;\n]*?\b(\w+)(?:\[\w*\])?(?= ?[(={;]| final| : ).*",
+                         re.MULTILINE)
 
 
 def sources_in(file):
@@ -40,24 +33,56 @@ def sources_in(file):
     return [file]
 
 
-def rooms(build, pattern):
-    """Sources by their folder and the options that they are compiled with."""
-    found = defaultdict(set)
+def sources_and_options(build, pattern):
+    """All sources of a build, and the options that they are compiled with. All get the folders of
+    headers, the macros and the warnings of all others: these do not contradict each other."""
+    sources, options = set(), {}
     for entry in json.loads((build / "compile_commands.json").read_text("utf-8")):
-        for source in sources_in(Path(entry["directory"], entry["file"])):
-            if not source.is_relative_to(build) and re.search(pattern, source.name):
-                found[source.parent, options_of(entry["command"])].add(source)
-    return found
+        found = [source for source in sources_in(Path(entry["directory"], entry["file"]))
+                 if not source.is_relative_to(build) and re.search(pattern, source.name)]
+        if found:
+            sources.update(found)
+            options.update(dict.fromkeys(options_in(entry["command"])))
+    return sorted(sources), list(options)
 
 
-def units(build, pattern):
-    """Some sources of a room, with their options; each source comes once."""
-    seen = set()
-    for (_, options), sources in rooms(build, pattern).items():
-        new = sorted(sources - seen)
-        seen.update(new)
-        for start in range(0, len(new), MOST_AT_ONCE):
-            yield new[start:start + MOST_AT_ONCE], options
+def options_in(command):
+    """Those that matter to somebody who only reads; an option and its separate value as one."""
+    words = iter(shlex.split(command)[1:])
+    for word in words:
+        if word == "-isystem":
+            yield word + next(words)
+        elif word.startswith(("-I", "-D", "-std=", "-W", "-f")):
+            yield word
+
+
+def declarations(source):
+    """What a source declares in unnamed namespaces: lines by their names."""
+    return {found[1]: found[0] for part in UNNAMED_NAMESPACE.findall(source.read_text("utf-8"))
+            for found in DECLARATION.finditer(part)}
+
+
+def go_together(some, others):
+    """Whether two sets of declarations may stand in one namespace."""
+    return all(some[name] == others[name] and some[name].startswith("using ")
+               for name in some.keys() & others.keys())
+
+
+def units(sources):
+    """Lists of sources that can be read as one."""
+    packed = []  # sources, their declarations, their bytes
+    for source in sources:
+        own, size = declarations(source), source.stat().st_size
+        for unit in packed:
+            if unit[2] + size <= MOST_BYTES_AT_ONCE and go_together(own, unit[1]):
+                break
+        else:
+            unit = [[], {}, 0]
+            packed.append(unit)
+        unit[0].append(source)
+        unit[1].update(own)
+        unit[2] += size
+    return [unit[0] for unit in packed]
 
 
 def tidy(sources, options):
@@ -67,8 +92,9 @@ def tidy(sources, options):
         run = subprocess.run(["clang-tidy", "--quiet", unit.name, f"--config-file={CONFIGURATION}",
                               "--", *options], capture_output=True, text=True, check=False)
     if DOES_NOT_COMPILE in run.stdout and len(sources) > 1:
-        # Some of the system's headers do not bear being read twice.
-        runs = [tidy([source], options) for source in sources]
+        # They do not go together after all, or one of them is wrong.
+        half = len(sources) // 2
+        runs = [tidy(part, options) for part in (sources[:half], sources[half:])]
         return all(good for good, _ in runs), "".join(output for _, output in runs)
     return run.returncode == 0, run.stdout
 
@@ -80,16 +106,16 @@ def main():
     parser.add_argument("--at-once", type=int, default=2, metavar="N",
                         help="how many runs of clang-tidy there are at a time")
     parser.add_argument("more", nargs="*", help="more options for the compiler")
-    options = parser.parse_args()
-    good = True
-    with ThreadPoolExecutor(options.at_once) as pool:
-        runs = [pool.submit(tidy, sources, (*compiler_options, *FOR_CLANG, *options.more))
-                for sources, compiler_options in units(options.build.resolve(), options.sources)]
-        for run in runs:
-            passed, output = run.result()
+    arguments = parser.parse_args()
+    sources, options = sources_and_options(arguments.build.resolve(), arguments.sources)
+    options += [*FOR_CLANG, *arguments.more]
+    good = bool(sources)
+    with ThreadPoolExecutor(arguments.at_once) as pool:
+        for passed, output in pool.map(lambda unit: tidy(unit, options), units(sources)):
             good = good and passed
             print(output if not passed else "", end="")
-    return 0 if good and runs else 1
+    print(f"{len(sources)} sources checked")
+    return 0 if good else 1
 
 
 if __name__ == "__main__":

@@ -360,8 +360,8 @@ class Tracker:
         last = quotient(remainder(end, cycle), length)
         if first < 0 or last < 0:
             raise NotDescribed("negative slot")
-        # A cycle length that has wrapped may reach one slot beyond the last; there it counts as
-        # the same slot as where marks of that index go.
+        # A cycle length that has wrapped may reach one slot beyond the last. It counts as the slot
+        # in which marks of that index are stored.
         stamp = self.block.stamp[remainder(first, slots)]
         if stamp != -1 and wrap64(start - stamp) < length:
             following = quotient(start, length) + 1
@@ -498,7 +498,7 @@ class Tracker:
 # The predictor
 
 def load_data(configuration, content):
-    """The block of a data file's content and None, or None and why there is none."""
+    """The block of a data file's content and None, or None and the reason."""
     days = configuration.number("DaysInCycle", -1)
     minutes = configuration.number("MinutesInDay", -1)
     if days == 0 or configuration.time_resolution == 0xFFFFFFFF or minutes == 0:
@@ -573,7 +573,7 @@ def merge(history, pending, now, limit):
 
     if history is not None:
         buffer = bytes(16)
-        # The read that meets the end of the file is one more turn, whatever it got.
+        # The read that meets the end of the file counts as one more, even if it got nothing.
         for offset in range(0, len(history) + 1, 16):
             got = history[offset:offset + 16]
             buffer = got + buffer[len(got):]

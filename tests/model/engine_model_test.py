@@ -5,8 +5,9 @@ import struct
 import sys
 import unittest
 
-import engine_model as model
-from engine_model import Tm
+from tests.model import engine_model as model
+from tests.model.engine_model import Tm
+from tests.support.cases import main
 
 WEIGHTS = {"FirstLastWeight": "2", "SecondLastWeight": "1", "AgregationWeight": "1"}
 WEEK = {"DaysInCycle": "7", "MinutesInDay": "1440", "StrengthHigh": "70", "StrengthLow": "30",
@@ -422,7 +423,7 @@ class Predicting(unittest.TestCase):
         self.assertEqual(t.predict_wake(at(10, 5))[0][0], at(9, 45, 0, 7))
         t = self.idle_week(in_use=[40])
         self.assertEqual(t.predict_wake(at(10, 5)), [])
-        # The wake is looked for from 10:15, whence slot 40 is the last one round the cycle.
+        # The search for the wake begins at 10:15, so slot 40 is the last one of its round.
         self.assertEqual(t.get_predictions(at(10, 5)), [(at(10, 5), 10), (at(10, 0, 0, 7), 15)])
 
     def test_slots_longer_than_half_an_hour_never_hibernate(self):
@@ -545,7 +546,4 @@ class Merging(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    result = unittest.main(exit=False).result
-    bad = len(result.failures) + len(result.errors)
-    print(f"{result.testsRun - bad} passed, {bad} failed")
-    sys.exit(1 if bad else 0)
+    sys.exit(main(globals(), __doc__))

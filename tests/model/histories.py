@@ -4,7 +4,7 @@ import math
 import random
 import struct
 
-from engine_model import HEADER, MAX_SECONDS, SLOT
+from tests.model.engine_model import HEADER, MAX_SECONDS, SLOT
 
 RECORD = struct.Struct("<dII")
 DAY = 86400
@@ -252,7 +252,7 @@ def make_hostile(rng, values):
 
 
 def settings_text(rng, values, hostile):
-    """Settings as a file's text; a hostile one has comments, blanks, strangers and repeats."""
+    """Settings as a file's text; a hostile one has comments, blanks, unknown and repeated keys."""
     lines = ["[Settings]"]
     service = {"TimeResolution": values["TimeResolution"], "HistoryLimit": "60"}
     predictor = {key: value for key, value in values.items() if key != "TimeResolution"}
@@ -334,7 +334,7 @@ def change_data(rng, content):
 
 
 def foreign_data(rng, days, minutes, resolution):
-    """A data file with the header of this configuration, whatever the engine thinks of it."""
+    """A data file with the header of this configuration, which may be invalid."""
     slots = abs(days * minutes // resolution) if resolution else 10
     slots = slots if slots < 20000 else 10
     version = rng.choice((0, 0, 1))

@@ -9,8 +9,8 @@ import re
 from collections import deque, namedtuple
 from itertools import pairwise
 
-import engine_model as model
-from engine_model import Configuration, EngineError, f32, f32_divide, wrap32, wrap64
+from tests.model import engine_model as model
+from tests.model.engine_model import Configuration, EngineError, f32, f32_divide, wrap32, wrap64
 
 ACTIVE, LIMBO, ASLEEP, HIBERNATING, PREDICTED_HIBERNATION, WAKE_BACK = 0, 1, 2, 3, 5, 6
 
@@ -183,7 +183,7 @@ class Simulator:
                 return
 
     def cancel_scheduled(self):
-        """Only a removed wake-back lowers the count of hibernations, odd as that is."""
+        """Oddly, only a removed wake-back lowers the count of hibernations."""
         if self.pending_scheduled <= 0:
             return
         for event in self.remove(PREDICTED_HIBERNATION, WAKE_BACK):

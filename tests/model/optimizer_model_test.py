@@ -4,9 +4,10 @@ import math
 import sys
 import unittest
 
-import engine_model as model
-import optimizer_model as optimizer
-from optimizer_model import Outcome, SimEvent
+from tests.model import engine_model as model
+from tests.model import optimizer_model as optimizer
+from tests.model.optimizer_model import Outcome, SimEvent
+from tests.support.cases import main
 
 DAY, HOUR, MINUTE = 86400, 3600, 60
 
@@ -86,7 +87,7 @@ class WithPredictor(unittest.TestCase):
     def test_a_real_hibernation_is_ignored_while_one_is_predicted(self):
         back = RETURN + 30 * MINUTE
         line = simulate(NIGHTS + [(DAY + 12 * HOUR + 5 * MINUTE, 2), (back, 0)])
-        # It stands before the prediction and is no user event, so it does not hinder it.
+        # It comes before the prediction and is no user event, so it does not prevent it.
         self.assertEqual(line[4:], [(PREDICTED, 5), (RETURN, 6), (back, 0)])
 
     def test_a_real_hibernation_without_a_prediction_counts(self):
@@ -106,7 +107,7 @@ class WithPredictor(unittest.TestCase):
     def test_an_invalid_time_that_must_be_learnt_ends_everything(self):
         with self.assertRaisesRegex(model.EngineError, "wrong time ..."):
             simulate([(0, 0), (600, 1), (math.inf, 0)])
-        # As the first event it is as good as no event.
+        # As the first event it changes nothing.
         self.assertEqual(simulate([(-1e9, 0), (600, 1), (700, 0)])[0], (-1000000000, 0))
 
     def test_the_simulator_is_built_before_the_records_are_counted(self):
@@ -265,7 +266,4 @@ class Adoption(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    result = unittest.main(exit=False).result
-    bad = len(result.failures) + len(result.errors)
-    print(f"{result.testsRun - bad} passed, {bad} failed")
-    sys.exit(1 if bad else 0)
+    sys.exit(main(globals(), __doc__))

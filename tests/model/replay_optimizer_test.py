@@ -1,20 +1,21 @@
 """Compares what the replay tool shows of the optimizer with the model, byte for byte.
 
-    replay_optimizer_test.py --tool build/native/dozewell-replay --cases 60 --seed 1
+    python3 -m tests.model.replay_optimizer_test --tool build/native/dozewell-replay --cases 60
 
 A second tool, if given, gets the same runs and must answer exactly as the first.
 """
 
+import functools
 import json
 import math
 import sys
 from pathlib import Path
 
-import engine_model as model
-import histories
-import optimizer_model as optimizer
-import searches
-from replay_model_test import Run, main
+from tests.model import engine_model as model
+from tests.model import histories
+from tests.model import optimizer_model as optimizer
+from tests.model import searches
+from tests.model.comparison import Run, main
 
 
 def expected(run, answer):
@@ -125,10 +126,10 @@ def trace_case(path, seed):
 
 def all_cases(options):
     for index in range(options.cases):
-        yield "case-%d" % index, made_up_case(options.seed, index)
+        yield "case-%d" % index, functools.partial(made_up_case, options.seed, index)
     if options.traces:
         for path in sorted(Path(options.traces).glob("*.csv")):
-            yield path.stem, trace_case(path, options.seed)
+            yield path.stem, functools.partial(trace_case, path, options.seed)
 
 
 if __name__ == "__main__":

@@ -1,8 +1,8 @@
 """Made-up inputs of the optimizer, tame to hostile: histories, ranges, timeouts, stored sets."""
 
-import engine_model as model
-import histories
-import optimizer_model as optimizer
+from tests.model import engine_model as model
+from tests.model import histories
+from tests.model import optimizer_model as optimizer
 
 MOST_SETS = 16
 
@@ -54,7 +54,7 @@ def make_history(rng, days, hostile):
     return content
 
 
-# What one simulation takes
+# Inputs of a simulation
 
 CYCLES = ("7", "7", "7", "1", "2", "14", None, "0", "x", "-7", "7x", " 7", "2982617")
 
@@ -68,7 +68,7 @@ def make_parameters(rng, hostile):
     return histories.settings_text(rng, values, hostile)
 
 
-# What a search takes
+# Inputs of a search
 
 TAME_RANGES = {
     "StrengthHighRange": (30, 50, 60, 70, 80, 90, 100),
@@ -123,7 +123,7 @@ def make_timeout(rng):
     return rng.choice(TIMEOUTS)
 
 
-# What is applied
+# Stored sets
 
 def make_best(rng):
     """The content of a file with a stored set, None for no file."""

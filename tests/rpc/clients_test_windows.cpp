@@ -45,8 +45,8 @@ constexpr size_t kSpareBytesPerClient = 128 << 10;
 // The runtime's own threads and handles come and go.
 constexpr size_t kSpare = 4;
 
-// Its idle threads stay for a while, with their stacks.
-constexpr DWORD kSettleMs = 60000;
+// The runtime keeps idle threads for a while, with their stacks: under Wine for some 30 seconds.
+constexpr DWORD kSettleMs = 300000;
 
 bool HasNoneLeft(const Holdings& before, const Holdings& after) {
   return after.handles <= before.handles + kSpare && after.threads <= before.threads;

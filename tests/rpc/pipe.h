@@ -6,6 +6,7 @@
 #include <string>
 
 #include "rpc/packets.h"
+#include "rpc/results.h"
 
 namespace dozewell {
 
@@ -18,17 +19,14 @@ struct Reply {
 
 std::string Describe(const Reply& reply);
 
-// Long enough for any answer.
-constexpr uint32_t kAnswerMs = 10000;
-
 // A connection to the service's pipe, on which bytes go as they are given.
 class Pipe {
  public:
-  // Throws std::runtime_error when the service takes no connection within some seconds.
+  // Throws std::runtime_error when the service takes no connection in time.
   Pipe();
 
   // False when the server has closed the connection or does not take all of it in time.
-  bool Write(const Bytes& bytes, uint32_t timeoutMs = kAnswerMs);
+  bool Write(const Bytes& bytes, uint32_t timeoutMs = kHangMs);
   Reply Read(uint32_t timeoutMs);
 
  private:
@@ -49,7 +47,7 @@ class BoundPipe : public Pipe {
   BoundPipe();
 
   // Writes a packet and waits for what comes of it.
-  Reply Send(const Bytes& packet, uint32_t timeoutMs = kAnswerMs);
+  Reply Send(const Bytes& packet, uint32_t timeoutMs = kHangMs);
 
   // A procedure's results; throws std::runtime_error when anything but a response comes.
   Bytes Call(uint16_t procedure, const Bytes& arguments);

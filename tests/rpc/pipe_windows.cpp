@@ -8,13 +8,13 @@ namespace dozewell {
 namespace {
 
 constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\Brevan_Dozewell_Service";
-constexpr DWORD kConnectMs = 10000;
-constexpr DWORD kMissingMs = 1000;
+// A service that has ended is to be noticed sooner than one that hangs.
+constexpr DWORD kMissingMs = 20000;
 
 // A server whose instances are all in use has none for a moment.
 HANDLE Connect() {
   const DWORD start = GetTickCount();
-  DWORD patienceMs = kConnectMs;
+  DWORD patienceMs = kHangMs;
   DWORD error = 0;
   do {
     const HANDLE pipe = CreateFileW(kPipe, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
@@ -22,8 +22,8 @@ HANDLE Connect() {
     if (pipe != INVALID_HANDLE_VALUE) return pipe;
     error = GetLastError();
     const bool busy = error == ERROR_PIPE_BUSY;
-    patienceMs = busy ? kConnectMs : kMissingMs;
-    if (busy) WaitNamedPipeW(kPipe, kConnectMs);
+    patienceMs = busy ? kHangMs : kMissingMs;
+    if (busy) WaitNamedPipeW(kPipe, kHangMs);
     Sleep(0);
   } while (GetTickCount() - start < patienceMs);
   throw std::runtime_error("the service's pipe cannot be opened: " + std::to_string(error));

@@ -1,10 +1,15 @@
 #ifndef DOZEWELL_TESTS_RPC_RESULTS_H_
 #define DOZEWELL_TESTS_RPC_RESULTS_H_
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
 namespace dozewell {
+
+// Limits only end what hangs: this is many times as long as any answer, start or stop takes, also on
+// a machine that is busy with other work.
+constexpr uint32_t kHangMs = 60000;
 
 // Counts tests and prints a line for each.
 class Results {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "prediction/configurations.h"
+#include "rpc/results.h"
 #include "rpc/service_process.h"
 #include "settings/predictor_values.h"
 #include "settings/settings_store.h"
@@ -16,8 +17,6 @@
 namespace dozewell {
 namespace {
 
-constexpr DWORD kStartMs = 20000;
-constexpr DWORD kStopMs = 20000;
 constexpr char kListening[] = "RPC server is listening...";
 
 void ProvisionPredictor() {
@@ -140,14 +139,14 @@ ServiceProcess::ServiceProcess(const std::wstring& program) {
 ServiceProcess::~ServiceProcess() {
   if (!Runs()) return;
   TerminateProcess(process_.get(), 1);
-  WaitForSingleObject(process_.get(), kStopMs);
+  WaitForSingleObject(process_.get(), kHangMs);
 }
 
 void ServiceProcess::AwaitListening() {
   const DWORD start = GetTickCount();
   std::string text;
   while (text.find(kListening) == std::string::npos) {
-    if (!Runs() || GetTickCount() - start > kStartMs) {
+    if (!Runs() || GetTickCount() - start > kHangMs) {
       throw std::runtime_error("the service does not listen");
     }
     char buffer[256];
@@ -181,7 +180,7 @@ bool ServiceProcess::Stop() {
     GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
   }
   DWORD exitCode = 1;
-  const bool ended = WaitForSingleObject(process_.get(), kStopMs) == WAIT_OBJECT_0 &&
+  const bool ended = WaitForSingleObject(process_.get(), kHangMs) == WAIT_OBJECT_0 &&
                      GetExitCodeProcess(process_.get(), &exitCode) != 0;
   FreeConsole();
   AttachConsole(ATTACH_PARENT_PROCESS);

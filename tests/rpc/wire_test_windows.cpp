@@ -25,12 +25,11 @@ constexpr int kMutatedPackets = 10000;
 
 // What may be left of a burst of connections: the runtime lets go of them on threads of its own.
 constexpr size_t kSpareHandles = 16;
-constexpr uint32_t kSettleMs = 10000;
 
 void ExpectHandlesBack(const ServiceProcess& service, size_t before) {
   const DWORD start = GetTickCount();
   size_t now = service.Handles();
-  while (now > before + kSpareHandles && GetTickCount() - start < kSettleMs) {
+  while (now > before + kSpareHandles && GetTickCount() - start < kHangMs) {
     Sleep(50);
     now = service.Handles();
   }

@@ -1,27 +1,57 @@
 #ifndef DOZEWELL_COMMON_ARGUMENTS_H_
 #define DOZEWELL_COMMON_ARGUMENTS_H_
 
+#include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace dozewell {
 
-// Adds --help and --version, and makes command lines mean the same on every system.
-void AddCommonOptions(CLI::App& program, const char* programName);
+// What our programs understand on their command lines. Only arguments.cpp includes the library that
+// reads them, since that takes the compiler longer than the rest of a program.
 
-// Adds an argument or option whose text goes into `text`.
-void AddText(CLI::App& app, const char* name, const char* placeholder, const char* description,
-             bool required, std::optional<std::string>& text);
+// An option with a value, or an argument that is known by its place.
+struct ValueSyntax {
+  const char* name;
+  const char* placeholder;  // of the option's value; empty for an argument
+  const char* description;
+  bool required;
+  std::optional<std::string>* text;  // gets what is given, as it stands
+};
 
-// Parses the arguments, which are in UTF-8 and without the program's name. Returns the text to
-// print for --help or --version, even if other arguments are wrong, and otherwise an empty text.
-// Throws CLI::ParseError for arguments that make no sense.
-std::string TakeArguments(CLI::App& program, const std::vector<std::string>& arguments);
+struct FlagSyntax {
+  const char* name;
+  const char* description;
+  bool* given;
+};
+
+struct CommandSyntax {
+  std::string name;  // two words for a command within a group
+  const char* description;
+  std::string footer;  // of its help
+  std::vector<ValueSyntax> values;
+  std::vector<FlagSyntax> flags;
+};
+
+struct ProgramSyntax {
+  const char* name;
+  const char* description;
+  std::string footer;  // of its help, before the line that says how a command is explained
+  std::vector<CommandSyntax> commands;
+  const char* (*describeGroup)(std::string_view group) = nullptr;  // null without groups
+};
+
+// What a command line asks for.
+struct Request {
+  size_t command = 0;  // its index; meaningless when there is a help text
+  std::string help;    // the text to print for --help or --version
+};
+
+// Understands arguments, in UTF-8 and without the program's name, alike on every system. --help and
+// --version count whatever else is wrong. Throws ToolError for arguments that make no sense.
+Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string>& arguments);
 
 }  // namespace dozewell
 

@@ -1,9 +1,6 @@
 #include "replay/command_line.h"
 
-#include <CLI/CLI.hpp>
-
 #include "common/arguments.h"
-#include "common/tool_error.h"
 
 namespace dozewell::replay {
 namespace {
@@ -13,43 +10,37 @@ constexpr const char* kExample =
     "  dozewell-replay sample --kind office --days 60 --seed 1 --out office.csv\n"
     "  dozewell-replay learn --history office.csv --data office.z7\n"
     "  dozewell-replay predict --data office.z7 --at 2024-03-01T18:00:00\n"
-    "\n"
-    "dozewell-replay COMMAND --help explains a command.";
+    "\n";
 
-void AddOption(CLI::App& app, const CommandOption& option, Options& options, bool required) {
-  AddText(app, option.name, option.placeholder, option.description, required, options.*option.text);
+ValueSyntax SyntaxOf(const CommandOption& option, Options& options, bool required) {
+  return {option.name, option.placeholder, option.description, required, &(options.*option.text)};
 }
 
-void AddCommand(CLI::App& program, const Command& command, ParsedCommandLine& parsed) {
-  CLI::App& app = *program.add_subcommand(command.name, command.description);
-  for (const auto* option : command.required) AddOption(app, *option, parsed.options, true);
-  for (const auto* option : command.optional) AddOption(app, *option, parsed.options, false);
+CommandSyntax SyntaxOf(const Command& command, Options& options) {
+  const std::string example = std::string("Example:\n  ") + kProgramName + " " + command.example;
+  CommandSyntax syntax = {command.name, command.description, example + command.details, {}, {}};
+  for (const auto* option : command.required)
+    syntax.values.push_back(SyntaxOf(*option, options, true));
+  for (const auto* option : command.optional)
+    syntax.values.push_back(SyntaxOf(*option, options, false));
   for (const auto* flag : command.flags)
-    app.add_flag(flag->name, parsed.options.*flag->given, flag->description);
-  app.group("Commands");
-  app.footer(std::string("Example:\n  ") + kProgramName + " " + command.example + command.details);
-  app.callback([&parsed, &command] { parsed.command = &command; });
+    syntax.flags.push_back({flag->name, flag->description, &(options.*flag->given)});
+  return syntax;
 }
 
 }  // namespace
 
 ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   ParsedCommandLine parsed;
-  CLI::App program("Runs the engine that predicts when a machine is used, on files.", kProgramName);
-  AddCommonOptions(program, kProgramName);
-  program.footer(kExample);
-  for (const Command& command : Commands()) AddCommand(program, command, parsed);
-
-  try {
-    parsed.help = TakeArguments(program, arguments);
-  } catch (const CLI::ParseError& error) {
-    throw ToolError(error.what());
-  }
-  if (!parsed.help.empty()) {
-    parsed.command = nullptr;
-  } else if (parsed.command == nullptr) {
-    throw ToolError(std::string("no command; ") + kProgramName + " --help lists them");
-  }
+  ProgramSyntax syntax = {kProgramName,
+                          "Runs the engine that predicts when a machine is used, on files.",
+                          kExample,
+                          {}};
+  for (const Command& command : Commands())
+    syntax.commands.push_back(SyntaxOf(command, parsed.options));
+  const Request request = TakeArguments(syntax, arguments);
+  parsed.help = request.help;
+  if (parsed.help.empty()) parsed.command = &Commands()[request.command];
   return parsed;
 }
 
