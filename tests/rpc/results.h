@@ -7,8 +7,8 @@
 
 namespace dozewell {
 
-// Limits only end what hangs: this is many times as long as any answer, start or stop takes, also on
-// a machine that is busy with other work.
+// Limits only end what hangs: this is many times as long as any answer, start or stop takes, also
+// on a machine that is busy with other work.
 constexpr uint32_t kHangMs = 60000;
 
 // Counts tests and prints a line for each.
