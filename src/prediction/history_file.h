@@ -30,10 +30,10 @@ std::vector<HistoryRecord> IncreasingRecords(std::span<const unsigned char> file
 // What the tracker learns from a record.
 TimeLineEvent ToTimeLineEvent(const HistoryRecord& record);
 
-// What a history file becomes when it is saved: its records from `cutoff` on, in wall-clock
-// seconds, and then the pending ones whatever their age, each only if later than the one before
-// it. A partial tail counts as a record whose missing bytes are those of the record before it, or
-// zero. `file` is null when there is no file, which differs from an empty one.
+// The records that a history file holds after a save: its own from `cutoff` on, in wall-clock
+// seconds, and then all pending ones, each only if it is later than the one before it. A partial
+// tail counts as a record whose missing bytes are those of the record before it, or zero. `file` is
+// null when there is no file, which differs from an empty one.
 std::vector<HistoryRecord> MergeHistory(const std::vector<unsigned char>* file,
                                         std::span<const HistoryRecord> pending, double cutoff);
 

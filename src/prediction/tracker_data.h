@@ -34,7 +34,7 @@ struct TrackerData {
   int32_t daysInCycle;
   int32_t minutesInDay;
   int32_t minutesPerSlot;
-  int32_t lastState;  // of the last event that was learnt
+  int32_t lastState;  // of the last accepted event
   tm lastTime;        // of the same event; tm_year is kNone before the first one
   int32_t slotCount;
   int32_t reserved;

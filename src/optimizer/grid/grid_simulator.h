@@ -12,14 +12,15 @@ namespace dozewell {
 // The fast path of a search: gives what SimulateEachSet gives, for a whole grid at once.
 //
 // Sets share most of their work, in three steps. What a tracker learns from a history is the same
-// for all of them, since simulated hibernations and wake-backs only continue a sleep that it has
-// learnt already. So the history is learnt once, and for each sleep the observations of the slots
-// after its start are kept, as runs of slots in a row with equal observations; they depend on the
-// day grouping only (observed_history.h), and some day groupings are alike (pooling_key.h). The
-// weights then turn each run into a probability, for all thresholds together. Thresholds only
-// decide which probabilities count as idle or in use. So one search through the runs finds when
-// each of them hibernates a sleep and wakes it back (slot_search.h), and the change is added to the
-// outcomes of a whole range of low and high thresholds (sleep_counter.h, outcome_table.h).
+// for all of them: a simulated hibernation or wake-back is one more event in a sleep under way,
+// from which it learns nothing. So the history is learnt once, and for each sleep the observations
+// of the slots after its start are kept, as runs of slots in a row with equal observations. They
+// depend only on the day grouping (observed_history.h), and some day groupings are alike
+// (pooling_key.h). The weights then turn each run into a probability, for all thresholds together.
+// Thresholds only decide which probabilities count as idle or in use. So one search through the
+// runs finds when each of them hibernates a sleep and wakes it back (slot_search.h), and the change
+// is added to the outcomes of a whole range of low and high thresholds (sleep_counter.h,
+// outcome_table.h).
 class GridSimulator {
  public:
   // Both must outlive the object.
