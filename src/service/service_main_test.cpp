@@ -273,13 +273,14 @@ TEST_CASE("a controller that is quicker than the service has started before the 
   CHECK(place("driver: open") < place("service: status 4 0"));
 }
 
-TEST_CASE("in a console there is no control handler and every status report fails") {
+TEST_CASE("in a console there is no handler, so no notification, and every status report fails") {
   Service service;
   ConsoleMode = true;
   fakes::service.whileListening = [] { CHECK(ConsoleCtrlHandler(0)); };
   const Calls failed = {"report 1 SetServiceStatus failed, error code = 6\n"};
   const Calls stopPending(kDown.begin(), kDown.begin() + 1);
-  const Calls rest(kDown.begin() + 1, kDown.end());
+  Calls rest(kDown.begin() + 1, kDown.end());
+  rest[0] = "service: unregister no notification";
   CHECK(service.Run() == Joined({kSettingsRead,
                                  kGateRead,
                                  kThreadStarted,

@@ -1,10 +1,13 @@
 #include <doctest/doctest.h>
+#include <shlobj.h>
 #include <windows.h>
 
 #include <string>
 
 #include "settings/data_folder.h"
+#include "support/calls.h"
 #include "support/program_data_windows.h"
+#include "support/system_calls_windows.h"
 #include "support/temp_folder.h"
 
 namespace dozewell {
@@ -49,6 +52,25 @@ TEST_CASE("a data folder that cannot be created is named all the same") {
   CHECK(GetDataFolder() == scratch.Path() + L"\\Brevan\\Z7\\");
   CHECK_FALSE(IsFolder(scratch.Path() + L"\\Brevan"));
   CloseHandle(file);
+}
+
+TEST_CASE("the system is asked for its program data, and to create the folder below it") {
+  static wchar_t programData[] = L"Z:\\missing";
+  const ImportStub<"SHGetKnownFolderPath", decltype(SHGetKnownFolderPath)> get{
+      [](const GUID&, DWORD, HANDLE, wchar_t** path) {
+        *path = programData;
+        return S_OK;
+      }};
+  wchar_t* freed = nullptr;
+  const ImportStub<"CoTaskMemFree", decltype(CoTaskMemFree)> release{
+      [&](void* memory) { freed = static_cast<wchar_t*>(memory); }};
+  const ImportStub<"SHCreateDirectoryExW", decltype(SHCreateDirectoryExW)> create;
+  CHECK(GetDataFolder() == L"Z:\\missing\\Brevan\\Z7\\");
+  CHECK(freed == programData);
+  CHECK(TakeSystemCalls() ==
+        Calls{SystemCall("SHGetKnownFolderPath", FOLDERID_ProgramData, 0, nullptr, kMemory),
+              SystemCall("CoTaskMemFree", kMemory),
+              SystemCall("SHCreateDirectoryExW", nullptr, L"Z:\\missing\\Brevan\\Z7", nullptr)});
 }
 
 TEST_CASE("there is no data folder when the system has no program data") {

@@ -65,7 +65,8 @@ uint32_t SendServiceStatus(const ServiceStatusRecord& status) {
 }
 
 void* RegisterIdleNotification() {
-  return fakes::ServiceCallFails("register notification") ? nullptr : &service;
+  const bool fails = fakes::ServiceCallFails("register notification");
+  return fails || !service.registered ? nullptr : &service;
 }
 
 void UnregisterIdleNotification(void* notification) {

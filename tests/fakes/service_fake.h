@@ -18,7 +18,8 @@ struct Service {
   CallFailer failer;    // counts the calls
   uint32_t error = 5;   // what a failing call leaves
   bool exists = false;  // whether the service is installed
-  // Whether a control handler is registered, without which no status can be sent.
+  // Whether a control handler is registered: without one no status can be sent, and there are no
+  // notifications.
   bool registered = false;
   bool listening = false;  // whether the RPC server listens and was not told to stop
   // What happens while the RPC server waits, the dispatcher serves the process, a status is sent.
