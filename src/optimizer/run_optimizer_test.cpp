@@ -9,8 +9,10 @@
 
 #include "base/exception.h"
 #include "base/file.h"
+#include "base/lock.h"
 #include "controller/state_machine/state_machine.h"
 #include "fakes/event_log_fake.h"
+#include "fakes/lock_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "optimizer/simulator/stop_request.h"
@@ -129,6 +131,19 @@ TEST_CASE("a missing, empty or short history stores -1 for every weight") {
   CHECK(machine.Run() == none);
   REQUIRE(RemoveFile(machine.HistoryFile()));
   CHECK(machine.Run() == none);
+}
+
+TEST_CASE("the history is read under the engine's lock, which is free again for the search") {
+  Machine machine;
+  const std::vector<unsigned char> history = ReadWholeFile(machine.HistoryFile()).value();
+  machine.SetHistory({});
+  fakes::otherThreads = {
+      &EngineLock,
+      [&] { REQUIRE(WriteWholeFile(machine.HistoryFile(), history.data(), history.size())); },
+      [&] { machine.SetHistory({}); }};
+  CHECK(machine.Run() == Texts{kWrite + "Best0 10,20,70,90,60,2", kPosted});
+  CHECK(ReadWholeFile(machine.HistoryFile()).value().empty());
+  fakes::ResetLocks();
 }
 
 TEST_CASE("only whole records with increasing times count") {

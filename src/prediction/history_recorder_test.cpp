@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "base/file.h"
+#include "base/lock.h"
 #include "fakes/clock_fake.h"
+#include "fakes/lock_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/history_file.h"
 #include "support/temp_folder.h"
@@ -103,6 +105,21 @@ TEST_CASE("a history that cannot be written is not reported, and the pending rec
   fakes::settings.dataFolder = recorder.folder.Path();
   AH_SaveHistory();
   CHECK(recorder.File().empty());
+}
+
+TEST_CASE("a history is read, merged and written under the engine's lock") {
+  Recorder recorder;
+  AppendToHistory(kNow, true);
+  std::vector<unsigned char> saved;
+  fakes::otherThreads = {&EngineLock,
+                         [&] {
+                           recorder.SetFile({{kNow - 1, 0, 0}});
+                         },
+                         [&] { saved = recorder.File(); }};
+  AH_SaveHistory();
+  fakes::ResetLocks();
+  CHECK(saved == FileOf({{kNow - 1, 0, 0}, {kNow, 1, 0}}));
+  CHECK(recorder.File() == saved);
 }
 
 TEST_CASE("an empty data folder fails the save, which keeps the pending records") {

@@ -18,11 +18,21 @@ struct Lock::Impl {};
 Lock::Lock() = default;
 Lock::~Lock() = default;
 
-void Lock::lock() { ++Depths()[this]; }
-void Lock::unlock() { --Depths()[this]; }
+void Lock::lock() {
+  if (++Depths()[this] == 1 && fakes::otherThreads.lock == this) fakes::otherThreads.before();
+}
+
+void Lock::unlock() {
+  if (--Depths()[this] == 0 && fakes::otherThreads.lock == this) fakes::otherThreads.after();
+}
+
+fakes::OtherThreads fakes::otherThreads;
 
 bool fakes::IsTaken(const Lock& lock) { return Depths()[&lock] != 0; }
 
-void fakes::ResetLocks() { Depths().clear(); }
+void fakes::ResetLocks() {
+  Depths().clear();
+  otherThreads = {};
+}
 
 }  // namespace dozewell
