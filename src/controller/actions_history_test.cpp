@@ -37,7 +37,7 @@ constexpr SMEvent kAllEvents[] = {
     SMEvent::Activating,     SMEvent::Suspend, SMEvent::ShuttingDown, SMEvent::ParamChanging,
     SMEvent::Uninitializing, SMEvent::Saving,  SMEvent::ResetHistory};
 
-// Keeps what it hears, and then throws if it is told to.
+// Keeps what it is told, and then does what a test wants, such as throwing.
 struct Listener : ITimeLineListener, IConfigurationsListener {
   std::vector<TimeLineEvent> events;
   std::vector<std::string> sections;
@@ -63,7 +63,7 @@ struct Learning {
     engine.RenewPredictor();
     fakes::TakeJournal();
   }
-  // Puts a listener of the test's own in the predictor's place.
+  // Registers a test's own listener in place of the predictor.
   void Hear(Listener& listener) {
     engine.predictor.reset();
     engine.historian->RegisterListener(&listener);
@@ -86,19 +86,19 @@ struct Learning {
 
 Calls ErrorTraced(const std::string& text) { return {"report 1 " + text, "trace " + text}; }
 
-// What building a predictor asks for, without a data file and with one that is loaded.
+// The calls that building a predictor makes, without a data file and with one that is loaded.
 const Calls kPredictorBuilt = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution",
                                "settings: ReadSetting TimeResolution"};
 const Calls kPredictorLoaded = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution"};
 
-// What a parameter change does first, when no best set is stored.
+// The first calls of a parameter change when no best set is stored.
 const Calls kNothingApplied = {"settings: WriteSetting DisablePrediction 0",
                                "settings: WriteSetting ServiceFeedback 0",
                                "report 4 Predictor disabled 0\n"};
-// And what the listener is told with.
+// All calls of a parameter change that the listener is told.
 const Calls kParametersTold = Joined({kNothingApplied, {"trace AH_SetPredictorConfig\n"}});
 
-// The state of the last event that a data file was written after.
+// The state of the last event before the data file was written.
 int32_t LastState(const std::vector<unsigned char>& bytes) {
   TrackerData header;
   REQUIRE(bytes.size() > sizeof(header));
@@ -106,7 +106,7 @@ int32_t LastState(const std::vector<unsigned char>& bytes) {
   return header.lastState;
 }
 
-// The actions that tell the historian's listener, and what each does when that throws.
+// The actions that tell the historian's listener, each with an event that it runs on.
 struct Telling {
   Action action;
   const char* name;
@@ -187,7 +187,7 @@ TEST_CASE("without a listener, historian or event nobody is told and nothing fai
   }
 }
 
-TEST_CASE("what a listener throws is logged with its message and the action is done") {
+TEST_CASE("a listener's exception is logged with its message, and the action goes on") {
   for (const Telling& telling : kTelling) {
     CAPTURE(telling.name);
     Learning learning;
@@ -201,7 +201,7 @@ TEST_CASE("what a listener throws is logged with its message and the action is d
   }
 }
 
-TEST_CASE("what a listener throws that is no exception is logged with its place and thrown on") {
+TEST_CASE("a listener's unknown exception is logged with the action's name and thrown on") {
   for (const Telling& telling : kTelling) {
     CAPTURE(telling.name);
     Learning learning;
@@ -226,7 +226,7 @@ TEST_CASE("an event out of order, which the tracker refuses, is logged and the r
         Joined({{"trace AH_LogEvent\n"}, ErrorTraced("state start is later than state end")}));
 }
 
-TEST_CASE("a changed parameter is told by its name") {
+TEST_CASE("the listener is told the name of a changed parameter") {
   Learning learning;
   Listener listener;
   learning.Hear(listener);
@@ -256,7 +256,7 @@ TEST_CASE("the chosen parameters are applied before the change is told") {
   CHECK(applied == "91");
 }
 
-TEST_CASE("an event that is no parameter change, or no event, is not told") {
+TEST_CASE("only a parameter change is told") {
   Learning learning;
   Listener listener;
   learning.Hear(listener);
@@ -275,7 +275,7 @@ TEST_CASE("a changed parameter without a listener changes nothing") {
   CHECK(learning.Run(AH_SetPredictorConfig, &change) == kParametersTold);
 }
 
-TEST_CASE("what the listener to parameters throws is logged, and thrown on if no exception") {
+TEST_CASE("the parameters' listener's exceptions are logged, and an unknown one is thrown on") {
   Learning learning;
   Listener listener;
   learning.Hear(listener);
@@ -368,7 +368,7 @@ TEST_CASE("a daily save overwrites a data file of another version") {
   CHECK(learning.Data()[0] == 0);
 }
 
-TEST_CASE("a daily save without a predictor meets a data file of another version and reports it") {
+TEST_CASE("a daily save without a predictor reports a data file of another version") {
   Learning learning;
   learning.Run(AH_SavePredictionData, SMEvent::Saving);
   std::vector<unsigned char> bytes = learning.Data();
@@ -474,7 +474,7 @@ TEST_CASE("a reset forgets files and pending records and starts a blank predicto
 }
 
 TEST_CASE("a predictor is gone before its files are deleted or another one is built") {
-  // Notes when it ends.
+  // Notes when it is deleted.
   struct Mortal : IPredictor {
     ~Mortal() override {
       fakes::journal.emplace_back(fakes::IsTaken(EngineLock) ? "predictor deleted under EngineLock"
@@ -497,7 +497,7 @@ TEST_CASE("a predictor is gone before its files are deleted or another one is bu
                 kPredictorBuilt}));
 }
 
-TEST_CASE("a history is saved, and a predictor told and asked, without a lock left taken") {
+TEST_CASE("no action leaves the engine's lock taken, with or without a data folder") {
   Learning learning;
   learning.Run(AH_RecordHistoryEvent, SMEvent::Suspend);
   for (const Action action : {Action{AH_SaveHistory}, Action{AH_SavePredictionData},
@@ -558,7 +558,7 @@ TEST_CASE("a reset without a folder or values is reported, and a later one does 
   CHECK(engine.predictor != nullptr);
 }
 
-TEST_CASE("a reset without an event is a reset all the same") {
+TEST_CASE("a reset does not need its event") {
   Learning learning;
   learning.Run(AH_PredictorContainerOff, SMEvent::Suspend);
   learning.Run(AH_ResetHistory, nullptr);

@@ -1,5 +1,5 @@
-// What the controller does to the machine: predicted settings on a suspend, the wakes of a night,
-// and the user's settings back.
+// What the controller does to the machine: it sets predicted timeouts and timers on a suspend,
+// handles the wakes of a night, and restores the user's timeouts.
 
 #include <doctest/doctest.h>
 
@@ -29,7 +29,7 @@ namespace {
 
 using Predictions = std::vector<PredictionRecord>;
 
-// Answers what the test says, and keeps the time it was asked about.
+// Gives the answer that a test wants, and keeps the time that it was asked about.
 struct FixedPredictor : IPredictor {
   std::function<Predictions()> answer;
   tm* askedFor;
@@ -91,7 +91,7 @@ Calls Decided(const std::string& hibernateAt, const std::string& sleepRestoredAt
 
 const Calls kNothingDecided = Decided("no prediction", "never", "no prediction");
 
-// What a passed HA of some seconds takes.
+// The calls that set a passed HA of some seconds.
 Calls HASet(const std::string& seconds) {
   return {"power: get active",
           "power: write balanced AC hibernate " + seconds,
@@ -112,7 +112,7 @@ Calls TimerArmed(const std::string& minutes, const std::string& words) {
 
 }  // namespace
 
-TEST_CASE("a suspend with two predictions sets timeout and timer, after the user's was kept") {
+TEST_CASE("a suspend with two predictions caches the user's timeout, then sets timeout and timer") {
   Suspending machine;
   fakes::driver.timer.words = {0x12345678, 0x10000001};
   machine.Predict({{kNow, 45}, {kNextMorning, 600}});
@@ -245,7 +245,7 @@ TEST_CASE("without a predictor nothing is decided") {
   CHECK(machine.Suspend() == Joined({kSuspendStarts, kNothingDecided}));
 }
 
-TEST_CASE("a predictor that throws is as one without an answer, and its message is logged") {
+TEST_CASE("a predictor that throws counts as one without an answer, and its message is logged") {
   struct Silent : std::exception {
     const char* what() const noexcept override { return nullptr; }
   };
@@ -271,7 +271,7 @@ TEST_CASE("a predictor that throws is as one without an answer, and its message 
   }
 }
 
-TEST_CASE("what a predictor throws that is no exception is logged and thrown on") {
+TEST_CASE("a predictor's unknown exception is logged and thrown on") {
   const std::string text =
       "AH_SetPredictedSettings: PredictorObj::GetPredictions threw an unknown exception";
   Suspending machine;
@@ -280,7 +280,7 @@ TEST_CASE("what a predictor throws that is no exception is logged and thrown on"
   machine.PredictBy([]() -> Predictions { throw 42; });
   CHECK_THROWS_AS(machine.Suspend(), int);
   CHECK(fakes::TakeJournal() == Joined({kSuspendStarts, {"report 1 " + text, "trace " + text}}));
-  // It came before anything was decided.
+  // Nothing was decided before it was thrown.
   CHECK(engine.nextSleepTime == kNextMorning);
   CHECK(engine.nextHAMinutes == 7);
 }
@@ -307,7 +307,7 @@ TEST_CASE("a timeout of 0 minutes is set to 1, a negative one is not set") {
                 kUserHACached}));
 }
 
-TEST_CASE("a timeout of the user's that cannot be read leaves what is cached as it was") {
+TEST_CASE("a user's timeout that cannot be read leaves the cached one as it was") {
   Suspending machine;
   fakes::settings.current.values[L"HA_AC"] = fakes::Number32(99);
   fakes::settings.current.values[L"HA_DC"] = fakes::Number32(98);
@@ -343,7 +343,7 @@ TEST_CASE("without a driver arming does nothing, silently") {
                                       "driver: read timer on no device"});
 }
 
-TEST_CASE("a suspend event leaves its time, any other event nothing") {
+TEST_CASE("only a suspend event is stamped") {
   Suspending machine;
   CHECK(machine.Run(AH_TimeStampEvent, SMEvent::Suspend) == Calls{"trace AH_TimeStampEvent\n"});
   CHECK(engine.suspendTime == kNow);
@@ -396,7 +396,7 @@ TEST_CASE("a timer whose time has come is not armed once more, and forgotten") {
   }
 }
 
-TEST_CASE("a timer that the driver does not take is forgotten, too") {
+TEST_CASE("a timer that the driver refuses is forgotten too") {
   Suspending machine;
   engine.nextSleepTime = kNextMorning;
   fakes::driver.failer.firstFailing = 1;
@@ -425,7 +425,7 @@ TEST_CASE("a next predicted timeout of 0 is set to 1 minute, one below 0 is only
   CHECK(engine.nextHAMinutes == kNoHA);
 }
 
-TEST_CASE("the user's timeouts are given back, each taken from the cache before it is set") {
+TEST_CASE("the user's timeouts are restored, each taken from the cache before it is set") {
   Suspending machine;
   fakes::settings.current.values[L"HA_AC"] = fakes::Number32(30);
   fakes::settings.current.values[L"HA_DC"] = fakes::Number32(15);

@@ -24,6 +24,7 @@
 #include "fakes/lock_fake.h"
 #include "fakes/machine.h"
 #include "fakes/settings_fake.h"
+#include "optimizer/simulator/stop_request.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "support/calls.h"
 #include "support/local_times.h"
@@ -34,7 +35,7 @@ namespace {
 const Calls kBuilt = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution",
                       "settings: ReadSetting TimeResolution"};
 
-// The first event, on a machine whose timeouts are the user's own.
+// The calls of the first event, on a machine whose timeouts are the user's own.
 const Calls kActivated = {
     "trace State Machine event: ",
     "trace 21/11/2026 8:5:9 - Activating",
@@ -67,7 +68,7 @@ void CheckNothingIsLeft() {
   CHECK_FALSE(engine.nextSleepTime.has_value());
 }
 
-// Has a controller of this machine save its data, and makes it of another version.
+// Has a controller of this machine save its data, and changes the version in the file.
 void WriteDataOfVersion1(const fakes::Machine& machine) {
   StartController();
   PostEvent(std::make_unique<SMEventData>(SMEvent::Uninitializing));
@@ -77,7 +78,7 @@ void WriteDataOfVersion1(const fakes::Machine& machine) {
   REQUIRE(WriteWholeFile(machine.DataFile(), bytes.data(), bytes.size()));
 }
 
-// Throws what is no exception, to whoever lets it know of something or asks it.
+// Throws an unknown exception from each call that the actions make.
 struct Thrower : ITimeLineListener, IConfigurationsListener, IPredictor {
   void OnTimeLineEvent(const TimeLineEvent&) override { throw 42; }
   void OnConfigurationChanged(std::string) override { throw 42; }
@@ -123,6 +124,13 @@ TEST_CASE("a start fills the machine's slots with the handlers of their names") 
   CHECK((slots.AH_RecordHistoryEvent == static_cast<Action>(&AH_RecordHistoryEvent)));
   CHECK((slots.AH_SaveHistory == static_cast<Action>(&AH_SaveHistory)));
   CHECK((slots.AH_ResetHistory == &AH_ResetHistory));
+  fakes::TakeJournal();
+  slots.LaunchOptimizerThread(nullptr);
+  CHECK(fakes::TakeJournal() == Calls{"thread: start", "report 4 Launch optimizer thread, 1\n"});
+  CHECK_FALSE(OptimizerStopRequested);
+  slots.TerminateOptimizerThread(nullptr);
+  CHECK(fakes::TakeJournal() == Calls{"report 4 Terminate optimizer thread, 1\n"});
+  CHECK(OptimizerStopRequested);
 }
 
 TEST_CASE("a start's first event runs under both locks, later ones under the controller's alone") {
@@ -150,7 +158,7 @@ TEST_CASE("a start's first event runs under both locks, later ones under the con
 }
 
 TEST_CASE("an engine is built and deleted under the controller's lock") {
-  // Notes under which lock it ends.
+  // Notes whether it is deleted under the controller's lock.
   struct Mortal : Thrower {
     bool* underLock;
     explicit Mortal(bool* noted) : underLock(noted) {}
@@ -181,7 +189,7 @@ TEST_CASE("a second start does nothing") {
   CHECK(LastSaveTime == LocalTime(2026, 11, 21, 8, 5, 9));
 }
 
-TEST_CASE("a start gives timeouts back that were left in the cache") {
+TEST_CASE("a start restores timeouts that were left in the cache") {
   const fakes::Machine machine;
   fakes::settings.current.values[L"HA_DC"] = fakes::Number32(15);
   Calls activated = kActivated;
@@ -221,6 +229,17 @@ TEST_CASE("a stop without a start does no harm and forgets the next sleep time")
   CheckNothingIsLeft();
   StopController();
   CheckNothingIsLeft();
+}
+
+TEST_CASE("a stop leaves the machine of a start that failed") {
+  const fakes::Machine machine;
+  StateMachine = new SleepStateMachine;
+  StateMachine->AH_RestoreHA = [](const SMEventData*) { throw 42; };
+  CHECK_THROWS_AS(StartController(), int);
+  const SleepStateMachine* const left = StateMachine;
+  StopController();
+  CHECK(StateMachine == left);
+  CHECK(engine.predictor == nullptr);
 }
 
 TEST_CASE("a start after a stop begins anew, whatever the state was") {
@@ -294,25 +313,26 @@ TEST_CASE("a data file of the right size whose first word is 1 fails a start wit
   std::memcpy(bytes.data() + 56, &slotCount, sizeof(slotCount));
   REQUIRE(WriteWholeFile(machine.DataFile(), bytes.data(), bytes.size()));
   CHECK_THROWS_WITH_AS(StartController(), "Version 0 expected", FixedTextException);
-  // It is left to whoever can read it.
+  // The file is kept for a version that can read it.
   CHECK(ReadWholeFile(machine.DataFile()).value() == bytes);
 }
 
-TEST_CASE("what the first event's actions throw reaches the caller, and the controller is off") {
+TEST_CASE(
+    "an exception of the first event's actions reaches the caller, and the controller is off") {
   const fakes::Machine machine;
   StateMachine = new SleepStateMachine;
   StateMachine->AH_RestoreHA = [](const SMEventData*) { throw 42; };
   CHECK_THROWS_AS(StartController(), int);
   CHECK_FALSE(ControllerStarted);
   CHECK(StateMachine->current == SMState::Uninitialized);
-  // What was left behind does not keep a later start from its end.
+  // What was left behind does not prevent a later start.
   StateMachine->AH_RestoreHA = nullptr;
   StartController();
   CHECK(ControllerStarted);
   CHECK(engine.historian->HasListener());
 }
 
-TEST_CASE("what is thrown that is no exception reaches whoever posted, and the state stays") {
+TEST_CASE("an unknown exception reaches the poster, and the state stays") {
   struct Row {
     const char* name;
     SMEvent event;

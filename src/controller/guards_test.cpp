@@ -59,7 +59,7 @@ Answer Ask(bool (*guard)(const SMEventData*)) {
   return {answer, fakes::TakeJournal()};
 }
 
-// Either guard's last word to the debugger.
+// The answer as a guard writes it to the debugger.
 std::string Traced(bool answer) { return answer ? "trace true\n" : "trace false\n"; }
 
 Answer GoingToS3(bool answer, const std::string& status) {
@@ -68,7 +68,7 @@ Answer GoingToS3(bool answer, const std::string& status) {
            "report 4 GetPreviousSleepStatus " + status + "\n", Traced(answer)}};
 }
 
-// For a machine on AC.
+// On a machine on AC.
 Answer GoingToS4(bool answer, const std::string& seconds, const std::string& haSeconds) {
   return {
       answer,
@@ -220,7 +220,7 @@ TEST_CASE("the timeout is that of the source that the machine runs on, AC when i
   }
 }
 
-TEST_CASE("without a timeout, or one of never, it is not the system's own wake") {
+TEST_CASE("without a timeout, or with the timeout never, it is not the system's own wake") {
   const Answer never = GoingToS4(false, "0", "0");
   {
     WakingMachine wake;
@@ -240,7 +240,7 @@ TEST_CASE("without a timeout, or one of never, it is not the system's own wake")
   }
 }
 
-TEST_CASE("a timeout of less than a minute is as one of never") {
+TEST_CASE("a timeout of less than a minute counts as never") {
   WakingMachine wake;
   fakes::driver.previousSleepStatus = 4;
   fakes::power.values["balanced AC hibernate"] = 59;
@@ -296,7 +296,7 @@ TEST_CASE(
                                                         GoingToS4(false, "1800", "1800").calls})});
 }
 
-TEST_CASE("guards look at no event and change nothing") {
+TEST_CASE("guards ignore the event and change nothing") {
   WakingMachine wake;
   wake.Sleep(1800);
   wake.SetTimer(true, 5);

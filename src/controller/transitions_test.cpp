@@ -21,7 +21,7 @@
 namespace dozewell {
 namespace {
 
-// What driver and power scheme say of a resume.
+// What the driver and the power scheme show on a resume.
 struct WakeCase {
   const char* name;
   bool byTimer;
@@ -48,15 +48,15 @@ struct WokenController {
     fakes::SetTime(LocalTime(2026, 11, 21, 18, 30));
     fakes::driver.timer.words = {0, wake.byTimer ? 0xC8000343 : 0x88000343};
     fakes::driver.previousSleepStatus = wake.byTimer ? 5 : 4;
-    // Only a sleep without a status may be both: the first status that is asked for is not told.
+    // A wake can be of both kinds only without a status, so the first reading of the status fails.
     if (wake.byTimer && wake.bySystem) {
       fakes::driver.previousSleepStatus = 4;
       fakes::driver.failer.firstFailing = 2;
     }
     fakes::TakeJournal();
   }
-  // The handlers that an event ran, by the names that they wrote to the debugger, and behind them
-  // what the error handler reported and the new state.
+  // The names of the handlers that an event ran, as they wrote them to the debugger, followed by
+  // what the error handler reported and by the new state.
   Calls Post(uint32_t event) {
     if (event == 3) {
       PostEvent(std::make_unique<ParamChangeEventData>("Strength"));
@@ -95,7 +95,7 @@ const Calls kShutDownFromSpike = {"AH_RecordHistoryEvent", "AH_LogEvent",
                                   "AH_PredictorContainerOff", "AH_SaveHistory", "-> Off"};
 const Calls kToActive = {"-> Active"};
 
-// What an event in a state runs. A resume from Suspended depends on the kind of wake.
+// The handlers that an event runs in a state. A resume from Suspended depends on the kind of wake.
 struct Row {
   SMState state;
   uint32_t event;

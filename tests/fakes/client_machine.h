@@ -8,8 +8,8 @@
 
 namespace dozewell::fakes {
 
-// A machine on which the client finds what the fakes hold, all good at first: the service runs, and
-// its settings and data folder are empty. UTC is its local time.
+// A machine made of fakes for the client. At first the service runs, and its settings and data
+// folder are empty. Local time is UTC.
 class ClientMachine {
  public:
   ClientMachine();
@@ -20,7 +20,7 @@ class ClientMachine {
   // Lays down settings: a day of half hours, and a start gate that is open.
   static void Provision();
 
-  // What is, or is to be, the service's data folder.
+  // The folder that the service's data folder is set to at first.
   const TempFolder& Folder() const { return folder_; }
 
   bool answer = false;  // to every question
@@ -29,7 +29,7 @@ class ClientMachine {
   TempFolder folder_;
 };
 
-// What a run of the client said.
+// What one run of the client printed, reported and asked.
 struct ClientRun {
   int exitCode;
   std::string output;
@@ -39,7 +39,8 @@ struct ClientRun {
 
 ClientRun Ctl(const ClientMachine& machine, const std::vector<std::string>& arguments);
 
-// Checks that a run does nothing but print this, or fails with this and prints nothing.
+// Check that a run prints exactly this and nothing else, or that it fails with this message and
+// prints nothing.
 void Works(const ClientMachine& machine, const std::vector<std::string>& arguments,
            const std::string& output);
 void Fails(const ClientMachine& machine, const std::vector<std::string>& arguments, int exitCode,

@@ -14,7 +14,7 @@ struct Clock {
   tm localTime = {0, 0, 0, 1, 0, 70, 4, 0, 0};
   // What happens while the local time is read.
   std::function<void()> whileRead = [] {};
-  // The same of UTC.
+  // What happens while the UTC time is read.
   std::function<void()> whileUtcRead = [] {};
 };
 extern Clock clock;

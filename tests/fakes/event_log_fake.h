@@ -8,7 +8,7 @@
 
 namespace dozewell::fakes {
 
-// What reached the event log and the debugger.
+// The event log and the debugger, which keep what reaches them.
 struct EventLog {
   // In order, texts as UTF-8: "open <source>", "report <type> <text>", "clear", "close" ("close
   // null" without a source) and "trace <text>".

@@ -7,13 +7,13 @@
 
 namespace dozewell::fakes {
 
-// What all fakes were asked for, in one order: each call as its fake notes it, behind "settings: ",
-// "driver: ", "power: ", "thread: " or "service: "; of the event log "report <type> <text>",
-// "clear" and "trace <text>". Predictor values, which are read by the dozen, are left out, and so
-// is an event that found no source.
+// The calls of all fakes in one order, each as its fake notes it, behind "settings: ", "driver: ",
+// "power: ", "thread: " or "service: "; of the event log "report <type> <text>", "clear" and "trace
+// <text>". Predictor values, which are read by the dozen, are left out, and so is an event that
+// found no source.
 inline Calls journal;
 
-// What has come since it was last taken.
+// The calls since the journal was last taken.
 inline Calls TakeJournal() { return std::exchange(journal, {}); }
 
 }  // namespace dozewell::fakes

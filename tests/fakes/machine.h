@@ -8,10 +8,10 @@
 
 namespace dozewell::fakes {
 
-// A machine on which the service is installed and provisioned and has not run yet, for the life of
-// a test: all fakes and all process-wide state are as in a fresh process, at 8:05:09 on Saturday
-// 2026-11-21. The user's hibernate-after timeouts are 30 minutes on AC and 15 on DC. What is done
-// here is not in the journal.
+// A machine on which the service is installed and provisioned and has not run yet. For its lifetime
+// all fakes and all process-wide state start as in a fresh process, at 8:05:09 on Saturday
+// 2026-11-21. The user's hibernate-after timeouts are 30 minutes on AC and 15 on DC. The journal
+// leaves out what the constructor does.
 class Machine {
  public:
   Machine();

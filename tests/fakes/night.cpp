@@ -123,7 +123,7 @@ Night PlayNight(const std::function<void()>& prepare,
       happening.happen();
       end(happening.name);
     }
-    // Whoever stopped the service stops it again if it goes on.
+    // A service that goes on in spite of the stop is stopped again.
     if (service.listening) {
       Stop();
       end("second stop");

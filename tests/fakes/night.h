@@ -11,8 +11,8 @@ namespace dozewell::fakes {
 
 // A night in the life of the service, from its start to its stop, on a machine that learnt three
 // weeks of use from 8 to 18 o'clock: a suspend, the system's own wake on its way into hibernation,
-// the timer's wake and the sleep after it, a real resume, a daily save, a reset. What happens to
-// the machine is always the same, whatever the service does.
+// the timer's wake and the sleep after it, a real resume, a daily save, a reset. The same things
+// happen to the machine in every night, whatever the service does.
 
 // What the service was seen to do at each step, and what is left of the user's timeouts after it.
 struct NightStep {

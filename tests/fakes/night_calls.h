@@ -7,9 +7,9 @@
 
 namespace dozewell::fakes {
 
-// What parts of a night look like in the journal.
+// The journal's lines for parts of a night.
 
-// What events and states are told by.
+// How events and states are reported.
 
 inline Calls Told(const std::string& label, const std::string& text) {
   return {"trace " + label, "trace " + text, "trace \n", "report 4 " + text};
@@ -24,7 +24,7 @@ inline Calls Decided(const std::string& label, const std::string& text) {
   return {"report 4 Predicted " + label + text, "trace Predicted " + label + text};
 }
 
-// What asking for a kind of wake takes.
+// The calls that each guard makes.
 inline Calls GoingToS3(const std::string& status, const std::string& answer) {
   return {"trace GImpl_GoingToS3: ", "driver: read timer", "driver: read previous sleep status",
           "report 4 GetPreviousSleepStatus " + status + "\n", "trace " + answer + "\n"};
@@ -56,7 +56,7 @@ inline Calls Armed(const std::string& minutes, const std::string& word) {
 
 inline const Calls kOptimizerLaunched = {"thread: start", "report 4 Launch optimizer thread, 1\n"};
 inline const Calls kStatusSent = {"service: status 4 0"};
-// What building a predictor asks for, with a data file that is loaded and without one.
+// The calls that building a predictor makes, with a data file that is loaded and without one.
 inline const Calls kLoaded = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution"};
 inline const Calls kBuilt = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution",
                              "settings: ReadSetting TimeResolution"};

@@ -14,7 +14,7 @@
 
 namespace dozewell::fakes {
 
-// A machine whose service has opened the driver and may be asked by clients.
+// A machine whose service has opened the driver and answers clients.
 struct ServedMachine : Machine {
   ServedMachine() { OpenDriverDevice(); }
 };
@@ -47,12 +47,12 @@ inline void SetTimer(uint32_t alarm, uint32_t duration) { driver.timer.words = {
 // Leaves nothing from which a predictor could be built.
 inline void TakeProvisionsAway() { settings.defaults.predictorValues.clear(); }
 
-// The ends of what a client can send as a number.
+// The smallest and the largest number that a client can send.
 inline constexpr int32_t kLowest = std::numeric_limits<int32_t>::min();
 inline constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 
-// Numbers in an enumeration's place that mean nothing anywhere: the largest that a client can send,
-// and what only a hand-written packet carries.
+// Enumeration values without a meaning: the largest that a client can send, and some that only a
+// hand-written packet carries.
 inline constexpr uint32_t kLargestEnum = 0x7FFF;
 inline constexpr uint32_t kBeyondEnums[] = {0x8000,     0x8001,     0xFFFF,
                                             0x80000000, 0x80000001, 0xFFFFFFFF};

@@ -17,8 +17,8 @@ struct Threads {
   // Threads are quicker than their makers: each runs to its end before StartThread returns.
   bool atOnce = false;
 
-  // How many threads were started that can be asked whether they run; the handle of the n-th is n,
-  // from 1. One runs until it is run to its end.
+  // How many watched threads were started; the handle of the n-th is n, counting from 1. A thread
+  // counts as running until Run has run it.
   uintptr_t watched = 0;
   std::vector<ThreadHandle> running;
   std::vector<uint32_t> sleeps;  // milliseconds

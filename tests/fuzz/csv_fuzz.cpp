@@ -1,4 +1,4 @@
-// A CSV history of any content: what it reads as is written and reads as the same again.
+// Reads a CSV history of any content, writes it and checks that reading it again gives the same.
 
 #include <bit>
 #include <cmath>
@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     dozewell::Run({reinterpret_cast<const char*>(data), size});
   } catch (const dozewell::ToolError&) {
-    // Refusing the file is an answer.
+    // A file may be refused.
   }
   return 0;
 }

@@ -1,5 +1,5 @@
-// A data file of any content under one of several cycles: it is loaded, learnt on, predicted from,
-// explained and saved.
+// Loads a data file of any content under one of several cycles, learns more, predicts, explains and
+// saves.
 
 #include <array>
 #include <cstring>
@@ -28,7 +28,7 @@ constexpr Cycle kCycles[] = {
     {"1", "90", 45, "0"},  {"-7", "-60", 10, "0"}, {"1", "1", 1, "0"},    {"7", "240", 1, "1"},
 };
 
-// A header that fits the cycle makes a random content more than a file to ignore.
+// The header fits the cycle, so that random content is loaded instead of ignored.
 std::vector<unsigned char> FittingFile(const CycleShape& shape, fuzz::Input& input) {
   TrackerData header = input.Take<TrackerData>();
   header.version = 0;
@@ -39,7 +39,7 @@ std::vector<unsigned char> FittingFile(const CycleShape& shape, fuzz::Input& inp
   std::vector<unsigned char> file(static_cast<size_t>(TrackerDataSize(header.slotCount)));
   std::memcpy(file.data(), &header, sizeof(header));
   for (size_t offset = sizeof(header); offset < file.size(); offset += sizeof(SlotRecord)) {
-    // Small numbers are what makes a difference; four bytes of input make a slot of them.
+    // Small numbers make the difference, so four bytes of input are enough for a slot.
     const auto small = input.Take<std::array<int8_t, 4>>();
     const SlotRecord slot = {small[0], small[1], small[2], small[3], kNone};
     std::memcpy(file.data() + offset, &slot, sizeof(slot));
@@ -68,7 +68,7 @@ void Run(fuzz::Input input) {
     try {
       historian.NotifyListener(event);
     } catch (const std::exception&) {
-      // A refused event must leave all that follows possible.
+      // After a refused event everything must still work.
     }
     predictor.GetPredictions(event.time);
     predictor.PredictWake(event.time);
@@ -90,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     dozewell::Run({data, size});
   } catch (const std::exception&) {
-    // Refusing the file is an answer.
+    // A file may be refused.
   }
   return 0;
 }

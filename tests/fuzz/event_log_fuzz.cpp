@@ -1,4 +1,5 @@
-// An event log of any content: what it tells is a history whose states alternate in time.
+// Reads an event log of any content and checks that the times of its history increase and its
+// states alternate.
 
 #include <optional>
 #include <string_view>
@@ -35,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     dozewell::Run({reinterpret_cast<const char*>(data), size});
   } catch (const dozewell::EventLogError&) {
-    // Refusing the file is an answer.
+    // A file may be refused.
   }
   return 0;
 }

@@ -1,4 +1,4 @@
-// A history file of any content: its records are learnt and merged with pending ones.
+// Learns from a history file of any content and merges its records with pending ones.
 
 #include <cstring>
 #include <exception>
@@ -26,7 +26,7 @@ void Learn(const std::vector<HistoryRecord>& records) {
     try {
       tracker.ProcessEvent(ToTimeLineEvent(record));
     } catch (const std::exception&) {
-      // A refused event must leave all that follows possible.
+      // After a refused event everything must still work.
     }
     tracker.GetPredictions(ToTimeLineEvent(record).time);
   }

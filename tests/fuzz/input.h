@@ -11,7 +11,7 @@
 
 namespace dozewell::fuzz {
 
-// Takes values from the front of a fuzzer's input; zeros once it is used up.
+// Takes values from the front of a fuzzer's input, and zeros when it is used up.
 class Input {
  public:
   Input(const uint8_t* data, size_t size) : rest_(data, size) {}
@@ -38,7 +38,7 @@ class Input {
   std::span<const uint8_t> rest_;
 };
 
-// Ends the run as a finding.
+// Aborts the run, which the fuzzer reports as a finding.
 inline void Require(bool condition) {
   if (!condition) std::abort();
 }

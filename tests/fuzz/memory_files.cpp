@@ -15,7 +15,7 @@ File OpenFile(const std::wstring& path, const char* mode) {
   const auto found = fuzz::files.find(path);
   if (found == fuzz::files.end()) return nullptr;
   std::vector<unsigned char>& content = found->second;
-  // No memory is no stream, but an empty file is a file.
+  // A stream cannot be opened on no memory, yet an empty file can be opened.
   if (content.empty()) return File(std::fopen("/dev/null", mode));
   return File(fmemopen(content.data(), content.size(), mode));
 }

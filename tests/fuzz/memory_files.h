@@ -7,8 +7,8 @@
 
 namespace dozewell::fuzz {
 
-// What base's files read and write here, by path. A file opened for writing must fit what it is
-// given here beforehand.
+// The files of the fuzz targets by path, in place of a disk. A file that is opened for writing must
+// be here beforehand, with room for all that is written.
 extern std::map<std::wstring, std::vector<unsigned char>> files;
 
 }  // namespace dozewell::fuzz

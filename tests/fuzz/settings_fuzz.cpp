@@ -1,5 +1,4 @@
-// A settings file of any content: it is read, and a tracker of its cycle is built, learns and
-// predicts.
+// Reads a settings file of any content and has a tracker of its cycle learn and predict.
 
 #include <exception>
 #include <string_view>
@@ -13,7 +12,7 @@
 namespace dozewell {
 namespace {
 
-// A cycle of more slots takes longer and meets nothing new.
+// A cycle of more slots takes longer and tests nothing more.
 constexpr int32_t kMaxSlots = 20000;
 
 void Run(std::string_view text) {
@@ -39,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     dozewell::Run({reinterpret_cast<const char*>(data), size});
   } catch (const std::exception&) {
-    // Refusing the settings is an answer.
+    // Settings may be refused.
   }
   return 0;
 }

@@ -17,14 +17,14 @@ from tests.support.expect import HANG_SECONDS
 
 @dataclass
 class Run:
-    """One call of the tool in a case's folder and what must come of it."""
+    """One call of the tool in a case's folder and its expected outcome."""
     arguments: list
-    exit_code: object = 0            # None: not described, 0 or 2 will do
+    exit_code: object = 0            # None: either 0 or 2 is right
     stdout: object = None            # None: any text
     outputs: dict = field(default_factory=dict)  # name to content; None: must not exist
     error: str = ""                  # the engine's text, part of the one line on stderr
     warnings: object = 0             # lines on stderr that are no error; None: any number
-    reported: object = None          # a number that must be told
+    reported: object = None          # a number that the output must contain
     inputs: dict = field(default_factory=dict)   # name to content, written before the run
     second_tool: bool = True
 
@@ -48,7 +48,7 @@ class Tool:
         self.noise = set(self.start(["--help"], ".")[2])
 
     def start(self, arguments, folder):
-        """Exit code, stdout and stderr; the code is a text where the tool did not end."""
+        """Exit code, stdout and stderr. The code is a text when the tool did not end."""
         # Not pipes, since Wine's services may inherit one and keep it open.
         with tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
             try:

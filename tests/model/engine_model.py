@@ -41,7 +41,7 @@ class EngineError(Exception):
 
 
 class NotDescribed(Exception):
-    """The described engine has no answer here, so there is nothing to compare with."""
+    """The rules give no answer here, so there is nothing to compare with."""
 
 
 # Numbers
@@ -447,7 +447,7 @@ class Tracker:
         return quotient(remainder(seconds, self.cycle_seconds()), self.slot_seconds())
 
     def following_slots(self, seconds):
-        """Steps from the slot of `seconds` and the probabilities met there."""
+        """The steps from the slot of `seconds` on, each with its probability."""
         slots = self.block.slot_count
         if slots < 2:
             return
@@ -594,7 +594,7 @@ Suspend = namedtuple(
 
 
 def decide_suspend(predictions, now):
-    """What is logged and set on a suspend at `now`; None for what is not set."""
+    """What is logged and set on a suspend at `now`, with None for each value that is not set."""
     next_sleep_time = next_ha = None
     if len(predictions) >= 2 and seconds_between(now, predictions[1][0]) > 0:
         next_sleep_time, next_ha = predictions[1]

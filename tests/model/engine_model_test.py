@@ -267,7 +267,7 @@ class Learning(unittest.TestCase):
         for day in range(4):
             self.feed(t, (at(10, 0, 0, day), 0), (at(10, 30, 0, day), 1))
         self.assertEqual(slots(t)[10], (2, 2, 1, 1, 3 * 86400 + 36000))
-        # Between two uses the slots from 11:00 to 9:00 of the next day lie wholly inside.
+        # The slots from 11:00 to 9:00 of the next day lie wholly between the two uses.
         self.assertEqual(len(slots(t)), 24)
         self.assertEqual(slots(t)[23], (1, 0, 0, 0, -1))
 

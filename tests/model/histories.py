@@ -1,4 +1,4 @@
-"""Made-up histories, settings and data files, tame to hostile, the same for the same seed."""
+"""Random histories, settings and data files, tame to hostile, the same for the same seed."""
 
 import math
 import random

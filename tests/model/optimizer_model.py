@@ -29,7 +29,7 @@ def states_of(records, state_of_code):
     """The history as events; an unknown code ends everything."""
     for time, code in records:
         if code not in state_of_code:
-            raise EngineError("")  # The text is nowhere said.
+            raise EngineError("")  # The rules give no text for it.
         yield SimEvent(model.truncate_double(time), state_of_code[code])
 
 
@@ -205,7 +205,7 @@ class Simulator:
 
 
 def simulate_predictor(configuration, records):
-    """The time line; the simulator is built even for a history that is too short to be run."""
+    """The time line. The simulator is built even when the history is too short for a run."""
     simulator = Simulator(configuration)
     simulator.run(records)
     return simulator.time_line
@@ -232,7 +232,7 @@ Best = namedtuple("Best", "name value score baseline")
 
 
 def simulated(values):
-    """The configuration that a simulation runs with: 10-minute slots whatever the settings say."""
+    """The configuration of a simulation, which has 10-minute slots whatever the settings are."""
     return Configuration({**values, "MinutesInDay": "1440", "Strength": "90",
                           "UseDualStrength": "True"}, 10)
 
@@ -265,7 +265,7 @@ def whole_f32(number):
     surplus = max(0, size.bit_length() - 32)
     kept = size >> surplus
     if kept << surplus != size:
-        kept |= 1  # Stands for all that was cut off below.
+        kept |= 1  # One bit stands for all bits that were cut off.
     return sign * f32(float(kept)) * 2.0**surplus
 
 
@@ -284,7 +284,7 @@ def score_of(weight, outcome_shares):
 
 
 def search(settings, records, hibernate_after_minutes):
-    """The whole run on the records of a history file, with what it would store."""
+    """The whole run on the records of a history file: its results and what it stores."""
     history = model.increasing(records)
     baseline = count_outcome(simulate_fixed_timeout(history, hibernate_after_minutes * 60))
     grid = parameter_grid(settings)

@@ -53,7 +53,7 @@ def suspend_text(tracker, tm):
 def query_runs(data, settings, times):
     inputs = {"data.z7": data, "settings.ini": settings.encode()}
     common = ["--data", "data.z7", "--settings", "settings.ini"]
-    # Queries change nothing, so all of them may ask the same tracker.
+    # Queries change nothing, so all of them use the same tracker.
     made = functools.cache(lambda: model.make_tracker(model.parse_settings(settings), data))
     runs = [data_run(["probabilities"] + common, inputs, made, probabilities_text)]
     for tm in times:
@@ -66,7 +66,7 @@ def query_runs(data, settings, times):
 
 
 def learn_run(name, content, records, settings):
-    """The run that learns and the data file's content, None where the engine throws."""
+    """The run that learns, and the data file's content or None when the engine throws."""
     arguments = ["learn", "--history", name, "--settings", "settings.ini", "--data", "data.z7"]
     run = Run(arguments, inputs={name: content, "settings.ini": settings.encode()}, warnings=None)
     try:

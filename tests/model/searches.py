@@ -1,4 +1,4 @@
-"""Made-up inputs of the optimizer, tame to hostile: histories, ranges, timeouts, stored sets."""
+"""Random inputs of the optimizer, tame to hostile: histories, ranges, timeouts, stored sets."""
 
 from tests.model import engine_model as model
 from tests.model import histories
@@ -63,7 +63,7 @@ def make_parameters(rng, hostile):
     values = histories.tame_values(rng, 10)
     if hostile:
         histories.make_hostile(rng, values)
-    # Long cycles take the model too much time.
+    # The model is too slow for long cycles.
     values["DaysInCycle"] = rng.choice(CYCLES) if hostile else rng.choice(CYCLES[:6])
     return histories.settings_text(rng, values, hostile)
 
@@ -119,14 +119,14 @@ TIMEOUTS = (None, 0, 1, 10, 30, 60, 180, 1440, 100000, 35791395, 4294967295)
 
 
 def make_timeout(rng):
-    """Minutes; None for one that is not given."""
+    """Minutes, or None for an option that is left out."""
     return rng.choice(TIMEOUTS)
 
 
 # Stored sets
 
 def make_best(rng):
-    """The content of a file with a stored set, None for no file."""
+    """The content of a file with a stored set, or None for no file."""
     if rng.random() < 0.05:
         return None
     if rng.random() < 0.1:

@@ -3,7 +3,7 @@
 namespace dozewell {
 namespace {
 
-// Numbers of 4 bytes stand at offsets that 4 divides.
+// Numbers of 4 bytes are at offsets that are multiples of 4.
 const Bytes kEnum1 = {1, 0};
 const Bytes kEnum1Padded = {1, 0, 0, 0};
 const Bytes kRefused = {0};
@@ -17,7 +17,7 @@ Bytes Block(int32_t first, int32_t second, int32_t third, int32_t fourth, int32_
   return bytes;
 }
 
-// A refused procedure's output, which the service left alone, and its answer.
+// The results of a refused procedure: an output that the service left alone, and the answer 0.
 Bytes RefusedAfter(size_t outputSize) {
   Bytes bytes(outputSize);
   bytes.push_back(0);

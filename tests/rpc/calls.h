@@ -28,14 +28,14 @@ enum Procedure : uint16_t {
   kProcedures,
 };
 
-// One call as it is on the wire.
+// One call on the wire.
 struct Call {
   Procedure procedure;
   const char* name;
   Bytes arguments;
-  // What a service without driver, power schemes and a running controller answers.
+  // The answer of a service without driver, power schemes and a running controller.
   Bytes results;
-  // Where in the arguments enumerations are.
+  // The offsets of the enumerations in the arguments.
   std::vector<size_t> enumsAt;
 };
 
@@ -43,7 +43,7 @@ struct Call {
 // strength is 55 before and after all of them.
 extern const std::vector<Call> kCalls;
 
-// A call's arguments or results from their parts.
+// Put a call's arguments or results together.
 Bytes LongBytes(int32_t number);
 Bytes Joined(const Bytes& first, const Bytes& second);
 

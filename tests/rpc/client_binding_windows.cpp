@@ -13,7 +13,7 @@
 namespace dozewell {
 namespace {
 
-// The runtime declares its texts as texts that it might change.
+// The runtime only reads its texts but declares them without const.
 unsigned short* RpcText(std::wstring& text) {
   return reinterpret_cast<unsigned short*>(text.data());
 }

@@ -1,12 +1,12 @@
-// Clients that call the service through stubs, one for long and many at once, while some switch
-// the feature on and off and others have events dispatched. For a machine of its own, whose
-// settings are lost:
+// Clients that call the service through stubs: one for a long time, and many at once, of which some
+// switch the feature on and off and others have events dispatched. The settings of the machine are
+// lost:
 //
 //   rpc_clients_test DOZEWELLSERVICE [CLIENTS]
 //   rpc_clients_test -running CLIENTS
 //
-// The first starts the service, without the driver, and sees what it holds before and after; the
-// second has many clients at once call a service that runs.
+// The first starts the service, without the driver, and compares what it holds before and after;
+// the second has many clients at once call a service that runs.
 
 #include <windows.h>
 
@@ -27,9 +27,9 @@ namespace {
 
 constexpr int kClients = 1000;
 
-// One client's rounds, in parts, and rounds between the first parts and the last. The stacks of the
-// runtime's threads come and go, so the least that is held after a part counts; and they may come
-// to stay, so that a series which seems to leave something is tried again: what a call leaves comes
+// The rounds of one client, in parts, and the rounds between the first parts and the last. The
+// stacks of the runtime's threads come and go, so the least memory that is held after any part
+// counts. Some of them also stay, so a series that seems to leak is tried again: a real leak shows
 // in every series. The heap grows by 64 KB.
 constexpr int kWarmingRounds = 200;
 constexpr int kParts = 4;
@@ -38,8 +38,8 @@ constexpr int kRoundsBetween = 200;
 constexpr int kSeries = 3;
 constexpr size_t kSpareBytes = 128 << 10;
 
-// What may stay of a crowd: Wine keeps the memory of threads that have ended for others, some 80 KB
-// of each that ran at once with the most.
+// What may stay held after a crowd: Wine keeps the memory of ended threads for later ones, some 80
+// KB for each of those that ran at the same time.
 constexpr size_t kSpareBytesPerClient = 128 << 10;
 
 // The runtime's own threads and handles come and go.
@@ -52,7 +52,7 @@ bool HasNoneLeft(const Holdings& before, const Holdings& after) {
   return after.handles <= before.handles + kSpare && after.threads <= before.threads;
 }
 
-// What the service holds once nothing is left of its calls, or as long as that may take.
+// What the service holds when nothing is left of its calls, or after the time that this may take.
 Holdings Settled(const ServiceProcess& service, const Holdings& before) {
   const DWORD began = GetTickCount();
   Holdings held = service.Held();
@@ -69,7 +69,7 @@ void Print(const char* when, const Holdings& held) {
   std::fflush(stdout);
 }
 
-// Each round calls all procedures, and Ping on a connection of its own.
+// Each round calls all procedures, and then Ping on a new connection.
 void CallAll(int rounds) {
   for (int round = 0; round < rounds; ++round) {
     for (unsigned int procedure = 0; procedure < kProcedureCount; ++procedure) {

@@ -5,15 +5,15 @@
 
 namespace dozewell {
 
-// Many clients at once: threads of several processes, which are this program again. All are there
-// and wait for a common start; then each calls all procedures, beginning anywhere.
+// Many clients at once: threads of several processes of this program. When all are ready, they
+// start together, and each calls all procedures, beginning at a random one.
 
-// From the common start to the end of the last client; `meanwhile` is called ten times a second.
-// Throws std::runtime_error when a client does not end in time, is answered wrongly or not served.
+// Runs a crowd to the end of its last client; `meanwhile` is called ten times a second. Throws
+// std::runtime_error when a client does not end in time, gets a wrong answer or none.
 void RunCrowd(int clients, unsigned int seed, const std::function<void()>& meanwhile);
 
-// The program's part when it was started with the arguments kCrowdMember, a number of clients and a
-// seed: its exit code.
+// Runs one process of a crowd, started with the arguments kCrowdMember, a number of clients and a
+// seed, and returns its exit code.
 constexpr wchar_t kCrowdMember[] = L"-clients";
 int BeCrowdMember(int clients, unsigned int seed);
 

@@ -27,7 +27,7 @@ struct HandleCloser {
 };
 using Handle = std::unique_ptr<void, HandleCloser>;
 
-// What the clients of one process have in common.
+// What the clients of one process share.
 struct Member {
   Handle ready;
   Handle start;

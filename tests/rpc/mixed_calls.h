@@ -10,8 +10,8 @@ void BindToService();
 // Procedures are numbered from 0.
 constexpr unsigned int kProcedureCount = 15;
 
-// Calls a procedure through its stub, with arguments chosen by chance from those that mean
-// something. False when it answers what it cannot on any machine, whatever others call meanwhile.
+// Calls a procedure through its stub with meaningful arguments, chosen by `chance`. False for an
+// answer that is wrong on any machine, whatever other clients call meanwhile.
 bool CallByChance(unsigned int procedure, unsigned int chance);
 
 }  // namespace dozewell

@@ -8,7 +8,7 @@
 namespace dozewell {
 namespace {
 
-// Driver, power schemes and a running controller may be there or not.
+// Either answer is right: there may be a driver, power schemes and a running controller, or not.
 bool IsBoolean(boolean answer) { return answer <= 1; }
 
 }  // namespace

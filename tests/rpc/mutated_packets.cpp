@@ -16,7 +16,7 @@ namespace {
 
 constexpr uint32_t kSeed = 20261121;
 
-// A packet may be changed into one that is never answered.
+// The service never answers some of the changed packets.
 constexpr uint32_t kAnswerOrSilenceMs = 20;
 
 constexpr size_t kProcedureAt = kHeaderSize + 6;
@@ -25,10 +25,10 @@ constexpr int kPacketsBetweenPings = 500;
 
 class Mutator {
  public:
-  // Below the limit.
+  // A random number below the limit.
   uint32_t Chance(size_t limit) { return static_cast<uint32_t>(random_() % limit); }
 
-  // One that is right.
+  // A valid packet.
   Bytes Base() {
     const Call& call = kCalls.at(Chance(kCalls.size()));
     switch (Chance(20)) {
@@ -71,7 +71,7 @@ class Mutator {
         SetLength(packet);
         break;
       case 6:
-        // More than a fragment holds.
+        // More than fits into a fragment.
         AppendChance(packet, 5000 + Chance(5000));
         SetLength(packet);
         break;
@@ -86,22 +86,22 @@ class Mutator {
     }
   }
 
-  // Leaves the header.
+  // Cuts the body and keeps the header.
   void Shorten(Bytes& packet) {
     if (packet.size() > kHeaderSize) {
       packet.resize(kHeaderSize + Chance(packet.size() - kHeaderSize));
     }
   }
 
-  // Wine looks an unknown procedure up beyond the interface's table of them, whose end only the
-  // first such number is sure to meet.
+  // Wine looks up the number of an unknown procedure behind the end of the interface's table; only
+  // the first number behind it is sure to be refused.
   void KeepProcedureNear(Bytes& packet) {
     if (packet.size() <= kProcedureAt + 1 || TypeOf(packet) != PacketType::kRequest) return;
     packet[kProcedureAt] %= kProcedures + 1;
     packet[kProcedureAt + 1] = 0;
   }
 
-  // Mostly in the body: few connections survive a wrong header.
+  // A place for a change, mostly in the body, since few connections survive a wrong header.
   size_t Place(const Bytes& packet) {
     if (packet.size() <= kHeaderSize || Chance(5) == 0) {
       return Chance(std::min(packet.size(), kHeaderSize));
@@ -116,7 +116,7 @@ class Mutator {
   void AppendChance(Bytes& packet, size_t size) {
     for (; size != 0; --size) Append8(packet, Value());
   }
-  // Says that the packet is as long as it is.
+  // Makes the header's length the packet's real one.
   void SetLength(Bytes& packet) {
     if (packet.size() < kHeaderSize) return;
     packet[kFragmentLengthAt] = static_cast<uint8_t>(packet.size());
@@ -126,7 +126,7 @@ class Mutator {
   std::mt19937 random_{kSeed};
 };
 
-// What came of the packets.
+// What came back for the packets.
 struct Tally {
   int responses = 0;
   int faults = 0;
@@ -151,11 +151,11 @@ struct Tally {
   }
 };
 
-// Sends packets one after another, on one connection for as long as they are answered.
+// Sends packets one after another, on the same connection while they are answered.
 class Sender {
  public:
   Reply Send(const Bytes& packet) {
-    // Those that are still bindings come first on their connections.
+    // A packet that is still a binding gets a new connection, on which it is the first.
     if (packet.size() > 2 && TypeOf(packet) == PacketType::kBind) return SendBinding(packet);
     if (pipe_ == nullptr) pipe_ = std::make_unique<BoundPipe>();
     Reply reply = pipe_->Send(packet, kAnswerOrSilenceMs);
@@ -168,7 +168,7 @@ class Sender {
     Pipe pipe;
     pipe.Write(packet, kAnswerOrSilenceMs);
     Reply reply = pipe.Read(kAnswerOrSilenceMs);
-    // A client that leaves before it was noticed tests nothing.
+    // The service must have seen the packet before this client leaves, or nothing is tested.
     if (reply.outcome == Reply::kNothing) ExpectPing();
     return reply;
   }

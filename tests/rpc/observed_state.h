@@ -6,16 +6,16 @@
 
 namespace dozewell {
 
-// What the settings hold, by which a call that was carried out is known from one that was not.
+// Two settings that show whether a call was carried out.
 std::string StoredStrength();
 uint32_t StoredFeature();
 
-// Stores both as no call does, without the service's doing: the strength as 55, the feature as 7,
-// which the service never writes and which counts as off.
+// Stores both directly, with values that no call of these tests stores: the strength as 55 and the
+// feature as 7, which the service never writes and which counts as off.
 constexpr uint32_t kFeatureOff = 7;
 void StoreUntouched();
 
-// The same after the service has switched the feature off.
+// Has the service switch the feature off, and then stores both.
 void ResetState();
 
 // Throws std::runtime_error unless both are as StoreUntouched left them.

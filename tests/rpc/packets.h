@@ -17,13 +17,13 @@ void Append8(Bytes& bytes, uint8_t number);
 void Append16(Bytes& bytes, uint16_t number);
 void Append32(Bytes& bytes, uint32_t number);
 
-// An interface or the way in which its calls are transferred.
+// Identifies an interface or a transfer syntax.
 struct Syntax {
   std::array<uint8_t, 16> id;
   uint16_t major;
   uint16_t minor;
 };
-// Its identifier and its version.
+// Appends the identifier and the version.
 void Append(Bytes& bytes, const Syntax& syntax);
 extern const Syntax kControlInterface;
 extern const Syntax kNdr;
@@ -46,19 +46,19 @@ constexpr uint8_t kFirstFragment = 0x01;
 constexpr uint8_t kLastFragment = 0x02;
 constexpr uint8_t kWholeCall = kFirstFragment | kLastFragment;
 
-// Where in a packet some fields of its header are, and where its body begins.
+// Offset of the packet's length in its header, and the size of the header, which the body follows.
 constexpr size_t kFragmentLengthAt = 8;
 constexpr size_t kHeaderSize = 16;
-// Where the arguments begin in the body of a request and of a response.
+// Offset of the arguments in the body of a request, and of the results in that of a response.
 constexpr size_t kArgumentsAt = 8;
 
-// A packet with the header that goes with its body.
+// A packet of this body with the header that fits it.
 Bytes Packet(PacketType type, const Bytes& body, uint8_t fragment = kWholeCall);
 
 Bytes Bind(const Syntax& interface, const Syntax& transfer, PacketType type = PacketType::kBind);
 Bytes Request(uint16_t procedure, const Bytes& arguments, uint8_t fragment = kWholeCall);
 
-// What the header says of the whole packet's length.
+// The packet's whole length as its header gives it.
 size_t FragmentLength(const Bytes& packet);
 PacketType TypeOf(const Bytes& packet);
 // The results in a response.

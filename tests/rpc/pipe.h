@@ -10,7 +10,7 @@
 
 namespace dozewell {
 
-// What came of waiting for a packet: one came, the server closed the connection, or nothing came
+// The outcome of waiting for a packet: one came, the server closed the connection, or nothing came
 // in time.
 struct Reply {
   enum Outcome { kPacket, kClosed, kNothing } outcome;
@@ -19,13 +19,13 @@ struct Reply {
 
 std::string Describe(const Reply& reply);
 
-// A connection to the service's pipe, on which bytes go as they are given.
+// A connection to the service's pipe that sends bytes as they are.
 class Pipe {
  public:
   // Throws std::runtime_error when the service takes no connection in time.
   Pipe();
 
-  // False when the server has closed the connection or does not take all of it in time.
+  // False when the server has closed the connection or does not take all bytes in time.
   bool Write(const Bytes& bytes, uint32_t timeoutMs = kHangMs);
   Reply Read(uint32_t timeoutMs);
 
@@ -41,12 +41,12 @@ class Pipe {
   std::unique_ptr<void, Closer> pipe_;
 };
 
-// A connection over which procedures can be called.
+// A connection that is bound to the interface, so that procedures can be called.
 class BoundPipe : public Pipe {
  public:
   BoundPipe();
 
-  // Writes a packet and waits for what comes of it.
+  // Writes a packet and waits for the reply.
   Reply Send(const Bytes& packet, uint32_t timeoutMs = kHangMs);
 
   // A procedure's results; throws std::runtime_error when anything but a response comes.

@@ -11,7 +11,7 @@ constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\Brevan_Dozewell_Service";
 // A service that has ended is to be noticed sooner than one that hangs.
 constexpr DWORD kMissingMs = 20000;
 
-// A server whose instances are all in use has none for a moment.
+// While all instances of the pipe are in use, connecting fails for a moment and is tried again.
 HANDLE Connect() {
   const DWORD start = GetTickCount();
   DWORD patienceMs = kHangMs;
@@ -29,7 +29,7 @@ HANDLE Connect() {
   throw std::runtime_error("the service's pipe cannot be opened: " + std::to_string(error));
 }
 
-// Whether an operation that was begun came to its end; what is not in time is called off.
+// How an operation that was begun has ended; one that takes too long is cancelled.
 enum class End { kDone, kFailed, kLate };
 
 End Await(HANDLE pipe, OVERLAPPED& operation, bool begun, DWORD timeoutMs, DWORD& transferred) {

@@ -14,10 +14,10 @@ constexpr uint32_t kHangMs = 60000;
 // Counts tests and prints a line for each.
 class Results {
  public:
-  // A test has passed when it returns; what it throws is printed as the reason of its failure.
+  // A test passes when it returns; what it throws is printed as the reason for its failure.
   void Run(const std::string& name, const std::function<void()>& test);
 
-  // Prints the line that counts all and gives the program's exit code.
+  // Prints the line with the counts and returns the program's exit code.
   int Finish() const;
 
  private:

@@ -8,30 +8,30 @@
 
 namespace dozewell {
 
-// Has this program, and what it starts from now on, run on one processor: a client and a server
-// that take turns are quickest there. Throws std::runtime_error when the system does not let it.
+// Restricts this program, and those that it starts from now on, to one processor, where a client
+// and a server that take turns are quickest. Throws std::runtime_error when the system refuses.
 void StayOnOneProcessor();
 
-// What a process holds of its system. Memory is what it has committed for itself alone.
+// What a process holds. The bytes are its committed private memory.
 struct Holdings {
   size_t handles;
   size_t threads;
   size_t privateBytes;
 };
 
-// The service, run in the console on a machine of its own: settings and data of an installed one
-// are lost. Whatever a predictor needs is provisioned, and the feature is off.
+// The service in the console, with the settings that a predictor needs and the feature off. The
+// settings and data of an installed service are lost.
 class ServiceProcess {
  public:
   // Returns once the service listens; throws std::runtime_error when it does not in time.
   explicit ServiceProcess(const std::wstring& program);
-  // Ends it at once if it runs still.
+  // Ends the service at once if it still runs.
   ~ServiceProcess();
   ServiceProcess(const ServiceProcess&) = delete;
   ServiceProcess& operator=(const ServiceProcess&) = delete;
 
   bool Runs() const;
-  // Both throw std::runtime_error when the system does not tell.
+  // Both throw std::runtime_error when the system gives no answer.
   Holdings Held() const;
   size_t Handles() const;
   // Stops the service as Ctrl+C does. False when it did not end in time with exit code 0.

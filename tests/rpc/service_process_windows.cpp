@@ -39,8 +39,8 @@ void Require(bool succeeded, const char* call) {
 
 constexpr NTSTATUS kMoreSpaceNeeded = static_cast<NTSTATUS>(0xC0000004);
 
-// What the system tells of all processes, and of all handles: a kind of information that its
-// headers leave out.
+// The kinds of information about all processes and about all handles. The system's headers leave
+// the second out.
 constexpr ULONG kProcesses = SystemProcessInformation;
 constexpr ULONG kHandles = 64;
 struct HandleEntry {
@@ -173,7 +173,8 @@ Holdings ServiceProcess::Held() const {
 size_t ServiceProcess::Handles() const { return CountHandles(id_); }
 
 bool ServiceProcess::Stop() {
-  // A console's programs share its keys: they are pressed from within, and not heard here.
+  // Ctrl+C reaches all programs of a console, so this program joins the service's and ignores it
+  // itself.
   FreeConsole();
   if (AttachConsole(id_)) {
     SetConsoleCtrlHandler(nullptr, TRUE);

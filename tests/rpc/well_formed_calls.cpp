@@ -24,7 +24,7 @@ void ExpectResults(const Bytes& found, const Bytes& expected) {
   Expect(found == expected, Hex(found) + " came, not " + Hex(expected));
 }
 
-// The acknowledgment ends in the one context's result, its reason and the transfer syntax.
+// The acknowledgment ends with the one context's result, its reason and the transfer syntax.
 void TestBinding() {
   Pipe pipe;
   Expect(pipe.Write(Bind(kControlInterface, kNdr)), "the service does not take it");
@@ -61,14 +61,14 @@ void TestFragments() {
   ExpectResults(ResultsOf(reply.packet), call.results);
 }
 
-// Without the driver the answer is a refusal, whatever else was done.
+// Without the driver the answer is 0, although everything else is done.
 void TestSwitch(uint8_t flag, bool on) {
   ResetState();
   BoundPipe pipe;
   ExpectResults(pipe.Call(kSetFeatureEnabled, {flag}), {0});
   Expect(StoredFeature() == (on ? 1U : 0U), "stored as " + std::to_string(StoredFeature()));
   ExpectResults(pipe.Call(kGetFeatureEnabled, {}), {static_cast<uint8_t>(on ? 1 : 0), 1});
-  // Only a running controller takes a reset.
+  // Only a running controller accepts a reset.
   ExpectResults(pipe.Call(kResetHistory, LongBytes(0)), {static_cast<uint8_t>(on ? 1 : 0)});
 }
 

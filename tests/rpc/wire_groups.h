@@ -7,21 +7,22 @@ namespace dozewell {
 
 // Groups of tests that send packets to the listening service.
 
-// What clients send, and how it is answered on a machine without driver and power schemes.
+// Calls as clients send them. The expected answers are those of a machine without driver and power
+// schemes.
 void TestWellFormedCalls(Results& results);
 
-// What no client's stub sends but a runtime may serve: numbers that mean nothing, bytes behind the
-// arguments, odd headers. For the same machine.
+// Calls and packets that no client's stub sends but that a runtime may serve: numbers without a
+// meaning, bytes behind the arguments, odd headers. For such a machine too.
 void TestOddCalls(Results& results);
 void TestOddPackets(Results& results);
 
-// What must not be carried out: arguments too short, numbers that no enumeration holds, procedures
-// that are not there; packets that are wrong themselves, and connections that end in the middle of
-// one. For any machine.
+// Calls and packets that must not be carried out: arguments that are too short, numbers that no
+// enumeration holds, procedures that do not exist, malformed packets, and connections that end in
+// the middle of one. For any machine.
 void TestRefusedCalls(Results& results);
 void TestRefusedPackets(Results& results);
 
-// Right packets changed by chance.
+// Valid packets with random changes.
 void TestMutatedPackets(Results& results, int packets);
 
 }  // namespace dozewell

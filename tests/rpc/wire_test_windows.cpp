@@ -1,12 +1,12 @@
-// Sends packets to the service over its pipe, right ones and wrong ones, and sees what it makes of
-// them. For a machine of its own, whose settings are lost:
+// Sends valid and invalid packets to the service over its pipe and checks its answers. The settings
+// of the machine are lost:
 //
 //   rpc_wire_test DOZEWELLSERVICE [MUTATED_PACKETS]
 //   rpc_wire_test -refused
 //
 // The first starts the service, without the driver, and sends it everything; the second sends what
-// must not be carried out to a service that runs. Whether a packet was carried out is seen in the
-// settings.
+// must not be carried out to a service that runs. The settings show whether a packet was carried
+// out.
 
 #include <windows.h>
 
@@ -23,7 +23,8 @@ namespace {
 
 constexpr int kMutatedPackets = 10000;
 
-// What may be left of a burst of connections: the runtime lets go of them on threads of its own.
+// How many handles may be left after a burst of connections: the runtime closes them on threads of
+// its own.
 constexpr size_t kSpareHandles = 16;
 
 void ExpectHandlesBack(const ServiceProcess& service, size_t before) {

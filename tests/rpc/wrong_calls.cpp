@@ -11,8 +11,8 @@
 namespace dozewell {
 namespace {
 
-// Numbers in an enumeration's place: the largest that the runtime takes for one, but that mean
-// nothing to the service, and what no enumeration holds.
+// Enumeration values: the largest that the runtime passes on, which mean nothing to the service,
+// and some that are too large for an enumeration.
 constexpr uint16_t kMeaningless[] = {0x7FFE, 0x7FFF};
 constexpr uint16_t kTooLarge[] = {0x8000, 0x8001, 0xFFFE, 0xFFFF};
 
@@ -20,7 +20,7 @@ bool IsPacket(const Reply& reply, PacketType type) {
   return reply.outcome == Reply::kPacket && TypeOf(reply.packet) == type;
 }
 
-// Answered 0 with nothing in the output.
+// Whether the answer is 0 and the output empty.
 bool IsRefused(const Reply& reply, const Call& call) {
   return IsPacket(reply, PacketType::kResponse) &&
          ResultsOf(reply.packet) == Bytes(call.results.size());
@@ -43,7 +43,7 @@ void TestMeaninglessEnums(const Call& call) {
   }
 }
 
-// A runtime may refuse for the service what no enumeration holds.
+// A runtime may refuse too large a number before the service sees it.
 void TestEnumsTooLarge(const Call& call) {
   StoreUntouched();
   for (const size_t at : call.enumsAt) {

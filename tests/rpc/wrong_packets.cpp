@@ -11,12 +11,12 @@
 namespace dozewell {
 namespace {
 
-// Long enough for what a service does with a packet that it answers nothing to.
+// Long enough for the service to handle a packet that it does not answer.
 constexpr uint32_t kSilenceMs = 100;
 
 constexpr int kHalfOpen = 200;
 
-// Carried out, it is seen in the settings.
+// A call whose effect the settings would show.
 Bytes SetStrength(uint8_t fragment = kWholeCall) {
   return Request(kSetStrength, LongBytes(99), fragment);
 }
@@ -26,7 +26,7 @@ void ExpectNotServed(const Reply& reply) {
          Describe(reply));
 }
 
-// Packets behind a binding, of which the last brings no response and none does anything.
+// Sends packets after a binding, and checks that the last gets no response and none has an effect.
 void TestNotServed(const std::vector<Bytes>& packets) {
   StoreUntouched();
   BoundPipe pipe;
@@ -37,7 +37,7 @@ void TestNotServed(const std::vector<Bytes>& packets) {
   ExpectUntouched();
 }
 
-// Each client leaves when another has been served: only then is it certain that it was noticed.
+// Each client leaves after another one has been served, when the service has certainly seen it.
 void TestEveryBeginning(const Bytes& packet, bool bound) {
   StoreUntouched();
   for (size_t size = 1; size < packet.size(); ++size) {
@@ -49,7 +49,7 @@ void TestEveryBeginning(const Bytes& packet, bool bound) {
   ExpectUntouched();
 }
 
-// Many clients that have begun something, while another is served.
+// Many clients have sent the beginning of a packet, and another one is served all the same.
 void TestHalfOpen(const Bytes& beginning, bool bound) {
   StoreUntouched();
   std::vector<std::unique_ptr<Pipe>> pipes;
@@ -86,7 +86,7 @@ Syntax OtherId(Syntax syntax) {
   return syntax;
 }
 
-// A header with a byte or two of it changed.
+// A header with one or two bytes changed.
 struct ChangedHeader {
   const char* name;
   size_t at;
@@ -98,7 +98,7 @@ Bytes Changed(const ChangedHeader& row) {
   return Changed(Changed(SetStrength(), row.at, row.low), row.at + 1, row.high);
 }
 
-// Whether such a packet is served is the runtime's own affair.
+// The runtime may serve such a packet or not.
 void TestHarmless(const Bytes& packet) {
   BoundPipe().Send(packet, kSilenceMs);
   ExpectPing();
@@ -114,7 +114,7 @@ struct NamedBinding {
   Bytes binding;
 };
 
-// A binding whose counts promise more than there is, or nothing at all.
+// A binding whose counts are too large, or 0.
 Bytes BindingWithCounts(uint8_t contexts, uint8_t transfers) {
   constexpr size_t kContextsAt = kHeaderSize + 8;
   constexpr size_t kTransfersAt = kHeaderSize + 14;

@@ -1,6 +1,6 @@
 // Starts and stops the controller, posts every event and replaces the predictor, all at once on
-// eight threads. Argument: how many things each thread does. A run under a sanitizer or to its end
-// is the test; what was met on the way shows that it was worth something.
+// eight threads. Argument: how many things each thread does. The test is that the run ends and that
+// no sanitizer complains; the counts at the end show that everything was reached.
 
 #include <cstdint>
 #include <cstdio>
@@ -30,13 +30,13 @@ int rounds = 2000;
 
 void Post(SMEvent event) { PostEvent(std::make_unique<SMEventData>(event)); }
 
-// Suspends and resumes are more frequent than the rest, so that nights are lived through.
+// Suspends and resumes are more frequent than the rest, so that whole nights are played.
 void DoSomething(uint32_t choice) {
   switch (choice % 24) {
     case 0:
       return StartController();
     case 1:
-      // A new start follows at once, here or elsewhere: most events are to find a controller.
+      // A start follows at once, so that most events find a controller.
       StopController();
       return StartController();
     case 2:
@@ -71,7 +71,7 @@ void Work(int number) {
   }
 }
 
-// Something that is to be true after a run.
+// A condition that must hold after a run.
 struct Check {
   bool holds;
   const char* text;
@@ -111,7 +111,7 @@ int CheckWhatIsLeft() {
   });
 }
 
-// Nobody posts any more who could launch another.
+// All other threads have ended, so none can launch another one.
 void EndOptimizerThread() {
   while (IsThreadRunning(OptimizerThreadHandle)) SleepMilliseconds(1);
   CloseThread(OptimizerThreadHandle);

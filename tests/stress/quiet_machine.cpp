@@ -35,7 +35,7 @@ constexpr int64_t kStep = 420;          // seconds
 std::atomic<int64_t> now{kStart};
 std::atomic<uint32_t> reads{0};
 
-// Below the limit, differing from call to call, so that all kinds of wakes are met.
+// A number below the limit that changes from call to call, so that every kind of wake occurs.
 uint32_t Chance(uint32_t limit) { return (reads++ * 2654435761U >> 16) % limit; }
 
 bool Sometimes() { return Chance(3) == 0; }
@@ -84,7 +84,7 @@ bool ReadSetting(const wchar_t* name, uint32_t& value, bool) {
 
 bool WriteSetting(const wchar_t*, uint32_t) { return true; }
 
-// So long ago that a search is always due.
+// The last run is so long ago that a search is always due.
 bool ReadLastOptimizerRun(int64_t& time) {
   time = 1;
   return true;
@@ -137,7 +137,7 @@ bool GetActivePowerScheme(Guid& scheme) {
 
 bool SetActivePowerScheme(const Guid&) { return true; }
 
-// Some steps of the clock, as a sleep may have taken.
+// The timeout is some steps of the clock, so that a sleep sometimes lasts just as long.
 bool ReadSchemeValue(uint32_t, const Guid&, const Guid&, const Guid&, uint32_t& value) {
   value = static_cast<uint32_t>(quiet::kStep) * (1 + quiet::Chance(16));
   return true;

@@ -8,14 +8,14 @@
 
 namespace dozewell::quiet {
 
-// A machine for the leaves to stand on that every thread may use at once and that keeps no record
-// but counts: it knows a predictor's settings, a driver whose timer expires now and then, and one
-// power scheme, and its clock goes on by some minutes whenever it is read.
+// Stands in for the leaves, for many threads at once, and keeps nothing but counts. It has the
+// settings of a predictor, a driver whose timer expires now and then, one power scheme, and a clock
+// that goes on by some minutes whenever it is read.
 
-// Where learnt data goes. Set before any thread runs.
+// The data folder. Set before any thread runs.
 extern std::wstring dataFolder;
 
-// Messages that the event log was given, by kind.
+// The messages in the event log, counted by kind.
 struct Messages {
   std::atomic<int> events{0};  // of any kind
   std::atomic<int> undefinedEvents{0};

@@ -9,7 +9,7 @@
 namespace dozewell {
 namespace {
 
-// Leads standard output into a file for as long as it lives.
+// Redirects standard output into a file for its lifetime.
 class Redirection {
  public:
   explicit Redirection(std::FILE* file) {

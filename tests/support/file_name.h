@@ -9,7 +9,7 @@
 
 namespace dozewell {
 
-// The name by which a user would give a program a file in a folder of a test.
+// A file of a test's folder, named as a user names it on a command line.
 inline std::string FileName(const TempFolder& folder, const wchar_t* name) {
   std::wstring path = folder.File(name);
   std::replace(path.begin(), path.end(), L'\\', L'/');

@@ -11,7 +11,7 @@
 
 namespace dozewell {
 
-// A machine that is in use from 08:05 to 12:05 on each of so many days.
+// The history of a machine that is in use from 08:05 to 12:05 on each of `days` days.
 inline std::vector<HistoryRecord> Mornings(int days) {
   std::vector<HistoryRecord> history;
   for (int day = 0; day < days; ++day) {

@@ -21,7 +21,7 @@ ProgramDataAt::~ProgramDataAt() {
   try {
     SetValue(kProfileList, L"ProgramData", *original_);
   } catch (...) {
-    // A machine that is left with another folder than its own must not go unnoticed.
+    // The machine is left with a wrong folder, which must not go unnoticed.
     std::terminate();
   }
 }

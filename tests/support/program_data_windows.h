@@ -8,7 +8,7 @@
 
 namespace dozewell::support {
 
-// Moves the system's program-data folder for the time of a test.
+// Moves the system's program-data folder for its lifetime.
 class ProgramDataAt {
  public:
   explicit ProgramDataAt(const std::wstring& path);

@@ -13,13 +13,13 @@
 
 namespace dozewell {
 
-// Draws histories for tests that hold one reading of the rules against another, the same from the
-// same seed on every system.
+// Draws random histories for tests that compare two implementations of the rules. The same seed
+// gives the same histories on every system.
 class RandomHistories {
  public:
   explicit RandomHistories(uint64_t seed) : engine_(seed) {}
 
-  // Evenly, both ends included.
+  // Any number of the range with the same chance, both ends included.
   int64_t Between(int64_t low, int64_t high) {
     return low + static_cast<int64_t>(engine_() % static_cast<uint64_t>(high - low + 1));
   }
@@ -29,8 +29,8 @@ class RandomHistories {
     return values[static_cast<size_t>(Between(0, static_cast<int64_t>(values.size()) - 1))];
   }
 
-  // What a service writes: later and later records, in use and asleep by turns, with habits that
-  // are kept more or less.
+  // A history such as the service writes: each record is later than the one before, use and sleep
+  // alternate, and most days are alike.
   std::vector<HistoryRecord> Written() {
     const int64_t days = Between(1, 40);
     const int64_t laxity = OneOf<int64_t>({1, 60, 1800, 20000});
@@ -57,7 +57,7 @@ class RandomHistories {
     return history;
   }
 
-  // The same with what a service never writes, a few kinds at a time.
+  // A history with some records of one kind that the service never writes.
   std::vector<HistoryRecord> Hostile() {
     std::vector<HistoryRecord> history = Written();
     const int64_t kind = Between(0, 7);

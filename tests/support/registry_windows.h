@@ -34,12 +34,12 @@ extern const wchar_t kDefault[];
 // registry refuses.
 void CreateKey(const std::wstring& path);
 bool KeyExists(const std::wstring& path);
-void DeleteTree(const std::wstring& path);  // a missing tree is well
+void DeleteTree(const std::wstring& path);  // does nothing when there is none
 void SetValue(const std::wstring& path, const std::wstring& name, const RegistryValue& value);
 std::optional<RegistryValue> GetValue(const std::wstring& path, const std::wstring& name);
 
-// For the time of a test: none of the product's keys is there at first, nor afterwards, and
-// BrandingPresent is set as in a fresh process. Settings of an installed product are lost.
+// Deletes the product's keys at its start and its end, and sets BrandingPresent as in a fresh
+// process. The settings of an installed product are lost.
 class CleanProductKeys {
  public:
   CleanProductKeys();

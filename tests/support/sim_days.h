@@ -31,7 +31,7 @@ inline HistoryRecord SimRecord(uint32_t code, int64_t day, int64_t hour, int64_t
   return {static_cast<double>(SimTime(day, hour, minute, second)), code, 0};
 }
 
-// An entry as "1 12:10 5": the day, the time and the state; seconds only when there are any.
+// An entry as "1 12:10 5": the day, the time and the state. Seconds are added when they are not 0.
 inline std::string SimText(const SimEvent& event) {
   const int64_t seconds = event.time - kSimDays;
   char text[64];

@@ -6,8 +6,8 @@
 
 namespace dozewell {
 
-// A folder of its own for one test, removed with all that is in it. Its path is in the wide form
-// that base's files take, without a backslash at its end.
+// A new folder, deleted with its contents at the end. Its path is in the wide form that base's
+// files take, without a backslash at its end.
 class TempFolder {
  public:
   TempFolder();

@@ -7,7 +7,7 @@
 
 namespace dozewell {
 
-// How often a part stands in a text.
+// How often a part occurs in a text.
 inline size_t CountOf(std::string_view part, std::string_view text) {
   size_t count = 0;
   for (size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
@@ -20,7 +20,7 @@ inline bool Contains(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }
 
-// What stands between the first `from` and the next `to`.
+// The text between the first `from` and the next `to`.
 inline std::string Between(std::string_view text, std::string_view from, std::string_view to) {
   const size_t start = text.find(from) + from.size();
   return std::string(text.substr(start, text.find(to, start) - start));

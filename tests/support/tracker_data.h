@@ -22,7 +22,7 @@ inline bool SameBytes(const TrackerData& a, const TrackerData& b) {
          std::memcmp(&a, &b, static_cast<size_t>(TrackerDataSize(a.slotCount))) == 0;
 }
 
-// The data of a tracker that has learnt nothing, for a test to fill.
+// The data of a tracker that has learnt nothing; tests fill it in.
 inline TrackerDataPtr NewData(IConfigurations& configuration) {
   return CopyOf(*ArbitraryCycleProbabilityTracker(&configuration).GetData());
 }

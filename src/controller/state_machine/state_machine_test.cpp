@@ -32,8 +32,8 @@ struct Name {
   }
 };
 
-// What the handlers were given and answer. They write their names among the calls of the event log,
-// so that a test sees one sequence of everything.
+// The event that handlers expect, and the guards that answer true. Handlers write their names among
+// the calls of the event log, so that a test sees everything in one sequence.
 const SMEventData* posted = nullptr;
 std::set<std::string> trueGuards;
 
@@ -59,7 +59,7 @@ struct WatchedEvent : SMEventData {
   ~WatchedEvent() override { fakes::eventLog.calls.emplace_back("event deleted"); }
 };
 
-// A started controller whose handlers only write down that they ran, on 2026-11-21 at 8:05:09.
+// A started controller whose handlers only note that they ran, on 2026-11-21 at 8:05:09.
 struct Controller {
   Machine machine;
 
@@ -104,7 +104,7 @@ struct Controller {
   }
 };
 
-// The calls that one event of the event log takes.
+// The calls that write one event to the event log.
 Names Reported(const std::string& type, const std::string& text) {
   return {"open Dozewell Service", "report " + type + " " + text, "close"};
 }
@@ -233,7 +233,7 @@ struct Outcome {
   std::string nextState;
 };
 
-// What the rows say of an event while some guards are true.
+// The calls that the rows ask for on an event while some guards are true.
 Outcome Expected(const std::string& state, const std::string& event,
                  const std::set<std::string>& guards) {
   Outcome outcome{EventArrived(event), state};
@@ -362,7 +362,7 @@ TEST_CASE("a suspend that is announced twice is handled once") {
   CHECK(controller.machine.current == SMState::Suspended);
 }
 
-TEST_CASE("a resume that is neither the timer's nor the timeout's is a real one") {
+TEST_CASE("a resume that neither the timer nor the timeout caused is a real one") {
   Controller controller(SMState::Suspended);
   trueGuards = {"GImpl_RealActivate"};
   CHECK(controller.Post(SMEvent::Activating) ==
@@ -433,7 +433,7 @@ TEST_CASE("without an error handler an undefined event is only written") {
   }
 }
 
-TEST_CASE("no event at all is an error that names the state") {
+TEST_CASE("a null event is an error that names the state") {
   for (const NamedState& state : kNamedStates) {
     Controller controller(state.state);
     PostEvent(nullptr);
@@ -446,7 +446,7 @@ TEST_CASE("no event at all is an error that names the state") {
   CHECK(fakes::eventLog.calls == Error("SM Error: State: UNKNOWN, NULL event"));
 }
 
-TEST_CASE("an empty guard is as one that says no") {
+TEST_CASE("an empty guard counts as false") {
   Controller controller(SMState::Suspended);
   controller.machine.GImpl_GoingToS3 = nullptr;
   trueGuards = {"GImpl_GoingToS3", "GImpl_GoingToS4"};
@@ -477,7 +477,7 @@ TEST_CASE("an empty action is left out and the others run") {
                  kDeleted}));
 }
 
-TEST_CASE("a handler that is put into its slot late is the one that runs") {
+TEST_CASE("a slot may be filled after the table was built") {
   Controller controller(SMState::Active);
   controller.Post(SMEvent::Saving);
   controller.machine.AH_SavePredictionData = Act<"another handler">;
@@ -485,7 +485,7 @@ TEST_CASE("a handler that is put into its slot late is the one that runs") {
         InOrder({EventArrived("Saving"), {"another handler"}, kDeleted}));
 }
 
-TEST_CASE("what an action throws reaches the poster and the state stays as it was") {
+TEST_CASE("an action's exception reaches the poster, and the state stays as it was") {
   Controller controller(SMState::Active);
   controller.machine.AH_SaveHistory = Throw;
   CHECK_THROWS_WITH_AS(controller.Post(SMEvent::ShuttingDown), "thrown by an action",
@@ -498,7 +498,7 @@ TEST_CASE("what an action throws reaches the poster and the state stays as it wa
         InOrder({EventArrived("Saving"), {"AH_SavePredictionData"}, kDeleted}));
 }
 
-TEST_CASE("what a guard throws reaches the poster and the state stays as it was") {
+TEST_CASE("a guard's exception reaches the poster, and the state stays as it was") {
   Controller controller(SMState::Suspended);
   controller.machine.GImpl_GoingToS4 = ThrowingGuard;
   trueGuards = {"GImpl_RealActivate"};
