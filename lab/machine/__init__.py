@@ -1,1 +1,1 @@
-"""The machine that the lab tests on, as the test's side sees and moves it."""
+"""The machine that the lab tests on, seen from the test's side."""

@@ -1,5 +1,5 @@
-"""The wake timer's driver, by its private device. Its other half, with what each field means, is
-native/driver/lab_device.h."""
+"""The wake timer's driver, reached through its private device. Its other half, with what each field
+means, is native/driver/lab_device.h."""
 
 import contextlib
 import ctypes

@@ -108,7 +108,7 @@ class Machine:
             self.service.delete()
             # It goes when the last program that has it open closes it.
             self.waiting.until(lambda: not self.service.exists(), "the deleted service does not go")
-        # What was still running may have gone on until now.
+        # Until then it may have made more calls and settings.
         self.calls.reset()
         self.registry.delete_key(ROOT)
         shutil.rmtree(self.data_folder.parent, ignore_errors=True)
@@ -196,8 +196,8 @@ class Machine:
         self.service.start()
 
     def ask_for_start(self):
-        """Has another program ask for the service's start and wait for it; for a start that the
-        service control manager hears nothing of. The program's run."""
+        """Lets another program ask for the service's start and wait for it, and gives its run; for
+        starts of which the service control manager is told nothing."""
         self.service.create()
         self._before_start()
         return self._tool("net").begin(f"start {service_control.NAME}")
@@ -228,8 +228,8 @@ class Machine:
         return self.take_step(result, microseconds)
 
     def deliver_meanwhile(self, control, event_type=0, data=b""):
-        """The same without waiting for the service's threads, and so without a step; for while a
-        thread is held."""
+        """The same, but without waiting for the service's threads and without a step; for use while
+        a thread is held."""
         result, microseconds = self._ask_service("deliver", control, event_type, data.hex())
         return int(result), int(microseconds)
 

@@ -1,5 +1,5 @@
-"""The file by which the test, the agent and the service's processes share the machine's state. Its
-other half, with what each field means, is shared/machine_state.h."""
+"""The file in which the test, the agent and the service's processes share the machine's state. Its
+other half, with what each field means, is native/shared/machine_state.h."""
 
 import ctypes
 import mmap

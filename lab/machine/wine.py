@@ -1,4 +1,4 @@
-"""A Wine machine in a folder of its own, set up as scripts/wine.sh does it."""
+"""A Wine machine in a folder of its own, set up by scripts/wine.sh."""
 
 import subprocess
 from pathlib import Path

@@ -69,7 +69,7 @@ def a_timer_is_armed_for_a_duration_and_the_other_one_is_left_alone(machine):
 
 def what_a_timer_holds_is_shown_in_both_forms(machine):
     _running(machine)
-    # What is not of the payload does not show.
+    # Only the payload is shown.
     machine.driver.words = 0xF0000000 | A_TIME, 0xF8000000 | 90
     alarm = "Timer 0 as a time: 2026-11-21 06:30; as a duration: 530 d 18 h 38 min\n"
     duration = ("Timer 1 as a time: no time of the calendar (year 0, month 0, day 0, hour 1, "
@@ -121,7 +121,7 @@ def a_driver_that_fails_halfway_refuses_what_it_has_begun(machine):
     for command in ARM:
         failed(machine, command, NOT_ARMED)
     expect(machine.driver.words, WORDS, "the driver's timers")
-    # Read as a time, and then no more.
+    # The first read, as a time, succeeds, and the second fails.
     machine.driver.fail(READ_TIMER, call=2)
     step = failed(machine, "wake get 0", NOT_READ)
     expect(len(step.of("driver")), 2, "calls of the driver")

@@ -1,4 +1,4 @@
-"""The service in a console, where its faults are looked for."""
+"""The service in a console, where one looks for its faults."""
 
 from machine.machine import DATA_FILE, HISTORY_FILE
 from machine.service_control import STOPPED, STOP_PENDING, sent

@@ -15,7 +15,7 @@ NEW = [awake("2026-01-05 08:00"), asleep("2026-01-05 12:00")]
 
 
 def _history_after(machine, data):
-    """The history file after a service's morning, which found another one there."""
+    """The history file after a morning in which the service found other data there."""
     machine.provision()
     machine.start_service()
     machine.write_data_file(HISTORY_FILE, data)

@@ -99,7 +99,7 @@ def a_timeout_of_never_is_given_back_as_such(machine):
 
 
 def _suspended_late(machine, time):
-    """Wakes in the evening to hibernate, and is suspended for it at another time."""
+    """The machine wakes in the evening to hibernate, but is suspended at another time."""
     machine_that_knows_office_hours(machine)
     machine.suspend()
     hibernate_at(machine, "2026-02-02 18:10")

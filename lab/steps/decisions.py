@@ -6,7 +6,7 @@ from steps.expect import expect
 
 
 def expect_decided(sleep, decision):
-    """Holds what the service did in a sleep that was played against a decision."""
+    """Compares what the service did in a sleep that was played with a decision."""
     suspend = sleep.moments[0].step
     expect(suspend.events[1:-1], _events(decision), f"what is logged at {sleep.start}")
     expect(_writes(suspend, "scheme", "hibernate"), _timeout_writes(decision["haMinutes"]),
@@ -33,7 +33,7 @@ def _as_logged(text):
 
 
 def _timeout_writes(minutes):
-    """How a hibernate-after timeout shows that the service sets for both sources; 0 is never."""
+    """What the record shows of a timeout that the service sets for both sources; None for none."""
     if minutes is None:
         return []
     seconds = 60 * max(minutes, 1)

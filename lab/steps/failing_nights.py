@@ -1,4 +1,4 @@
-"""Nights in which one call of the system fails, each of its calls in turn."""
+"""Nights in which a function of the system fails, in each of its calls in turn."""
 
 import re
 from datetime import date, timedelta
@@ -21,7 +21,7 @@ _DAYS_OF_LEARNING = 28
 
 
 class Outcome(NamedTuple):
-    """What came of all failures of one function."""
+    """What all failures of one function led to."""
 
     reported: list  # errors, and what else is not information
     lost: list      # step and power source of each timeout of the user's that was lost for good

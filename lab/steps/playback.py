@@ -90,7 +90,7 @@ class Playback:
         return sleep
 
     def _due(self, end):
-        """What may come next, by its time. The user stands first, for when times are the same."""
+        """What may come next, each with its time; at the same time the user comes first."""
         due = [(end, None)]
         timeout = self._timeout()
         if not self._is_hibernated and timeout:
