@@ -85,8 +85,8 @@ def what_the_machine_lacks_is_shown(machine):
         "Start attempts      0 of 0: the controller starts with the service\n"
         "Controller          should run: the feature is on and enough start attempts were made\n"
         "Predictions         off, as DisablePrediction is 1\n"
-        "Power scheme        not balanced, power-saver or high-performance, or could not be read\n" +
-        POWER +
+        "Power scheme        not balanced, power-saver or high-performance, or could not be "
+        "read\n" + POWER +
         "Wake timers         none: the driver does not answer\n"
         "Strength            0, for which the optimizer has stored nothing yet\n"
         "Last optimizer run  never\n"

@@ -132,6 +132,7 @@ def a_service_in_a_console_answers(machine):
     status = machine.client.run("status")
     expect(status.exit_code, DONE, "exit code of status")
     expect(status.output.splitlines()[0],
-           "Service             not installed, but one answers; it may run in a console", "first line")
+           "Service             not installed, but one answers; it may run in a console",
+           "first line")
     machine.press_ctrl_c(console)
     failed(machine, "driver", NOT_INSTALLED, NOT_REACHABLE)
