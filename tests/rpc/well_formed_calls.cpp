@@ -28,7 +28,7 @@ void ExpectResults(const Bytes& found, const Bytes& expected) {
 void TestBinding() {
   Pipe pipe;
   Expect(pipe.Write(Bind(kControlInterface, kNdr)), "the service does not take it");
-  const Reply reply = pipe.Read(kAnswerMs);
+  const Reply reply = pipe.Read(kHangMs);
   Expect(reply.outcome == Reply::kPacket && TypeOf(reply.packet) == PacketType::kBindAck,
          Describe(reply));
   Bytes accepted;
