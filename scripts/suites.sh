@@ -41,6 +41,8 @@ logic, Windows | windows:unit_tests machine | $wine build/windows/unit_tests.exe
 leaves, Windows | windows:leaf_tests machine | $wine build/windows/leaf_tests.exe
 stress, Windows | windows:controller_stress machine | $wine build/windows/controller_stress.exe 4000
 ping against an empty server | windows:DozewellService,ping_bench machine | $wine build/windows/ping_bench.exe build/windows/DozewellService.exe
+power cuts | native:power_cut python | python3 -m tests.power_cut_test --program build/native/power_cut
+power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_cut_test --program "$wine build/windows/power_cut.exe"
 stress | native:controller_stress | build/native/controller_stress 20000
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests

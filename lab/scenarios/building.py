@@ -147,6 +147,7 @@ def a_daily_save_that_finds_another_version_is_reported_and_a_restart_restores_i
     machine.start_service()
     # The save cannot overwrite the file that is there now.
     machine.write_data_file(DATA_FILE, other)
+    machine.calls.fail("MoveFileExW", 5, times=1)
     machine.calls.fail("_wfopen", 13, times=1)
     _save_in_vain(machine, "Version 0 expected")
     machine.clock.set("2026-01-07 12:00")

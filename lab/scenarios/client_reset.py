@@ -92,7 +92,7 @@ def after_a_reset_that_settings_keep_from_being_done_there_are_no_predictions(ma
 def a_file_that_cannot_be_deleted_is_not_forgotten(machine):
     _learnt_machine(machine)
     data = machine.data_file(DATA_FILE)
-    machine.calls.fail("DeleteFileW", ACCESS_DENIED, times=1)
+    machine.calls.fail("DeleteFileW", ACCESS_DENIED, call=4, times=1)  # after those beside it
     step = done(machine, "reset-history --yes", RESET_SAID)
     expect(step.events, [RESET], "events")
     expect((machine.data_file(DATA_FILE), machine.data_file(HISTORY_FILE)), (data, None), "files")

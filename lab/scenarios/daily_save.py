@@ -112,11 +112,13 @@ def a_save_leaves_the_predictions_as_they_were(machine):
     ], "predictions")
 
 
-def what_cannot_be_written_is_forgotten(machine):
-    """A save makes a new predictor, which knows the file and nothing else."""
+def what_cannot_be_written_is_not_forgotten(machine):
+    """A save makes a new predictor, which goes on with what the file does not tell."""
     machine_that_knows_office_hours(machine)
+    # Neither beside the file nor in its place.
+    machine.calls.fail("MoveFileExW", 5, times=1)
     machine.calls.fail("_wfopen", 1, times=1)
     _expect_saved(machine, machine.notify_idle())
     expect(machine.data_file(DATA_FILE), None, "data file")
-    expect(events(machine.suspend())[1], information("Predicted Hibernate at: no prediction"),
-           "prediction")
+    expect(events(machine.suspend())[1],
+           information("Predicted Hibernate at: Mon Feb  2 18:10:00 2026\n"), "prediction")

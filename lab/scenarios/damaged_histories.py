@@ -66,12 +66,14 @@ def the_service_copes_with_a_history_of_random_bytes(machine):
     expect(events(machine.start_service())[-1], information("Active"), "state after a new start")
 
 
-def a_history_that_cannot_be_written_loses_what_is_new(machine):
+def a_history_that_cannot_be_written_loses_nothing(machine):
     machine.provision()
     machine.write_data_file(HISTORY_FILE, history_file(RECENT))
     machine.start_service()
     machine.clock.pass_until("2026-01-05 12:00")
-    machine.calls.fail("_wfopen", 1, call=2, times=1)  # the first one reads
+    # Neither beside the file nor, after it was read, in its place.
+    machine.calls.fail("MoveFileExW", 5, times=1)
+    machine.calls.fail("_wfopen", 1, call=2, times=1)
     machine.calls.fail("RpcMgmtStopServerListening", 1, times=1)  # this stop does not end it
     machine.deliver(STOP)
     expect(history(machine.data_file(HISTORY_FILE)), RECENT, "history")
@@ -83,7 +85,25 @@ def a_history_that_cannot_be_written_loses_what_is_new(machine):
     machine.clock.pass_until("2026-01-05 14:00")
     machine.stop_service()
     expect(history(machine.data_file(HISTORY_FILE)),
-           [*RECENT, awake("2026-01-05 13:00"), asleep("2026-01-05 14:00")], "history saved later")
+           [*RECENT, *NEW, awake("2026-01-05 13:00"), asleep("2026-01-05 14:00")],
+           "history saved later")
+
+
+def a_history_that_cannot_be_read_is_not_replaced(machine):
+    machine.provision()
+    machine.write_data_file(HISTORY_FILE, history_file(RECENT))
+    machine.start_service()
+    machine.clock.pass_until("2026-01-05 12:00")
+    machine.calls.fail("_wfopen", 32, times=1)  # somebody has it open
+    machine.calls.fail("RpcMgmtStopServerListening", 1, times=1)
+    machine.deliver(STOP)
+    expect(history(machine.data_file(HISTORY_FILE)), RECENT, "history")
+    machine.resume()
+    machine.deliver(CONTINUE)
+    machine.clock.pass_until("2026-01-05 14:00")
+    machine.stop_service()
+    expect(history(machine.data_file(HISTORY_FILE))[:len(RECENT + NEW)], [*RECENT, *NEW],
+           "history saved later")
 
 
 def a_folder_in_place_of_the_history_is_no_history(machine):

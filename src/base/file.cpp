@@ -1,19 +1,26 @@
 #include "base/file.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace dozewell {
 
-std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path) {
+FileContent ReadContent(const std::wstring& path) {
   const File file = OpenFile(path, "rb");
-  if (!file) return std::nullopt;
+  if (!file) return {WhyFileFailed(), {}};
   const int64_t size = SizeOfFile(file.get());
-  if (size < 0) return std::nullopt;
-  std::vector<unsigned char> content(static_cast<size_t>(size));
-  if (std::fread(content.data(), 1, content.size(), file.get()) != content.size()) {
-    return std::nullopt;
+  if (size < 0) return {FileFailure::Held, {}};
+  std::vector<unsigned char> bytes(static_cast<size_t>(size));
+  if (std::fread(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
+    return {std::ferror(file.get()) != 0 ? WhyFileFailed() : FileFailure::Held, {}};
   }
-  return content;
+  return {std::nullopt, std::move(bytes)};
+}
+
+std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path) {
+  FileContent content = ReadContent(path);
+  if (content.failure) return std::nullopt;
+  return std::move(content.bytes);
 }
 
 bool WriteWholeFile(const std::wstring& path, const void* data, size_t size) {

@@ -29,14 +29,39 @@ std::string PathToSystem(const std::wstring& path);
 // Opens a file with fopen's modes.
 File OpenFile(const std::wstring& path, const char* mode);
 
+// Why a file could not be opened, read or written.
+enum class FileFailure {
+  Missing,  // there is no such file
+  Held,     // it may succeed another time: somebody holds the file, or this is not known
+  Broken,   // the medium fails
+  NoRoom,   // the volume is full
+};
+
+// Of the last call on this thread that opened, read or created a file. Asked right after it, when
+// it has failed.
+FileFailure WhyFileFailed();
+
 // The size in bytes of an open file, or -1. The position is kept.
 int64_t SizeOfFile(std::FILE* file);
+
+// Has all that was written to an open file reach the disk.
+bool FlushFile(std::FILE* file);
 
 // Deletes a file; false when that failed, a missing file included.
 bool RemoveFile(const std::wstring& path);
 
-// Moves a file to another name on the same volume, over a file of that name.
+// Moves a file to another name on the same volume, over a file of that name, in one step.
 bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement);
+
+// Has files that were moved within the folder of a file reach the disk under their new names.
+bool FlushFolderOf(const std::wstring& path);
+
+// The whole content of a file, or why there is none.
+struct FileContent {
+  std::optional<FileFailure> failure;
+  std::vector<unsigned char> bytes;
+};
+FileContent ReadContent(const std::wstring& path);
 
 // The whole content of a file, or nothing when it does not open or cannot be read.
 std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path);

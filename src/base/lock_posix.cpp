@@ -11,6 +11,7 @@ struct Lock::Impl {
 Lock::Lock() : impl_(std::make_unique<Impl>()) {}
 Lock::~Lock() = default;
 void Lock::lock() { impl_->mutex.lock(); }
+bool Lock::try_lock() { return impl_->mutex.try_lock(); }
 void Lock::unlock() { impl_->mutex.unlock(); }
 
 }  // namespace dozewell

@@ -16,6 +16,7 @@ struct Lock::Impl {
 Lock::Lock() : impl_(std::make_unique<Impl>()) {}
 Lock::~Lock() = default;
 void Lock::lock() { EnterCriticalSection(&impl_->section); }
+bool Lock::try_lock() { return TryEnterCriticalSection(&impl_->section) != 0; }
 void Lock::unlock() { LeaveCriticalSection(&impl_->section); }
 
 }  // namespace dozewell

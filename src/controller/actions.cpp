@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/clock.h"
+#include "base/durable_file.h"
 #include "base/file.h"
 #include "base/lock.h"
 #include "base/thread.h"
@@ -99,8 +100,8 @@ void SleepNow() {
 void DeleteLearntFiles() {
   const std::wstring folder = GetDataFolder();
   if (folder.empty()) return;
-  RemoveFile(PathInFolder(folder, kDataFileName));
-  RemoveFile(PathInFolder(folder, kHistoryFileName));
+  RemoveDurableFile(PathInFolder(folder, kDataFileName));
+  RemoveDurableFile(PathInFolder(folder, kHistoryFileName));
 }
 
 }  // namespace

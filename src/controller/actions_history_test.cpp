@@ -511,6 +511,17 @@ TEST_CASE("no action leaves the engine's lock taken, with or without a data fold
   }
 }
 
+TEST_CASE("a reset deletes what is beside the files, so that nothing comes back") {
+  Learning learning;
+  for (const std::wstring& file : {learning.machine.DataFile(), learning.machine.HistoryFile()}) {
+    for (const wchar_t* const suffix : {L".part", L".new", L".unread"}) {
+      REQUIRE(WriteWholeFile(file + suffix, "x", 1));
+    }
+  }
+  learning.Run(AH_ResetHistory, SMEvent::ResetHistory);
+  CHECK(learning.machine.HasNoFiles());
+}
+
 TEST_CASE("a reset leaves other files alone") {
   Learning learning;
   const std::wstring other = learning.machine.DataFile() + L".bak";

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <mutex>
+#include <utility>
 
 #include "base/clock.h"
 #include "base/lock.h"
@@ -16,10 +17,16 @@
 namespace dozewell {
 namespace {
 
-void BuildEngine() {
-  engine.configurations = std::make_unique<ConfigurationsImpl>();
-  engine.historian = std::make_unique<HistorianImpl>();
-  engine.RenewPredictor();
+// Keeps starts and stops apart from each other, so that a start need not hold ControllerLock while
+// it reads the data file. Never destroyed, like all locks.
+Lock& StartLock = *new Lock;
+
+EngineObjects BuildEngine() {
+  EngineObjects built;
+  built.configurations = std::make_unique<ConfigurationsImpl>();
+  built.historian = std::make_unique<HistorianImpl>();
+  built.RenewPredictor();
+  return built;
 }
 
 // The predictor goes first, because its destructor unregisters it from the others.
@@ -57,25 +64,25 @@ std::unique_ptr<SleepStateMachine> BuildStateMachine() {
 }  // namespace
 
 void StartController() {
-  const std::lock_guard guard(ControllerLock);
-  if (ControllerStarted) return;
-  // A start that failed half-way may have left objects behind.
-  DeleteEngine();
-  try {
-    BuildEngine();
-  } catch (...) {
+  const std::lock_guard startGuard(StartLock);
+  {
+    const std::lock_guard guard(ControllerLock);
+    if (ControllerStarted) return;
+    // A start that failed half-way may have left objects behind.
     DeleteEngine();
-    throw;
   }
-  LocalTimeNow(LastSaveTime);
+  EngineObjects built = BuildEngine();
 
-  const std::lock_guard engineGuard(EngineLock);
+  const std::scoped_lock guard(ControllerLock, EngineLock);
+  static_cast<EngineObjects&>(engine) = std::move(built);
+  LocalTimeNow(LastSaveTime);
   if (StateMachine == nullptr) StateMachine = BuildStateMachine().release();
   PostEvent(std::make_unique<SMEventData>(SMEvent::Activating));
   ControllerStarted = true;
 }
 
 void StopController() {
+  const std::lock_guard startGuard(StartLock);
   const std::lock_guard guard(ControllerLock);
   if (ControllerStarted) {
     delete StateMachine;

@@ -3,7 +3,7 @@
 
 namespace dozewell {
 
-// Both may be called on any thread at any time, but not while holding EngineLock.
+// Both may be called at any time on any thread that holds neither ControllerLock nor EngineLock.
 
 // Builds engine and state machine, posts the first Activating and sets ControllerStarted; does
 // nothing when that is set already. Throws what the predictor's construction throws (see

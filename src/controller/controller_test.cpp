@@ -2,10 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <exception>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -157,7 +159,7 @@ TEST_CASE("a start's first event runs under both locks, later ones under the con
   CHECK_FALSE(seen[1].engine);
 }
 
-TEST_CASE("an engine is built and deleted under the controller's lock") {
+TEST_CASE("an engine is deleted under the controller's lock") {
   // Notes whether it is deleted under the controller's lock.
   struct Mortal : Thrower {
     bool* underLock;
@@ -177,6 +179,44 @@ TEST_CASE("an engine is built and deleted under the controller's lock") {
   CHECK(stopped);
   CHECK(started);
   CHECK_FALSE(fakes::IsTaken(ControllerLock));
+}
+
+// Notes in the journal when the two locks are taken and freed.
+void NoteLocks() {
+  const auto note = [](const char* text, const Lock& lock) {
+    if (&lock == &ControllerLock) fakes::journal.push_back(std::string(text) + " controller");
+    if (&lock == &EngineLock) fakes::journal.push_back(std::string(text) + " engine");
+  };
+  fakes::locks.beforeTaking = [note](const Lock& lock) { note("take", lock); };
+  fakes::locks.afterFreeing = [note](const Lock& lock) { note("free", lock); };
+}
+
+TEST_CASE("an engine is built without the controller's lock, and comes to life under both") {
+  const fakes::Machine machine;
+  NoteLocks();
+  const Calls calls = Start();
+  const Calls before =
+      Joined({{"take controller", "free controller"}, kBuilt, {"take controller"}});
+  REQUIRE(calls.size() > before.size());
+  CHECK(Calls(calls.begin(), calls.begin() + std::ssize(before)) == before);
+  CHECK(std::ranges::count(calls, "free engine") == 1);
+  CHECK(std::find(calls.begin(), calls.end(), "report 4 Active") <
+        std::find(calls.begin(), calls.end(), "free engine"));
+}
+
+TEST_CASE("a start that finds the history's file being worked on waits without any event's lock") {
+  const fakes::Machine machine;
+  int tries = 0;
+  fakes::locks.isBusy = [&](const Lock& lock) { return &lock == &EngineLock && ++tries == 1; };
+  bool waited = false;
+  fakes::locks.beforeTaking = [&](const Lock& lock) {
+    if (&lock != &EngineLock || waited) return;
+    waited = true;
+    CHECK_FALSE(fakes::IsTaken(ControllerLock));
+  };
+  CHECK(Start() == Joined({kBuilt, kActivated}));
+  CHECK(waited);
+  CHECK(ControllerStarted);
 }
 
 TEST_CASE("a second start does nothing") {

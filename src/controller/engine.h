@@ -15,23 +15,27 @@ namespace dozewell {
 // NextHAMinutes when there is none.
 inline constexpr uint32_t kNoHA = 0xFFFFFFFF;
 
-// The objects that the sleep controller works with. They are null while the controller is stopped;
-// the predictor is also null after building one has failed. All of it under ControllerLock.
-struct Engine {
+// The objects of the prediction engine, which know each other: the predictor goes first.
+struct EngineObjects {
   std::unique_ptr<ConfigurationsImpl> configurations;
   std::unique_ptr<HistorianImpl> historian;
   std::unique_ptr<IPredictor> predictor;
 
+  // Deletes the predictor and builds a new one over configurations and historian, which goes on
+  // with what the old one knew and the data file does not tell. Throws what its constructor throws;
+  // then there is no predictor.
+  void RenewPredictor();
+};
+
+// What the sleep controller works with. The objects are null while the controller is stopped; the
+// predictor is also null after building one has failed. All of it under ControllerLock.
+struct Engine : EngineObjects {
   // Time stamp of the last suspend.
   tm suspendTime = {};
   // The hibernate-after timeout in minutes to set after a timer wake, or kNoHA.
   uint32_t nextHAMinutes = kNoHA;
   // Start of the second predicted idle period; the machine goes back to sleep then.
   std::optional<tm> nextSleepTime;
-
-  // Deletes the predictor and builds a new one over configurations and historian. Throws what its
-  // constructor throws; then there is no predictor.
-  void RenewPredictor();
 };
 
 // Never destroyed, like the lock that guards it.

@@ -23,6 +23,10 @@
 namespace dozewell {
 namespace {
 
+// Guards OptimizerThreadHandle, so that a change of the power status waits for no other event.
+// Never destroyed, like all locks.
+Lock& HandleLock = *new Lock;
+
 uint32_t LowBits(ThreadHandle thread) {
   return static_cast<uint32_t>(std::bit_cast<uintptr_t>(thread));
 }
@@ -81,16 +85,11 @@ void WaitBeforeRun() {
   SleepMilliseconds(static_cast<uint32_t>(seconds) * 1000);
 }
 
-void SaveHistory() {
-  const std::lock_guard guard(ControllerLock);
-  AH_SaveHistory();
-}
-
 void RunIfDue() {
   const int64_t now = UtcSecondsNow();
   if (!IsRunDue(now) || PostponeOnBattery()) return;
   WaitBeforeRun();
-  SaveHistory();
+  AH_SaveHistory();
   RunOptimizer(PathInFolder(GetDataFolder(), kHistoryFileName));
   WriteLastOptimizerRun(now);
   WriteSetting(kCurrentBatteryAttemptsName, 0);
@@ -107,7 +106,7 @@ void OptimizerThreadProc() {
 }  // namespace
 
 void LaunchOptimizerThread() {
-  const std::lock_guard guard(ControllerLock);
+  const std::lock_guard guard(HandleLock);
   if (OptimizerThreadHandle != kNoThread) {
     if (IsThreadRunning(OptimizerThreadHandle)) {
       LogServiceEvent(L"Optimizer thread still alive, %lu\n", LowBits(OptimizerThreadHandle),
@@ -122,7 +121,7 @@ void LaunchOptimizerThread() {
 }
 
 void TerminateOptimizerThread() {
-  const std::lock_guard guard(ControllerLock);
+  const std::lock_guard guard(HandleLock);
   if (OptimizerThreadHandle == kNoThread || !IsThreadRunning(OptimizerThreadHandle)) return;
   OptimizerStopRequested = true;
   LogServiceEvent(L"Terminate optimizer thread, %lu\n", LowBits(OptimizerThreadHandle),

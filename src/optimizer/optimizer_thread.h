@@ -6,10 +6,9 @@
 namespace dozewell {
 
 // The optimizer's one thread, which searches for better parameters when a run is due. Both
-// functions may be called on any thread; they take ControllerLock, so a caller that holds
-// EngineLock must hold that too.
+// functions may be called on any thread and wait for no event.
 
-// The thread that was started last. Guarded by ControllerLock.
+// The thread that was started last. Guarded by a lock of its own.
 inline ThreadHandle OptimizerThreadHandle = kNoThread;
 
 // Starts the thread unless it is still alive. The thread itself decides whether a run is due.

@@ -270,21 +270,44 @@ TEST_CASE("history that is recorded during the wait is searched too") {
   CHECK(optimizer.Best0() == "10,20,70,90,60,2");
 }
 
-TEST_CASE("the history is saved under the controller's lock, and nothing waits under it") {
+TEST_CASE("the controller's lock is free while a run waits and while it saves the history") {
   const Optimizer optimizer;
   optimizer.MakeDue();
   bool takenWhileSleeping = true;
   bool takenWhileSaving = false;
+  int looks = 0;
   threads.whileSleeping = [&] {
     takenWhileSleeping = fakes::IsTaken(ControllerLock);
-    // From here on only saving asks for the time.
-    fakes::clock.whileUtcRead = [&] { takenWhileSaving = fakes::IsTaken(ControllerLock); };
+    const auto look = [&](const Lock& lock) {
+      if (&lock == &ControllerLock) return;
+      ++looks;
+      takenWhileSaving = takenWhileSaving || fakes::IsTaken(ControllerLock);
+    };
+    fakes::locks.beforeTaking = look;
+    // From here on the run only searches and posts.
+    fakes::locks.afterFreeing = [look](const Lock& lock) {
+      look(lock);
+      if (&lock == &EngineLock) fakes::locks = {};
+    };
   };
   CHECK(EndsRun(optimizer.Launch()));
   CHECK(!takenWhileSleeping);
-  CHECK(takenWhileSaving);
-  CHECK(!fakes::IsTaken(ControllerLock));
+  CHECK(looks >= 4);
+  CHECK(!takenWhileSaving);
   CHECK(!threads.inBackground);
+}
+
+TEST_CASE("a launch and a request to end wait neither for an event nor for the history") {
+  const Optimizer optimizer;
+  bool waited = false;
+  fakes::locks.beforeTaking = [&](const Lock& lock) {
+    waited = waited || &lock == &ControllerLock || &lock == &EngineLock;
+  };
+  LaunchOptimizerThread();
+  LaunchOptimizerThread();
+  TerminateOptimizerThread();
+  CHECK(!waited);
+  CHECK(OptimizerStopRequested);
 }
 
 TEST_CASE("a stop during the wait ends the run, which still counts as a run") {

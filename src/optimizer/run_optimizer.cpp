@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "base/file.h"
+#include "base/durable_file.h"
 #include "base/lock.h"
 #include "base/thread.h"
 #include "controller/state_machine/event_records.h"
@@ -31,12 +31,12 @@ using Clock = std::chrono::steady_clock;
 constexpr uint32_t kDefaultTimeoutMinutes = 10;
 
 std::vector<HistoryRecord> LoadHistory(const std::wstring& path) {
-  std::optional<std::vector<unsigned char>> file;
+  FileContent file;
   {
     const std::lock_guard guard(EngineLock);
-    file = ReadWholeFile(path);
+    file = ReadDurableFile(path);
   }
-  return file ? IncreasingRecords(*file) : std::vector<HistoryRecord>();
+  return IncreasingRecords(file.bytes);
 }
 
 // No result after a stop request.

@@ -137,10 +137,13 @@ TEST_CASE("the history is read under the engine's lock, which is free again for 
   Machine machine;
   const std::vector<unsigned char> history = ReadWholeFile(machine.HistoryFile()).value();
   machine.SetHistory({});
-  fakes::otherThreads = {
-      &EngineLock,
-      [&] { REQUIRE(WriteWholeFile(machine.HistoryFile(), history.data(), history.size())); },
-      [&] { machine.SetHistory({}); }};
+  fakes::locks.beforeTaking = [&](const Lock& lock) {
+    if (&lock != &EngineLock) return;
+    REQUIRE(WriteWholeFile(machine.HistoryFile(), history.data(), history.size()));
+  };
+  fakes::locks.afterFreeing = [&](const Lock& lock) {
+    if (&lock == &EngineLock) machine.SetHistory({});
+  };
   CHECK(machine.Run() == Texts{kWrite + "Best0 10,20,70,90,60,2", kPosted});
   CHECK(ReadWholeFile(machine.HistoryFile()).value().empty());
   fakes::ResetLocks();

@@ -2,22 +2,35 @@
 
 #include <utility>
 
+#include "base/durable_file.h"
 #include "base/file.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 
 namespace dozewell {
 
+namespace {
+
+std::wstring FinishedDataFile(const std::wstring& folder) {
+  std::wstring path = PathInFolder(folder, kDataFileName);
+  FinishWriting(path);
+  return path;
+}
+
+}  // namespace
+
 CyclicProbabilityPredictor::CyclicProbabilityPredictor(IConfigurations* configuration,
-                                                       IHistorian* historian)
+                                                       IHistorian* historian, KnownData known)
     : CyclicProbabilityPredictor(configuration, historian,
-                                 PathInFolder(configuration->GetDataFolder(), kDataFileName)) {}
+                                 FinishedDataFile(configuration->GetDataFolder()),
+                                 std::move(known)) {}
 
 CyclicProbabilityPredictor::CyclicProbabilityPredictor(IConfigurations* configuration,
                                                        IHistorian* historian,
-                                                       std::wstring dataFilePath)
+                                                       std::wstring dataFilePath, KnownData known)
     : configuration_(configuration), historian_(historian), dataFilePath_(std::move(dataFilePath)) {
-  LoadedData loaded = LoadDataIfExists(*configuration_, dataFilePath_);
+  LoadedData loaded = LoadNewestData(*configuration_, dataFilePath_, std::move(known));
   loadState_ = loaded.state;
+  isOfUnreadFile_ = loadState_ == DataFileState::NotRead;
   if (loaded.data) {
     tracker_ =
         std::make_unique<ArbitraryCycleProbabilityTracker>(configuration_, std::move(loaded.data));
@@ -52,10 +65,19 @@ float CyclicProbabilityPredictor::GetSlotProbability(int slot) {
 
 void CyclicProbabilityPredictor::OnTimeLineEvent(const TimeLineEvent& event) {
   if (event.state == ContainerStopped) {
-    SaveData(*tracker_->GetData(), dataFilePath_);
+    Save();
   } else {
     tracker_->ProcessEvent(event);
   }
+}
+
+void CyclicProbabilityPredictor::Save() {
+  isSaved_ = SaveData(*tracker_->GetData(), dataFilePath_, isOfUnreadFile_);
+  if (isSaved_) isOfUnreadFile_ = false;
+}
+
+KnownData CyclicProbabilityPredictor::CopyOfKnown() const {
+  return {CopyOf(*tracker_->GetData()), isSaved_, isOfUnreadFile_};
 }
 
 void CyclicProbabilityPredictor::OnConfigurationChanged(std::string section) {

@@ -26,11 +26,14 @@ class CyclicProbabilityPredictor : public IPredictor,
   // Registers with both, which are not owned and must outlive it. Throws FixedTextException for an
   // unusable configuration or a data file of another version, and
   // std::out_of_range("invalid string position") when there is no data folder.
-  CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian);
-
-  // The same with a data file of any name.
+  //
+  // It goes on with what an earlier predictor knew and the file does not tell.
   CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian,
-                             std::wstring dataFilePath);
+                             KnownData known = {});
+
+  // The same with a data file of any name, which the construction leaves as it is.
+  CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian,
+                             std::wstring dataFilePath, KnownData known = {});
 
   ~CyclicProbabilityPredictor() override;
   CyclicProbabilityPredictor(const CyclicProbabilityPredictor&) = delete;
@@ -48,12 +51,19 @@ class CyclicProbabilityPredictor : public IPredictor,
   // How reading the data file ended when the predictor was built.
   DataFileState LoadState() const { return loadState_; }
 
+  // A copy of what it knows.
+  KnownData CopyOfKnown() const;
+
  private:
+  void Save();
+
   IConfigurations* configuration_;
   IHistorian* historian_;
   std::unique_ptr<ITracker> tracker_;
   std::wstring dataFilePath_;
   DataFileState loadState_ = DataFileState::NotOpened;
+  bool isOfUnreadFile_ = false;  // until it is saved
+  bool isSaved_ = true;          // unless the last save failed
 };
 
 }  // namespace dozewell

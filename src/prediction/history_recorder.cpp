@@ -1,9 +1,11 @@
 #include "prediction/history_recorder.h"
 
+#include <cstddef>
 #include <mutex>
 #include <vector>
 
 #include "base/clock.h"
+#include "base/durable_file.h"
 #include "base/file.h"
 #include "base/lock.h"
 #include "diagnostics/debugger.h"
@@ -15,12 +17,45 @@
 namespace dozewell {
 namespace {
 
-// The records made since the history was last saved. Never destroyed, like the lock that guards it.
+// How many records are kept when the history could not be written.
+constexpr size_t kMostKept = 10000;
+
+// The records made since the history was last saved, and what guards them. Records are appended
+// under this lock alone, and taken away under EngineLock too. Never destroyed, like all locks.
+Lock& PendingLock = *new Lock;
 std::vector<HistoryRecord>& pendingRecords = *new std::vector<HistoryRecord>;
+
+std::vector<HistoryRecord> CopyOfPending() {
+  const std::lock_guard guard(PendingLock);
+  return pendingRecords;
+}
+
+void ForgetOldest(size_t count) {
+  const std::lock_guard guard(PendingLock);
+  const auto begin = pendingRecords.begin();
+  pendingRecords.erase(begin, begin + static_cast<std::ptrdiff_t>(count));
+}
+
+void ForgetAllBut(size_t most) {
+  const std::lock_guard guard(PendingLock);
+  if (pendingRecords.size() > most) ForgetOldest(pendingRecords.size() - most);
+}
+
+// Under EngineLock. What is recorded meanwhile stays pending.
+bool MergeIntoFile(const std::wstring& path, double cutoff) {
+  const FileContent file = ReadBeforeWriting(path);
+  if (file.failure && file.failure != FileFailure::Missing) return false;
+  const std::vector<HistoryRecord> pending = CopyOfPending();
+  const auto records = MergeHistory(file.failure ? nullptr : &file.bytes, pending, cutoff);
+  if (!WriteDurableFile(path, records.data(), records.size() * sizeof(HistoryRecord))) return false;
+  ForgetOldest(pending.size());
+  return true;
+}
 
 }  // namespace
 
 void AppendToHistory(int64_t seconds, bool asleep) {
+  const std::lock_guard guard(PendingLock);
   pendingRecords.push_back({static_cast<double>(seconds), asleep ? 1U : 0U, 0});
 }
 
@@ -32,12 +67,12 @@ void AH_SaveHistory() {
   const double cutoff = HistoryCutoff(UtcSecondsNow(), limitDays);
 
   const std::lock_guard guard(EngineLock);
-  const auto file = ReadWholeFile(path);
-  const auto records = MergeHistory(file ? &*file : nullptr, pendingRecords, cutoff);
-  pendingRecords.clear();
-  WriteWholeFile(path, records.data(), records.size() * sizeof(HistoryRecord));
+  if (!MergeIntoFile(path, cutoff)) ForgetAllBut(kMostKept);
 }
 
-void ClearPendingHistory() { pendingRecords.clear(); }
+void ClearPendingHistory() {
+  const std::lock_guard guard(PendingLock);
+  pendingRecords.clear();
+}
 
 }  // namespace dozewell

@@ -6,15 +6,16 @@
 namespace dozewell {
 
 // Appends a record to the pending ones: the wall-clock seconds at which the machine came into use
-// or left it. Under ControllerLock.
+// or left it. Any thread; waits for no file.
 void AppendToHistory(int64_t seconds, bool asleep);
 
-// Merges the pending records into the history file and forgets them, also when the file cannot be
-// written, which is not reported. Throws std::out_of_range("invalid string position") without a
-// data folder. Under ControllerLock; takes EngineLock.
+// Merges the pending records into the history file and forgets them. When the file cannot be read
+// or written, which is not reported, the newest 10,000 are kept for the next save. Throws
+// std::out_of_range("invalid string position") without a data folder. Any thread that does not hold
+// ControllerLock, and the control handler's; takes EngineLock.
 void AH_SaveHistory();
 
-// Forgets the pending records. Under ControllerLock.
+// Forgets the pending records. Under EngineLock, so that no save has a copy of them.
 void ClearPendingHistory();
 
 }  // namespace dozewell

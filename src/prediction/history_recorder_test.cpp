@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 #include <vector>
 
@@ -96,13 +97,18 @@ TEST_CASE("pending records older than the limit are written, ones out of order a
   CHECK(recorder.File() == FileOf({{kNow - 100 * kDay, 0, 0}, {kNow, 1, 0}}));
 }
 
-TEST_CASE("a history that cannot be written is not reported, and the pending records are gone") {
+// Nothing is lost for a file that cannot be written for a while.
+TEST_CASE("a history that cannot be written is not reported, and the pending records are kept") {
   Recorder recorder;
   AppendToHistory(kNow, /*asleep=*/true);
   fakes::settings.dataFolder = recorder.folder.File(L"missing");
   CHECK_NOTHROW(AH_SaveHistory());
   CHECK(recorder.folder.IsEmpty());
+  AppendToHistory(kNow + 1, /*asleep=*/false);
   fakes::settings.dataFolder = recorder.folder.Path();
+  AH_SaveHistory();
+  CHECK(recorder.File() == FileOf({{kNow, 1, 0}, {kNow + 1, 0, 0}}));
+  RemoveFile(recorder.folder.File(L"zs7state.dat"));
   AH_SaveHistory();
   CHECK(recorder.File().empty());
 }
@@ -111,15 +117,73 @@ TEST_CASE("a history is read, merged and written under the engine's lock") {
   Recorder recorder;
   AppendToHistory(kNow, true);
   std::vector<unsigned char> saved;
-  fakes::otherThreads = {&EngineLock,
-                         [&] {
-                           recorder.SetFile({{kNow - 1, 0, 0}});
-                         },
-                         [&] { saved = recorder.File(); }};
+  fakes::locks.beforeTaking = [&](const Lock& lock) {
+    if (&lock == &EngineLock) recorder.SetFile({{kNow - 1, 0, 0}});
+  };
+  fakes::locks.afterFreeing = [&](const Lock& lock) {
+    if (&lock == &EngineLock) saved = recorder.File();
+  };
   AH_SaveHistory();
   fakes::ResetLocks();
   CHECK(saved == FileOf({{kNow - 1, 0, 0}, {kNow, 1, 0}}));
   CHECK(recorder.File() == saved);
+}
+
+TEST_CASE(
+    "a history that exists and does not open is left alone, and the pending records are kept") {
+  Recorder recorder;
+  const std::wstring file = recorder.folder.File(L"zs7state.dat");
+  std::filesystem::create_directory(PathToSystem(file));
+  AppendToHistory(kNow, /*asleep=*/true);
+  AH_SaveHistory();
+  CHECK(std::filesystem::is_directory(PathToSystem(file)));
+  std::filesystem::remove(PathToSystem(file));
+  CHECK(recorder.folder.IsEmpty());
+  AH_SaveHistory();
+  CHECK(recorder.File() == FileOf({{kNow, 1, 0}}));
+}
+
+TEST_CASE("of records that could not be saved the newest 10,000 are kept") {
+  Recorder recorder;
+  for (int64_t second = 0; second < 10005; ++second)
+    AppendToHistory(kNow + second, second % 2 == 0);
+  fakes::settings.dataFolder = recorder.folder.File(L"missing");
+  AH_SaveHistory();
+  AppendToHistory(kNow + 10005, /*asleep=*/true);
+  fakes::settings.dataFolder = recorder.folder.Path();
+  AH_SaveHistory();
+  const std::vector<HistoryRecord> saved = WholeRecords(recorder.File());
+  REQUIRE(saved.size() == 10001);
+  CHECK(saved.front().time == kNow + 5);
+  CHECK(saved.back().time == kNow + 10005);
+}
+
+TEST_CASE("any number of records is saved when nothing fails") {
+  Recorder recorder;
+  for (int64_t second = 0; second < 10005; ++second)
+    AppendToHistory(kNow + second, second % 2 == 0);
+  AH_SaveHistory();
+  CHECK(WholeRecords(recorder.File()).size() == 10005);
+}
+
+TEST_CASE("a save that is written leaves nothing beside the file") {
+  Recorder recorder;
+  for (int save = 0; save < 2; ++save) {
+    AppendToHistory(kNow + save, /*asleep=*/true);
+    AH_SaveHistory();
+    RemoveFile(recorder.folder.File(L"zs7state.dat"));
+    CHECK(recorder.folder.IsEmpty());
+  }
+}
+
+TEST_CASE("what an interrupted save left complete beside the file is the history") {
+  Recorder recorder;
+  recorder.SetFile({{kNow, 1, 0}});
+  const HistoryRecord newer[] = {{kNow, 1, 0}, {kNow + 1, 0, 0}};
+  WriteWholeFile(recorder.folder.File(L"zs7state.dat.new"), newer, sizeof(newer));
+  AppendToHistory(kNow + 2, /*asleep=*/true);
+  AH_SaveHistory();
+  CHECK(recorder.File() == FileOf({{kNow, 1, 0}, {kNow + 1, 0, 0}, {kNow + 2, 1, 0}}));
 }
 
 TEST_CASE("an empty data folder fails the save, which keeps the pending records") {

@@ -57,6 +57,8 @@ constexpr int64_t TrackerDataSize(int32_t slotCount) {
   return int64_t{slotCount} * int64_t{sizeof(SlotRecord)} + int64_t{sizeof(TrackerData)};
 }
 
+TrackerDataPtr CopyOf(const TrackerData& data);
+
 CycleShape ShapeOf(const TrackerData& data);
 
 }  // namespace dozewell

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <mutex>
 #include <string>
 
+#include "base/lock.h"
 #include "base/numbers.h"
 #include "base/process_flags.h"
 #include "controller/controller.h"
@@ -86,13 +88,29 @@ bool CanSelect(uint32_t mask, uint32_t source) {
   return mask != 0 && mask <= kLargestEnum && source <= kLargestEnum;
 }
 
+// Lets one client at a time reach the controller, so that a suspend never waits for more than one.
+// Never destroyed, like all locks.
+Lock& ClientLock = *new Lock;
+
+template <typename Event, typename... Arguments>
+void PostForClient(Arguments&&... arguments) {
+  const std::lock_guard guard(ClientLock);
+  PostDroppingExceptions<Event>(std::forward<Arguments>(arguments)...);
+}
+
 bool Start() {
+  const std::lock_guard guard(ClientLock);
   try {
     StartController();
     return true;
   } catch (...) {
     return false;
   }
+}
+
+void Stop() {
+  const std::lock_guard guard(ClientLock);
+  StopController();
 }
 
 // Lets the start gate start the controller from now on.
@@ -115,16 +133,17 @@ bool GetDriverEnabled(bool* enabled) {
 }
 
 bool SetFeatureEnabled(bool enable) {
+  bool done = true;
   if (enable) {
-    if (!Start()) return false;
+    done = Start();
     OpenStartGate();
   } else {
-    StopController();
+    Stop();
   }
   // Otherwise the next resume would undo what the client chose.
   FeatureEnabled = enable;
   WriteSetting(kEnableZ7FeatureName, enable ? 1 : 0);
-  return SetTimersEnabled(enable);
+  return SetTimersEnabled(enable) && done;
 }
 
 bool GetFeatureEnabled(bool* enabled) {
@@ -190,14 +209,14 @@ bool SetActiveScheme(uint32_t scheme) {
 
 bool ResetHistory() {
   if (!ControllerStarted) return false;
-  PostDroppingExceptions<SMEventData>(SMEvent::ResetHistory);
+  PostForClient<SMEventData>(SMEvent::ResetHistory);
   return true;
 }
 
 bool SetStrength(int32_t strength) {
   const bool written =
       WritePredictorValue(kPredictorSection, kStrengthName, std::to_string(strength));
-  if (ControllerStarted) PostDroppingExceptions<ParamChangeEventData>(kStrengthName);
+  if (ControllerStarted) PostForClient<ParamChangeEventData>(kStrengthName);
   return written;
 }
 

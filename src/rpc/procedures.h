@@ -31,8 +31,8 @@ bool Ping();
 bool GetDriverEnabled(bool* enabled);
 
 // Switches the feature on or off, now and for later starts, and the driver's timers with it. False
-// when the timers could not be switched, and when the controller could not be built, in which case
-// nothing is switched.
+// when the timers could not be switched, and when the controller could not be built, which is tried
+// again at the next resume or start.
 bool SetFeatureEnabled(bool enable);
 
 bool GetFeatureEnabled(bool* enabled);

@@ -3,8 +3,10 @@
 #include <doctest/doctest.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "base/file.h"
 #include "base/process_flags.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
@@ -12,6 +14,7 @@
 #include "fakes/driver_fake.h"
 #include "fakes/served_machine.h"
 #include "fakes/settings_fake.h"
+#include "fakes/thread_fake.h"
 #include "rpc/procedures.h"
 #include "service/start_gate.h"
 #include "settings/settings_store.h"
@@ -44,6 +47,9 @@ const Calls kAttemptsRead = {"settings: ReadSetting CurrentAttempt",
                              "settings: ReadSetting TotalAttempts"};
 const Calls kOnWritten = {"settings: WriteSetting EnableZ7Feature 1"};
 const Calls kOffWritten = {"settings: WriteSetting EnableZ7Feature 0"};
+
+// How far the building of a controller comes without the predictor's values.
+const Calls kNotBuilt = {"settings: GetDataFolder", "settings: ReadSetting TimeResolution"};
 
 // The controller is built and waits for events.
 bool ControllerRuns() {
@@ -230,20 +236,35 @@ TEST_CASE("settings that cannot be read or written do not keep the feature from 
   CHECK(fakes::driver.timer.words[0] == 0);
 }
 
-TEST_CASE("a controller that cannot be built refuses to be switched on, and nothing is switched") {
+TEST_CASE("a controller that cannot be built is the answer, and all else is switched") {
   const ServedMachine machine;
   SetCurrent(L"CurrentAttempt", 3);
+  SetTimer(0x40000343, 0x38012345);
   TakeProvisionsAway();
-  const Answer refused = Ask([] { return SetFeatureEnabled(true); });
-  CHECK_FALSE(refused.answer);
-  for (const std::string& call : refused.calls) {
-    CHECK_FALSE(call.starts_with("settings: Write"));
-    CHECK_FALSE(call.starts_with("driver: "));
-    CHECK_FALSE(call.starts_with("report "));
-  }
+  CHECK(Ask([] { return SetFeatureEnabled(true); }) ==
+        Answer{false, Joined({kNotBuilt,
+                              kAttemptsRead,
+                              {"settings: WriteSetting CurrentAttempt 10"},
+                              kOnWritten,
+                              kTimerRead,
+                              {"driver: write timer c0000343 b8012345"}})});
   CHECK(ControllerIsGone());
-  CHECK_FALSE(fakes::settings.current.values.contains(L"EnableZ7Feature"));
-  CHECK(Current(L"CurrentAttempt") == fakes::Number32(3));
+  CHECK(Current(L"EnableZ7Feature") == fakes::Number32(1));
+  CHECK(Current(L"CurrentAttempt") == fakes::Number32(10));
+}
+
+TEST_CASE("with a data file of another version the rest is switched as well") {
+  const ServedMachine machine;
+  SetFeatureEnabled(true);
+  PostEvent(std::make_unique<SMEventData>(SMEvent::Saving));
+  SetFeatureEnabled(false);
+  auto bytes = ReadWholeFile(machine.DataFile()).value();
+  bytes[0] = 1;
+  REQUIRE(WriteWholeFile(machine.DataFile(), bytes.data(), bytes.size()));
+  CHECK_FALSE(SetFeatureEnabled(true));
+  CHECK(ControllerIsGone());
+  CHECK(Current(L"EnableZ7Feature") == fakes::Number32(1));
+  CHECK(fakes::driver.timer.words[0] == 0x80000000);
 }
 
 TEST_CASE("after a refusal the service can still be asked, switched off, and switched on later") {
@@ -283,12 +304,17 @@ TEST_CASE("the running service goes by the client's choice from then on") {
   CHECK(calls.back() == "settings: WriteSetting StartTime 1795248309");
 }
 
-TEST_CASE("a refused switch changes nothing that the running service goes by") {
+TEST_CASE("a controller that cannot be built yet is built at a resume") {
   const ServedMachine machine;
+  SetCurrent(L"TotalAttempts", 10);
   FeatureEnabled = false;
+  const auto provisions = fakes::settings.defaults.predictorValues;
   TakeProvisionsAway();
   CHECK_FALSE(SetFeatureEnabled(true));
-  CHECK_FALSE(FeatureEnabled);
+  fakes::settings.defaults.predictorValues = provisions;
+  TryStartController();
+  fakes::threads.Run();
+  CHECK(ControllerRuns());
 }
 
 TEST_CASE("the feature is enabled when its setting is exactly 1") {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <mutex>
 #include <string_view>
 
 #include "base/lock.h"
@@ -28,9 +29,9 @@ void RunInConsole() {
   ServiceMain();
 }
 
-// Waits for the thread that holds the lock and keeps all others out from then on: a thread that the
-// end of the process cut short could lose the user's own hibernate-after timeout.
-void LockControllerForExit() { ControllerLock.lock(); }
+// Waits for the threads that hold the locks and keeps all others out from then on: a thread that
+// the end of the process cut short could lose the user's own hibernate-after timeout, or records.
+void LockControllerForExit() { std::lock(ControllerLock, EngineLock); }
 
 constexpr wchar_t ToLower(wchar_t character) {
   return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a')

@@ -105,7 +105,7 @@ TEST_CASE("any other argument prints the usage, which does not tell of the conso
   }
 }
 
-TEST_CASE("a process that served keeps other threads out of the controller while it ends") {
+TEST_CASE("a process that served keeps other threads out of controller and history while it ends") {
   struct Row {
     std::vector<const wchar_t*> arguments;
     bool closed;
@@ -115,11 +115,14 @@ TEST_CASE("a process that served keeps other threads out of the controller while
   for (const Row& row : rows) {
     const fakes::Machine machine;
     bool closedBefore = false;
-    const auto look = [&] { closedBefore = fakes::IsTaken(ControllerLock); };
+    const auto look = [&] {
+      closedBefore = fakes::IsTaken(ControllerLock) || fakes::IsTaken(EngineLock);
+    };
     fakes::service.whileServing = look;
     fakes::service.whileListening = look;
     Run(row.arguments);
     CHECK(fakes::IsTaken(ControllerLock) == row.closed);
+    CHECK(fakes::IsTaken(EngineLock) == row.closed);
     CHECK_FALSE(closedBefore);
   }
 }

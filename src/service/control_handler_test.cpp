@@ -2,16 +2,19 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
 
+#include "base/lock.h"
 #include "base/process_flags.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"
 #include "fakes/clock_fake.h"
+#include "fakes/event_log_fake.h"
 #include "fakes/journal.h"
 #include "fakes/lock_fake.h"
 #include "fakes/machine.h"
@@ -334,6 +337,33 @@ TEST_CASE("a control is handled under the status lock, to its end") {
   handler.Power(4);
   CHECK(taken);
   CHECK_FALSE(fakes::IsTaken(StatusLock));
+}
+
+TEST_CASE("suspends, resumes and changes of the power status wait for no file of what was learnt") {
+  Handler handler;
+  FeatureEnabled = true;
+  fakes::settings.current.values[L"TotalAttempts"] = fakes::Number32(0);
+  fakes::settings.current.values[L"CurrentAttempt"] = fakes::Number32(0);
+  const auto check = [&] {
+    // Whoever works on a file holds this lock.
+    fakes::locks.beforeTaking = [](const Lock& lock) { CHECK(&lock != &EngineLock); };
+    fakes::locks.isBusy = [](const Lock&) {
+      FAIL("nothing is tried");
+      return false;
+    };
+    handler.Power(kPowerStatusChange);
+    handler.Power(kPowerSuspend);
+    handler.Power(kPowerStatusChange);
+    handler.Power(kPowerResumeAutomatic);
+    fakes::locks = {};
+  };
+  check();
+  fakes::threads.Run();
+  REQUIRE(ControllerStarted);
+  fakes::TakeJournal();
+  check();
+  CHECK(StateMachine->current == SMState::Active);
+  CHECK(std::ranges::count(fakes::eventLog.calls, "report 4 Suspended") == 1);
 }
 
 TEST_CASE("leaving the console stops the service, other console events are left alone") {

@@ -19,20 +19,28 @@ Lock::Lock() = default;
 Lock::~Lock() = default;
 
 void Lock::lock() {
-  if (++Depths()[this] == 1 && fakes::otherThreads.lock == this) fakes::otherThreads.before();
+  fakes::locks.beforeTaking(*this);
+  ++Depths()[this];
+}
+
+bool Lock::try_lock() {
+  if (fakes::locks.isBusy(*this)) return false;
+  ++Depths()[this];
+  return true;
 }
 
 void Lock::unlock() {
-  if (--Depths()[this] == 0 && fakes::otherThreads.lock == this) fakes::otherThreads.after();
+  --Depths()[this];
+  fakes::locks.afterFreeing(*this);
 }
 
-fakes::OtherThreads fakes::otherThreads;
+fakes::Locks fakes::locks;
 
 bool fakes::IsTaken(const Lock& lock) { return Depths()[&lock] != 0; }
 
 void fakes::ResetLocks() {
   Depths().clear();
-  otherThreads = {};
+  locks = {};
 }
 
 }  // namespace dozewell

@@ -7,19 +7,19 @@
 
 namespace dozewell::fakes {
 
-// Locks that keep nobody out, for tests on one thread, which can ask whether one is taken.
+// Locks that keep nobody out, for tests on one thread.
+struct Locks {
+  // Whether another thread has a lock when it is tried.
+  std::function<bool(const Lock&)> isBusy = [](const Lock&) { return false; };
+  // What happens when a lock is about to be taken, perhaps after a wait, and when it was freed.
+  std::function<void(const Lock&)> beforeTaking = [](const Lock&) {};
+  std::function<void(const Lock&)> afterFreeing = [](const Lock&) {};
+};
+extern Locks locks;
+
 bool IsTaken(const Lock& lock);
 
-// What other threads do to what one lock guards: as late as they can before it is taken, and as
-// early as they can when it is free again.
-struct OtherThreads {
-  const Lock* lock = nullptr;
-  std::function<void()> before = [] {};
-  std::function<void()> after = [] {};
-};
-extern OtherThreads otherThreads;
-
-// Frees all locks and ends the other threads.
+// Frees all locks; nothing happens at them any more.
 void ResetLocks();
 
 }  // namespace dozewell::fakes

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "base/file.h"
+#include "base/side_file.h"
 #include "base/utf8.h"
 
 namespace dozewell {
@@ -20,6 +21,8 @@ File OpenFile(const std::wstring& path, const char* mode) {
   return File(fmemopen(content.data(), content.size(), mode));
 }
 
+FileFailure WhyFileFailed() { return FileFailure::Missing; }
+
 int64_t SizeOfFile(std::FILE* file) {
   const long position = std::ftell(file);
   std::fseek(file, 0, SEEK_END);
@@ -27,6 +30,14 @@ int64_t SizeOfFile(std::FILE* file) {
   std::fseek(file, position, SEEK_SET);
   return size;
 }
+
+bool FlushFile(std::FILE* file) { return std::fflush(file) == 0; }
+bool FlushFolderOf(const std::wstring&) { return true; }
+
+// Nothing can be made beside a file here.
+File CreateSideFile(const std::wstring&, const std::wstring&) { return nullptr; }
+bool HasOwnerOf(const std::wstring&, const std::wstring&) { return true; }
+bool IsOwnSideFile(const std::wstring&, const std::wstring&) { return false; }
 
 bool RemoveFile(const std::wstring& path) { return fuzz::files.erase(path) != 0; }
 

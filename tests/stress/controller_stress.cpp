@@ -1,20 +1,30 @@
 // Starts and stops the controller, posts every event and replaces the predictor, all at once on
 // eight threads. Argument: how many things each thread does. The test is that the run ends and that
-// no sanitizer complains; the counts at the end show that everything was reached.
+// no sanitizer complains; the counts at the end show that everything was reached. Before that,
+// records are made while they are saved, and power events come while the history file is in use.
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <initializer_list>
 #include <memory>
+#include <mutex>
 #include <string>
 
+#include "base/file.h"
+#include "base/lock.h"
 #include "base/numbers.h"
 #include "base/process_flags.h"
+#include "base/thread.h"
 #include "controller/controller.h"
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"
 #include "optimizer/optimizer_thread.h"
 #include "power/driver_device.h"
+#include "prediction/history_file.h"
+#include "prediction/history_recorder.h"
+#include "rpc/procedures.h"
 #include "service/control_handler.h"
 #include "service/service_host.h"
 #include "stress/quiet_machine.h"
@@ -71,6 +81,17 @@ void Work(int number) {
   }
 }
 
+// A run in which two threads wait for each other never ends; this is many times as long as a run
+// takes, so that it fails all the same.
+constexpr uint32_t kMostSeconds = 3600;
+
+void Watch() {
+  SleepMilliseconds(kMostSeconds * 1000);
+  std::puts("FAILED: something waits for ever\n0 passed, 1 failed");
+  std::fflush(stdout);
+  std::_Exit(1);
+}
+
 // A condition that must hold after a run.
 struct Check {
   bool holds;
@@ -111,6 +132,81 @@ int CheckWhatIsLeft() {
   });
 }
 
+constexpr int64_t kFirstRecord = 1795219200;  // 2026-11-21 00:00
+std::atomic<bool> recording{true};
+
+// The first thread makes records, the others save them all the while.
+void RecordOrSave(int number) {
+  if (number != 0) {
+    while (recording) AH_SaveHistory();
+    return;
+  }
+  for (int record = 0; record < rounds; ++record) {
+    AppendToHistory(kFirstRecord + record, record % 2 != 0);
+  }
+  recording = false;
+}
+
+int CheckThatNoRecordIsLost() {
+  RunInParallel(4, RecordOrSave);
+  AH_SaveHistory();
+  const std::wstring path = quiet::dataFolder + kHistoryFileName;
+  const auto file = ReadWholeFile(path);
+  RemoveFile(path);
+  return CountFailures({{file && WholeRecords(*file).size() == static_cast<size_t>(rounds),
+                         "every record was saved once"}});
+}
+
+std::atomic<bool> holding{false};
+std::atomic<int> atWork{0};
+
+// Works on the history's file for as long as it is told to.
+void HoldFile() {
+  const std::lock_guard guard(EngineLock);
+  holding = true;
+  while (holding) SleepMilliseconds(1);
+}
+
+template <auto kWork>
+void StartWork() {
+  ++atWork;
+  StartThread([] {
+    kWork();
+    --atWork;
+  });
+}
+
+void ComeAndGo() {
+  constexpr int kNights = 100;
+  for (int night = 0; night < kNights; ++night) {
+    ServiceCtrlHandler(kControlPowerEvent, kPowerSuspend, nullptr);
+    ServiceCtrlHandler(kControlPowerEvent, kPowerStatusChange, nullptr);
+    ServiceCtrlHandler(kControlPowerEvent, kPowerResumeAutomatic, nullptr);
+  }
+}
+
+// Power events come while another thread works on the file, and a reset, a save and a start wait
+// for that thread. If one of the events waited, the run would not end.
+int CheckThatPowerEventsPass() {
+  StartController();
+  StartWork<HoldFile>();
+  while (!holding) SleepMilliseconds(1);
+  StartWork<[] { ResetHistory(); }>();
+  StartWork<[] { AH_SaveHistory(); }>();
+  SleepMilliseconds(50);
+  const int events = quiet::messages.events;
+  ComeAndGo();
+  const bool passed = quiet::messages.events > events;
+  StopController();
+  StartWork<[] { SetFeatureEnabled(true); }>();
+  SleepMilliseconds(50);
+  ComeAndGo();
+  holding = false;
+  while (atWork != 0) SleepMilliseconds(1);
+  return CountFailures({{passed, "power events came while the file was being worked on"},
+                        {ControllerStarted, "the start came to its end afterwards"}});
+}
+
 // All other threads have ended, so none can launch another one.
 void EndOptimizerThread() {
   while (IsThreadRunning(OptimizerThreadHandle)) SleepMilliseconds(1);
@@ -122,6 +218,8 @@ bool Run() {
   quiet::dataFolder = folder.Path() + L"\\";
   FeatureEnabled = true;
   OpenDriverDevice();
+  StartThread(Watch);
+  int failures = CheckThatNoRecordIsLost() + CheckThatPowerEventsPass();
   RunInParallel(kThreads, Work);
   // Threads that the gate or the controller started may still be on their way.
   while (ControllerStarting) {
@@ -130,7 +228,8 @@ bool Run() {
   StopController();
   std::printf("%d events logged, %d undefined, %d searches\n", quiet::messages.events.load(),
               quiet::messages.undefinedEvents.load(), quiet::messages.searches.load());
-  return CheckWhatWasMet() + CheckWhatIsLeft() == 0;
+  failures += CheckWhatWasMet() + CheckWhatIsLeft();
+  return failures == 0;
 }
 
 }  // namespace

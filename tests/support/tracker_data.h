@@ -2,20 +2,12 @@
 #define DOZEWELL_TESTS_SUPPORT_TRACKER_DATA_H_
 
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/tracker_data.h"
 
 namespace dozewell {
-
-inline TrackerDataPtr CopyOf(const TrackerData& data) {
-  const auto size = static_cast<size_t>(TrackerDataSize(data.slotCount));
-  TrackerDataPtr copy(static_cast<TrackerData*>(std::malloc(size)));
-  std::memcpy(static_cast<void*>(copy.get()), &data, size);
-  return copy;
-}
 
 inline bool SameBytes(const TrackerData& a, const TrackerData& b) {
   return a.slotCount == b.slotCount &&

@@ -15,6 +15,7 @@ const char* WhyIgnored(DataFileState state) {
     case DataFileState::Loaded:
       return nullptr;
     case DataFileState::NotOpened:
+    case DataFileState::NotRead:
       return "it cannot be opened";
     case DataFileState::WrongSize:
       return "it is not of the size that the configured cycle needs";

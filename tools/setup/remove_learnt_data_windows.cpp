@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/durable_file.h"
 #include "base/utf8.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
@@ -34,8 +35,10 @@ void DeleteKeyIfEmpty(const wchar_t* path) {
 
 void DeleteFolders() {
   std::wstring folder = DataFolderPath();
-  DeleteLearntFile(folder + kHistoryFileName);
-  DeleteLearntFile(folder + kDataFileName);
+  for (const wchar_t* const name : {kHistoryFileName, kDataFileName}) {
+    for (const wchar_t* const suffix : kSideFileSuffixes) DeleteLearntFile(folder + name + suffix);
+    DeleteLearntFile(folder + name);
+  }
   // A folder that still holds something else stays.
   folder.pop_back();
   RemoveDirectoryW(folder.c_str());

@@ -30,8 +30,10 @@ class UsedMachine {
   UsedMachine() : programData_(folder_.Path()) {
     CreateDirectoryW(Outer().c_str(), nullptr);
     CreateDirectoryW(Inner().c_str(), nullptr);
-    CreateFileAt(Inner() + L"\\zs7state.dat");
-    CreateFileAt(Inner() + L"\\cpredict.z7");
+    for (const wchar_t* const suffix : {L"", L".part", L".new", L".unread"}) {
+      CreateFileAt(Inner() + L"\\zs7state.dat" + suffix);
+      CreateFileAt(Inner() + L"\\cpredict.z7" + suffix);
+    }
     SetValue(kCurrent, L"ServiceStatus", Dword(1));
     SetValue(kCurrent + std::wstring(L"\\Predictors\\CyclicProbabilityPredictor"), L"Strength",
              Text(L"1"));

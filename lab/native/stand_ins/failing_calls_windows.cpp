@@ -3,12 +3,17 @@
 #include <rpc.h>
 #include <shlobj.h>
 #include <stdio.h>
+#include <stdlib.h>
 
 #include "stand_ins/failing_import.h"
 
 namespace dozewell::lab {
 
-void SetError(uint32_t error) { SetLastError(error); }
+// The C runtime's functions leave it in two places.
+void SetError(uint32_t error) {
+  SetLastError(error);
+  _doserrno = error;
+}
 
 // A test can count these calls and make them fail; otherwise the system's own function answers.
 #define FAILING(name) template class FailingImport<SystemCallPlace(#name), decltype(name)>

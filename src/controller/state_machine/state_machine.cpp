@@ -112,7 +112,13 @@ void SleepStateMachine::Take(const Transition& transition, const SMEventData* ev
 }
 
 void PostEvent(std::unique_ptr<SMEventData> event) {
-  const std::lock_guard guard(ControllerLock);
+  std::unique_lock controller(ControllerLock, std::defer_lock);
+  std::unique_lock engine(EngineLock, std::defer_lock);
+  if (event != nullptr && event->event == SMEvent::ResetHistory) {
+    std::lock(controller, engine);
+  } else {
+    controller.lock();
+  }
   if (StateMachine != nullptr) StateMachine->Dispatch(event.get());
 }
 

@@ -91,6 +91,10 @@ extern SleepStateMachine* StateMachine;
 // Dispatches the event on the caller's thread, under ControllerLock, and deletes it, also when a
 // handler throws. Without a machine it is only deleted. Any thread, unless it holds EngineLock
 // without ControllerLock.
+//
+// ResetHistory, whose action takes EngineLock, waits for both locks at once: a suspend that comes
+// meanwhile goes first. The other events whose actions take it are the control handler's, which
+// posts no other while it waits.
 void PostEvent(std::unique_ptr<SMEventData> event);
 
 // Makes an event and posts it, for callers that nothing may be thrown into: what the handlers throw

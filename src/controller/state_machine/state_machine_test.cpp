@@ -11,10 +11,12 @@
 #include <utility>
 #include <vector>
 
+#include "base/lock.h"
 #include "base/utf8.h"
 #include "diagnostics/event_writer.h"
 #include "fakes/clock_fake.h"
 #include "fakes/event_log_fake.h"
+#include "fakes/lock_fake.h"
 #include "support/local_times.h"
 
 namespace dozewell {
@@ -515,6 +517,51 @@ TEST_CASE("an event posted without a machine is deleted silently") {
   PostEvent(std::make_unique<WatchedEvent>(SMEvent::Activating));
   PostEvent(nullptr);
   CHECK(fakes::eventLog.calls == kDeleted);
+}
+
+TEST_CASE("a reset that finds the history's file being worked on waits without any event's lock") {
+  // The file's lock is busy at first, and then, or not, the controller's.
+  for (const bool busyTwice : {false, true}) {
+    CAPTURE(busyTwice);
+    Controller controller(SMState::Active);
+    bool engineBusy = true;
+    bool controllerBusy = busyTwice;
+    Names waits;
+    fakes::locks.isBusy = [&](const Lock& lock) {
+      return std::exchange(&lock == &EngineLock ? engineBusy : controllerBusy, false);
+    };
+    fakes::locks.beforeTaking = [&](const Lock& lock) {
+      CHECK_FALSE(fakes::IsTaken(ControllerLock));
+      CHECK_FALSE(fakes::IsTaken(EngineLock));
+      waits.emplace_back(&lock == &EngineLock ? "engine" : "controller");
+    };
+    controller.machine.AH_ResetHistory = [](const SMEventData*) {
+      CHECK(fakes::IsTaken(ControllerLock));
+      CHECK(fakes::IsTaken(EngineLock));
+      fakes::eventLog.calls.emplace_back("reset");
+    };
+    const Names calls = controller.Post(SMEvent::ResetHistory);
+    CHECK(waits == (busyTwice ? Names{"controller", "engine", "controller"}
+                              : Names{"controller", "engine"}));
+    CHECK(std::ranges::count(calls, "reset") == 1);
+    CHECK_FALSE(fakes::IsTaken(ControllerLock));
+    CHECK_FALSE(fakes::IsTaken(EngineLock));
+    fakes::ResetLocks();
+  }
+}
+
+TEST_CASE("other events do not ask for the lock of the history's file") {
+  for (const SMEvent event : {SMEvent::Activating, SMEvent::Suspend, SMEvent::ShuttingDown,
+                              SMEvent::ParamChanging, SMEvent::Uninitializing, SMEvent::Saving}) {
+    Controller controller(SMState::Active);
+    fakes::locks.beforeTaking = [](const Lock& lock) { CHECK(&lock == &ControllerLock); };
+    fakes::locks.isBusy = [](const Lock&) {
+      FAIL("nothing is tried");
+      return false;
+    };
+    controller.Post(event);
+    fakes::ResetLocks();
+  }
 }
 
 }  // namespace dozewell

@@ -1,0 +1,108 @@
+#include "base/durable_file.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "base/side_file.h"
+
+namespace dozewell {
+namespace {
+
+std::wstring Begun(const std::wstring& path) { return path + kSideFileSuffixes[0]; }
+std::wstring Newer(const std::wstring& path) { return path + kSideFileSuffixes[1]; }
+std::wstring Unread(const std::wstring& path) { return path + kSideFileSuffixes[2]; }
+
+// Content gets that name only when it is complete on the disk, and loses it only when the file has
+// the same or something newer has the name.
+bool NewerWaits(const std::wstring& path) { return IsOwnSideFile(Newer(path), path); }
+
+std::wstring PathOfNewest(const std::wstring& path) {
+  return NewerWaits(path) ? Newer(path) : path;
+}
+
+bool WriteAndFlush(File file, const void* data, size_t size) {
+  if (!file) return false;
+  // No bytes may come with no address, which fwrite does not take.
+  const bool written = size == 0 || std::fwrite(data, 1, size, file.get()) == size;
+  const bool flushed = written && FlushFile(file.get());
+  return std::fclose(file.release()) == 0 && flushed;
+}
+
+bool WriteInPlace(const std::wstring& path, const void* data, size_t size) {
+  return WriteAndFlush(OpenFile(path, "wb"), data, size);
+}
+
+// Refused when somebody holds the file, and when its owner would change.
+bool MoveInPlace(const std::wstring& path) {
+  return HasOwnerOf(Newer(path), path) && ReplaceFileWith(path, Newer(path));
+}
+
+// While the file is being written, the same content still waits beside it.
+bool CopyInPlace(const std::wstring& path, const void* data, size_t size) {
+  if (!WriteInPlace(path, data, size)) return false;
+  RemoveFile(Newer(path));
+  return true;
+}
+
+enum class Beside { Complete, NotMade, NotWritten };
+
+Beside WriteBeside(const std::wstring& path, const void* data, size_t size) {
+  RemoveFile(Begun(path));
+  File file = CreateSideFile(Begun(path), path);
+  if (!file) {
+    return WhyFileFailed() == FileFailure::NoRoom ? Beside::NotWritten : Beside::NotMade;
+  }
+  const bool written = WriteAndFlush(std::move(file), data, size);
+  if (written && ReplaceFileWith(Newer(path), Begun(path))) {
+    return FlushFolderOf(path) ? Beside::Complete : Beside::NotWritten;
+  }
+  RemoveFile(Begun(path));
+  return written ? Beside::NotMade : Beside::NotWritten;
+}
+
+}  // namespace
+
+File OpenDurableFile(const std::wstring& path) { return OpenFile(PathOfNewest(path), "rb"); }
+
+FileContent ReadDurableFile(const std::wstring& path) { return ReadContent(PathOfNewest(path)); }
+
+void FinishWriting(const std::wstring& path) {
+  if (!NewerWaits(path) || MoveInPlace(path)) return;
+  const FileContent newer = ReadContent(Newer(path));
+  if (newer.failure || !FlushFolderOf(path)) return;
+  CopyInPlace(path, newer.bytes.data(), newer.bytes.size());
+}
+
+FileContent ReadBeforeWriting(const std::wstring& path) {
+  FinishWriting(path);
+  FileContent content = ReadDurableFile(path);
+  if (content.failure != FileFailure::Broken) return content;
+  // It may have been a moment's failure.
+  content = ReadDurableFile(path);
+  if (content.failure == FileFailure::Broken && ReplaceFileWith(Unread(path), PathOfNewest(path))) {
+    return ReadDurableFile(path);
+  }
+  return content;
+}
+
+bool WriteDurableFile(const std::wstring& path, const void* data, size_t size) {
+  switch (WriteBeside(path, data, size)) {
+    case Beside::Complete:
+      return MoveInPlace(path) ? FlushFolderOf(path) : CopyInPlace(path, data, size);
+    case Beside::NotMade:
+      // What waits would count for newer than what is written here.
+      return !NewerWaits(path) && WriteInPlace(path, data, size);
+    case Beside::NotWritten:
+      // A volume that is full would not take it in the file's place either.
+      return false;
+  }
+  return false;
+}
+
+void RemoveDurableFile(const std::wstring& path) {
+  // Nothing that waits may come back in the place of the file.
+  for (const wchar_t* const suffix : kSideFileSuffixes) RemoveFile(path + suffix);
+  RemoveFile(path);
+}
+
+}  // namespace dozewell

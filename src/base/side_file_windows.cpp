@@ -1,0 +1,158 @@
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "base/side_file.h"
+
+namespace dozewell {
+namespace {
+
+struct HandleCloser {
+  void operator()(void* handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+Handle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, DWORD flags) {
+  const HANDLE file =
+      CreateFileW(path.c_str(), access, sharing, nullptr, disposition, flags, nullptr);
+  return Handle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+// What is there of that name, a link itself instead of what it leads to. Looking at it disturbs
+// nobody who holds it, and is disturbed by nobody.
+Handle OpenToLook(const std::wstring& path) {
+  return Open(path, READ_CONTROL | FILE_READ_ATTRIBUTES,
+              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+              FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS);
+}
+
+// Owner and access rights of a file; empty when they cannot be read.
+class Security {
+ public:
+  explicit Security(HANDLE file) {
+    constexpr SECURITY_INFORMATION kParts = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+    DWORD size = 0;
+    GetKernelObjectSecurity(file, kParts, nullptr, 0, &size);
+    descriptor_.resize(size);
+    if (size == 0 || !GetKernelObjectSecurity(file, kParts, Descriptor(), size, &size)) {
+      descriptor_.clear();
+    }
+  }
+
+  explicit operator bool() const { return !descriptor_.empty(); }
+
+  PSID Owner() {
+    PSID owner = nullptr;
+    BOOL defaulted = FALSE;
+    return *this && GetSecurityDescriptorOwner(Descriptor(), &owner, &defaulted) ? owner : nullptr;
+  }
+
+  // An owner that cannot be given is noticed when the file is to take the other's place.
+  bool Give(HANDLE file) {
+    SetKernelObjectSecurity(file, OWNER_SECURITY_INFORMATION, Descriptor());
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    if (!GetSecurityDescriptorControl(Descriptor(), &control, &revision)) return false;
+    // Rights that came from the folder stay known as such.
+    if ((control & SE_DACL_AUTO_INHERITED) != 0) {
+      SetSecurityDescriptorControl(Descriptor(), SE_DACL_AUTO_INHERIT_REQ,
+                                   SE_DACL_AUTO_INHERIT_REQ);
+    }
+    const SECURITY_INFORMATION protection = (control & SE_DACL_PROTECTED) != 0
+                                                ? PROTECTED_DACL_SECURITY_INFORMATION
+                                                : UNPROTECTED_DACL_SECURITY_INFORMATION;
+    return SetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION | protection, Descriptor()) != 0;
+  }
+
+ private:
+  PSECURITY_DESCRIPTOR Descriptor() { return descriptor_.data(); }
+
+  std::vector<BYTE> descriptor_;
+};
+
+bool IsThisAccount(PSID account) {
+  HANDLE opened = nullptr;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) return false;
+  const Handle token(opened);
+  alignas(TOKEN_USER) std::array<BYTE, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user;
+  DWORD size = 0;
+  return GetTokenInformation(token.get(), TokenUser, user.data(), static_cast<DWORD>(user.size()),
+                             &size) &&
+         EqualSid(reinterpret_cast<const TOKEN_USER*>(user.data())->User.Sid, account);
+}
+
+bool IsTrusted(PSID account) {
+  return IsWellKnownSid(account, WinLocalSystemSid) ||
+         IsWellKnownSid(account, WinBuiltinAdministratorsSid) || IsThisAccount(account);
+}
+
+bool IsPlainFile(HANDLE file) {
+  BY_HANDLE_FILE_INFORMATION found;
+  return GetFileInformationByHandle(file, &found) &&
+         (found.dwFileAttributes & (FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY)) ==
+             0 &&
+         found.nNumberOfLinks == 1;
+}
+
+bool IsMissing() {
+  return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
+}
+
+bool GiveRightsOf(const std::wstring& replaced, HANDLE file) {
+  const Handle model = OpenToLook(replaced);
+  if (!model) return IsMissing();
+  Security security(model.get());
+  return security && security.Give(file);
+}
+
+}  // namespace
+
+File CreateSideFile(const std::wstring& path, const std::wstring& replaced) {
+  Handle file = Open(path, GENERIC_WRITE | WRITE_DAC | WRITE_OWNER, /*sharing=*/0, CREATE_NEW,
+                     FILE_ATTRIBUTE_NORMAL);
+  if (!file) {
+    _doserrno = GetLastError();
+    return nullptr;
+  }
+  if (!GiveRightsOf(replaced, file.get())) {
+    file.reset();
+    RemoveFile(path);
+    _doserrno = ERROR_ACCESS_DENIED;
+    return nullptr;
+  }
+  const int descriptor =
+      _open_osfhandle(std::bit_cast<intptr_t>(file.get()), _O_WRONLY | _O_BINARY);
+  if (descriptor < 0) return nullptr;
+  static_cast<void>(file.release());
+  File stream(_wfdopen(descriptor, L"wb"));
+  if (!stream) _close(descriptor);
+  return stream;
+}
+
+bool HasOwnerOf(const std::wstring& path, const std::wstring& replaced) {
+  const Handle model = OpenToLook(replaced);
+  if (!model) return IsMissing();
+  const Handle file = OpenToLook(path);
+  if (!file) return false;
+  Security modelSecurity(model.get());
+  Security security(file.get());
+  const PSID modelOwner = modelSecurity.Owner();
+  const PSID owner = security.Owner();
+  return modelOwner != nullptr && owner != nullptr && EqualSid(owner, modelOwner);
+}
+
+bool IsOwnSideFile(const std::wstring& path, const std::wstring& replaced) {
+  const Handle file = OpenToLook(path);
+  if (!file || !IsPlainFile(file.get())) return false;
+  Security security(file.get());
+  const PSID owner = security.Owner();
+  return owner != nullptr && (IsTrusted(owner) || HasOwnerOf(path, replaced));
+}
+
+}  // namespace dozewell
