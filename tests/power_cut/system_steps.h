@@ -21,8 +21,8 @@ void BeginSteps(Trouble trouble, int wanted);
 // How many calls were made since, and no more trouble.
 int EndSteps();
 
-// Keeps a file from being replaced for as long as it lives, as somebody's open handle does who lets
-// others read and write.
+// Keeps a file from being replaced while this object lives, as another program's open handle does
+// that lets others read and write.
 class Holder {
  public:
   explicit Holder(const std::wstring& path);
@@ -31,15 +31,16 @@ class Holder {
   Holder& operator=(const Holder&) = delete;
 
  private:
-  void* handle_ = nullptr;
+  // Only on Windows, where an open handle keeps a file from being replaced.
+  [[maybe_unused]] void* handle_ = nullptr;
 };
 
-// Of the leaves: what a call has to do.
+// What a call has to do; the leaves ask this.
 enum class Turn { Go, Fail, End };
 Turn NextTurn(bool reads = false);
 [[noreturn]] void EndProcess();
 
-// Has the calls come here, where that is not done when the program is linked.
+// Redirects the calls to here, where the linker does not do that.
 void TakeCalls();
 
 constexpr int kEnded = 9;  // the exit code of a process that was ended
