@@ -298,14 +298,15 @@ TEST_CASE("the controller's lock is free while a run waits and while it saves th
 }
 
 TEST_CASE("a launch and a request to end wait neither for an event nor for the history") {
-  const Optimizer optimizer;
   bool waited = false;
+  const Optimizer optimizer;
   fakes::locks.beforeTaking = [&](const Lock& lock) {
     waited = waited || &lock == &ControllerLock || &lock == &EngineLock;
   };
   LaunchOptimizerThread();
   LaunchOptimizerThread();
   TerminateOptimizerThread();
+  fakes::locks = {};
   CHECK(!waited);
   CHECK(OptimizerStopRequested);
 }

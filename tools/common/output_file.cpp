@@ -39,6 +39,13 @@ std::wstring UnusedPathBeside(const std::string& name) {
   throw ToolError(name + kCannotBeWritten + ": no name beside it is free");
 }
 
+bool IsInFolder(const std::string& name) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::path(std::u8string(name.begin(), name.end())).parent_path();
+  std::error_code ignored;
+  return folder.empty() || fs::is_directory(folder, ignored);
+}
+
 int64_t FileSize(const std::wstring& path) {
   const File file = OpenFile(path, "rb");
   return file ? SizeOfFile(file.get()) : -1;
@@ -57,6 +64,9 @@ OutputFile::~OutputFile() { RemoveFile(temporaryPath_); }
 void OutputFile::Commit(size_t size) {
   errno = 0;
   const bool complete = FileSize(temporaryPath_) == static_cast<int64_t>(size);
+  // Its writer has given up a file that is missing although its folder is there; that it is missing
+  // is not the reason.
+  if (!complete && errno == ENOENT && IsInFolder(name_)) errno = 0;
   if (!complete || !ReplaceFileWith(path_, temporaryPath_)) {
     throw ToolError(WithReason(name_ + kCannotBeWritten));
   }
