@@ -79,6 +79,8 @@ Machine::Machine() {
 }
 
 Machine::~Machine() {
+  // What a test has happen at locks uses its own variables, which are gone by now.
+  ResetLocks();
   ResetProcess();
   ResetFakes();
 }

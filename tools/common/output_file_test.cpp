@@ -60,8 +60,8 @@ TEST_CASE("an output that someone else wrote is put in place when it has its siz
   const std::string cannot = name + ": cannot be written";
   {
     OutputFile output(name);
-    CHECK_THROWS_WITH_AS(output.Commit(3), (cannot + ": No such file or directory").c_str(),
-                         ToolError);
+    // Nothing is there, as after a writer that gave up.
+    CHECK_THROWS_WITH_AS(output.Commit(3), cannot.c_str(), ToolError);
     REQUIRE(WriteWholeFile(output.TemporaryPath(), "ne", 2));
     CHECK_THROWS_WITH_AS(output.Commit(3), cannot.c_str(), ToolError);
     CHECK(Content(folder, L"out") == "old");
@@ -84,9 +84,9 @@ TEST_CASE("a temporary name that is taken is left alone") {
 TEST_CASE("an output in no folder cannot be written") {
   const TempFolder folder;
   const std::string name = FileName(folder, L"no\\out");
-  CHECK_THROWS_WITH_AS(OutputFile(name).Write("x", 1),
-                       (name + ": cannot be written: No such file or directory").c_str(),
-                       ToolError);
+  const std::string error = name + ": cannot be written: No such file or directory";
+  CHECK_THROWS_WITH_AS(OutputFile(name).Write("x", 1), error.c_str(), ToolError);
+  CHECK_THROWS_WITH_AS(OutputFile(name).Commit(1), error.c_str(), ToolError);
 }
 
 TEST_CASE("a folder is no output") {
