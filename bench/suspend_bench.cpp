@@ -29,16 +29,18 @@ std::atomic<bool> slow{false};
 
 }  // namespace
 
-// The linker brings every fopen here.
+// The linker redirects every fopen to here.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): the linker's names.
 extern "C" {
-FILE* __real_fopen(const char* path, const char* mode);   // NOLINT(bugprone-reserved-identifier)
-FILE* __wrap_fopen(const char* path, const char* mode) {  // NOLINT(bugprone-reserved-identifier)
+FILE* __real_fopen(const char* path, const char* mode);
+FILE* __wrap_fopen(const char* path, const char* mode) {
   if (slow && std::string_view(path).ends_with("zs7state.dat")) {
     std::this_thread::sleep_for(std::chrono::seconds(secondsToOpen));
   }
   return __real_fopen(path, mode);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
 namespace dozewell {
 namespace {

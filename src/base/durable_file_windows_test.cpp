@@ -95,15 +95,6 @@ TEST_CASE("a file that somebody keeps others from reading is held, and not set a
   CHECK(folder.At(L".unread") == "-");
 }
 
-TEST_CASE("a part of a file that somebody has locked makes it held, not broken") {
-  const Folder folder;
-  const Handle holder =
-      Hold(folder.path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
-  REQUIRE(LockFile(holder.get(), 1, 0, 1, 0));
-  CHECK(ReadBeforeWriting(folder.path).failure == FileFailure::Held);
-  CHECK(folder.At(L".unread") == "-");
-}
-
 TEST_CASE("a file that somebody holds and lets others write is written in place") {
   const Folder folder;
   const uint64_t before = IdentityOf(folder.path);

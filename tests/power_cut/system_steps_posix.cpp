@@ -46,7 +46,8 @@ using dozewell::power_cut::heldFile;
 using dozewell::power_cut::NextTurn;
 using dozewell::power_cut::Turn;
 
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): the linker's names.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,bugprone-macro-parentheses):
+// the linker's names.
 #define FAILING(result, name, parameters, arguments, error, failure) \
   result __real_##name parameters;                                   \
   result __wrap_##name parameters { return Goes(error) ? __real_##name arguments : failure; }
@@ -111,4 +112,4 @@ int __wrap_fclose(FILE* file) {
 }
 
 }  // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,bugprone-macro-parentheses)
