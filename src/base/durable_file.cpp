@@ -12,8 +12,8 @@ std::wstring Begun(const std::wstring& path) { return path + kSideFileSuffixes[0
 std::wstring Newer(const std::wstring& path) { return path + kSideFileSuffixes[1]; }
 std::wstring Unread(const std::wstring& path) { return path + kSideFileSuffixes[2]; }
 
-// Content gets that name only when it is complete on the disk, and loses it only when the file has
-// the same or something newer has the name.
+// A side file gets this name only when it is complete on the disk, and keeps it until the file has
+// the same content or newer content gets the name. So if it exists, it is the newest.
 bool NewerWaits(const std::wstring& path) { return IsOwnSideFile(Newer(path), path); }
 
 std::wstring PathOfNewest(const std::wstring& path) {
@@ -32,12 +32,12 @@ bool WriteInPlace(const std::wstring& path, const void* data, size_t size) {
   return WriteAndFlush(OpenFile(path, "wb"), data, size);
 }
 
-// Refused when somebody holds the file, and when its owner would change.
+// Fails when another program holds the file, and when its owner would change.
 bool MoveInPlace(const std::wstring& path) {
   return HasOwnerOf(Newer(path), path) && ReplaceFileWith(path, Newer(path));
 }
 
-// While the file is being written, the same content still waits beside it.
+// The side file stays until the file is complete.
 bool CopyInPlace(const std::wstring& path, const void* data, size_t size) {
   if (!WriteInPlace(path, data, size)) return false;
   RemoveFile(Newer(path));
@@ -77,7 +77,7 @@ FileContent ReadBeforeWriting(const std::wstring& path) {
   FinishWriting(path);
   FileContent content = ReadDurableFile(path);
   if (content.failure != FileFailure::Broken) return content;
-  // It may have been a moment's failure.
+  // The failure may have been temporary.
   content = ReadDurableFile(path);
   if (content.failure == FileFailure::Broken && ReplaceFileWith(Unread(path), PathOfNewest(path))) {
     return ReadDurableFile(path);
@@ -90,17 +90,17 @@ bool WriteDurableFile(const std::wstring& path, const void* data, size_t size) {
     case Beside::Complete:
       return MoveInPlace(path) ? FlushFolderOf(path) : CopyInPlace(path, data, size);
     case Beside::NotMade:
-      // What waits would count for newer than what is written here.
+      // A side file that could not be replaced would count as newer than what is written here.
       return !NewerWaits(path) && WriteInPlace(path, data, size);
     case Beside::NotWritten:
-      // A volume that is full would not take it in the file's place either.
+      // On a full volume writing in place would fail as well, after the old content was cut off.
       return false;
   }
   return false;
 }
 
 void RemoveDurableFile(const std::wstring& path) {
-  // Nothing that waits may come back in the place of the file.
+  // Side files go first: one that remained would become the file again.
   for (const wchar_t* const suffix : kSideFileSuffixes) RemoveFile(path + suffix);
   RemoveFile(path);
 }

@@ -9,38 +9,38 @@
 
 namespace dozewell {
 
-// A file that is written as a whole, and whose content outlives a power cut, a full disk and an
-// open handle of somebody else: at any moment either its old or its new content is complete on the
-// disk. The new content is written beside the file and takes its place in one step. Where somebody
-// holds the file, the new content waits beside it, counts from then on, and is also written into
-// the file; where nothing can be made beside the file, it is only written in place.
+// Reading and writing of whole files that survive power cuts, full disks and open handles of other
+// programs: at every moment the old or the new content is complete on the disk. New content is
+// written to a side file, which replaces the file in one step. While another program prevents that,
+// the side file stays, counts instead of the file, and is also copied into it. If no side file can
+// be created, the file is written in place.
 //
-// One thread at a time may work on a file. Nothing is reported.
+// Only one thread at a time may use a file. Failures are not reported.
 
-// What is put behind the file's name for the files beside it: new content that is being written,
-// new content that is complete and waits, and a file that could not be read and was set aside.
+// What the names of the side files add to that of the file: new content while it is written, new
+// content that is complete, and a file that the disk could not read.
 inline constexpr std::array<const wchar_t*, 3> kSideFileSuffixes = {L".part", L".new", L".unread"};
 
-// Opens the newest complete content for reading; null when there is none or it does not open.
+// Opens the newest complete content for reading; null when there is none or opening fails.
 File OpenDurableFile(const std::wstring& path);
 
 // The newest complete content.
 FileContent ReadDurableFile(const std::wstring& path);
 
-// Puts content that still waits beside the file in its place. To be called at a start and before a
-// write.
+// Puts complete new content that an earlier write left beside the file in its place, if there is
+// any. To be called at a start and before a write.
 void FinishWriting(const std::wstring& path);
 
-// The content that is about to be replaced, with writing finished. A file whose medium fails is set
-// aside, in place of one that was before, and counts as missing. Only a missing file and one that
-// was read may be written.
+// FinishWriting and ReadDurableFile, for a caller that is about to replace the content. A file that
+// the disk cannot read is set aside, over an earlier one, and is missing then. The caller may write
+// only if the file was read or is missing.
 FileContent ReadBeforeWriting(const std::wstring& path);
 
-// Replaces the content, or creates the file. True when it is safe on the disk. Otherwise either the
-// old or the new content counts.
+// Replaces the content, or creates the file. True when the new content is on the disk; otherwise
+// the newest complete content is the old or the new one.
 bool WriteDurableFile(const std::wstring& path, const void* data, size_t size);
 
-// Deletes the file and those beside it.
+// Deletes the file and its side files.
 void RemoveDurableFile(const std::wstring& path);
 
 }  // namespace dozewell

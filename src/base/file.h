@@ -32,19 +32,19 @@ File OpenFile(const std::wstring& path, const char* mode);
 // Why a file could not be opened, read or written.
 enum class FileFailure {
   Missing,  // there is no such file
-  Held,     // it may succeed another time: somebody holds the file, or this is not known
-  Broken,   // the medium fails
+  Held,     // another program holds the file, or the cause is unknown; a later try may succeed
+  Broken,   // the disk cannot read or write it
   NoRoom,   // the volume is full
 };
 
-// Of the last call on this thread that opened, read or created a file. Asked right after it, when
-// it has failed.
+// The cause when a call that opened, read or created a file has failed. To be called right after
+// it, on the same thread.
 FileFailure WhyFileFailed();
 
 // The size in bytes of an open file, or -1. The position is kept.
 int64_t SizeOfFile(std::FILE* file);
 
-// Has all that was written to an open file reach the disk.
+// Writes everything that an open file still buffers to the disk; false when that failed.
 bool FlushFile(std::FILE* file);
 
 // Deletes a file; false when that failed, a missing file included.
@@ -53,7 +53,8 @@ bool RemoveFile(const std::wstring& path);
 // Moves a file to another name on the same volume, over a file of that name, in one step.
 bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement);
 
-// Has files that were moved within the folder of a file reach the disk under their new names.
+// Writes the names of the files in the folder of `path` to the disk, after a move; false when that
+// failed.
 bool FlushFolderOf(const std::wstring& path);
 
 // The whole content of a file, or why there is none.

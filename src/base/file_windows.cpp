@@ -16,7 +16,7 @@ File OpenFile(const std::wstring& path, const char* mode) {
 }
 
 FileFailure WhyFileFailed() {
-  // What the C runtime's functions met last.
+  // The system's error in the last function of the C runtime that failed.
   switch (_doserrno) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
@@ -47,7 +47,7 @@ bool ReplaceFileWith(const std::wstring& path, const std::wstring& replacement) 
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-// A move returns when it has reached the disk.
+// ReplaceFileWith has already written the names to the disk when it returns.
 bool FlushFolderOf(const std::wstring&) { return true; }
 
 }  // namespace dozewell

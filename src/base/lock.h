@@ -24,21 +24,20 @@ class Lock {
 
 // Neither is ever destroyed, as other threads may still use it while the process ends.
 
-// Guards replacing the predictor, and the history file. Its owner may read and write files.
+// Guards replacing the predictor, and the history file. Files are read and written under it.
 extern Lock& EngineLock;
 
 // Keeps events apart from each other, and from starting and stopping the controller; guards all
-// that they work on. Taken where an event enters. A suspend takes it too, so its owner never waits
-// for a file, a search or a client: nobody waits for EngineLock while holding it, except for the
-// control handler, whose next control comes after this one anyway. Who needs both takes them with
-// std::scoped_lock, which waits for either without the other.
+// that they work on. Taken where an event enters. A suspend takes it too, so under it nobody waits
+// for a file, a search or a client. In particular nobody waits for EngineLock under it except the
+// control handler's thread, which is the one that a suspend comes on. A thread that needs both
+// takes them with std::scoped_lock, which waits for neither while it holds the other.
 extern Lock& ControllerLock;
 
-// All locks in the order in which a thread may wait for them:
-//   StatusLock (service_status.h), the client's lock (procedures.cpp), the start's
-//   (controller.cpp), ControllerLock, EngineLock, and innermost those that are held for a moment
-//   and under which no other is taken: that of the pending history (history_recorder.cpp) and of
-//   the optimizer's thread (optimizer_thread.cpp).
+// The order in which a thread may wait for locks: StatusLock (service_status.h), the one for
+// clients (procedures.cpp), the one for starts (controller.cpp), ControllerLock, EngineLock. Under
+// the locks of the pending history (history_recorder.cpp) and of the optimizer's thread
+// (optimizer_thread.cpp) no other lock is taken.
 
 }  // namespace dozewell
 

@@ -7,19 +7,19 @@
 
 namespace dozewell {
 
-// Files that are made beside another one to take its place.
+// Side files are created beside a file in order to replace it.
 
-// Creates a file for writing, which must not be there yet, with the access rights and, where this
-// account may give it, the owner of the file that it is to replace, if there is one. Nobody else
-// can open it before it has them. Null when it could not be created or given those rights.
+// Creates a side file for writing, with the access rights of the file that it is to replace and, if
+// this account may set it, the same owner. No other program can open it before that is done. Null
+// when it exists already, cannot be created or cannot be given the rights. `replaced` need not
+// exist.
 File CreateSideFile(const std::wstring& path, const std::wstring& replaced);
 
-// Whether the owner stays the same when the file takes the other's place; so it does when there is
-// no other.
+// Whether both files have the same owner; true also when `replaced` does not exist.
 bool HasOwnerOf(const std::wstring& path, const std::wstring& replaced);
 
-// Whether a file is to be trusted as what the service left beside another: it is a plain file with
-// no second name, made by this account, by one with more rights, or by the owner of the other.
+// Whether a side file can be trusted: it is a plain file with one name, and its owner is this
+// account, an administrator or the system, or the owner of the file that it is to replace.
 bool IsOwnSideFile(const std::wstring& path, const std::wstring& replaced);
 
 }  // namespace dozewell

@@ -17,7 +17,7 @@ std::optional<struct stat> StatusOf(const std::wstring& path) {
 }
 
 bool GiveRights(int descriptor, const struct stat& replaced) {
-  // An owner that cannot be given is noticed when the file is to take the other's place.
+  // Whether the owner could be set is checked by HasOwnerOf before the file is replaced.
   static_cast<void>(fchown(descriptor, replaced.st_uid, replaced.st_gid) == 0);
   return fchmod(descriptor, replaced.st_mode & 07777) == 0;
 }

@@ -24,8 +24,8 @@ Handle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposi
   return Handle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-// What is there of that name, a link itself instead of what it leads to. Looking at it disturbs
-// nobody who holds it, and is disturbed by nobody.
+// Opens a link itself, not its target. This works on files that others hold, and does not keep
+// others from opening them.
 Handle OpenToLook(const std::wstring& path) {
   return Open(path, READ_CONTROL | FILE_READ_ATTRIBUTES,
               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
@@ -53,13 +53,13 @@ class Security {
     return *this && GetSecurityDescriptorOwner(Descriptor(), &owner, &defaulted) ? owner : nullptr;
   }
 
-  // An owner that cannot be given is noticed when the file is to take the other's place.
+  // Whether the owner could be set is checked by HasOwnerOf before the file is replaced.
   bool Give(HANDLE file) {
     SetKernelObjectSecurity(file, OWNER_SECURITY_INFORMATION, Descriptor());
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
     if (!GetSecurityDescriptorControl(Descriptor(), &control, &revision)) return false;
-    // Rights that came from the folder stay known as such.
+    // Keeps the mark that rights were inherited from the folder.
     if ((control & SE_DACL_AUTO_INHERITED) != 0) {
       SetSecurityDescriptorControl(Descriptor(), SE_DACL_AUTO_INHERIT_REQ,
                                    SE_DACL_AUTO_INHERIT_REQ);

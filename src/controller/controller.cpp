@@ -17,8 +17,8 @@
 namespace dozewell {
 namespace {
 
-// Keeps starts and stops apart from each other, so that a start need not hold ControllerLock while
-// it reads the data file. Never destroyed, like all locks.
+// Lets one start or stop run at a time, so that a start can read the data file without holding
+// ControllerLock. Never destroyed, like all locks.
 Lock& StartLock = *new Lock;
 
 EngineObjects BuildEngine() {

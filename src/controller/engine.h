@@ -15,15 +15,15 @@ namespace dozewell {
 // NextHAMinutes when there is none.
 inline constexpr uint32_t kNoHA = 0xFFFFFFFF;
 
-// The objects of the prediction engine, which know each other: the predictor goes first.
+// The objects of the prediction engine. The predictor refers to the others, so it is deleted first.
 struct EngineObjects {
   std::unique_ptr<ConfigurationsImpl> configurations;
   std::unique_ptr<HistorianImpl> historian;
   std::unique_ptr<IPredictor> predictor;
 
-  // Deletes the predictor and builds a new one over configurations and historian, which goes on
-  // with what the old one knew and the data file does not tell. Throws what its constructor throws;
-  // then there is no predictor.
+  // Deletes the predictor and builds a new one over configurations and historian. The new one takes
+  // over what the old one could not save. Throws what its constructor throws; then there is no
+  // predictor.
   void RenewPredictor();
 };
 

@@ -27,11 +27,11 @@ class CyclicProbabilityPredictor : public IPredictor,
   // unusable configuration or a data file of another version, and
   // std::out_of_range("invalid string position") when there is no data folder.
   //
-  // It goes on with what an earlier predictor knew and the file does not tell.
+  // `known` is from the predictor that this one replaces (see LoadNewestData).
   CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian,
                              KnownData known = {});
 
-  // The same with a data file of any name, which the construction leaves as it is.
+  // The same with a data file of any name, which the constructor only reads.
   CyclicProbabilityPredictor(IConfigurations* configuration, IHistorian* historian,
                              std::wstring dataFilePath, KnownData known = {});
 
@@ -51,7 +51,7 @@ class CyclicProbabilityPredictor : public IPredictor,
   // How reading the data file ended when the predictor was built.
   DataFileState LoadState() const { return loadState_; }
 
-  // A copy of what it knows.
+  // A copy of what was learnt, for the predictor that replaces this one.
   KnownData CopyOfKnown() const;
 
  private:

@@ -11,7 +11,7 @@ namespace dozewell {
 // How reading a data file ended.
 enum class DataFileState {
   Loaded,
-  NotOpened,           // there is none
+  NotOpened,           // it does not exist
   NotRead,             // it cannot be opened or read
   WrongSize,           // not the size that the configured cycle needs
   WrongShape,          // its slot count does not fit its size
@@ -27,22 +27,21 @@ struct LoadedData {
 // configuration has no cycle.
 LoadedData LoadDataIfExists(IConfigurations& configuration, const std::wstring& path);
 
-// What one predictor knows that another one is to go on with.
+// What a predictor hands over to the next one.
 struct KnownData {
   TrackerDataPtr data;          // null when there is none
-  bool isSaved = true;          // the data file holds the same
-  bool isOfUnreadFile = false;  // it was begun blank, beside a file that could not be read
+  bool isSaved = true;          // the data file has the same content
+  bool isOfUnreadFile = false;  // learning began blank, because the data file could not be read
 };
 
-// Loads the data file, or takes what is known where that fits the configuration and the file does
-// not have it: it is newer, or the file cannot be read. A file that could not be read before, and
-// now can, takes precedence over what was begun beside it.
+// Loads the data file, or takes over `known` if it fits the configuration and is newer than the
+// file or the file cannot be read. If the file can be read now but could not when `known` was
+// begun, the file is loaded.
 LoadedData LoadNewestData(IConfigurations& configuration, const std::wstring& path,
                           KnownData known);
 
-// Writes the data file; false, unreported, when it could not be written. When the data were begun
-// beside a file that could not be read, that file is kept: the data are written only once it is
-// gone.
+// Writes the data file; false, without a report, when that failed. With `isOfUnreadFile` an
+// existing file is kept, unless the disk cannot read it and it was set aside.
 bool SaveData(const TrackerData& data, const std::wstring& path, bool isOfUnreadFile);
 
 }  // namespace dozewell

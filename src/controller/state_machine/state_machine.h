@@ -92,9 +92,9 @@ extern SleepStateMachine* StateMachine;
 // handler throws. Without a machine it is only deleted. Any thread, unless it holds EngineLock
 // without ControllerLock.
 //
-// ResetHistory, whose action takes EngineLock, waits for both locks at once: a suspend that comes
-// meanwhile goes first. The other events whose actions take it are the control handler's, which
-// posts no other while it waits.
+// ResetHistory's action takes EngineLock, so it waits for that lock without holding ControllerLock,
+// and a suspend can go first. The other events that need EngineLock come from the control handler's
+// thread, which is also the one that suspends come on.
 void PostEvent(std::unique_ptr<SMEventData> event);
 
 // Makes an event and posts it, for callers that nothing may be thrown into: what the handlers throw
