@@ -16,7 +16,7 @@ from machine.clock import Clock
 from machine.installation import PROGRAM
 from machine.installer_package import InstallerPackage
 from machine.lab_device import Driver
-from machine.link import Link, LinkLost
+from machine.link import CallFailed, Link, LinkLost
 from machine.power_schemes import PowerSchemes
 from machine.processes import any_at_work
 from machine.registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
@@ -193,7 +193,15 @@ class Machine:
         if not self.service.exists():
             self.service.create()
         self._before_start()
-        self.service.start()
+        done_before = len(self.record.all())
+        try:
+            self.service.start()
+        except CallFailed as failure:
+            # A service that is stopping by the time the service control manager looks at it is taken
+            # for one that never started.
+            if (failure.code != service_control.START_TIMEOUT or
+                    not service_control.stops(self.record.all()[done_before:])):
+                raise
 
     def ask_for_start(self):
         """Lets another program ask for the service's start and wait for it, and gives its run; for

@@ -13,7 +13,7 @@ STOP, PAUSE, CONTINUE, INTERROGATE, SHUTDOWN = 1, 2, 3, 4, 5
 POWER_EVENT, SESSION_CHANGE = 13, 14
 
 OWN_PROCESS, AUTO_START = 0x10, 2
-NO_SUCH_SERVICE = 1060
+START_TIMEOUT, NO_SUCH_SERVICE = 1053, 1060
 
 
 class Status(NamedTuple):
@@ -36,8 +36,17 @@ class Configuration(NamedTuple):
 
 def sent(state, wait_hint=0):
     """How the record shows a status that the service sends."""
-    return Entry("status", f"type 0x30 state {state} controls 0xc7 exit 0 0 checkpoint 0 "
-                           f"hint {wait_hint}")
+    return Entry("status", f"{_state(state)}controls 0xc7 exit 0 0 checkpoint 0 hint {wait_hint}")
+
+
+def stops(entries):
+    """Whether the service has sent, by these entries of the record, that it stops or has stopped."""
+    return any(entry.kind == "status" and
+               entry.text.startswith((_state(STOP_PENDING), _state(STOPPED))) for entry in entries)
+
+
+def _state(state):
+    return f"type 0x30 state {state} "
 
 
 class Service:
