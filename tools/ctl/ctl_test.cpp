@@ -7,6 +7,7 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -36,8 +37,6 @@ const std::vector<std::vector<std::string>> kServiceCommands = {
     {"strength", "set", "1"},
     {"reset-history", "--yes"},
 };
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 

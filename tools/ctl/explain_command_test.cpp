@@ -8,6 +8,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -17,8 +18,6 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::settings;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 

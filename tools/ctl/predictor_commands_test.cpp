@@ -5,6 +5,7 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -15,8 +16,6 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::Works;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 

@@ -10,6 +10,7 @@
 #include "fakes/clock_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/calls.h"
 #include "support/mornings.h"
 #include "support/text_parts.h"
 
@@ -21,8 +22,6 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::settings;
-
-using Calls = std::vector<std::string>;
 
 // As a user names the folder, in a way that every system takes.
 std::string UserFolder() {

@@ -8,6 +8,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -19,8 +20,6 @@ using fakes::Ctl;
 using fakes::kServerUnavailable;
 using fakes::settings;
 using fakes::Works;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 
