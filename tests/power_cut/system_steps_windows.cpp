@@ -123,7 +123,7 @@ void TakeCalls() {
       {"fclose", reinterpret_cast<void*>(&Close), reinterpret_cast<void**>(&systemFclose)},
   };
 #undef BEFORE
-  support::VisitImports(GetModuleHandleW(nullptr), [&](const char* name, void*& address) {
+  support::VisitImports(GetModuleHandleW(nullptr), [&](const char* name, uint64_t& address) {
     const auto* const import = std::ranges::find(imports, name, &Import::name);
     if (import == std::end(imports)) return;
     *import->system = support::ReplaceAddress(address, import->standIn);

@@ -1,6 +1,8 @@
 #include <windows.h>
 
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include "support/program_imports.h"
@@ -27,15 +29,16 @@ void VisitImports(void* program, const ImportVisitor& visit) {
     for (; name->u1.AddressOfData != 0; ++name, ++address) {
       if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
       visit(PartAt<IMAGE_IMPORT_BY_NAME>(program, name->u1.AddressOfData)->Name,
-            reinterpret_cast<void*&>(address->u1.Function));
+            address->u1.Function);
     }
   }
 }
 
-void* ReplaceAddress(void*& place, void* function) {
+void* ReplaceAddress(uint64_t& place, void* function) {
   DWORD protection = 0;
   VirtualProtect(&place, sizeof(place), PAGE_READWRITE, &protection);
-  void* const before = std::exchange(place, function);
+  void* const before =
+      std::bit_cast<void*>(std::exchange(place, std::bit_cast<uint64_t>(function)));
   VirtualProtect(&place, sizeof(place), protection, &protection);
   return before;
 }

@@ -61,7 +61,7 @@ Calls TakeSystemCalls() { return std::exchange(systemCalls, {}); }
 
 void* ReplaceImport(const char* name, void* function) {
   void* before = nullptr;
-  VisitImports(GetModuleHandleW(nullptr), [&](const char* imported, void*& address) {
+  VisitImports(GetModuleHandleW(nullptr), [&](const char* imported, uint64_t& address) {
     if (before == nullptr && std::strcmp(imported, name) == 0) {
       before = ReplaceAddress(address, function);
     }

@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <bit>
+#include <cstdint>
 #include <string>
 
 #include "stand_ins/import.h"
@@ -32,8 +34,9 @@ ImportedFunction* ImportedFunction::Find(std::string_view name) {
 }
 
 void ImportedFunction::ReplaceAll(void* program) {
-  support::VisitImports(program, [](const char* name, void*& address) {
-    if (void* const standIn = StandInFor(name, address)) support::ReplaceAddress(address, standIn);
+  support::VisitImports(program, [](const char* name, uint64_t& address) {
+    if (void* const standIn = StandInFor(name, std::bit_cast<void*>(address)))
+      support::ReplaceAddress(address, standIn);
   });
 }
 
