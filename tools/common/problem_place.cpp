@@ -82,7 +82,7 @@ std::string PlaceOfProblem(IConfigurations& configuration, const EngineSources& 
   return wrong.empty() ? sources.data : sources.settings + ": " + wrong;
 }
 
-std::string PlaceOfSearchProblem(IConfigurations& configuration, const std::string& settings) {
+std::string PlaceOfSearchProblem(IConfigurations& configuration, const EngineSources& sources) {
   std::string wrong;
   for (const char* const key : kWeightRanges) {
     const auto numbers = ReadPredictorNumbers(configuration, key);
@@ -90,7 +90,7 @@ std::string PlaceOfSearchProblem(IConfigurations& configuration, const std::stri
       AddToList(std::string(key) + " holds " + std::to_string(kNone), wrong);
     }
   }
-  return wrong.empty() ? settings : settings + ": " + wrong;
+  return wrong.empty() ? sources.data : sources.settings + ": " + wrong;
 }
 
 }  // namespace dozewell

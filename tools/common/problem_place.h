@@ -12,15 +12,16 @@ namespace dozewell {
 // What the engine is built from, as the user knows it.
 struct EngineSources {
   std::string settings;
-  std::string data;  // the data file
+  std::string data;  // the data file or the history
 };
 
 // What the engine throws about when it is built: the settings and the keys that it cannot be built
-// with, "s.ini: TimeResolution is missing", or else the data file.
+// with, "s.ini: TimeResolution is missing", or else the data.
 std::string PlaceOfProblem(IConfigurations& configuration, const EngineSources& sources);
 
-// The same for a search: the settings and the ranges that hold a weight that no set may have.
-std::string PlaceOfSearchProblem(IConfigurations& configuration, const std::string& settings);
+// The same for a search: the settings and the ranges that hold a weight that no set may have, or
+// else the history.
+std::string PlaceOfSearchProblem(IConfigurations& configuration, const EngineSources& sources);
 
 // What `run` returns. Throws ToolError with the place that `place` gives before the engine's text
 // where the engine throws.

@@ -57,7 +57,9 @@ TEST_CASE("a problem of a search is at the ranges with a weight that no set may 
   fakes::Configurations configuration;
   configuration.values["FirstLastWeightRange"] = "5 -1";
   configuration.values["SecondLastWeightRange"] = "5";
-  CHECK(PlaceOfSearchProblem(configuration, "s.ini") == "s.ini: FirstLastWeightRange holds -1");
+  CHECK(PlaceOfSearchProblem(configuration, kSources) == "s.ini: FirstLastWeightRange holds -1");
+  configuration.values["FirstLastWeightRange"] = "5";
+  CHECK(PlaceOfSearchProblem(configuration, kSources) == "d.z7");
 }
 
 TEST_CASE("what the engine throws comes with its place, and what it returns comes as it is") {

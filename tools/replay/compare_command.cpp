@@ -79,8 +79,9 @@ void RunCompare(const Options& options, Results& results) {
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   const auto place = [&] {
-    return PlaceOfProblem(parameters, {configuration.Name(),
-                                       PlaceOfSearchProblem(configuration, configuration.Name())});
+    const std::string& settings = configuration.Name();
+    const std::string search = PlaceOfSearchProblem(configuration, {settings, *options.history});
+    return PlaceOfProblem(parameters, {settings, search});
   };
   const std::vector<Choice> choices =
       AllChoices(TellPlace(place, [&] { return Compare(records, configuration, timeoutSeconds); }));

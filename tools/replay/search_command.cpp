@@ -47,7 +47,7 @@ Search RunOn(const Options& options, std::vector<std::string>& missingSettings) 
     if (options.each) search.outcomes[position] = outcomes;
     progress.Step();
   };
-  const auto place = [&] { return PlaceOfSearchProblem(configuration, configuration.Name()); };
+  const auto place = [&] { return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history}); };
   search.best = TellPlace(place, [&] {
     // Nobody requests a stop here, so there is a result.
     return SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
