@@ -5,11 +5,8 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
-<<<<<<< HEAD
-#include "support/calls.h"
-=======
 #include "fakes/clock_fake.h"
->>>>>>> 4b4fe6c (Tools: JSON is made by a library, one document a command; errors name file, key and place; times and durations alike in both tools)
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {

@@ -17,7 +17,7 @@ Json CellsJson(const CycleCells& cells) {
   for (const CycleCells::Row& row : cells.rows) {
     Json list = Json::array();
     for (const auto& probability : row.cells)
-      list.push_back(probability ? JsonNumber(*probability) : Json());
+      list.push_back(probability ? JsonNumber(static_cast<float>(*probability)) : Json());
     rows.push_back({{"name", row.name}, {"day", row.day}, {"cells", list}});
   }
   return {{"minutesPerCell", cells.cellMinutes}, {"rows", rows}};
