@@ -77,6 +77,8 @@ TEST_CASE("no report is written without usable settings, a clock, or a place for
   const ClientMachine machine;
   const std::string page = UserFolder() + "r.html";
   Fails(machine, {"report", "--out", page}, 1,
+        "SOFTWARE\\Corisk\\Z7: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+        "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
   ClientMachine::Provision();
   const ClientRun run = Ctl(machine, {"report", "--out", UserFolder()});

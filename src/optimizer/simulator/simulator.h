@@ -19,6 +19,7 @@ constexpr size_t kFewestSimulatedRecords = 3;
 
 // The codes of records. The service writes the first two only.
 enum HistoryCode : uint32_t { kUseCode = 0, kSleepCode = 1, kHibernationCode = 2, kLimboCode = 3 };
+constexpr size_t kHistoryCodes = 4;
 
 // Both functions replay a history and return the time line that the machine would have had. Both
 // throw FixedTextException for a record with an unknown code.
