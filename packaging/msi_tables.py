@@ -44,9 +44,8 @@ _STARTED_BY_USER = "Installed AND NOT AdminUser"
 # Steps of dozewell-setup: the command, the condition, the place in the sequence, and what is added
 # to the action's kind; without _IGNORE_FAILURE, the installation is undone when the step fails. The
 # user's timeouts are restored before the service is stopped (1900). Its process ends before its file
-# is deleted (3500) or replaced (4000); an action for an installation that is undone comes before the
-# one that it undoes. The folder of the programs is secured before anything is put into it (3700),
-# the data folder and the service before the service is started (5900).
+# is deleted (3500) or replaced (4000). The folder for the programs is secured before anything is put
+# into it (3700), the data folder and the service before the service is started (5900).
 _STEPS = {
     "RestoreMachine": ("restore", _REMOVING, 1850, _IGNORE_FAILURE),
     "StartServiceAgain": ("start-service", "Installed", 1870, _WHEN_UNDONE + _IGNORE_FAILURE),
@@ -54,9 +53,9 @@ _STEPS = {
     "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650,
                          _IGNORE_FAILURE),
     "RemoveInstallFolder": (f"remove-install-folder {_FOLDER}", _REMOVING, 3640, _IGNORE_FAILURE),
-    "UndoInstallFolder": (f"remove-install-folder {_FOLDER}", _INSTALLING_ANEW, 3645,
-                          _WHEN_UNDONE + _IGNORE_FAILURE),
     "SecureInstallFolder": (f"secure-install-folder {_FOLDER}", _INSTALLING, 3650, 0),
+    "UndoInstallFolder": (f"remove-install-folder {_FOLDER}", _INSTALLING_ANEW, 3660,
+                          _WHEN_UNDONE + _IGNORE_FAILURE),
     "SecureDataFolder": (f'secure-data-folder "[{_USERS_MAY_READ}]"', _INSTALLING, 5810, 0),
     "ConfigureService": ("configure-service", _INSTALLING, 5820, _IGNORE_FAILURE),
 }

@@ -9,6 +9,7 @@
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
+#include "ctl/stranger.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -17,9 +18,15 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   const ParsedCommandLine parsed = ParseCommandLine(arguments);
   if (parsed.command == nullptr) {
     console.print(parsed.help);
-  } else {
-    parsed.command->run(parsed.options, console);
+    return;
   }
+  try {
+    parsed.command->run(parsed.options, console);
+  } catch (...) {
+    WarnOfStranger(console);
+    throw;
+  }
+  WarnOfStranger(console);
 }
 
 // No answer counts as no.
