@@ -60,7 +60,8 @@ fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
 fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
-imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes imports
+imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports
+hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening
 surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
 package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
 size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
@@ -115,12 +116,13 @@ fuzz() {
     -artifact_prefix="$new/"
 }
 
-imports() {
+# check_programs CHECK: a check of tests/checks, on the programs for Windows.
+check_programs() {
   local program programs=()
   for program in DozewellService dozewell-replay dozewellctl dozewell-setup; do
     programs+=("build/windows/$program.exe")
   done
-  tests/checks/imports.py x86_64-w64-mingw32-objdump "${programs[@]}"
+  "tests/checks/$1.py" x86_64-w64-mingw32-objdump "${programs[@]}"
 }
 
 at_most() {

@@ -10,6 +10,7 @@
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
+#include "ctl/stranger.h"
 #include "ctl/terminal.h"
 
 namespace dozewell::ctl {
@@ -19,9 +20,15 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   const ParsedCommandLine parsed = ParseCommandLine(arguments);
   if (parsed.command == nullptr) {
     console.print(parsed.help);
-  } else {
-    parsed.command->run(parsed.options, console);
+    return;
   }
+  try {
+    parsed.command->run(parsed.options, console);
+  } catch (...) {
+    WarnOfStranger(console);
+    throw;
+  }
+  WarnOfStranger(console);
 }
 
 // No answer counts as no.

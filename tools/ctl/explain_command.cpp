@@ -20,6 +20,7 @@ tm TimeToExplain(const std::optional<std::string>& at) {
 
 void RunExplain(const Options& options, const Console& console) {
   const tm at = TimeToExplain(options.at);
+  RequireReadableData();
   LiveEngine engine;
   for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
   const Explanation explanation = Explain(engine.Tracker(), at);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/utf8.h"
+#include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
@@ -66,6 +67,20 @@ TEST_CASE("nothing is explained without usable settings, a folder, or a time") {
   fakes::clock.utcSeconds = 0;
   settings.dataFolder = L"";
   Fails(machine, {"explain"}, 1, "Windows does not say where the data folder is");
+}
+
+TEST_CASE("what only administrators may read is explained and reported to nobody else") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::wstring folder = settings.dataFolder.substr(0, settings.dataFolder.size() - 1);
+  for (const std::wstring& path : {folder, folder + L"\\cpredict.z7", folder + L"\\zs7state.dat"}) {
+    fakes::client.denied = {path};
+    for (const char* const command : {"explain", "report"}) {
+      Fails(machine, {command}, 1,
+            "only administrators may read what was learnt; try it as administrator");
+    }
+    CHECK(Ctl(machine, {"status"}).exitCode == 0);
+  }
 }
 
 }  // namespace dozewell::ctl

@@ -48,6 +48,7 @@ void RunReport(const Options& options, const Console& console) {
   }
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
+  RequireReadableData();
   LiveEngine engine;
   std::vector<std::string> warnings = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(warnings);

@@ -9,6 +9,7 @@
 #include "support/program_imports.h"
 
 namespace dozewell::lab {
+
 uint32_t CountCall(size_t place) {
   SystemCallState& call = Machine->calls[place];
   const uint32_t number = ++call.made;

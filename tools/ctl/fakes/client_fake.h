@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -32,6 +33,9 @@ struct Client {
   int32_t strength = 0;
 
   ctl::ServiceQuery service = {0, 4};
+  bool isCalled = false;
+  std::set<std::wstring> denied;       // what this user may not read
+  std::optional<uint32_t> pipeServer;  // the process that serves the pipe
 
   uint32_t eventsError = 0;
   std::vector<std::string> events;  // oldest first
