@@ -73,7 +73,7 @@ def what_a_timer_holds_is_shown_in_both_forms(machine):
     _running(machine)
     # Only the payload is shown.
     machine.driver.words = 0xF0000000 | A_TIME, 0xF8000000 | 90
-    alarm = "Timer 0 as a time: 2026-11-21 06:30; as a duration: 530 d 18 h 38 min\n"
+    alarm = "Timer 0 as a time: 2126-11-21 06:30; as a duration: 530 d 18 h 38 min\n"
     duration = ("Timer 1 as a time: no time of the calendar (year 0, month 0, day 0, hour 1, "
                 "minute 26); as a duration: 1 h 30 min\n")
     done(machine, "wake get", alarm + duration)
@@ -81,7 +81,7 @@ def what_a_timer_holds_is_shown_in_both_forms(machine):
     done(machine, "wake raw 1", "Timer 1: 1 h 30 min\n")
     done(machine, "wake raw 1 --json", '{"timer":1,"durationMinutes":90}\n')
     step = done(machine, "wake get --json",
-                '[{"timer":0,"time":"2026-11-21 06:30","year":26,"month":11,"day":21,"hour":6,'
+                '[{"timer":0,"time":"2126-11-21 06:30","year":126,"month":11,"day":21,"hour":6,'
                 '"minute":30,"durationMinutes":764318},'
                 '{"timer":1,"time":null,"year":0,"month":0,"day":0,"hour":1,"minute":26,'
                 '"durationMinutes":90}]\n')
