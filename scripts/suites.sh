@@ -33,6 +33,7 @@ its searches against dozewell-replay | native:dozewell-replay windows:DozewellSe
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder build/windows
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine build/windows/rpc_wire_test.exe build/windows/DozewellService.exe
 command line, Windows | windows:dozewell-replay machine python | replay_test replay_cli_test windows
+JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_test windows
 searching, Windows | windows:dozewell-replay machine python | replay_test optimizer_cli_test windows
 event logs, Windows | windows:dozewell-replay machine python | replay_test event_log_cli_test windows
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
@@ -47,6 +48,7 @@ stress | native:controller_stress | build/native/controller_stress 20000
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
 command line, sanitized | asan:dozewell-replay python | replay_test replay_cli_test asan
+JSON, sanitized | asan:dozewell-replay python | replay_test json_cli_test asan
 searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_test asan
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan

@@ -6,10 +6,12 @@
 #include <string_view>
 
 #include "common/messages.h"
+#include "common/plain_text.h"
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
 #include "ctl/stranger.h"
+#include "ctl/terminal.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -31,13 +33,12 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
 
 // No answer counts as no.
 bool Confirm(const std::string& question) {
-  std::fprintf(stderr, "%s [y/N] ", question.c_str());
+  std::fprintf(stderr, "%s [y/N] ", PlainText(question, '?').c_str());
   std::fflush(stderr);
-  char line[80];
-  if (std::fgets(line, static_cast<int>(std::size(line)), stdin) == nullptr) {
-    std::fputs("\n", stderr);
-    return false;
-  }
+  char line[80] = {};
+  const bool isAnswered = std::fgets(line, static_cast<int>(std::size(line)), stdin) != nullptr;
+  // Only what is typed at a terminal is shown there, with its line feed.
+  if (!isAnswered || !InputIsTerminal()) std::fputs("\n", stderr);
   std::string_view answer = line;
   while (answer.ends_with('\n') || answer.ends_with('\r')) answer.remove_suffix(1);
   answer = TrimBlanks(answer);
@@ -63,7 +64,7 @@ int RunCtl(const std::vector<std::string>& arguments, const Console& console) {
 
 Console StandardConsole() {
   return {PrintOutput, [](const std::string& message) { PrintMessage(kProgramName, message); },
-          Confirm};
+          Confirm, InputIsTerminal()};
 }
 
 }  // namespace dozewell::ctl

@@ -12,10 +12,10 @@
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
+#include "ctl/live_files.h"
 #include "power/hibernate_after.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
-#include "settings/data_folder.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -32,7 +32,7 @@ int64_t LiveHibernateAfterSeconds() {
 
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
-  const std::wstring path = PathInFolder(DataFolderPath(), kHistoryFileName);
+  const std::wstring path = LiveFilePath(kHistoryFileName);
   const auto file = ReadWholeFile(path);
   if (file) return IncreasingRecords(*file);
   warnings.push_back(NarrowToUtf8(path) + ": ignored: it cannot be opened");
@@ -57,9 +57,8 @@ void RunReport(const Options& options, const Console& console) {
                                                now, LiveHibernateAfterSeconds(), warnings});
   const std::string name = options.out.value_or(kDefaultName);
   OutputFile(name).Write(page.data(), page.size());
-  const std::string size = std::to_string(page.size());
-  console.print(options.json ? "{\"file\":" + JsonString(name) + ",\"bytes\":" + size + "}\n"
-                             : name + ": " + size + " bytes\n");
+  console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
+                             : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 
 }  // namespace dozewell::ctl

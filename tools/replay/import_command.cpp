@@ -4,7 +4,8 @@
 #include "common/history_io.h"
 #include "common/input_file.h"
 #include "common/learning.h"
-#include "common/tool_error.h"
+#include "common/option_text.h"
+#include "common/problem_place.h"
 #include "event_log/event_log_file.h"
 #include "event_log/zone_rules.h"
 #include "import/event_log_import.h"
@@ -31,7 +32,8 @@ LocalClock ClockOf(const std::optional<std::string>& zone) {
   if (!zone) return SystemClock();
   const auto rules = ZoneRules::Parse(*zone);
   if (!rules) {
-    throw ToolError("--zone: not a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3: " + *zone);
+    throw ToolError(
+        WrongValue("--zone", "a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3", *zone));
   }
   return [rules](int64_t utcSeconds) { return rules->WallSeconds(utcSeconds); };
 }
@@ -44,9 +46,14 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
     return std::nullopt;
   }
   if (ReadInputIfExists(*options.data)) return std::nullopt;
-  FileConfigurations configuration(LoadSettings(options.settings));
-  return std::optional<Learning>(std::in_place, history, configuration, *options.data,
-                                 results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  const auto place = [&] {
+    return PlaceOfProblem(configuration, {configuration.Name(), *options.data});
+  };
+  return TellPlace(place, [&] {
+    return std::optional<Learning>(std::in_place, history, configuration, *options.data,
+                                   results.warnings);
+  });
 }
 
 void ImportEventLog(const Options& options, Results& results) {
@@ -63,7 +70,7 @@ void ImportEventLog(const Options& options, Results& results) {
   if (learning) learning->Commit();
 
   if (options.json) {
-    results.output = ImportJson(import, learning.has_value());
+    results.output = JsonLine(ImportJson(import, learning.has_value()));
     return;
   }
   results.output = ImportText(import, out);
