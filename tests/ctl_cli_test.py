@@ -20,10 +20,11 @@ import sys
 import time
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT, SETTINGS, WRONG_TIME
-from tests.support import programs
 from tests.support.expect import contains, equal, matches
+from tests.support.programs import wait_until
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
@@ -120,7 +121,7 @@ class Machine:
         process = self.start(self.program("DozewellService"), "-local", stdin=subprocess.DEVNULL,
                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
-            programs.WAITING.until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
+            wait_until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
             yield
         finally:
             # The service sees this as Ctrl+C.
@@ -140,7 +141,7 @@ class Machine:
 
 
 def await_controller(machine):
-    programs.WAITING.until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
+    wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
                "the controller is not started")
 
 
@@ -524,7 +525,7 @@ def test_an_installed_service(machine):
     try:
         # The service would keep a pipe open.
         machine.run(service, "-i", stdout=subprocess.DEVNULL)
-        programs.WAITING.until(lambda: machine.ctl("ping")[0] == 0, "the service does not answer")
+        wait_until(lambda: machine.ctl("ping")[0] == 0, "the service does not answer")
         out = machine.works("status")
         contains(out, "Service             running\n")
         # Only the first start counted.
@@ -533,7 +534,7 @@ def test_an_installed_service(machine):
         machine.fails(1, "the service must be stopped, but its state is running; as administrator, "
                       "net stop DozewellService stops it", "import-history", "--from", str(WEEK))
         equal(machine.run("net", "stop", "DozewellService").returncode, 0)
-        programs.WAITING.until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout,
+        wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout,
                    "the service does not stop")
         machine.fails(3, STOPPED, "ping")
         machine.fails(3, STOPPED, "enable", "--json")
@@ -542,7 +543,7 @@ def test_an_installed_service(machine):
         contains(out, "Service             stopped\n")
     finally:
         machine.run(service, "-u", stdout=subprocess.DEVNULL)
-    programs.WAITING.until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED,
+    wait_until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED,
                "the service stays installed")
 
 

@@ -23,10 +23,11 @@ import sys
 import tempfile
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
-from tests.support import programs
 from tests.support.expect import equal
+from tests.support.programs import wait_until
 
 sys.path.append(str(ROOT / "packaging"))
 from msi_file import Table  # in that folder
@@ -436,7 +437,7 @@ def test_installing_puts_everything_in_place(machine):
 
 def test_an_installed_service_works_on_its_first_start(machine):
     machine.install()
-    programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+    wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
                "the controller is not started")
     equal(machine.value(Z7_KEY + r"\Current", "ServiceStatus"), "0x0")
     equal(machine.ctl("ping")[0], 0)
@@ -461,7 +462,7 @@ def test_choices_are_laid_down(machine):
               "DEBUGLOGGING": 1}
     machine.install(**chosen)
     expect_installed(machine, machine.package, **chosen)
-    programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
+    wait_until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
                "the start is not counted")
     equal(machine.value(Z7_KEY + r"\Current", "ServiceFeedback"), None)
 
@@ -626,7 +627,7 @@ def test_removing_learnt_data_too_leaves_nothing(machine):
 def test_removing_gives_the_users_timeouts_back(machine):
     for stopped in (False, True):
         machine.install()
-        programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+        wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
                    "the controller is not started")
         if stopped:
             machine.run("net", "stop", "DozewellService")

@@ -16,8 +16,8 @@ import tempfile
 import time
 from pathlib import Path
 
-from tests.support.cases import option_parser, run
 from tests.support import programs
+from tests.support.cases import option_parser, run
 
 SAVES = "history", "data"
 SITUATIONS = "usual", "first", "torn", "held", "torn-held"

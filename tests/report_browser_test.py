@@ -13,8 +13,8 @@ import sys
 import tempfile
 from pathlib import Path
 
-from tests.support.cases import option_parser, run, tests_in
 from tests.support import programs
+from tests.support.cases import option_parser, run, tests_in
 from tests.support.expect import equal
 
 PHONE, DESKTOP = 360, 1100

@@ -10,9 +10,9 @@ import tempfile
 from dataclasses import dataclass, field
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser
 from tests.support.cases import run as run_cases
-from tests.support import programs
 
 
 @dataclass

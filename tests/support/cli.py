@@ -10,8 +10,8 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from tests.support.cases import option_parser, run, tests_in
 from tests.support import programs
+from tests.support.cases import option_parser, run, tests_in
 from tests.support.expect import equal
 
 ROOT = Path(__file__).resolve().parents[2]

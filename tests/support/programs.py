@@ -7,7 +7,7 @@ import subprocess
 from lab.machine.processes import Processes
 from lab.machine.waiting import Hang, Waiting
 
-__all__ = ["WAITING", "Hang", "run"]
+__all__ = ["WAITING", "Hang", "run", "wait_until"]
 
 
 def _marks():
@@ -38,3 +38,8 @@ def run(command, capture_output=False, check=False, **options):
     if check:
         done.check_returncode()
     return done
+
+
+def wait_until(condition, what):
+    """Waits for what nothing tells the end of; `what` says what did not happen."""
+    WAITING.until(condition, what)
