@@ -7,8 +7,9 @@
 
 namespace dozewell {
 
-std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name) {
-  return IncreasingRecords(LoadHistory(name).bytes);
+std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
+                                                std::vector<std::string>& warnings) {
+  return IncreasingRecords(LoadHistory(name, warnings).bytes);
 }
 
 int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes) {

@@ -10,8 +10,10 @@
 
 namespace dozewell {
 
-// The records of a history that the optimizer replays. Throws ToolError.
-std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name);
+// The records of a history that the optimizer replays. A damaged one becomes a warning. Throws
+// ToolError.
+std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
+                                                std::vector<std::string>& warnings);
 
 // The hibernate-after timeout in seconds. It is given in minutes; without it, this is the timeout
 // that the optimizer assumes when it can read none. Throws ToolError.

@@ -1,12 +1,9 @@
 #include "ctl/ctl.h"
 
-#include <cstdio>
 #include <exception>
-#include <iterator>
-#include <string_view>
 
 #include "common/messages.h"
-#include "common/text.h"
+#include "common/question.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
 
@@ -20,21 +17,6 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   } else {
     parsed.command->run(parsed.options, console);
   }
-}
-
-// No answer counts as no.
-bool Confirm(const std::string& question) {
-  std::fprintf(stderr, "%s [y/N] ", question.c_str());
-  std::fflush(stderr);
-  char line[80];
-  if (std::fgets(line, static_cast<int>(std::size(line)), stdin) == nullptr) {
-    std::fputs("\n", stderr);
-    return false;
-  }
-  std::string_view answer = line;
-  while (answer.ends_with('\n') || answer.ends_with('\r')) answer.remove_suffix(1);
-  answer = TrimBlanks(answer);
-  return EqualIgnoringCase(answer, "y") || EqualIgnoringCase(answer, "yes");
 }
 
 }  // namespace

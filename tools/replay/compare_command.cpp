@@ -63,7 +63,8 @@ std::string Table(const std::vector<Choice>& choices) {
 }  // namespace
 
 void RunCompare(const Options& options, Results& results) {
-  const std::vector<HistoryRecord> records = LoadOptimizerHistory(options.history.value());
+  const std::vector<HistoryRecord> records =
+      LoadOptimizerHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings));
   const std::vector<Choice> choices =
       AllChoices(Compare(records, configuration, HibernateAfterSeconds(options.hibernateAfter)));

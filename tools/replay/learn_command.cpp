@@ -6,7 +6,9 @@
 namespace dozewell::replay {
 
 void RunLearn(const Options& options, Results& results) {
-  const History history = LoadHistory(options.history.value());
+  RequireNoInput(options.data.value(),
+                 {{"--history", options.history}, {"--settings", options.settings}});
+  const History history = LoadHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings));
   Learning learning(history, configuration, options.data.value(), results.warnings);
   learning.Commit();

@@ -15,9 +15,9 @@ bool SwitchColoursOn() {
          SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
-bool MessagesGoToConsole() {
+bool IsConsole(DWORD stream) {
   DWORD mode = 0;
-  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+  return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
 }
 
 }  // namespace
@@ -26,5 +26,7 @@ extern "C" int wmain(int argc, wchar_t** argv) {
   const auto arguments = dozewell::StartProgram(argc, argv);
   const wchar_t* noColour = _wgetenv(L"NO_COLOR");
   const bool colour = (noColour == nullptr || *noColour == L'\0') && SwitchColoursOn();
-  return dozewell::replay::RunReplay(arguments, {colour, MessagesGoToConsole()});
+  const bool messages = IsConsole(STD_ERROR_HANDLE);
+  return dozewell::replay::RunReplay(arguments,
+                                     {colour, messages, messages && IsConsole(STD_INPUT_HANDLE)});
 }

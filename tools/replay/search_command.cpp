@@ -31,8 +31,8 @@ struct Search {
   std::vector<BestSet> best;       // by weight
 };
 
-Search RunOn(const Options& options) {
-  const auto history = LoadOptimizerHistory(options.history.value());
+Search RunOn(const Options& options, Results& results) {
+  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings));
   Search search = {};
   search.records = history.size();
@@ -113,7 +113,7 @@ std::string Text(const Search& search) {
 }  // namespace
 
 void RunSearch(const Options& options, Results& results) {
-  const Search search = RunOn(options);
+  const Search search = RunOn(options, results);
   results.output = EachSet(search) + (options.json ? Json(search) : Text(search));
 }
 

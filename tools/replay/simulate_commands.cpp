@@ -20,14 +20,14 @@ void Report(const SimTimeLine& timeLine, const Options& options, Results& result
 }  // namespace
 
 void RunSimulate(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value());
+  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings));
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   Report(SimulatePredictor(parameters, history), options, results);
 }
 
 void RunBaseline(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value());
+  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   Report(SimulateFixedTimeout(history, timeoutSeconds), options, results);
 }
