@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <exception>
 #include <map>
 #include <string>
 #include <vector>
@@ -211,19 +212,29 @@ void CompareSuspends(int minutesPerSlot, bool grouped) {
               minutesPerSlot, grouped ? "grouped:" : "not grouped:", ratioAtSlowest, lowestRatio);
 }
 
-}  // namespace
-}  // namespace dozewell
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  dozewell::Register<dozewell::PlainTracker>("plain");
-  dozewell::Register<dozewell::ArbitraryCycleProbabilityTracker>("tracker");
-  dozewell::RatioReporter reporter;
+  Register<PlainTracker>("plain");
+  Register<ArbitraryCycleProbabilityTracker>("tracker");
+  RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.PrintRatios();
   std::printf("\nPlain reading / tracker, suspend by suspend of a year\n");
   for (const int minutesPerSlot : {10, 1}) {
-    for (const bool grouped : {false, true}) dozewell::CompareSuspends(minutesPerSlot, grouped);
+    for (const bool grouped : {false, true}) CompareSuspends(minutesPerSlot, grouped);
+  }
+  return 0;
+}
+
+}  // namespace
+}  // namespace dozewell
+
+int main(int argc, char** argv) {
+  try {
+    return dozewell::Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "predictions_bench: %s\n", error.what());
+    return 1;
   }
 }

@@ -58,23 +58,17 @@ std::atomic<int> saves{0};
 
 void Call(int client) {
   for (int call = client; busy; ++call) {
-    switch (call % 50) {
-      case 0:
-        ResetHistory();
-        break;
-      case 1:
-        // Most suspends are to find a controller.
-        SetFeatureEnabled(false);
-        SetFeatureEnabled(true);
-        break;
-      case 2:
-      case 3:
-        SetStrength(call);
-        break;
-      default: {
-        int32_t strength = 0;
-        GetStrength(&strength);
-      }
+    int32_t strength = 0;
+    if (call % 50 == 0) {
+      ResetHistory();
+    } else if (call % 50 < 5) {
+      SetStrength(call);
+    } else if (client == 1 && call % 50 == 5) {
+      // One client alone, so that most suspends find a controller.
+      SetFeatureEnabled(false);
+      SetFeatureEnabled(true);
+    } else {
+      GetStrength(&strength);
     }
     ++calls;
     std::this_thread::sleep_for(kBetweenCalls);
@@ -85,6 +79,8 @@ void Save() {
   while (busy) {
     AH_SaveHistory();
     ++saves;
+    // Otherwise hardly anybody else would get the history's lock.
+    std::this_thread::sleep_for(kBetweenCalls);
   }
 }
 
@@ -110,6 +106,7 @@ std::vector<double> MeasureSuspends() {
 void Print(const char* name, const std::vector<double>& taken) {
   std::printf("%-6s %zu suspends: median %.3f ms, longest %.3f ms\n", name, taken.size(),
               taken[taken.size() / 2], taken.back());
+  std::fflush(stdout);
 }
 
 void Run() {

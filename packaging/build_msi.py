@@ -37,6 +37,7 @@ SETUP = "dozewell-setup.exe"  # in the package, but not installed
 # The licences of what is linked into the programs, as the build machine's packages state them.
 LICENCES = {
     "CLI11.txt": Path("/usr/share/doc/libcli11-dev/copyright"),
+    "JSON.txt": Path("/usr/share/doc/nlohmann-json3-dev/copyright"),
     "GCC.txt": Path("/usr/share/doc/g++-mingw-w64-x86-64-win32/copyright"),
     "mingw-w64.txt": Path("/usr/share/doc/mingw-w64-x86-64-dev/copyright"),
 }

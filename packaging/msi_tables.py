@@ -20,26 +20,44 @@ CHOICES = {
     "DEBUGLOGGING": ("DebugLogging", 1),
 }
 
+# Choices that become rights or actions and no default value. USERSMAYREAD is not remembered, since
+# the data folder's rights are.
+_USERS_MAY_READ = "USERSMAYREAD"
+_OTHER_CHOICES = ("INSTALLFOLDER", "REMOVEDATA", _USERS_MAY_READ)
+
 # Kinds of custom actions.
 _SET_PROPERTY = 51
 _RUN_OWN_PROGRAM = 2
 _AS_SYSTEM_IN_SCRIPT = 1024 + 2048
+_WHEN_UNDONE = 256
 _IGNORE_FAILURE = 64
 
 _INSTALLING = 'NOT REMOVE="ALL"'
+_INSTALLING_ANEW = "NOT Installed AND NOT WIX_UPGRADE_DETECTED"
 # The product is removed, not replaced by a newer version.
 _REMOVING = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
+# The dot keeps the path's last backslash from the quotation mark.
+_FOLDER = '"[INSTALLFOLDER]."'
+# A user who is no administrator may start a repair, which has the system's rights.
+_STARTED_BY_USER = "Installed AND NOT AdminUser"
 
-# Steps of dozewell-setup: the command, the condition, the place in the sequence, and whether the
-# installation goes on if the step fails. The user's timeouts are restored before the service is
-# stopped (1900). Its process ends before its file is deleted (3500) or replaced (4000). The folder
-# is secured and the restarts are set before the service is started (5900).
+# Steps of dozewell-setup: the command, the condition, the place in the sequence, and what is added
+# to the action's kind; without _IGNORE_FAILURE, the installation is undone when the step fails. The
+# user's timeouts are restored before the service is stopped (1900). Its process ends before its file
+# is deleted (3500) or replaced (4000). The folder for the programs is secured before anything is put
+# into it (3700), the data folder and the service before the service is started (5900).
 _STEPS = {
-    "RestoreMachine": ("restore", _REMOVING, 1850, True),
-    "AwaitServiceEnd": ("await-end", "Installed", 1950, True),
-    "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650, True),
-    "SecureDataFolder": ("secure-data-folder", _INSTALLING, 5810, False),
-    "ConfigureService": ("configure-service", _INSTALLING, 5820, True),
+    "RestoreMachine": ("restore", _REMOVING, 1850, _IGNORE_FAILURE),
+    "StartServiceAgain": ("start-service", "Installed", 1870, _WHEN_UNDONE + _IGNORE_FAILURE),
+    "StopService": ("stop-service", "Installed", 1880, _IGNORE_FAILURE),
+    "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650,
+                         _IGNORE_FAILURE),
+    "RemoveInstallFolder": (f"remove-install-folder {_FOLDER}", _REMOVING, 3640, _IGNORE_FAILURE),
+    "SecureInstallFolder": (f"secure-install-folder {_FOLDER}", _INSTALLING, 3650, 0),
+    "UndoInstallFolder": (f"remove-install-folder {_FOLDER}", _INSTALLING_ANEW, 3660,
+                          _WHEN_UNDONE + _IGNORE_FAILURE),
+    "SecureDataFolder": (f'secure-data-folder "[{_USERS_MAY_READ}]"', _INSTALLING, 5810, 0),
+    "ConfigureService": ("configure-service", _INSTALLING, 5820, _IGNORE_FAILURE),
 }
 
 # Tables that wixl leaves out: their columns, types and number of key columns.
@@ -57,9 +75,12 @@ def added_rows():
     if missing:
         raise ValueError(f"the default settings lack {', '.join(sorted(missing))}")
     choices = sorted(CHOICES)
+    all_choices = sorted((*CHOICES, *_OTHER_CHOICES))
     return {
         "Property": [
             ("ARPNOMODIFY", "1"),
+            # Otherwise AdminUser is also set for a user whose installation has the system's rights.
+            ("MSIUSEREALADMINDETECTION", "1"),
             *((value.name, value.text) for value in values if value.name in replaced),
         ],
         "Registry": [
@@ -79,17 +100,22 @@ def added_rows():
                        for choice in choices],
         "LaunchCondition": [(_is_valid(choice, largest),
                              f"{choice} must be a whole number from 0 to {largest}.")
-                            for choice, (_, largest) in sorted(CHOICES.items())],
+                            for choice, largest in
+                            (*((choice, largest) for choice, (_, largest) in
+                               sorted(CHOICES.items())), (_USERS_MAY_READ, 1))],
         "CustomAction": [
+            *((f"Ignore.{choice}", str(_SET_PROPERTY), choice, "{}", "")
+              for choice in all_choices),
             *((f"Remember.{choice}", str(_SET_PROPERTY), choice, f"[Chosen.{choice}]", "")
               for choice in choices),
             *((f"Take.{choice}", str(_SET_PROPERTY), CHOICES[choice][0], f"[{choice}]", "")
               for choice in choices),
-            *((action, str(_RUN_OWN_PROGRAM + _AS_SYSTEM_IN_SCRIPT +
-                           (_IGNORE_FAILURE if goes_on else 0)), "Setup", step, "")
-              for action, (step, _, _, goes_on) in _STEPS.items()),
+            *((action, str(_RUN_OWN_PROGRAM + _AS_SYSTEM_IN_SCRIPT + added), "Setup", step, "")
+              for action, (step, _, _, added) in _STEPS.items()),
         ],
         "InstallExecuteSequence": [
+            *((f"Ignore.{choice}", _STARTED_BY_USER, str(31 + place))
+              for place, choice in enumerate(all_choices)),
             ("AppSearch", "", "50"),
             # A choice made now replaces the one that an earlier installation remembered.
             *((f"Remember.{choice}", f"NOT {choice} AND Chosen.{choice}", str(51 + place))
@@ -113,8 +139,8 @@ def changed_cells(version):
     return {
         "File": {program: file_version for program in PROGRAMS},
         "Property": {"SecureCustomProperties": {"Value": ";".join([
-            "INSTALLFOLDER", "REMOVEDATA", "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED",
-            *sorted(CHOICES)])}},
+            "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED",
+            *sorted((*CHOICES, *_OTHER_CHOICES))])}},
         # Without its service, the installation fails.
         "ServiceInstall": {"DozewellService": {"ErrorControl": str(1 + 0x8000)}},
         # A failure after this point brings the previous version back.

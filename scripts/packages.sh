@@ -23,7 +23,8 @@ need_packages() {
   fi
 }
 
-BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev)
+BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev
+                nlohmann-json3-dev)
 # Sanitizers and fuzzing come with clang.
 CLANG_PACKAGES=(clang libclang-rt-14-dev)
 CROSS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools)

@@ -33,6 +33,7 @@ its searches against dozewell-replay | native:dozewell-replay windows:DozewellSe
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder build/windows
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine build/windows/rpc_wire_test.exe build/windows/DozewellService.exe
 command line, Windows | windows:dozewell-replay machine python | replay_test replay_cli_test windows
+JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_test windows
 searching, Windows | windows:dozewell-replay machine python | replay_test optimizer_cli_test windows
 event logs, Windows | windows:dozewell-replay machine python | replay_test event_log_cli_test windows
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
@@ -50,6 +51,7 @@ stress | native:controller_stress | build/native/controller_stress 20000
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
 command line, sanitized | asan:dozewell-replay python | replay_test replay_cli_test asan
+JSON, sanitized | asan:dozewell-replay python | replay_test json_cli_test asan
 searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_test asan
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
@@ -65,7 +67,8 @@ fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
 fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
-imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes imports
+imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports
+hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening
 surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
 package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
 size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
@@ -120,12 +123,13 @@ fuzz() {
     -artifact_prefix="$new/"
 }
 
-imports() {
+# check_programs CHECK: a check of tests/checks, on the programs for Windows.
+check_programs() {
   local program programs=()
   for program in DozewellService dozewell-replay dozewellctl dozewell-setup; do
     programs+=("build/windows/$program.exe")
   done
-  tests/checks/imports.py x86_64-w64-mingw32-objdump "${programs[@]}"
+  "tests/checks/$1.py" x86_64-w64-mingw32-objdump "${programs[@]}"
 }
 
 at_most() {

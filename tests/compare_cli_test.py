@@ -39,24 +39,27 @@ DayGroupingRange=255
 """
 
 
-def choices(tool, settings, *options):
+def choices(tool, settings, *options, warnings=()):
     tool.write("h.csv", HISTORY)
     tool.write("s.ini", settings)
-    out = tool.works("compare", "--history", "h.csv", "--settings", "s.ini", "--json", *options)
+    out = tool.works("compare", "--history", "h.csv", "--settings", "s.ini", "--json", *options,
+                     warnings=warnings)
     compared = json.loads(out)
     equal(compared["records"], 2 * DAYS)
     return {choice["name"]: choice for choice in compared["choices"]}
 
 
-def choice(name, asleep, hibernated, from_sleep, from_hibernate, **value):
-    return {"name": name, **value, "sleepSeconds": asleep, "hibernateSeconds": hibernated,
-            "resumesFromSleep": from_sleep, "resumesFromHibernate": from_hibernate}
+def choice(name, asleep, hibernated, from_sleep, from_hibernate, value=None, timeout=None,
+           numbers=None):
+    return {"name": name, "value": value, "sleepSeconds": asleep, "hibernateSeconds": hibernated,
+            "resumesFromSleep": from_sleep, "resumesFromHibernate": from_hibernate,
+            "hibernateAfterMinutes": timeout, "set": numbers}
 
 
-def fixed(minutes, name=None, **value):
+def fixed(minutes, name=None, value=None):
     asleep = SLEEPS * minutes * MINUTE
     return choice(name or "%d minutes" % minutes, asleep, SLEEPS * 20 * HOUR - asleep, 0, SLEEPS,
-                  **value)
+                  value=value, timeout=None if name else minutes)
 
 
 # Nothing is known at the first sleep. In later ones only the first and the last five minutes of a
@@ -70,9 +73,9 @@ def test_everything_in_its_order(tool):
     compared = choices(tool, GIVEN + RANGES + "WR=5 60\n")
     learnt = "50,30,20,60,40,255"
     equal(list(compared.values()),
-          [fixed(10), fixed(30), fixed(60), fixed(180), choice("never", *NEVER),
+          [fixed(10), fixed(30), fixed(60), fixed(180), choice("never", *NEVER, timeout=0),
            choice("settings", *LEARNT), fixed(10, "Best0", value="-1"),
-           choice("Best1", *LEARNT, value=learnt),
+           choice("Best1", *LEARNT, value=learnt, numbers=[50, 30, 20, 60, 40, 255]),
            choice("clairvoyant", SLEEPS * 10 * MINUTE, SLEEPS * (20 * HOUR - 10 * MINUTE), SLEEPS,
                   0)])
 
@@ -99,8 +102,9 @@ def test_json_on_one_line(tool):
     tool.write("h.csv", "")
     out = tool.works("compare", "--history", "h.csv", "--json")
     equal(out[:out.index("}") + 1],
-          '{"records":0,"choices":[{"name":"10 minutes","sleepSeconds":0,"hibernateSeconds":0,'
-          '"resumesFromSleep":0,"resumesFromHibernate":0}')
+          '{"records":0,"choices":[{"name":"10 minutes","value":null,"sleepSeconds":0,'
+          '"hibernateSeconds":0,"resumesFromSleep":0,"resumesFromHibernate":0,'
+          '"hibernateAfterMinutes":10,"set":null}')
     equal(out[-4:], "}]}\n")
     equal(out.count("\n"), 1)
 
@@ -111,7 +115,8 @@ def test_where_no_set_is_better_the_fixed_timeout_stays(tool):
     equal(choices(tool, settings, "--hibernate-after", "60")["Best0"],
           fixed(60, "Best0", value="-1"))
     equal(choices(tool, settings, "--hibernate-after", "180")["Best0"],
-          choice("Best0", *LEARNT, value="50,30,20,60,40,255"))
+          choice("Best0", *LEARNT, value="50,30,20,60,40,255",
+                 numbers=[50, 30, 20, 60, 40, 255]))
 
 
 def test_an_empty_set_changes_nothing(tool):
@@ -122,7 +127,11 @@ def test_an_empty_set_changes_nothing(tool):
 
 
 def test_without_weights_for_a_search_nothing_is_adopted(tool):
-    equal([name for name in choices(tool, GIVEN) if name.startswith("Best")], [])
+    lacks = ("s.ini: lacks StrengthHighRange, StrengthLowRange, FirstLastWeightRange, "
+             "SecondLastWeightRange, DayGroupingRange, WR; a settings file replaces all default "
+             "settings")
+    compared = choices(tool, GIVEN, warnings=[lacks])
+    equal([name for name in compared if name.startswith("Best")], [])
 
 
 def test_the_default_settings(tool):
@@ -155,26 +164,28 @@ def test_the_clairvoyant_is_explained(tool):
 def test_settings_that_cannot_be_simulated(tool):
     tool.write("h.csv", HISTORY)
     tool.write("s.ini", GIVEN.replace("FirstLastWeight=50\n", ""))
-    tool.fails("No weigths specified", "compare", "--history", "h.csv", "--settings", "s.ini")
+    tool.fails("s.ini: FirstLastWeight is missing: No weigths specified", "compare", "--history", "h.csv", "--settings", "s.ini")
 
 
 def test_ranges_that_cannot_be_simulated(tool):
     tool.write("h.csv", HISTORY)
     tool.write("s.ini", GIVEN + RANGES.replace("=50", "=-1"))
-    tool.fails("No weigths specified", "compare", "--history", "h.csv", "--settings", "s.ini")
+    tool.fails("s.ini: FirstLastWeightRange holds -1: No weigths specified", "compare",
+               "--history", "h.csv", "--settings", "s.ini")
 
 
 def test_a_history_with_an_unknown_code(tool):
     tool.write("h.csv", HISTORY + "99999999,4\n")
-    tool.fails("Unknown event in the history", "compare", "--history", "h.csv",
+    tool.fails("h.csv: line %d: Unknown event in the history: 4" % (HISTORY.count("\n") + 1),
+               "compare", "--history", "h.csv",
                warnings=["h.csv: damaged: 1 record with a state above 3"])
 
 
 def test_bad_timeouts(tool):
     tool.write("h.csv", HISTORY)
     for text in ("-1", "4294967296", "ten"):
-        tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: " + text,
-                   "compare", "--history", "h.csv", "--hibernate-after=" + text)
+        tool.fails("--hibernate-after: not never or 1 to 4294967295 minutes, such as 45m or 1h30m: "
+                   + text, "compare", "--history", "h.csv", "--hibernate-after=" + text)
 
 
 def test_missing_files(tool):

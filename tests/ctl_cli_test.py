@@ -21,8 +21,9 @@ import time
 from pathlib import Path
 
 from tests.support.cases import option_parser, run, tests_in
-from tests.support.cli import ROOT, SETTINGS
+from tests.support.cli import ROOT, SETTINGS, WRONG_TIME
 from tests.support.expect import HANG_SECONDS, contains, equal, matches, wait_until
+from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
 ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
@@ -45,7 +46,10 @@ STOPPED = "the service is stopped; as administrator, net start DozewellService s
 NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \
             "take it"
-NO_ENGINE = "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"
+NO_ENGINE = r"SOFTWARE\Corisk\Z7: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, " \
+            "SecondLastWeight, AgregationWeight are missing: " \
+            "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"
+NOT_STORED = "the optimizer has stored nothing for strength %d yet"
 
 
 class Machine:
@@ -256,7 +260,7 @@ def test_watch_where_there_is_no_event_log(machine):
 
 def test_explanation_without_settings(machine):
     machine.fails(1, NO_ENGINE, "explain")
-    machine.fails(2, "--at: not a local time YYYY-MM-DD HH:MM: noon", "explain", "--at", "noon")
+    machine.fails(2, WRONG_TIME % "--at" + "noon", "explain", "--at", "noon")
 
 
 def test_explanation_without_learnt_data_leaves_no_folder(machine):
@@ -399,9 +403,11 @@ def test_what_needs_the_power_scheme_is_refused(machine):
 def test_strength(machine):
     with machine.service():
         equal(machine.works("strength", "get"), "The strength is 0.\n")
-        equal(machine.works("strength", "set", "2147483647"), "The strength is now 2147483647.\n")
+        equal(machine.works("strength", "set", "2147483647", warnings=[NOT_STORED % 2147483647]),
+              "The strength is now 2147483647.\n")
         equal(machine.read_setting("\\Current" + SECTION, "Strength"), "2147483647")
         equal(machine.works("strength", "get", "--json"), '{"strength":2147483647}\n')
+        machine.write_setting("\\Current" + SECTION, "Best1", "REG_SZ", "-1")
         equal(machine.works("strength", "set", "1", "--json"), '{"strength":1}\n')
         equal(machine.read_setting("\\Current" + SECTION, "Strength"), "1")
         # A value of another type stays as it is.
@@ -420,7 +426,7 @@ def test_the_feature_is_switched_although_the_driver_is_absent(machine):
         equal(machine.read_setting("\\Current", "EnableZ7Feature"), "0x1")
         equal(machine.read_setting("\\Current", "CurrentAttempt"), "0x3")
         equal(machine.works("reset-history", "--yes"), "The service has been told to forget.\n")
-        machine.fails(1, without_driver % "off", "disable", "--json")
+        machine.fails(1, without_driver % "off", "disable", "--json", "--yes")
         equal(machine.read_setting("\\Current", "EnableZ7Feature"), "0x0")
         machine.fails(1, "the history was not reset, since the controller does not run; "
                       "dozewellctl status shows why", "reset-history", "--yes")
@@ -441,14 +447,45 @@ def test_reset_asks_first(machine):
         await_controller(machine)
         for answer in (b"", b"\n", b"n\n", b"yeah\n", b"no, yes\n"):
             code, out, err = machine.ctl("reset-history", stdin=None, input=answer)
-            end_of_line = "" if answer else "\n"
             equal((code, out, err),
-                  (1, "", question + end_of_line + "dozewellctl: nothing was reset\n"))
+                  (1, "", question + "\ndozewellctl: nothing was reset\n"))
         machine.write_setting("\\Current", "ServiceFeedback", "REG_DWORD", 2)
         for answer in (b"y\n", b"YES\r\n"):
             code, out, err = machine.ctl("reset-history", "--json", stdin=None, input=answer)
-            equal((code, out, err), (0, '{"reset":true}\n', question))
+            equal((code, out, err), (0, '{"reset":true}\n', question + "\n"))
         equal(machine.read_setting("\\Current", "ServiceFeedback"), "0x1")
+
+
+def test_disable_asks_nobody_but_a_user(machine):
+    machine.provision()
+    refused = "dozewellctl: disable asks first, and there is no terminal to ask at; --yes does " \
+              "not ask. The service will lose what it has learnt since it last saved that. To " \
+              "keep it, run net stop DozewellService, which saves it, and net start " \
+              "DozewellService first, as administrator.\n"
+    with machine.service():
+        await_controller(machine)
+        for answer in (b"", b"y\n"):
+            equal(machine.ctl("disable", stdin=None, input=answer), (2, "", refused))
+        equal(machine.read_setting("\\Current", "EnableZ7Feature"), None)
+
+
+def test_json_is_what_the_manual_says(machine):
+    machine.provision()
+    examples = documented_examples("dozewellctl")
+    equal(sorted(set(COMMANDS) - set(examples)), ["explain", "report"])
+    with machine.service():
+        await_controller(machine)
+        machine.write_setting("\\Current" + SECTION, "Best1", "REG_SZ", "-1")
+        for command, more in (("status", ()), ("strength set", ("1",)), ("strength get", ()),
+                              ("reset-history", ("--yes",)), ("ping", ())):
+            out = machine.works(*command.split(), *more, "--json")
+            expect_documented(strict_json(out), examples[command], command)
+        examples = documented_examples("dozewell-replay")
+        machine.data.mkdir(parents=True, exist_ok=True)
+        for command, more in (("explain", ()), ("report", ("--out", "ü.html"))):
+            code, out, _ = machine.ctl(command, *more, "--json")
+            equal(code, 0)
+            expect_documented(strict_json(out), examples[command], command)
 
 
 def test_status_of_a_service_in_a_console(machine):

@@ -255,7 +255,9 @@ def test_settings_that_make_no_predictor_leave_nothing_behind(tool):
     capture(tool, "week.xml")
     tool.write("s.ini", "[Settings]\n")
     before = tool.files()
-    tool.fails("CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations", "import",
+    tool.fails("s.ini: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+               "SecondLastWeight, AgregationWeight are missing: "
+               "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations", "import",
                "--from-event-log", "week.xml", "--out", "h.dat", "--data", "d.z7", "--settings",
                "s.ini")
     equal(tool.files(), before)

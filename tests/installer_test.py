@@ -20,11 +20,15 @@ import shutil
 import struct
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
 from tests.support.expect import HANG_SECONDS, equal, wait_until
+
+sys.path.append(str(ROOT / "packaging"))
+from msi_file import Table  # in that folder
 
 VERSION = (ROOT / "VERSION").read_text("utf-8").strip()
 NEXT_VERSION = re.sub(r"\d+$", lambda last: str(int(last.group()) + 1), VERSION)
@@ -43,8 +47,9 @@ PROGRAMS = ("DozewellService", "dozewellctl", "dozewell-replay")
 INSTALL_ERROR = 1603 & 0xFF  # Wine passes on the lowest byte
 INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 
-# The properties that an administrator may give.
+# The properties that an administrator may give: those that become default values, and all.
 CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
+ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
 
 
 def build_package(programs, out, version, **environment):
@@ -96,6 +101,20 @@ def default_values():
                                    for name, value in numbers.items()},
             Z7_KEY + r"\Default" + SECTION: {name: ("REG_SZ", value)
                                              for name, value in ini[SECTION[12:]].items()}}
+
+
+def as_a_user(package):
+    """The package whose repairs are started by somebody who is no administrator, which nobody is
+    under Wine. Repairs are those of the package that was installed."""
+    path = package.path.with_name("as-a-user.msi")
+    shutil.copy(package.path, path)
+    with tempfile.TemporaryDirectory() as scratch:
+        for name, row in (("CustomAction", ("BeUser", "51", "AdminUser", "{}")),
+                          ("InstallExecuteSequence", ("BeUser", "Installed", "30"))):
+            table = Table.read(path, name)
+            table.add(row)
+            table.write(path, Path(scratch))
+    return Package(path)
 
 
 class Packages:
@@ -207,7 +226,7 @@ class Machine:
         return self.folders() | self.registry()
 
     def clean(self):
-        if self.program_folder.exists():
+        if self.products():
             any(self.msiexec("/x", package) == 0 for package in (self.package, self.next_package))
         self.run("reg", "delete", PRODUCT_KEY, "/f")
         for path in self.data.parents[1].glob("Brevan*"):
@@ -225,7 +244,8 @@ def changes(machine, before):
 
 
 def expect_installed(machine, package, **chosen):
-    """Checks everything that an installation with these choices leaves on a machine."""
+    """Checks everything that an installation with these choices leaves on a machine, except who can
+    read what was learnt."""
     equal(machine.installed_files(), package.contents(), "files")
     expected = default_values()
     section = expected[Z7_KEY + r"\Default" + SECTION]
@@ -246,7 +266,7 @@ def expect_installed(machine, package, **chosen):
     equal({name: service[name][-1] for name in ("Description", "DisplayName", "ErrorControl",
                                                 "ImagePath", "ObjectName", "Start", "Type")},
           {"Description": "Brevan dozewell service", "DisplayName": "DozewellService",
-           "ErrorControl": "0x1", "ImagePath": PROGRAM_FOLDER + "DozewellService.exe",
+           "ErrorControl": "0x1", "ImagePath": f'"{PROGRAM_FOLDER}DozewellService.exe"',
            "ObjectName": "LocalSystem", "Start": "0x2", "Type": "0x10"}, "service")
     equal(machine.products(), [("Dozewell", package.properties["ProductVersion"])], "products")
     equal(path_entries(machine).count(PROGRAM_FOLDER), 1, "entries of the path")
@@ -357,21 +377,31 @@ def test_the_service_is_described_to_windows(packages):
 def test_steps_are_taken_as_the_system_and_in_their_place(packages):
     actions = {row["Action"]: row for row in packages.this.table("CustomAction")}
     setup = 2 + 1024 + 2048  # a program of the package, in the script, not as the user
-    for name, command, kind in (("RestoreMachine", "restore", setup + 64),
-                                ("AwaitServiceEnd", "await-end", setup + 64),
-                                ("RemoveLearntData", "remove-learnt-data", setup + 64),
-                                ("SecureDataFolder", "secure-data-folder", setup),
-                                ("ConfigureService", "configure-service", setup + 64)):
+    when_undone = 256
+    goes_on = 64
+    folder = '"[INSTALLFOLDER]."'
+    for name, command, added in (
+            ("RestoreMachine", "restore", goes_on),
+            ("StartServiceAgain", "start-service", when_undone + goes_on),
+            ("StopService", "stop-service", goes_on),
+            ("RemoveLearntData", "remove-learnt-data", goes_on),
+            ("RemoveInstallFolder", f"remove-install-folder {folder}", goes_on),
+            ("UndoInstallFolder", f"remove-install-folder {folder}", when_undone + goes_on),
+            ("SecureInstallFolder", f"secure-install-folder {folder}", 0),
+            ("SecureDataFolder", 'secure-data-folder "[USERSMAYREAD]"', 0),
+            ("ConfigureService", "configure-service", goes_on)):
         equal((actions[name]["Source"], actions[name]["Target"], actions[name]["Type"]),
-              ("Setup", command, str(kind)), name)
+              ("Setup", command, str(setup + added)), name)
     sequence = packages.this.cells("InstallExecuteSequence", "Action", "Sequence")
     order = sorted(sequence, key=lambda action: int(sequence[action]))
     for first, second in (
             ("AppSearch", "Remember.STRENGTH"), ("Remember.STRENGTH", "Take.STRENGTH"),
             ("Take.STRENGTH", "LaunchConditions"), ("InstallInitialize", "RemoveExistingProducts"),
             ("RemoveExistingProducts", "ProcessComponents"), ("InstallInitialize", "RestoreMachine"),
-            ("RestoreMachine", "StopServices"), ("StopServices", "AwaitServiceEnd"),
-            ("AwaitServiceEnd", "RemoveFiles"), ("DeleteServices", "RemoveLearntData"),
+            ("RestoreMachine", "StopService"), ("StartServiceAgain", "StopService"),
+            ("StopService", "StopServices"), ("DeleteServices", "RemoveLearntData"),
+            ("RemoveFolders", "RemoveInstallFolder"), ("SecureInstallFolder", "UndoInstallFolder"),
+            ("UndoInstallFolder", "CreateFolders"), ("CreateFolders", "InstallFiles"),
             ("RemoveRegistryValues", "RemoveLearntData"), ("WriteRegistryValues", "StartServices"),
             ("InstallServices", "SecureDataFolder"), ("SecureDataFolder", "StartServices"),
             ("InstallServices", "ConfigureService"), ("ConfigureService", "StartServices"),
@@ -379,13 +409,19 @@ def test_steps_are_taken_as_the_system_and_in_their_place(packages):
         equal(order.index(first) < order.index(second), True, f"{first} before {second}")
     conditions = packages.this.cells("InstallExecuteSequence", "Action", "Condition")
     equal(conditions["RestoreMachine"], 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE')
-    equal(conditions["AwaitServiceEnd"], "Installed")
+    equal(conditions["StopService"], "Installed")
+    equal(conditions["SecureInstallFolder"], 'NOT REMOVE="ALL"')
 
 
 def test_choices_reach_an_installation_with_more_rights(packages):
-    secure = packages.this.properties["SecureCustomProperties"].split(";")
-    equal(sorted(secure), sorted((*CHOICES, "INSTALLFOLDER", "REMOVEDATA",
-                                  "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED")))
+    properties = packages.this.properties
+    equal(sorted(properties["SecureCustomProperties"].split(";")),
+          sorted((*ALL_CHOICES, "WIX_DOWNGRADE_DETECTED", "WIX_UPGRADE_DETECTED")))
+    # Without this, the system calls everybody an administrator who installs with its rights.
+    equal(properties["MSIUSEREALADMINDETECTION"], "1")
+    conditions = packages.this.cells("InstallExecuteSequence", "Action", "Condition")
+    for choice in ALL_CHOICES:
+        equal(conditions[f"Ignore.{choice}"], "Installed AND NOT AdminUser", choice)
 
 
 # Installing
@@ -432,7 +468,8 @@ def test_choices_are_laid_down(machine):
 def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
-                          ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes")):
+                          ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes"),
+                          ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes")):
         equal(machine.msiexec("/i", machine.package, **{choice: value}), INSTALL_ERROR,
               f"{choice}={value}")
     expect_removed(machine)
@@ -452,6 +489,41 @@ def test_a_failed_installation_leaves_nothing(machine):
     for name in names:
         (program_data / name).unlink()
     expect_removed(machine)
+    equal(changes(machine, before), (set(), set()))
+
+
+def test_a_folder_for_the_programs_that_others_may_change_is_refused(machine):
+    before = machine.everything()
+    folder = machine.drive / "open"
+    for mode, owner in ((0o777, 0), (0o755, 12345)):
+        if owner and os.geteuid() != 0:
+            print("a folder of somebody else cannot be made without root")
+            continue
+        folder.mkdir()
+        # Wine deletes an empty folder when it undoes an installation that has not come to its making.
+        (folder / "not empty").write_bytes(b"")
+        folder.chmod(mode)
+        if owner:
+            os.chown(folder, owner, owner)
+        for path in ("C:\\open", "C:\\open\\Dozewell"):
+            equal(machine.msiexec("/i", machine.package, INSTALLFOLDER=path), INSTALL_FAILURE, path)
+        equal([path.name for path in folder.iterdir()], ["not empty"], "what is in it")
+        shutil.rmtree(folder)
+    expect_removed(machine)
+    equal(changes(machine, before), (set(), set()))
+
+
+def test_a_folder_for_the_programs_is_made_for_administrators(machine):
+    before = machine.everything()
+    machine.install(INSTALLFOLDER="C:\\made\\here")
+    folder = machine.drive / "made" / "here"
+    for path in (folder, folder.parent):
+        equal(path.stat().st_mode & 0o022, 0, f"others may write to {path}")
+    equal((folder / "DozewellService.exe").is_file(), True)
+    equal(machine.values(SERVICE_KEY)[SERVICE_KEY]["ImagePath"][-1],
+          '"C:\\made\\here\\DozewellService.exe"')
+    equal(machine.service_state(), "RUNNING", "state of the service")
+    machine.remove(INSTALLFOLDER="C:\\made\\here", REMOVEDATA=1)
     equal(changes(machine, before), (set(), set()))
 
 
@@ -488,6 +560,24 @@ def test_repairing_can_change_a_choice(machine):
     machine.install(FEATUREENABLED=0, STRENGTH=1)
     machine.repair(STRENGTH=2)
     expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2)
+
+
+def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
+    chosen = {"DEBUGLOGGING": 1, "FEATUREENABLED": 1, "HISTORYLIMIT": 9, "STRENGTH": 4,
+              "TOTALATTEMPTS": 9}
+    package = as_a_user(machine.package)
+    machine.install(package, FEATUREENABLED=0)
+    learn(machine)
+    # Taken, the last one would be refused.
+    machine.repair(package, INSTALLFOLDER="C:\\elsewhere", REMOVEDATA=1, **chosen, USERSMAYREAD=7)
+    expect_installed(machine, machine.package, FEATUREENABLED=0)
+    equal((machine.drive / "elsewhere").exists(), False, "another folder")
+    expect_still_learnt(machine)
+    # An administrator's are taken.
+    machine.remove(package, REMOVEDATA=1)
+    machine.install(FEATUREENABLED=0)
+    machine.repair(**chosen, USERSMAYREAD=1)
+    expect_installed(machine, machine.package, **chosen)
 
 
 # Upgrading

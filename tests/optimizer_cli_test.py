@@ -26,6 +26,7 @@ SecondLastWeight=1
 AgregationWeight=1
 StrengthHigh=70
 StrengthLow=30
+DayGrouping=0
 """
 USES = [(8 * HOUR, 0), (12 * HOUR, 1), (DAY + 8 * HOUR, 0), (DAY + 12 * HOUR, 1),
         (2 * DAY + 8 * HOUR + 30 * MINUTE, 0)]
@@ -38,6 +39,10 @@ RANGES = {"StrengthHighRange": "70", "StrengthLowRange": "30", "FirstLastWeightR
           "SecondLastWeightRange": "25", "DayGroupingRange": "0", "WR": "50"}
 BAR_WIDTH = len("[] 100%") + 50
 UNKNOWN_CODE = "Unknown event in the history"
+
+
+def with_timeline(outcome, pairs):
+    return outcome.replace("}", ',"timeline":[%s]}' % pairs)
 
 
 def csv(records):
@@ -79,8 +84,11 @@ def found(tool, *options, **changes):
 
 
 def rows(tool, **changes):
-    lines = search(tool, "--json", "--each", **changes).splitlines()[:-1]
-    return [[int(number) for number in line.split(",")] for line in lines]
+    lines = [line for line in search(tool, "--each", **changes).splitlines()
+             if line.count(",") == 9]
+    table = [[int(number) for number in line.split(",")] for line in lines]
+    equal(found(tool, "--each", **changes)["each"], table)
+    return table
 
 
 def apply(tool, text, strength="0"):
@@ -101,16 +109,17 @@ def test_simulate_counts_time_and_resumes(tool):
 
 def test_simulate_prints_the_time_line_first(tool):
     line = "28800 0\n43200 2\n115200 0\n129600 2\n130200 5\n201600 6\n203400 0\n"
-    equal(simulate(tool, USES, DAILY, "--json", "--timeline"), line + OUTCOME)
     contains(simulate(tool, USES, DAILY, "--timeline"), line + "Asleep: ")
+    equal(simulate(tool, USES, DAILY, "--json", "--timeline"), with_timeline(
+        OUTCOME, "[28800,0],[43200,2],[115200,0],[129600,2],[130200,5],[201600,6],[203400,0]"))
 
 
 def test_simulate_reads_hibernation_and_limbo(tool):
     records = [(600, 0), (1200, 1), (1800, 2), (2400, 3), (3000, 0)]
     equal(simulate(tool, records, DAILY, "--timeline", "--json"),
-          "600 0\n1200 2\n1800 3\n2400 1\n3000 0\n"
           '{"sleepSeconds":600,"hibernateSeconds":600,'
-          '"resumesFromSleep":0,"resumesFromHibernate":0}\n')
+          '"resumesFromSleep":0,"resumesFromHibernate":0,'
+          '"timeline":[[600,0],[1200,2],[1800,3],[2400,1],[3000,0]]}\n')
 
 
 def test_simulate_has_its_own_slots_and_day(tool):
@@ -128,40 +137,41 @@ def test_simulate_and_search_take_the_default_settings(tool):
 
 def test_a_history_of_two_records_is_not_simulated(tool):
     for records in ([], USES[:2], [(1, 3), (2, 3)]):
-        equal(simulate(tool, records, DAILY, "--timeline", "--json"), NOTHING)
-        equal(baseline(tool, records, "--timeline", "--json"), NOTHING)
+        equal(simulate(tool, records, DAILY, "--timeline", "--json"), with_timeline(NOTHING, ""))
+        equal(baseline(tool, records, "--timeline", "--json"), with_timeline(NOTHING, ""))
 
 
 def test_simulate_needs_parameters_even_for_no_records(tool):
     tool.write("h.csv", "")
     for text, error in (
-            ("", "No weigths specified"),
-            (DAILY + "SecondLastWeight=-1\n", "No weigths specified"),
-            (DAILY + "DaysInCycle=0\n",
+            ("", "DaysInCycle, FirstLastWeight, SecondLastWeight, AgregationWeight are missing: "
+             "No weigths specified"),
+            (DAILY + "SecondLastWeight=-1\n", "SecondLastWeight is -1: No weigths specified"),
+            (DAILY + "DaysInCycle=0\n", "DaysInCycle is 0: "
              "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"),
-            (DAILY.replace("DaysInCycle=1\n", ""),
+            (DAILY.replace("DaysInCycle=1\n", ""), "DaysInCycle is missing: "
              "ArbitraryCycleProbabilityTracker - wrong configurations")):
         tool.write("s.ini", text)
-        tool.fails(error, "simulate", "--history", "h.csv", "--settings", "s.ini", "--timeline")
+        tool.fails("s.ini: " + error, "simulate", "--history", "h.csv", "--settings", "s.ini", "--timeline")
 
 
 def test_an_unknown_code_ends_the_simulation(tool):
     tool.write("h.dat", record(0, 0) + record(5, 1) + record(9, 4))
     tool.write("s.ini", DAILY)
+    error = "h.dat: record 3 at offset 32: " + UNKNOWN_CODE + ": 4"
     warnings = ["h.dat: damaged: 1 record with a state above 3"]
-    tool.fails(UNKNOWN_CODE, "simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline",
+    tool.fails(error, "simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline",
                warnings=warnings)
-    tool.fails(UNKNOWN_CODE, "baseline", "--history", "h.dat", "--timeline", "--json",
-               warnings=warnings)
+    tool.fails(error, "baseline", "--history", "h.dat", "--timeline", "--json", warnings=warnings)
 
 
 def test_a_refused_event_ends_the_simulation(tool):
     tool.write("s.ini", DAILY)
     command = ("simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline")
     tool.write("h.dat", record(0, 0) + record(600.25, 1) + record(600.75, 0))
-    tool.fails("state start is later than state end", *command)
+    tool.fails("h.dat: state start is later than state end", *command)
     tool.write("h.dat", record(0, 0) + record(600, 1) + record(1e18, 0))
-    tool.fails("wrong time ...", *command)
+    tool.fails("h.dat: wrong time ...", *command)
 
 
 def test_records_not_later_than_the_last_do_not_count(tool):
@@ -183,9 +193,9 @@ def test_records_not_later_than_the_last_do_not_count(tool):
 
 def test_baseline_hibernates_when_the_timeout_is_over(tool):
     equal(baseline(tool, USES[:3], "--timeline", "--json"),
-          "28800 0\n43200 2\n43800 3\n115200 0\n"
           '{"sleepSeconds":600,"hibernateSeconds":71400,'
-          '"resumesFromSleep":0,"resumesFromHibernate":1}\n')
+          '"resumesFromSleep":0,"resumesFromHibernate":1,'
+          '"timeline":[[28800,0],[43200,2],[43800,3],[115200,0]]}\n')
     equal(baseline(tool, USES[:3]),
           "Asleep: 0.2 hours\n"
           "Hibernated: 19.8 hours\n"
@@ -196,7 +206,7 @@ def test_baseline_hibernates_when_the_timeout_is_over(tool):
 def test_a_return_at_the_timeout_is_from_sleep(tool):
     asleep = ('{"sleepSeconds":72000,"hibernateSeconds":0,'
               '"resumesFromSleep":1,"resumesFromHibernate":0}\n')
-    for minutes in ("1200", "0", "4294967295"):
+    for minutes in ("1200", "20h", "0", "never", "4294967295"):
         equal(baseline(tool, USES[:3], "--hibernate-after", minutes, "--json"), asleep)
     contains(baseline(tool, USES[:3], "--hibernate-after", "1199", "--json"),
              '"hibernateSeconds":60,')
@@ -205,16 +215,17 @@ def test_a_return_at_the_timeout_is_from_sleep(tool):
 def test_baseline_takes_all_codes_but_0_for_sleep_and_repeated_ones_once(tool):
     records = [(0, 0), (60, 0), (120, 2), (180, 3), (240, 1), (300, 0)]
     equal(baseline(tool, records, "--timeline", "--json"),
-          "0 0\n120 2\n300 0\n"
           '{"sleepSeconds":180,"hibernateSeconds":0,'
-          '"resumesFromSleep":1,"resumesFromHibernate":0}\n')
+          '"resumesFromSleep":1,"resumesFromHibernate":0,'
+          '"timeline":[[0,0],[120,2],[300,0]]}\n')
 
 
 def test_bad_timeouts(tool):
     tool.write("h.csv", csv(USES))
     for minutes in ("ten", "-1", "4294967296", "1.5", " 5"):
         for command in ("baseline", "search"):
-            tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: " + minutes,
+            tool.fails("--hibernate-after: not never or 1 to 4294967295 minutes, such as 45m or "
+                       "1h30m: " + minutes,
                        command, "--history", "h.csv", "--hibernate-after=" + minutes)
 
 
@@ -225,9 +236,11 @@ def test_search_tells_what_it_would_store(tool):
     equal(search(tool, "--json", WR="50, 0 100"),
           '{"records":5,"sets":1,"baselineOutcome":{"sleepSeconds":1200,"hibernateSeconds":144600,'
           '"resumesFromSleep":0,"resumesFromHibernate":2},"best":['
-          '{"name":"Best0","value":"50,25,25,70,30,0","score":50,"baseline":49.5884781},'
-          '{"name":"Best1","value":"-1","score":0,"baseline":99.1769562},'
-          '{"name":"Best2","value":"50,25,25,70,30,0","score":100,"baseline":0}]}\n')
+          '{"name":"Best0","value":"50,25,25,70,30,0","score":50,"baseline":49.5884781,'
+          '"set":[50,25,25,70,30,0]},'
+          '{"name":"Best1","value":"-1","score":0,"baseline":99.1769562,"set":null},'
+          '{"name":"Best2","value":"50,25,25,70,30,0","score":100,"baseline":0,'
+          '"set":[50,25,25,70,30,0]}]}\n')
 
 
 def test_search_in_words(tool):
@@ -269,17 +282,18 @@ def test_search_over_no_sets(tool):
         "records": 5, "sets": 0,
         "baselineOutcome": {"sleepSeconds": 1200, "hibernateSeconds": 144600,
                             "resumesFromSleep": 0, "resumesFromHibernate": 2},
-        "best": [{"name": "Best0", "value": ",,,,,", "score": 0, "baseline": 0},
-                 {"name": "Best1", "value": "-1", "score": 0, "baseline": 99.1769562}]})
-    equal(search(tool, "--each", "--json", DayGroupingRange="").count("\n"), 1)
+        "best": [{"name": "Best0", "value": ",,,,,", "score": 0, "baseline": 0, "set": None},
+                 {"name": "Best1", "value": "-1", "score": 0, "baseline": 99.1769562,
+                  "set": None}]})
+    equal(found(tool, "--each", DayGroupingRange="")["each"], [])
     equal(found(tool, FirstLastWeightRange="60", SecondLastWeightRange="40")["sets"], 0)
 
 
 def test_search_over_fewer_than_three_records(tool):
     equal(search(tool, "--each", "--json", records=USES[:2]),
-          "50,25,25,70,30,0,0,0,0,0\n"
           '{"records":2,"sets":1,"baselineOutcome":' + NOTHING.strip() +
-          ',"best":[{"name":"Best0","value":"-1","score":0,"baseline":null}]}\n')
+          ',"best":[{"name":"Best0","value":"-1","score":0,"baseline":null,"set":null}],'
+          '"each":[[50,25,25,70,30,0,0,0,0,0]]}\n')
 
 
 def test_each_set_has_its_line_in_the_order_of_the_grid(tool):
@@ -317,13 +331,14 @@ def test_an_exception_ends_the_search(tool):
     tool.write("h.csv", csv(USES))
     command = ("search", "--history", "h.csv", "--settings", "s.ini", "--each", "--json")
     tool.write("s.ini", settings(FirstLastWeightRange="50,-1"))
-    tool.fails("No weigths specified", *command)
+    tool.fails("s.ini: FirstLastWeightRange holds -1: No weigths specified", *command)
     tool.write("s.ini", settings(DayGroupingRange=""))
     tool.write("h.csv", csv([*USES[:2], (DAY, 4)]))
-    tool.fails(UNKNOWN_CODE, *command, warnings=["h.csv: damaged: 1 record with a state above 3"])
+    tool.fails("h.csv: line 3: " + UNKNOWN_CODE + ": 4", *command,
+               warnings=["h.csv: damaged: 1 record with a state above 3"])
     tool.write("s.ini", settings())
     tool.write("h.csv", "0,0\n600.25,1\n600.75,0\n")
-    tool.fails("state start is later than state end", *command)
+    tool.fails("h.csv: state start is later than state end", *command)
 
 
 def test_search_shows_how_far_it_is_on_a_terminal_only(tool):
@@ -347,7 +362,8 @@ def test_the_bar_is_gone_before_an_error(tool):
     tool.write("s.ini", settings(FirstLastWeightRange="-1"))
     done, shown = on_a_terminal(tool, "search", "--history", "h.csv", "--settings", "s.ini")
     equal(done.returncode, 2)
-    equal(shown.split(" " * BAR_WIDTH + "\r")[1], "dozewell-replay: No weigths specified\r\n")
+    equal(shown.split(" " * BAR_WIDTH + "\r")[1], "dozewell-replay: s.ini: "
+          "FirstLastWeightRange holds -1: No weigths specified\r\n")
 
 
 # Applying what was found
@@ -357,11 +373,12 @@ PARAMETERS = ("FirstLastWeight", "SecondLastWeight", "AgregationWeight", "Streng
 
 
 def applied(*texts):
-    return {"disabled": 0, "feedback": 2, **dict(zip(PARAMETERS, texts))}
+    return {"disabled": 0, "feedback": 2, **dict(zip(PARAMETERS, texts)),
+            "set": [int(text) for text in texts]}
 
 
 def not_applied(disabled, feedback):
-    return {"disabled": disabled, "feedback": feedback, **dict.fromkeys(PARAMETERS)}
+    return {"disabled": disabled, "feedback": feedback, **dict.fromkeys(PARAMETERS), "set": None}
 
 
 def test_apply_tells_what_would_be_stored(tool):
@@ -369,7 +386,8 @@ def test_apply_tells_what_would_be_stored(tool):
     command = ("apply", "--strength", "0", "--best", "b")
     equal(tool.works(*command, "--json"),
           '{"disabled":0,"feedback":2,"FirstLastWeight":"10","SecondLastWeight":"20",'
-          '"AgregationWeight":"70","StrengthHigh":"90","StrengthLow":"60","DayGrouping":"2"}\n')
+          '"AgregationWeight":"70","StrengthHigh":"90","StrengthLow":"60","DayGrouping":"2",'
+          '"set":[10,20,70,90,60,2]}\n')
     equal(tool.works(*command),
           "Best0: taken\n"
           "FirstLastWeight=10\nSecondLastWeight=20\nAgregationWeight=70\n"

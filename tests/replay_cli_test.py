@@ -16,7 +16,7 @@ import struct
 import sys
 from pathlib import Path
 
-from tests.support.cli import DAY, HISTORY, ROOT, SETTINGS, main, record
+from tests.support.cli import DAY, HISTORY, ROOT, SETTINGS, WRONG_TIME, main, record
 from tests.support.expect import contains, equal
 
 COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare",
@@ -48,12 +48,14 @@ def test_unknown_arguments(tool):
     tool.fails(unexpected + "--json", "--json")
     tool.fails(unexpected + "--speed", "predict", "--data", "d", "--speed")
     tool.fails(unexpected + "more", "week", "--data", "d", "more")
-    tool.fails(unexpected + "--json", "week", "--data", "d", "--json")
-    tool.fails(unexpected + "-h", "week", "--data", "d", "-h")
+    tool.fails(unexpected + "--each", "week", "--data", "d", "--each")
     tool.fails(unexpected + "/help", "week", "--data", "d", "/help")
     tool.fails(unexpected + "Learn", "Learn")
-    tool.fails("The following arguments were not expected: two one", "week", "--data", "d", "one",
-               "two")
+    tool.fails(unexpected + '""', "")
+    several = "The following arguments were not expected: "
+    tool.fails(several + "one two", "week", "--data", "d", "one", "two")
+    # A required option that is misspelt is not only missing.
+    tool.fails(several + "--histor x", "learn", "--histor", "x", "--data", "d")
 
 
 def test_options_that_are_missing(tool):
@@ -84,7 +86,9 @@ def test_options_that_are_missing(tool):
 
 def test_options_that_are_given_wrongly(tool):
     tool.fails("--data: 1 required FILE missing", "predict", "--data")
-    tool.fails("--data: At Most 1 required but received 2", "predict", "--data", "a", "--data", "b")
+    tool.fails("--data: given more than once", "predict", "--data", "a", "--data", "b")
+    tool.fails("--data: the name is empty", "predict", "--data", "")
+    tool.fails("--out: the name is empty", "export", "--history", "h", "--out", "")
 
 
 def test_option_and_value_in_one_word(tool):
@@ -108,6 +112,24 @@ def test_help_of_each_command(tool):
         contains(text, "Usage: dozewell-replay %s [OPTIONS]" % command)
         contains(text, "\nExample:\n  dozewell-replay %s --" % command)
         equal([line for line in text.splitlines() if len(line) > 100], [])
+
+
+def test_help_is_given_to_all_who_ask_for_it(tool):
+    text = tool.works("--help")
+    for asking in (["-h"], ["/?"], ["help"]):
+        equal(tool.works(*asking), text)
+    text = tool.works("learn", "--help")
+    for asking in (["learn", "-h"], ["learn", "/?"], ["help", "learn"]):
+        equal(tool.works(*asking), text)
+
+
+def test_help_tells_how_times_durations_and_files_are_given(tool):
+    text = tool.works("report", "--help")
+    contains(text, "--now TIME ")
+    contains(text, "--hibernate-after DURATION ")
+    contains(text, '\nTIME is a local time "YYYY-MM-DD HH:MM"')
+    contains(text, "\nDURATION is minutes, or has units: ")
+    equal("DURATION" in tool.works("explain", "--help"), False)
 
 
 def test_help_is_given_whatever_else_is_wrong(tool):
@@ -246,7 +268,8 @@ def test_no_prediction(tool):
     equal(tool.works("suspend", *command, "--now", at, "--json"),
           '{"hibernateAt":"no prediction","sleepRestoredAt":"never",'
           '"hibernateNextAt":"no prediction","haMinutes":null,"timerMinutes":null,'
-          '"nextHAMinutes":null}\n')
+          '"nextHAMinutes":null,"hibernateAtTime":null,"sleepRestoredAtTime":null,'
+          '"hibernateNextAtTime":null}\n')
     equal(tool.works("suspend", *command, "--now", at),
           "Predicted Hibernate at: no prediction\n"
           "Predicted Sleep restored at: never\n"
@@ -262,7 +285,9 @@ def test_suspend(tool):
     equal(tool.works(*command, "--json"),
           '{"hibernateAt":"Sat Jan  3 00:30:00 1970","sleepRestoredAt":"Sat Jan  3 08:00:00 1970",'
           '"hibernateNextAt":"Sat Jan  3 12:30:00 1970","haMinutes":20,"timerMinutes":470,'
-          '"nextHAMinutes":270}\n')
+          '"nextHAMinutes":270,"hibernateAtTime":"1970-01-03T00:30:00",'
+          '"sleepRestoredAtTime":"1970-01-03T08:00:00",'
+          '"hibernateNextAtTime":"1970-01-03T12:30:00"}\n')
     equal(tool.works(*command),
           "Predicted Hibernate at: Sat Jan  3 00:30:00 1970\n"
           "Predicted Sleep restored at: Sat Jan  3 08:00:00 1970\n"
@@ -270,6 +295,31 @@ def test_suspend(tool):
           "Hibernate-after timeout: 20 minutes\n"
           "Wake timer: 470 minutes\n"
           "Hibernate-after timeout once woken: 270 minutes\n")
+
+
+def test_suspend_without_predictions(tool):
+    tool.example()
+    tool.write("off.ini", SETTINGS.replace("[Settings]\n", "[Settings]\nDisablePrediction=1\n"))
+    command = ("--data", "d.z7", "--settings", "off.ini")
+    warnings = ["off.ini: DisablePrediction is 1, so the service acts on no prediction"]
+    contains(tool.works("suspend", *command, warnings=warnings),
+             "Predicted Hibernate at: no prediction\n")
+    equal(tool.works("explain", *command, warnings=warnings),
+          tool.works("explain", "--data", "d.z7", "--settings", "s.ini"))
+
+
+def test_a_time_has_several_forms(tool):
+    tool.example()
+    environment = {**tool.environment, "TZ": "CET-1CEST,M3.5.0,M10.5.0/3"}
+    for command, option in (("predict", "--at"), ("suspend", "--now"), ("explain", "--at")):
+        run = (command, "--data", "d.z7", "--settings", "s.ini", option)
+        expected = tool.works(*run, "1970-01-03T00:10:00")
+        for form in ("1970-01-03T00:10", "1970-01-03 00:10:00", "1970-01-03 00:10"):
+            equal(tool.works(*run, form), expected)
+        # Wine takes its time zone from elsewhere.
+        if tool.is_native:
+            done = tool.run(*run, str(2 * DAY - 3000), env=environment)
+            equal((done.returncode, done.stdout.decode()), (0, expected))
 
 
 def test_without_a_time_the_last_event_counts(tool):
@@ -321,6 +371,16 @@ def test_week_is_plain_text_without_a_terminal(tool):
           "      never in use | .:-=+*#%@| always in use, ? not known\n")
 
 
+def test_week_for_programs(tool):
+    tool.example()
+    cells = [0] * 16 + [1] * 9 + [0] * 23
+    command = ("week", "--data", "d.z7", "--settings", "s.ini", "--json")
+    equal(json.loads(tool.works(*command)),
+          {"minutesPerCell": 30, "rows": [{"name": "day 0", "day": 0, "cells": cells}]})
+    tool.write("d.z7", header() + SLOTS * NOTHING_KNOWN)
+    equal(json.loads(tool.works(*command))["rows"][0]["cells"], [None] * 48)
+
+
 def test_week_has_colours_on_a_terminal_unless_they_are_not_wanted(tool):
     if not tool.is_native:
         return
@@ -336,9 +396,11 @@ def test_week_has_colours_on_a_terminal_unless_they_are_not_wanted(tool):
             return screen.read(100000)
 
     plain = {name: value for name, value in tool.environment.items() if name != "NO_COLOR"}
+    plain["TERM"] = "xterm"
     contains(shown(plain), b"\x1b[48;5;220;38;5;16m@@@@@@@@@\x1b[")
     contains(shown({**plain, "NO_COLOR": ""}), b"\x1b[48;5;220")
     equal(b"\x1b" in shown({**plain, "NO_COLOR": "1"}), False)
+    equal(b"\x1b" in shown({**plain, "TERM": "dumb"}), False)
 
 
 def test_a_cycle_without_whole_days_has_no_picture(tool):
@@ -392,10 +454,12 @@ def test_what_the_engine_throws_ends_the_command(tool):
         settings = re.sub("%s=.*\n" % key, "", SETTINGS)
         assert settings != SETTINGS
         tool.write("bad.ini", settings)
-        tool.fails(error, "learn", "--history", "h.csv", "--settings", "bad.ini", "--data", "d.z7")
+        tool.fails("bad.ini: %s is missing: %s" % (key, error), "learn", "--history", "h.csv",
+                   "--settings", "bad.ini", "--data", "d.z7")
     tool.write("bad.ini", SETTINGS.replace("TimeResolution=30", "TimeResolution=7"))
-    tool.fails("Length of day modulus number of minutes within a slot is not zero",
-               "learn", "--history", "h.csv", "--settings", "bad.ini", "--data", "d.z7")
+    tool.fails("bad.ini: TimeResolution is 7, which does not divide MinutesInDay, 1440: "
+               "Length of day modulus number of minutes within a slot is not zero", "learn",
+               "--history", "h.csv", "--settings", "bad.ini", "--data", "d.z7")
     (tool.folder / "bad.ini").unlink()
     equal(tool.files(), before)
 
@@ -404,7 +468,7 @@ def test_a_data_file_of_another_version_ends_the_command(tool):
     tool.write("s.ini", SETTINGS)
     tool.write("d.z7", header(version=1) + SLOTS * NOTHING_KNOWN)
     for command in ("predict", "probabilities", "suspend", "week", "explain"):
-        tool.fails("Version 0 expected", command, "--data", "d.z7", "--settings", "s.ini")
+        tool.fails("d.z7: Version 0 expected", command, "--data", "d.z7", "--settings", "s.ini")
 
 
 def test_bad_settings_lines(tool):
@@ -416,6 +480,21 @@ def test_bad_settings_lines(tool):
                                         "[Settings")):
         tool.write("bad.ini", text)
         tool.fails(error, "predict", "--data", "d.z7", "--settings", "bad.ini")
+
+
+def test_settings_that_a_file_lacks_are_named(tool):
+    tool.example()
+    tool.write("few.ini", SETTINGS.replace("StrengthLow=30\nDayGrouping=0\n", ""))
+    replaces = "; a settings file replaces all default settings"
+    tool.works("explain", "--data", "d.z7", "--settings", "few.ini",
+               warnings=["few.ini: lacks DayGrouping, StrengthLow" + replaces])
+    # Only those that the command needs.
+    tool.write("few.ini", SETTINGS[:SETTINGS.index("StrengthHighRange")])
+    tool.works("explain", "--data", "d.z7", "--settings", "few.ini")
+    tool.works("search", "--history", "h.csv", "--settings", "few.ini",
+               warnings=["few.ini: lacks StrengthHighRange, StrengthLowRange, "
+                         "FirstLastWeightRange, SecondLastWeightRange, DayGroupingRange, WR"
+                         + replaces])
 
 
 def test_the_default_settings_are_those_of_the_package(tool):
@@ -506,7 +585,9 @@ def test_an_error_leaves_the_old_output_and_nothing_else(tool):
     before = tool.files()
     line = "bad.csv: line 2: not two columns with a comma between them"
     tool.fails(line, "learn", "--history", "bad.csv", "--data", "d.z7")
-    tool.fails("CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations", "learn",
+    tool.fails("bad.ini: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+               "SecondLastWeight, AgregationWeight are missing: "
+               "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations", "learn",
                "--history", "h.csv", "--settings", "bad.ini", "--data", "d.z7")
     tool.fails(line, "import", "--history", "bad.csv", "--out", "h.csv")
     tool.fails(line, "merge", "--history", "bad.csv", "--pending", "h.dat", "--now", "0",
@@ -554,7 +635,7 @@ def test_file_names_in_other_letters(tool):
 
 def test_an_error_is_one_line_whatever_it_quotes(tool):
     tool.example()
-    tool.fails("--at: not a local time YYYY-MM-DDTHH:MM:SS: a?b?", "predict", "--data", "d.z7",
+    tool.fails(WRONG_TIME % "--at" + "a?b?", "predict", "--data", "d.z7",
                "--settings", "s.ini", "--at", "a\nb\x1b")
     tool.write("bad.ini", "[A]\nx\x07y\rz\n")
     tool.fails("bad.ini: line 2: neither [section] nor key=value: x?y?z", "predict", "--data",
@@ -574,12 +655,12 @@ def test_output_that_cannot_be_printed(tool):
 
 def test_bad_times(tool):
     tool.example()
-    for text in ("", "now", "2024-03-01", "2024-03-01T18:00", "2024-03-01 18:00:00",
+    for text in ("", "now", "2024-03-01", "2024-03-01T18", "2024-03-01 18:00:00Z", "1.5", " 0",
                  "2023-02-29T00:00:00", "2024-03-01T24:00:00", "1969-12-31T23:59:59",
-                 "3001-01-01T00:00:00", "{}"):
+                 "3001-01-01T00:00:00", "99999999999999999999", "9223372036854775807", "{}"):
         for command, option in (("predict", "--at"), ("suspend", "--now")):
-            tool.fails("%s: not a local time YYYY-MM-DDTHH:MM:SS: %s" % (option, text), command,
-                       "--data", "d.z7", "--settings", "s.ini", option, text)
+            tool.fails(WRONG_TIME % option + (text or '""'), command, "--data", "d.z7",
+                       "--settings", "s.ini", option, text)
 
 
 def test_bad_numbers(tool):
@@ -588,9 +669,7 @@ def test_bad_numbers(tool):
     merge = {"--now": "0", "--limit": "0"}
     cases = [("--days", "1 to 36500", ["0", "36501", "-1", "1.5", "x", ""]),
              ("--seed", "0 to 18446744073709551615", ["-1", "18446744073709551616", "0x1"]),
-             ("--limit", "0 to 4294967295", ["-1", "4294967296", "1 "]),
-             ("--now", "-9223372036854775808 to 9223372036854775807",
-              ["9223372036854775808", "2024-03-01T18:00:00"])]
+             ("--limit", "0 to 4294967295", ["-1", "4294967296", "1 "])]
     for option, bounds, texts in cases:
         for text in texts:
             if option in sample:
@@ -599,8 +678,11 @@ def test_bad_numbers(tool):
             else:
                 command = ["merge", "--history", "h.csv", "--pending", "h.csv", "--out", "out"]
                 values = {**merge, option: text}
-            tool.fails("%s: not a whole number from %s: %s" % (option, bounds, text), *command,
-                       *[word for pair in values.items() for word in pair])
+            tool.fails("%s: not a whole number from %s: %s" % (option, bounds, text or '""'),
+                       *command, *[word for pair in values.items() for word in pair])
+    for text in ("9223372036854775808", "noon"):
+        tool.fails(WRONG_TIME % "--now" + text, "merge", "--history", "h.csv", "--pending", "h.csv",
+                   "--out", "out", "--limit", "0", "--now", text)
     equal(sorted(tool.files()), ["h.csv"])
 
 
@@ -698,6 +780,18 @@ def test_merge_drops_what_is_old_or_not_later(tool):
     equal(merged(tool, DAY + 2001, 1, warnings), old[3] + new[2])
     # Pending records stay even if they are old.
     equal(merged(tool, DAY * 9, 1, warnings), new[0] + new[2])
+
+
+def test_the_time_of_a_merge_may_be_local(tool):
+    if not tool.is_native:
+        return
+    tool.environment = {**tool.environment, "TZ": "EST5EDT,M3.2.0,M11.1.0"}
+    tool.write("old.dat", record(DAY, 0, 1) + record(2 * DAY, 1, 2))
+    tool.write("new.dat", b"")
+    # 19:00 of that day is midnight, UTC.
+    equal(merged(tool, "1970-01-02 19:00:00", 1), merged(tool, 2 * DAY, 1))
+    equal(merged(tool, "1970-01-02 19:00:01", 1), merged(tool, 2 * DAY + 1, 1))
+    equal(merged(tool, 2 * DAY, 1) == merged(tool, 2 * DAY + 1, 1), False)
 
 
 def test_merge_lays_a_partial_tail_over_the_record_before(tool):

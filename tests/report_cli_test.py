@@ -6,7 +6,7 @@
 
 import sys
 
-from tests.support.cli import main
+from tests.support.cli import WRONG_TIME, main
 from tests.support.expect import contains, equal
 
 FILES = ("--history", "h.csv", "--data", "d.z7", "--settings", "s.ini")
@@ -26,6 +26,9 @@ def test_a_report_is_of_the_last_event_unless_a_time_is_given(tool):
     contains(html, "Dozewell report of Fri 2 Jan 1970, 12:00. The history has 4 records, from "
                    "Thu 1 Jan 1970 to Fri 2 Jan 1970.")
     equal(page(tool, "--now", "1970-01-02T12:00:00"), html)
+    equal(page(tool, "--now", "1970-01-02 12:00"), html)
+    equal(tool.works("report", *FILES, "--out", "r.html", "--json"),
+          '{"file":"r.html","bytes":%d}\n' % len(html.encode()))
     contains(page(tool, "--now", "1970-01-05T07:30:00"), "report of Mon 5 Jan 1970, 07:30.")
 
 
@@ -87,10 +90,9 @@ def test_what_goes_wrong_leaves_the_page_that_was_there(tool):
     tool.fails(missing, "report", "--history", "gone", "--data", "d.z7", *out)
     tool.fails(missing, "report", "--history", "h.csv", "--data", "gone", *out)
     tool.fails(missing, "report", *FILES[:4], "--settings", "gone", *out)
-    tool.fails("--now: not a local time YYYY-MM-DDTHH:MM:SS: noon", "report", *FILES, *out,
-               "--now", "noon")
-    tool.fails("--hibernate-after: not a whole number from 0 to 4294967295: ten", "report",
-               *FILES, *out, "--hibernate-after", "ten")
+    tool.fails(WRONG_TIME % "--now" + "noon", "report", *FILES, *out, "--now", "noon")
+    tool.fails("--hibernate-after: not never or 1 to 4294967295 minutes, such as 45m or 1h30m: ten",
+               "report", *FILES, *out, "--hibernate-after", "ten")
     equal(tool.files(), before)
 
 

@@ -2,6 +2,8 @@
 
 import ctypes
 import fcntl
+import os
+import secrets
 import shutil
 
 from machine.lab_device import Driver
@@ -13,6 +15,7 @@ from machine.wine import ZONE, Wine
 PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
 SETUP_PROGRAM = "C:\\Program Files\\Dozewell\\dozewell-setup.exe"
 STATE_FILE = "lab/machine.bin"
+TOKEN_FILE = "lab/token"
 
 _PROGRAM_FOLDER = "Program Files/Dozewell"
 _DRIVER = "dozewell_lab"
@@ -24,7 +27,8 @@ _SERVED = ("DozewellService.exe", "dozewell-setup.exe")
 
 class Installation:
     """A with statement boots it and switches it off at its end; in between, `wine`, `state` and
-    `agent` can be used. `build` is the folder of the Windows build. The machine's own folder is
+    `agent` can be used, and `token`, which whoever asks the agent or the service for something must
+    know. `build` is the folder of the Windows build. The machine's own folder is
     kept, so that it boots faster the next time."""
 
     def __init__(self, folder, build, zone=ZONE):
@@ -33,6 +37,8 @@ class Installation:
         self._lock = None
         self.wine = Wine(self.folder / "wine", zone)
         self.state = None
+        self.token = None
+        self.token_file = self.wine.drive / TOKEN_FILE
         self.agent = None
 
     def __enter__(self):
@@ -57,6 +63,7 @@ class Installation:
         if is_new:
             self.wine.create()
         self._copy_files()
+        self._draw_token()
         self.state = create_machine_state(self.wine.drive / STATE_FILE)
         self.wine.boot()
         self._start_agent()
@@ -78,13 +85,21 @@ class Installation:
             folder.mkdir(parents=True, exist_ok=True)
             shutil.copy(self.build / file, folder)
 
+    def _draw_token(self):
+        """A new one for each boot, in a file that nobody else can read from its beginning."""
+        self.token = secrets.token_hex(32)
+        self.token_file.unlink(missing_ok=True)
+        descriptor = os.open(self.token_file, os.O_WRONLY | os.O_CREAT | os.O_EXCL, 0o600)
+        with open(descriptor, "w", encoding="ascii") as file:
+            file.write(self.token)
+
     def _start_agent(self):
         self.wine.start("C:\\lab\\agent.exe")
         waiting = self.wine.waiting
         port = waiting.until(lambda: self.state.agent_port, "the agent does not start")
         if self.state.size != ctypes.sizeof(MachineState):
             raise RuntimeError("machine_state.py and native/shared/machine_state.h differ")
-        self.agent = Link(port, waiting)
+        self.agent = Link(port, self.token, waiting)
 
     def _install_driver(self):
         device = f"SYSTEM\\CurrentControlSet\\Enum\\ROOT\\{_DRIVER}\\0000"

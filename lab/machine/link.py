@@ -19,11 +19,14 @@ class LinkLost(Exception):
 
 
 class Link:
-    def __init__(self, port, waiting):
+    """`token` is what the other side wants to be told first."""
+
+    def __init__(self, port, token, waiting):
         self._waiting = waiting
         self._received = b""
         self._socket = socket.create_connection(("127.0.0.1", port))
         self._socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+        self._socket.sendall(f"{token}\n".encode())
 
     def close(self):
         self._socket.close()

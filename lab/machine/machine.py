@@ -75,6 +75,8 @@ class Machine:
     def __init__(self, installation):
         self._wine = installation.wine
         self._state = installation.state
+        self._token = installation.token
+        self.token_file = installation.token_file
         self._channel = None
         self._served_before = 0
         agent = installation.agent
@@ -269,6 +271,10 @@ class Machine:
 
     # The rest of the machine
 
+    def open_ports(self):
+        """Where the lab listens for the test: the agent, and the service while it runs."""
+        return [port for port in (self._state.agent_port, self._state.service_port) if port]
+
     def set_mains(self, on_mains):
         self.set_line_status(1 if on_mains else 0)
 
@@ -336,7 +342,7 @@ class Machine:
     def _ask_service(self, *request):
         if self._channel is None:
             port = self.waiting.until(lambda: self._state.service_port, "no control handler")
-            self._channel = Link(port, self.waiting)
+            self._channel = Link(port, self._token, self.waiting)
         return self._channel.ask(*request)
 
     def _wake_sleepers(self):

@@ -1,15 +1,16 @@
 """The service is installed as a package, and removed again."""
 
 from machine.lab_device import ENABLED, READ_TIMER
-from machine.machine import HISTORY_FILE
+from machine.machine import HISTORY_FILE, SERVICE_PROGRAM
 from machine.registry import CURRENT, predictor_key
-from machine.service_control import RUNNING
+from machine.service_control import RUNNING, STOPPED
 from machine.service_record import error
 from steps.expect import expect, expect_true
 from steps.living import machine_that_knows_office_hours, sixty_days
 from steps.nights import cached_timeouts, expect_timeouts
 
 USERS_OWN = 180, 60
+INSTALLED_PATH = '"C:\\Program Files\\Brevan\\Dozewell\\DozewellService.exe"'
 NOT_SWITCHED_OFF = "the driver's wake timers could not be switched off"
 
 
@@ -37,6 +38,7 @@ def a_machine_that_had_the_package_is_left_as_its_user_had_it(machine):
     with machine.package.at_hand() as package:
         machine.install_package(package)
         expect(machine.service.status().state, RUNNING, "state after the installation")
+        expect(machine.service.configuration().path, INSTALLED_PATH, "path of the program")
         sixty_days(machine)
         expect_true(machine.registry.read("Best0", predictor_key(CURRENT)), "a search was made")
         machine.restart_service()
@@ -98,3 +100,20 @@ def an_installed_service_is_asked_to_start_late_and_to_be_restarted(machine):
     expect(configured.step.of("config"),
            ["delayed start 1", "restart after 60000 300000 900000 ms, anew after 86400 s"],
            "what was asked for")
+
+
+def the_service_is_stopped_with_its_process_and_can_be_started_again(machine):
+    machine.provision()
+    machine.start_service()
+    stopped = machine.package.setup.run("stop-service")
+    expect((stopped.exit_code, stopped.error), (0, ""), "the setup program that stops")
+    expect(machine.processes.threads(SERVICE_PROGRAM), {}, "threads of the service")
+    machine.finish_stop()
+    expect(machine.service.status().state, STOPPED, "state")
+
+    again = machine.package.setup.run("stop-service")
+    expect((again.exit_code, again.error), (0, ""), "stopping a service that is stopped")
+    for what in "stopped", "running":
+        started = machine.package.setup.run("start-service")
+        expect((started.exit_code, started.error), (0, ""), f"starting a service that is {what}")
+        machine.service.wait_for(RUNNING)

@@ -69,7 +69,7 @@ def a_wait_on_a_machine_at_rest_fails(machine):
 
     _expect_in_vain(lambda: waiting.for_end(console, "it does not end"), f"it does not end: {REST}")
     with socket.create_server(("127.0.0.1", 0)) as server:
-        silent = Link(server.getsockname()[1], waiting)
+        silent = Link(server.getsockname()[1], "", waiting)
         _expect_in_vain(lambda: silent.ask("anything"), f"anything is not answered: {REST}")
         silent.close()
     machine.press_ctrl_c(console)

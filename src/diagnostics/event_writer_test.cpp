@@ -6,10 +6,9 @@
 #include <vector>
 
 #include "fakes/event_log_fake.h"
+#include "support/calls.h"
 
 namespace dozewell {
-
-using Calls = std::vector<std::string>;
 
 TEST_CASE("the messages of the service and its RPC server read as they should") {
   struct Row {

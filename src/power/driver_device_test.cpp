@@ -8,10 +8,9 @@
 
 #include "fakes/driver_fake.h"
 #include "power/device_io.h"
+#include "support/calls.h"
 
 namespace dozewell {
-
-using Calls = std::vector<std::string>;
 
 TEST_CASE("the driver's device is opened once and closed once") {
   fakes::ResetDriver();

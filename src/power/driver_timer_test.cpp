@@ -10,11 +10,10 @@
 #include "fakes/driver_fake.h"
 #include "power/device_io.h"
 #include "power/driver_device.h"
+#include "support/calls.h"
 
 namespace dozewell {
 namespace {
-
-using Calls = std::vector<std::string>;
 
 static_assert(sizeof(CDriverFuncCall) == sizeof(void*));
 static_assert(std::has_virtual_destructor_v<CDriverFuncCall>);

@@ -13,11 +13,10 @@
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "power/power_scheme.h"
+#include "support/calls.h"
 
 namespace dozewell {
 namespace {
-
-using Calls = std::vector<std::string>;
 
 // Reports of error events.
 const char* const kPassedAC = "1 Failed to set passed HA value for AC";

@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "fakes/power_fake.h"
+#include "support/calls.h"
 
 namespace dozewell {
 namespace {
-
-using Calls = std::vector<std::string>;
 
 constexpr uint32_t kAll = 0x1F;
 constexpr PowerTimeouts kUntouched = {91, 92, 93, 94, 95};

@@ -18,12 +18,12 @@ namespace {
 constexpr TimeLineEvent kStop = {{}, ContainerStopped};
 
 // A folder, a configuration that names it, and a historian.
-struct Engine {
+struct SavingEngine {
   TempFolder folder;
   fakes::Configurations configuration;
   HistorianImpl historian;
 
-  Engine() { configuration.dataFolder = folder.Path(); }
+  SavingEngine() { configuration.dataFolder = folder.Path(); }
 
   std::wstring DataFile() const { return folder.File(L"cpredict.z7"); }
   std::vector<unsigned char> Bytes() const { return ReadWholeFile(DataFile()).value(); }
@@ -48,7 +48,7 @@ struct Engine {
 }  // namespace
 
 TEST_CASE("without a data file the predictor is blank, and the container's stop makes one") {
-  Engine engine;
+  SavingEngine engine;
   CHECK(engine.LoadAndCheckKnown(false) == DataFileState::NotOpened);
   CHECK(engine.folder.IsEmpty());
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
@@ -57,7 +57,7 @@ TEST_CASE("without a data file the predictor is blank, and the container's stop 
 }
 
 TEST_CASE("a predictor starts with what was saved in the data file") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   const std::vector<unsigned char> bytes = engine.Bytes();
   TrackerData header;
@@ -73,7 +73,7 @@ TEST_CASE("a predictor starts with what was saved in the data file") {
 }
 
 TEST_CASE("after a container's stop before any event, the first event only records") {
-  Engine engine;
+  SavingEngine engine;
   {
     const CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
     engine.historian.NotifyListener(kStop);
@@ -90,7 +90,7 @@ TEST_CASE("after a container's stop before any event, the first event only recor
 }
 
 TEST_CASE("after a container's stop the stretch under way goes on in the next predictor") {
-  Engine engine;
+  SavingEngine engine;
   {
     const CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
     engine.historian.NotifyListener({WeekTime(0, 10), Activating});
@@ -104,7 +104,7 @@ TEST_CASE("after a container's stop the stretch under way goes on in the next pr
 }
 
 TEST_CASE("a data file of another size is ignored and kept") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   const std::vector<unsigned char> bytes = engine.Bytes();
   for (const size_t size : {16191, 16193}) {
@@ -119,7 +119,7 @@ TEST_CASE("a data file of another size is ignored and kept") {
 }
 
 TEST_CASE("a data file written with another time resolution is ignored") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   engine.configuration.timeResolution = 10;
   CHECK(engine.LoadAndCheckKnown(false) == DataFileState::WrongSize);
@@ -130,7 +130,7 @@ TEST_CASE("a data file written with another time resolution is ignored") {
 }
 
 TEST_CASE("a data file whose slot count does not fit its size is ignored") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   std::vector<unsigned char> bytes = engine.Bytes();
   for (const unsigned char low :
@@ -142,7 +142,7 @@ TEST_CASE("a data file whose slot count does not fit its size is ignored") {
 }
 
 TEST_CASE("a data file of another version fails the construction, which registers nothing") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   std::vector<unsigned char> bytes = engine.Bytes();
   bytes[0] = 1;
@@ -156,7 +156,7 @@ TEST_CASE("a data file of another version fails the construction, which register
 TEST_CASE("a configuration without a cycle fails before the data file is looked at") {
   constexpr const char* kWrong =
       "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations";
-  Engine engine;
+  SavingEngine engine;
   engine.configuration.values["FirstLastWeight"] = "";
   const auto build = [&engine] {
     CyclicProbabilityPredictor(&engine.configuration, &engine.historian);
@@ -178,7 +178,7 @@ TEST_CASE("a configuration without a cycle fails before the data file is looked 
 }
 
 TEST_CASE("a data folder gets the backslash that it lacks, and an empty one is refused") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   engine.configuration.dataFolder = engine.folder.Path() + L"\\";
   CHECK(engine.LoadAndCheckKnown(true) == DataFileState::Loaded);
@@ -188,7 +188,7 @@ TEST_CASE("a data folder gets the backslash that it lacks, and an empty one is r
 }
 
 TEST_CASE("a data file that cannot be written is skipped without an error") {
-  Engine engine;
+  SavingEngine engine;
   engine.configuration.dataFolder = engine.folder.File(L"missing");
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   CHECK_NOTHROW(engine.historian.NotifyListener(kStop));
@@ -196,7 +196,7 @@ TEST_CASE("a data file that cannot be written is skipped without an error") {
 }
 
 TEST_CASE("the predictor listens to historian and configuration for as long as it lives") {
-  Engine engine;
+  SavingEngine engine;
   {
     CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
     CHECK(engine.historian.HasListener());
@@ -208,7 +208,7 @@ TEST_CASE("the predictor listens to historian and configuration for as long as i
 }
 
 TEST_CASE("the tracker is told of a changed configuration") {
-  Engine engine;
+  SavingEngine engine;
   engine.LearnAndSave();
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   const tm now = WeekTime(0, 10);
@@ -219,7 +219,7 @@ TEST_CASE("the tracker is told of a changed configuration") {
 }
 
 TEST_CASE("predictions are the tracker's") {
-  Engine engine;
+  SavingEngine engine;
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   ArbitraryCycleProbabilityTracker tracker(&engine.configuration);
   // Twice the same week: in use on Thursday from 10:00 to 12:00.
@@ -245,7 +245,7 @@ TEST_CASE("predictions are the tracker's") {
 }
 
 TEST_CASE("the exception for an event that the tracker refuses goes to the historian's caller") {
-  Engine engine;
+  SavingEngine engine;
   CyclicProbabilityPredictor predictor(&engine.configuration, &engine.historian);
   engine.historian.NotifyListener({WeekTime(0, 10), Activating});
   CHECK_THROWS_WITH_AS(engine.historian.NotifyListener({WeekTime(0, 9), Suspend}),

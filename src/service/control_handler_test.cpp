@@ -90,6 +90,26 @@ TEST_CASE("an RPC server that does not stop is reported, and the stop is pending
                                    "service: status 3 0"});
 }
 
+TEST_CASE("a machine that is left from a start that failed gets no events") {
+  Handler handler;
+  handler.StartIn(SMState::Active);
+  ControllerStarted = false;
+  CHECK(handler.Handle(1) == Calls{"service: stop listening", "service: status 3 0"});
+  CHECK(handler.Handle(5) == Calls{"service: status 1 0"});
+  CHECK(handler.Power(4) == Calls{"service: status 1 0"});
+  CHECK(StateMachine->current == SMState::Active);
+}
+
+TEST_CASE("an event's type and data count only for the control that they belong to") {
+  Handler handler;
+  handler.StartIn(SMState::Spike_S4ToS3);
+  LastSaveTime = LocalTime(2020, 1, 1);
+  CHECK(handler.Power(18, kIdleBackgroundTask.data()) ==
+        Joined({Logged("Activating", "Active"), {kRunning}}));
+  CHECK(LastSaveTime == LocalTime(2020, 1, 1));
+  CHECK(handler.Handle(5, 10) == Joined({Logged("ShuttingDown", "Off"), {"service: status 1 0"}}));
+}
+
 TEST_CASE("pause and continue change the status and nothing else") {
   Handler handler;
   handler.StartIn(SMState::Active);

@@ -70,20 +70,19 @@ Calls ErrorTraced(const std::string& text) { return {"report 1 " + text, "trace 
 // A seam to the system, with those of its calls that can fail.
 struct Seam {
   CallFailer& (*failer)();
-  std::vector<std::string> (*calls)();  // so far
+  Calls (*calls)();  // so far
 };
 
 const Seam kSettings = {[]() -> CallFailer& { return settings.failer; },
                         [] { return settings.calls; }};
 const Seam kPower = {[]() -> CallFailer& { return power.failer; }, [] { return power.calls; }};
-const Seam kThreads = {
-    []() -> CallFailer& { return threads.failer; },
-    [] { return std::vector<std::string>(static_cast<size_t>(threads.failer.calls), "start"); }};
+const Seam kThreads = {[]() -> CallFailer& { return threads.failer; },
+                       [] { return Calls(static_cast<size_t>(threads.failer.calls), "start"); }};
 const Seam kService = {[]() -> CallFailer& { return service.failer; },
                        [] { return service.calls; }};
 const Seam kDriver = {[]() -> CallFailer& { return driver.failer; },
                       [] {
-                        std::vector<std::string> calls = driver.calls;
+                        Calls calls = driver.calls;
                         std::erase(calls, "open");
                         std::erase(calls, "close");
                         return calls;

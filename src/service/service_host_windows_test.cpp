@@ -85,6 +85,23 @@ Calls NotificationRegistered(SERVICE_STATUS_HANDLE recipient) {
 
 }  // namespace
 
+// The first test of all that touch the handle, which is here as in a fresh process.
+TEST_CASE("in a console the idle notification is asked for, and statuses sent, without a handle") {
+  const CleanProductKeys clean;
+  const HostStub host;
+  ConsoleMode = true;
+  OutputOf(ServiceMain);
+  ConsoleMode = false;
+  CHECK(TakeSystemCalls() ==
+        Joined({NotificationRegistered(nullptr),
+                StatusSent(nullptr, 4, 0),
+                {SystemCall("RpcServerUseProtseqEpW", L"ncacn_np", 1234,
+                            L"\\pipe\\Brevan_Dozewell_Service", nullptr)},
+                StatusSent(nullptr, 3, 3000),
+                {SystemCall("UnregisterPowerSettingNotification", kNotification)},
+                StatusSent(nullptr, 1, 0)}));
+}
+
 TEST_CASE("the service's handler, statuses and idle notification go by its name and one handle") {
   const HostStub host;
   CHECK(RegisterControlHandler() == 0);
@@ -105,22 +122,6 @@ TEST_CASE("a handler that is not registered answers the error and leaves no hand
   TakeSystemCalls();
   CHECK(SendServiceStatus({kServiceRunning, 0}) == ERROR_INVALID_HANDLE);
   CHECK(TakeSystemCalls() == StatusSent(nullptr, 4, 0));
-}
-
-TEST_CASE("in a console the idle notification is asked for, and statuses sent, without a handle") {
-  const CleanProductKeys clean;
-  const HostStub host;
-  ConsoleMode = true;
-  OutputOf(ServiceMain);
-  ConsoleMode = false;
-  CHECK(TakeSystemCalls() ==
-        Joined({NotificationRegistered(nullptr),
-                StatusSent(nullptr, 4, 0),
-                {SystemCall("RpcServerUseProtseqEpW", L"ncacn_np", 1234,
-                            L"\\pipe\\Brevan_Dozewell_Service", nullptr)},
-                StatusSent(nullptr, 3, 3000),
-                {SystemCall("UnregisterPowerSettingNotification", kNotification)},
-                StatusSent(nullptr, 1, 0)}));
 }
 
 TEST_CASE("the registered handler passes a control on with its event's type and data") {

@@ -47,7 +47,8 @@ ClientRun Ctl(const ClientMachine& machine, const std::vector<std::string>& argu
       [&run, &machine](const std::string& question) {
         run.questions.push_back(question);
         return machine.answer;
-      }};
+      },
+      machine.isTerminal};
   run.exitCode = ctl::RunCtl(arguments, console);
   return run;
 }

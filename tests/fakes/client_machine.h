@@ -23,7 +23,8 @@ class ClientMachine {
   // The folder that the service's data folder is set to at first.
   const TempFolder& Folder() const { return folder_; }
 
-  bool answer = false;  // to every question
+  bool answer = false;     // to every question
+  bool isTerminal = true;  // where the client runs
 
  private:
   TempFolder folder_;

@@ -7,6 +7,7 @@
 
 #include "fakes/call_failer.h"
 #include "power/driver_timer.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -20,7 +21,7 @@ struct Driver {
   // In order: "open", "close", "read timer", "write timer 80000001 00000002" and "read previous
   // sleep status", each with " on no device" when the handle is not the device's. A control that
   // the driver does not know, or of other sizes, fails and is noted as "control <code> <sizes>".
-  std::vector<std::string> calls;
+  Calls calls;
 };
 extern Driver driver;
 

@@ -10,8 +10,8 @@ namespace fakes {
 
 EventLog eventLog;
 
-std::vector<std::string> EventLog::After(const std::string& prefix) const {
-  std::vector<std::string> rests;
+Calls EventLog::After(const std::string& prefix) const {
+  Calls rests;
   for (const std::string& call : calls) {
     if (call.starts_with(prefix)) rests.push_back(call.substr(prefix.size()));
   }

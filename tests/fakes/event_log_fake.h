@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "fakes/call_failer.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -12,12 +13,12 @@ namespace dozewell::fakes {
 struct EventLog {
   // In order, texts as UTF-8: "open <source>", "report <type> <text>", "clear", "close" ("close
   // null" without a source) and "trace <text>".
-  std::vector<std::string> calls;
+  Calls calls;
   CallFailer openFailer;
   CallFailer reportFailer;
 
   // The rest of each call that begins with the prefix, such as "report 4 ", in order.
-  std::vector<std::string> After(const std::string& prefix) const;
+  Calls After(const std::string& prefix) const;
 };
 extern EventLog eventLog;
 

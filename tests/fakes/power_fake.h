@@ -9,6 +9,7 @@
 #include "fakes/call_failer.h"
 #include "power/power_scheme.h"
 #include "power/power_source.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -30,7 +31,7 @@ struct Power {
   CallFailer failer;  // counts the calls of every function
   // In order: "get active", "activate balanced", "read balanced AC hibernate", "write balanced AC
   // hibernate 60", "power source" and "suspend".
-  std::vector<std::string> calls;
+  Calls calls;
 };
 extern Power power;
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fakes/call_failer.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -14,7 +15,7 @@ namespace dozewell::fakes {
 struct Service {
   // In order, such as "register handler", "status 4 0" (state and wait hint), "register
   // notification", "wait", "stop listening", "create DozewellService \"C:\\a b\\x.exe\"".
-  std::vector<std::string> calls;
+  Calls calls;
   CallFailer failer;    // counts the calls
   uint32_t error = 5;   // what a failing call leaves
   bool exists = false;  // whether the service is installed

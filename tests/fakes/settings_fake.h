@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fakes/call_failer.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -40,8 +41,8 @@ struct Settings {
   Key branding;
   Key defaults;
   std::wstring dataFolder = L"C:\\ProgramData\\Brevan\\Z7\\";
-  CallFailer failer;               // counts the calls of every function
-  std::vector<std::string> calls;  // such as "WriteSetting ServiceStatus 1"
+  CallFailer failer;  // counts the calls of every function
+  Calls calls;        // such as "WriteSetting ServiceStatus 1"
 };
 extern Settings settings;
 

@@ -1,7 +1,9 @@
 // Reads a settings file of any content and has a tracker of its cycle learn and predict.
 
 #include <exception>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/numbers.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
@@ -16,7 +18,8 @@ namespace {
 constexpr int32_t kMaxSlots = 20000;
 
 void Run(std::string_view text) {
-  replay::FileConfigurations configuration(replay::SettingsFile(text, "settings"));
+  std::vector<std::string> missing;
+  replay::FileConfigurations configuration(replay::SettingsFile(text, "settings"), missing);
   if (ReadCycleShape(configuration).SlotCount() > kMaxSlots) return;
   ArbitraryCycleProbabilityTracker tracker(&configuration);
   for (int64_t seconds = 0; seconds < kLastSecond; seconds += 3000000017) {

@@ -47,7 +47,22 @@ def predictions_text(tracker, tm):
 
 
 def suspend_text(tracker, tm):
-    return compact(model.decide_suspend(tracker.get_predictions(tm), tm)._asdict())
+    predictions = tracker.get_predictions(tm)
+    decision = model.decide_suspend(predictions, tm)
+    return compact({**decision._asdict(), **suspend_times(predictions, decision)})
+
+
+def suspend_times(predictions, decision):
+    """The times of a decision as YYYY-MM-DDTHH:MM:SS."""
+    def later(time, minutes):
+        return model.iso_text(model.add_seconds(time, model.wrap32(minutes * 60)))
+
+    hibernates = decision.haMinutes is not None
+    restores = decision.sleepRestoredAt != "never"
+    again = decision.nextHAMinutes is not None
+    return {"hibernateAtTime": later(*predictions[0]) if hibernates else None,
+            "sleepRestoredAtTime": later(predictions[1][0], 0) if restores else None,
+            "hibernateNextAtTime": later(*predictions[1]) if again else None}
 
 
 def query_runs(data, settings, times):

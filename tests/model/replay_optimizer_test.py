@@ -34,8 +34,8 @@ def line(value):
 
 
 def outcome_text(time_line):
-    entries = "".join("%d %d\n" % entry for entry in time_line)
-    return entries + line(optimizer.count_outcome(time_line)._asdict())
+    return line({**optimizer.count_outcome(time_line)._asdict(),
+                 "timeline": [list(entry) for entry in time_line]})
 
 
 def simulate_run(name, content, records, settings):
@@ -64,22 +64,26 @@ def baseline_run(name, content, records, minutes):
     return expected(Run(arguments, inputs={name: content}), answer)
 
 
-def number_text(value):
-    return "%.9g" % value if math.isfinite(value) else "null"
+def number(value):
+    """The number with 9 digits, whole if they are."""
+    if not math.isfinite(value):
+        return None
+    shown = float("%.9g" % value)
+    return int(shown) if shown.is_integer() else shown
 
 
-def best_text(best):
-    return '{"name":"%s","value":"%s","score":%s,"baseline":%s}' % (
-        best.name, best.value, number_text(best.score), number_text(best.baseline))
+def best_json(best):
+    numbers = optimizer.apply_best_set(best.value)[2]
+    return {"name": best.name, "value": best.value, "score": number(best.score),
+            "baseline": number(best.baseline), "set": numbers and list(map(int, numbers))}
 
 
 def search_text(found, records):
-    """The lines of the sets, then the object."""
-    sets = "".join(",".join(map(str, numbers + outcome)) + "\n"
-                   for numbers, outcome in zip(found.sets, found.outcomes))
-    return sets + '{"records":%d,"sets":%d,"baselineOutcome":%s,"best":[%s]}\n' % (
-        len(model.increasing(records)), len(found.sets), line(found.baseline._asdict()).strip(),
-        ",".join(map(best_text, found.best)))
+    return line({"records": len(model.increasing(records)), "sets": len(found.sets),
+                 "baselineOutcome": found.baseline._asdict(),
+                 "best": list(map(best_json, found.best)),
+                 "each": [[*numbers, *outcome]
+                          for numbers, outcome in zip(found.sets, found.outcomes)]})
 
 
 def search_run(name, content, records, settings, minutes):
@@ -98,7 +102,8 @@ def apply_run(strength, content):
     stored = dict(zip(optimizer.SET_KEYS, texts or [None] * 6))
     return Run(["apply", "--strength", strength, "--best", "best.txt", "--json"],
                inputs={"best.txt": None if content is None else content.encode()},
-               stdout=line({"disabled": disabled, "feedback": feedback, **stored}).encode())
+               stdout=line({"disabled": disabled, "feedback": feedback, **stored,
+                            "set": texts and list(map(int, texts))}).encode())
 
 
 # Cases

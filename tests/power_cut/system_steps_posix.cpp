@@ -54,7 +54,11 @@ using dozewell::power_cut::Turn;
 
 extern "C" {
 
-FAILING(FILE*, fopen, (const char* path, const char* mode), (path, mode), EACCES, nullptr)
+FILE* __real_fopen(const char* path, const char* mode);
+FILE* __wrap_fopen(const char* path, const char* mode) {
+  return Goes(EACCES) ? __real_fopen(path, mode) : nullptr;
+}
+
 FAILING(FILE*, fdopen, (int descriptor, const char* mode), (descriptor, mode), ENOMEM, nullptr)
 FAILING(int, open, (const char* path, int flags, mode_t mode), (path, flags, mode), EACCES, -1)
 FAILING(int, fsync, (int descriptor), (descriptor), EIO, -1)

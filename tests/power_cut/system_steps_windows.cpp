@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "power_cut/system_steps.h"
+#include "support/program_imports.h"
 
 namespace dozewell::power_cut {
 namespace {
@@ -94,30 +95,6 @@ int Close(FILE* file) {
   return turn == Turn::Go ? result : EOF;
 }
 
-template <typename Part>
-Part* PartAt(HMODULE program, size_t offset) {
-  return reinterpret_cast<Part*>(reinterpret_cast<BYTE*>(program) + offset);
-}
-
-// Calls what is to be done with each imported function's name and the place of its address.
-template <typename Visit>
-void VisitImports(Visit visit) {
-  const HMODULE program = GetModuleHandleW(nullptr);
-  const auto* const headers = PartAt<IMAGE_NT_HEADERS>(
-      program, static_cast<size_t>(PartAt<IMAGE_DOS_HEADER>(program, 0)->e_lfanew));
-  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  for (auto* library = PartAt<IMAGE_IMPORT_DESCRIPTOR>(program, directory.VirtualAddress);
-       library->Name != 0; ++library) {
-    auto* name = PartAt<IMAGE_THUNK_DATA>(program, library->OriginalFirstThunk);
-    auto* address = PartAt<IMAGE_THUNK_DATA>(program, library->FirstThunk);
-    for (; name->u1.AddressOfData != 0; ++name, ++address) {
-      if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-      visit(PartAt<IMAGE_IMPORT_BY_NAME>(program, name->u1.AddressOfData)->Name,
-            address->u1.Function);
-    }
-  }
-}
-
 }  // namespace
 
 void EndProcess() {
@@ -146,14 +123,10 @@ void TakeCalls() {
       {"fclose", reinterpret_cast<void*>(&Close), reinterpret_cast<void**>(&systemFclose)},
   };
 #undef BEFORE
-  VisitImports([&](const char* name, ULONGLONG& address) {
+  support::VisitImports(GetModuleHandleW(nullptr), [&](const char* name, uint64_t& address) {
     const auto* const import = std::ranges::find(imports, name, &Import::name);
     if (import == std::end(imports)) return;
-    *import->system = std::bit_cast<void*>(address);
-    DWORD protection = 0;
-    VirtualProtect(&address, sizeof(address), PAGE_READWRITE, &protection);
-    address = std::bit_cast<ULONGLONG>(import->standIn);
-    VirtualProtect(&address, sizeof(address), protection, &protection);
+    *import->system = support::ReplaceAddress(address, import->standIn);
   });
 }
 

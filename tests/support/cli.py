@@ -16,7 +16,8 @@ from tests.support.expect import HANG_SECONDS, equal
 ROOT = Path(__file__).resolve().parents[2]
 DAY = 86400
 
-# A day of half hours, in use from 08:00 to 12:00 on two days: figures can be worked out by hand.
+# A day of half hours, in use from 08:00 to 12:00 on two days: figures can be worked out by hand. A
+# search has no sets to try.
 SETTINGS = """\
 [Settings]
 TimeResolution=30
@@ -28,6 +29,14 @@ SecondLastWeight=1
 AgregationWeight=1
 StrengthHigh=70
 StrengthLow=30
+DayGrouping=0
+StrengthHighRange=
+StrengthLowRange=
+FirstLastWeightRange=
+SecondLastWeightRange=
+DayGroupingRange=
+WR=
+Strength=
 """
 HISTORY = """\
 epoch_wallclock_seconds,asleep
@@ -91,6 +100,9 @@ class Tool:
         self.write("s.ini", SETTINGS)
         self.write("h.csv", HISTORY)
         return self.works("learn", "--history", "h.csv", "--settings", "s.ini", "--data", "d.z7")
+
+
+WRONG_TIME = '%s: not a local time "YYYY-MM-DD HH:MM" or UTC seconds since 1970: '
 
 
 def record(time, asleep, reserved=0):

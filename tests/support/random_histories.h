@@ -57,6 +57,26 @@ class RandomHistories {
     return history;
   }
 
+  // A history in order, some of whose sleeps begin with a hibernation or go on as one, once or
+  // more.
+  std::vector<HistoryRecord> Hibernating() {
+    const std::vector<HistoryRecord> written = Written();
+    const int often = static_cast<int>(Between(1, 60));
+    std::vector<HistoryRecord> history;
+    for (size_t i = 0; i < written.size(); ++i) {
+      history.push_back(written[i]);
+      if (written[i].asleep == 0) continue;
+      if (Chance(often)) history.back().asleep = 2;
+      double time = written[i].time;
+      const double end = i + 1 < written.size() ? written[i + 1].time : time + 40000;
+      while (Chance(often)) {
+        time += static_cast<double>(Between(0, static_cast<int64_t>(end - time)));
+        history.push_back({time, Chance(80) ? 2U : 1U, 0});
+      }
+    }
+    return history;
+  }
+
   // A history with some records of one kind that the service never writes.
   std::vector<HistoryRecord> Hostile() {
     std::vector<HistoryRecord> history = Written();

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/utf8.h"
+#include "support/program_imports.h"
 
 namespace dozewell::support {
 namespace {
@@ -19,36 +20,6 @@ Calls systemCalls;
 // Addresses below are handles, and so are those of the upper half, where no program has memory.
 constexpr uint64_t kLowestMemory = 0x10000;
 constexpr uint64_t kEndOfMemory = uint64_t{1} << 63;
-
-template <typename Part>
-Part* PartAt(void* program, size_t offset) {
-  return reinterpret_cast<Part*>(static_cast<BYTE*>(program) + offset);
-}
-
-// The place of the address of a function that a program imports from a library; null when it
-// imports none of that name.
-ULONGLONG* FindImport(void* program, const IMAGE_IMPORT_DESCRIPTOR& library, const char* name) {
-  auto* imported = PartAt<IMAGE_THUNK_DATA>(program, library.OriginalFirstThunk);
-  auto* address = PartAt<IMAGE_THUNK_DATA>(program, library.FirstThunk);
-  for (; imported->u1.AddressOfData != 0; ++imported, ++address) {
-    if (IMAGE_SNAP_BY_ORDINAL(imported->u1.Ordinal)) continue;
-    const auto* const found = PartAt<IMAGE_IMPORT_BY_NAME>(program, imported->u1.AddressOfData);
-    if (std::strcmp(found->Name, name) == 0) return &address->u1.Function;
-  }
-  return nullptr;
-}
-
-ULONGLONG& FindImport(const char* name) {
-  void* const program = GetModuleHandleW(nullptr);
-  const auto* const headers = PartAt<IMAGE_NT_HEADERS>(
-      program, static_cast<size_t>(PartAt<IMAGE_DOS_HEADER>(program, 0)->e_lfanew));
-  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  for (auto* library = PartAt<IMAGE_IMPORT_DESCRIPTOR>(program, directory.VirtualAddress);
-       library->Name != 0; ++library) {
-    if (ULONGLONG* const place = FindImport(program, *library, name)) return *place;
-  }
-  throw std::runtime_error(std::string("this program does not import ") + name);
-}
 
 }  // namespace
 
@@ -89,12 +60,15 @@ void NoteSystemCall(const std::string& call) { systemCalls.push_back(call); }
 Calls TakeSystemCalls() { return std::exchange(systemCalls, {}); }
 
 void* ReplaceImport(const char* name, void* function) {
-  ULONGLONG& place = FindImport(name);
-  DWORD protection = 0;
-  VirtualProtect(&place, sizeof(place), PAGE_READWRITE, &protection);
-  void* const before =
-      std::bit_cast<void*>(std::exchange(place, std::bit_cast<ULONGLONG>(function)));
-  VirtualProtect(&place, sizeof(place), protection, &protection);
+  void* before = nullptr;
+  VisitImports(GetModuleHandleW(nullptr), [&](const char* imported, uint64_t& address) {
+    if (before == nullptr && std::strcmp(imported, name) == 0) {
+      before = ReplaceAddress(address, function);
+    }
+  });
+  if (before == nullptr) {
+    throw std::runtime_error(std::string("this program does not import ") + name);
+  }
   return before;
 }
 

@@ -42,9 +42,9 @@ Comparison Compare(std::span<const HistoryRecord> history, IConfigurations& conf
   Comparison comparison = {};
   for (const int64_t minutes : kComparedMinutes) {
     comparison.fixed.push_back({std::to_string(minutes) + " minutes", "",
-                                OutcomesOf(SimulateFixedTimeout(history, minutes * 60))});
+                                OutcomesOf(SimulateFixedTimeout(history, minutes * 60)), minutes});
   }
-  comparison.fixed.push_back({"never", "", OutcomesOf(SimulateFixedTimeout(history, 0))});
+  comparison.fixed.push_back({"never", "", OutcomesOf(SimulateFixedTimeout(history, 0)), 0});
 
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   comparison.settings = {"settings", "", OutcomesOf(SimulatePredictor(parameters, history))};

@@ -20,6 +20,7 @@ struct Choice {
   std::string name;   // "10 minutes", "never", "settings", "Best0", "clairvoyant"
   std::string value;  // the text of an adopted set; empty for every other choice
   Outcomes outcomes;
+  std::optional<int64_t> hibernateAfterMinutes = {};  // of a timeout; 0 is never
 
   bool operator==(const Choice&) const = default;
 };

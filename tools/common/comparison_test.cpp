@@ -43,11 +43,11 @@ Outcomes Predicted(IConfigurations& configuration, const char* low) {
 TEST_CASE("a comparison has the outcomes of each choice") {
   fakes::Configurations configuration = WithRanges();
   const Comparison comparison = Compare(Mornings(kDays), configuration, 2 * kHour);
-  CHECK(comparison.fixed == std::vector<Choice>{{"10 minutes", "", Fixed(600)},
-                                                {"30 minutes", "", Fixed(1800)},
-                                                {"60 minutes", "", Fixed(kHour)},
-                                                {"180 minutes", "", Fixed(3 * kHour)},
-                                                {"never", "", Fixed(0)}});
+  CHECK(comparison.fixed == std::vector<Choice>{{"10 minutes", "", Fixed(600), 10},
+                                                {"30 minutes", "", Fixed(1800), 30},
+                                                {"60 minutes", "", Fixed(kHour), 60},
+                                                {"180 minutes", "", Fixed(3 * kHour), 180},
+                                                {"never", "", Fixed(0), 0}});
   // Nine nights of 20 hours.
   CHECK(comparison.fixed[2].outcomes == Outcomes{9 * kHour, 9 * 19 * kHour, 0, 9});
   CHECK(comparison.fixed[4].outcomes == Outcomes{9 * 20 * kHour, 0, 9, 0});

@@ -52,7 +52,7 @@ std::optional<double> Cycle::Mean(int day, int firstMinute) const {
 }
 
 CycleCells::Row Cycle::Row(int row) const {
-  CycleCells::Row result = {RowName(row), {}};
+  CycleCells::Row result = {RowName(row), DayOfRow(row), {}};
   for (int minute = 0; minute < shape.minutesInDay; minute += cellMinutes) {
     result.cells.push_back(Mean(DayOfRow(row), minute));
   }

@@ -15,6 +15,7 @@ namespace dozewell {
 struct CycleCells {
   struct Row {
     std::string name;                          // "Mon", or "day 0"
+    int day;                                   // its number in the cycle
     std::vector<std::optional<double>> cells;  // 0 to 1; nothing where nothing is known
   };
 

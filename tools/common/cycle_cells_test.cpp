@@ -24,11 +24,14 @@ TEST_CASE("a week has a row for each day from Monday on, with 48 cells") {
   REQUIRE(map);
   CHECK(map->cellMinutes == 30);
   std::vector<std::string> names;
+  std::vector<int> days;
   for (const CycleCells::Row& row : map->rows) {
     names.push_back(row.name);
+    days.push_back(row.day);
     CHECK(row.cells.size() == 48);
   }
   CHECK(names == std::vector<std::string>{"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"});
+  CHECK(days == std::vector<int>{4, 5, 6, 0, 1, 2, 3});
   CHECK(map->rows[3].cells[0] == 0.5);
   CHECK(map->rows[3].cells[1] == std::nullopt);
   CHECK(map->rows[0].cells[47] == 1.0);
@@ -63,6 +66,9 @@ TEST_CASE("a cycle that is not one of whole days has no cells") {
   CHECK_FALSE(MakeCycleCells({1, 60, 7}, probabilities));
   CHECK_FALSE(MakeCycleCells({-1, 1440, 30}, probabilities));
   CHECK_FALSE(MakeCycleCells({1, 7000, 1000}, probabilities));
+  CHECK_FALSE(MakeCycleCells({1, 8, 1}, probabilities));
+  CHECK_FALSE(MakeCycleCells({1, 6001, 1}, std::vector<float>(6001)));
+  CHECK(MakeCycleCells({1, 6000, 1}, std::vector<float>(6000)));
 }
 
 }  // namespace dozewell

@@ -10,6 +10,8 @@
 namespace dozewell {
 namespace {
 
+constexpr std::string_view kNever = "never";
+
 constexpr int64_t kMinutesInHour = 60;
 constexpr int64_t kMinutesInDay = 24 * kMinutesInHour;
 
@@ -52,6 +54,15 @@ std::optional<int64_t> ParseDuration(std::string_view text) {
     longest = unit->minutes;
   }
   return minutes;
+}
+
+std::optional<int64_t> ParseTimeout(std::string_view text) {
+  return text == kNever ? 0 : ParseDuration(text);
+}
+
+std::string TimeoutRange(int64_t most) {
+  return std::string(kNever) + " or 1 to " + std::to_string(most) +
+         " minutes, such as 45m or 1h30m";
 }
 
 std::string DurationText(int64_t minutes) {

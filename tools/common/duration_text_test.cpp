@@ -29,6 +29,14 @@ TEST_CASE("nothing else is a duration") {
   }
 }
 
+TEST_CASE("a timeout is a duration or never") {
+  CHECK(ParseTimeout("never") == 0);
+  CHECK(ParseTimeout("0") == 0);
+  CHECK(ParseTimeout("3h") == 180);
+  CHECK(ParseTimeout("Never") == std::nullopt);
+  CHECK(TimeoutRange(90) == "never or 1 to 90 minutes, such as 45m or 1h30m");
+}
+
 TEST_CASE("a duration is shown with the units that it needs") {
   CHECK(DurationText(0) == "0 min");
   CHECK(DurationText(59) == "59 min");

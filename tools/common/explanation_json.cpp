@@ -1,9 +1,5 @@
 #include "common/explanation_json.h"
 
-#include <vector>
-
-#include "common/float_text.h"
-#include "common/json.h"
 #include "common/local_time.h"
 #include "common/suspend_decision_json.h"
 
@@ -26,43 +22,46 @@ const char* EndName(SearchEnd end) {
   return "";
 }
 
-std::string SlotJson(const SlotEvidence& evidence) {
+Json SlotJson(const SlotEvidence& evidence) {
   const Observations& seen = evidence.observations;
-  return "{\"slot\":" + std::to_string(evidence.slot) +
-         ",\"start\":" + JsonString(FormatLocalTime(evidence.start)) +
-         ",\"probability\":" + FloatJson(evidence.probability) +
-         ",\"last\":" + std::to_string(seen.last) +
-         ",\"secondLast\":" + std::to_string(seen.secondLast) +
-         ",\"olderInUse\":" + std::to_string(seen.sum) +
-         ",\"older\":" + std::to_string(seen.count) + "}";
+  return {{"slot", evidence.slot},
+          {"start", FormatLocalTime(evidence.start)},
+          {"probability", JsonNumber(evidence.probability)},
+          {"last", seen.last},
+          {"secondLast", seen.secondLast},
+          {"olderInUse", seen.sum},
+          {"older", seen.count}};
 }
 
-std::string SearchJson(const SearchExplanation& search) {
-  std::string json = "{\"end\":" + JsonString(EndName(search.end)) +
-                     ",\"from\":" + JsonString(FormatLocalTime(search.from));
-  if (search.end == SearchEnd::Found) {
-    json += ",\"foundAt\":" + JsonString(FormatLocalTime(search.foundAt)) +
-            ",\"minutes\":" + std::to_string(search.minutes);
-  }
-  return json + ",\"slots\":" + JsonList(search.slots, SlotJson) + "}";
+Json SearchJson(const SearchExplanation& search) {
+  const bool found = search.end == SearchEnd::Found;
+  Json slots = Json::array();
+  for (const SlotEvidence& evidence : search.slots) slots.push_back(SlotJson(evidence));
+  return {{"end", EndName(search.end)},
+          {"from", FormatLocalTime(search.from)},
+          {"foundAt", found ? Json(FormatLocalTime(search.foundAt)) : Json()},
+          {"minutes", found ? Json(search.minutes) : Json()},
+          {"slots", slots}};
+}
+
+Json OptionalSearchJson(const std::optional<SearchExplanation>& search) {
+  return search ? SearchJson(*search) : Json();
 }
 
 }  // namespace
 
-std::string ExplanationJson(const Explanation& explanation) {
-  const auto dayJson = [](int day) { return std::to_string(day); };
-  const auto groupJson = [&](const std::vector<int>& group) { return JsonList(group, dayJson); };
-  return "{\"at\":" + JsonString(FormatLocalTime(explanation.at)) +
-         ",\"decision\":" + SuspendDecisionJson(explanation.decision) +
-         ",\"minutesPerSlot\":" + std::to_string(explanation.minutesPerSlot) +
-         ",\"slots\":" + std::to_string(explanation.slotCount) +
-         ",\"unknownSlots\":" + std::to_string(explanation.unknownSlots) +
-         ",\"strengthLow\":" + FloatJson(explanation.strengthLow) +
-         ",\"strengthHigh\":" + FloatJson(explanation.strengthHigh) +
-         ",\"dayGroups\":" + JsonList(explanation.dayGroups, groupJson) +
-         ",\"idle\":" + SearchJson(explanation.idle) +
-         ",\"use\":" + OptionalJson(explanation.use, SearchJson) +
-         ",\"nextIdle\":" + OptionalJson(explanation.nextIdle, SearchJson) + "}\n";
+Json ExplanationJson(const Explanation& explanation) {
+  return {{"at", FormatLocalTime(explanation.at)},
+          {"decision", SuspendDecisionJson(explanation.decision, explanation.at)},
+          {"minutesPerSlot", explanation.minutesPerSlot},
+          {"slots", explanation.slotCount},
+          {"unknownSlots", explanation.unknownSlots},
+          {"strengthLow", JsonNumber(explanation.strengthLow)},
+          {"strengthHigh", JsonNumber(explanation.strengthHigh)},
+          {"dayGroups", explanation.dayGroups},
+          {"idle", SearchJson(explanation.idle)},
+          {"use", OptionalSearchJson(explanation.use)},
+          {"nextIdle", OptionalSearchJson(explanation.nextIdle)}};
 }
 
 }  // namespace dozewell

@@ -1,14 +1,13 @@
 #ifndef DOZEWELL_COMMON_EXPLANATION_JSON_H_
 #define DOZEWELL_COMMON_EXPLANATION_JSON_H_
 
-#include <string>
-
 #include "common/explanation.h"
+#include "common/json.h"
 
 namespace dozewell {
 
-// The explanation as a JSON object in one line, with its line feed.
-std::string ExplanationJson(const Explanation& explanation);
+// The explanation as a JSON object.
+Json ExplanationJson(const Explanation& explanation);
 
 }  // namespace dozewell
 

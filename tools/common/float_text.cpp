@@ -25,8 +25,6 @@ std::string FloatText(float value) {
   return std::string(text, result.ptr);
 }
 
-std::string FloatJson(float value) { return std::isfinite(value) ? FloatText(value) : "null"; }
-
 std::string DoubleText(double value) {
   if (std::isnan(value)) return kNotANumber;
   char text[kBufferSize];

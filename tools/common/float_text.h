@@ -9,9 +9,6 @@ namespace dozewell {
 // two floats apart. Not-a-number is "nan" without a sign.
 std::string FloatText(float value);
 
-// The same in JSON, which has neither not-a-number nor infinity: null.
-std::string FloatJson(float value);
-
 // Reads back as the same number: a whole number without a fraction if 64 bits can hold it,
 // otherwise the shortest form. Not-a-number is "nan" without a sign.
 std::string DoubleText(double value);

@@ -1,32 +1,28 @@
 #ifndef DOZEWELL_COMMON_JSON_H_
 #define DOZEWELL_COMMON_JSON_H_
 
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace dozewell {
 
-// The text, in UTF-8, as a JSON string with its quotation marks.
-std::string JsonString(std::string_view text);
+// What a command prints for programs. Keys keep the order in which they are written down.
+using Json = nlohmann::ordered_json;
 
-inline std::string BoolJson(bool value) { return value ? "true" : "false"; }
+// The document in one line, with its line feed. Only ASCII characters are printed as they are, so
+// that no text in it can steer a terminal; bytes that are not UTF-8 become U+FFFD.
+std::string JsonLine(const Json& document);
 
-// What `toJson` makes of a value; null where there is none.
-template <typename Value, typename ToJson>
-std::string OptionalJson(const std::optional<Value>& value, ToJson toJson) {
-  return value ? toJson(*value) : "null";
-}
+// The number with the digits of FloatText, without a fraction when it is whole; null for
+// not-a-number and infinity, which JSON lacks.
+Json JsonNumber(float value);
+Json JsonNumber(double value);
 
-// "[a,b]" of what `toJson` makes of each item.
-template <typename Items, typename ToJson>
-std::string JsonList(const Items& items, ToJson toJson) {
-  std::string json = "[";
-  for (const auto& item : items) {
-    if (json.size() > 1) json += ',';
-    json += toJson(item);
-  }
-  return json + ']';
+// The value, or null where there is none.
+template <typename Value>
+Json OptionalJson(const std::optional<Value>& value) {
+  return value ? Json(*value) : Json();
 }
 
 }  // namespace dozewell

@@ -1,9 +1,8 @@
 #include "common/learning.h"
 
-#include <bit>
-#include <cstdint>
 #include <exception>
 
+#include "common/counted_records.h"
 #include "common/float_text.h"
 #include "common/local_time.h"
 #include "prediction/cyclic_probability_predictor.h"
@@ -21,11 +20,6 @@ std::string TimeText(const HistoryRecord& record, const TimeLineEvent& event) {
   return converted ? FormatLocalTime(event.time) : DoubleText(record.time) + " seconds";
 }
 
-// Compares all bits, so that not-a-number is the same as itself.
-bool IsSameTime(const HistoryRecord& a, const HistoryRecord& b) {
-  return std::bit_cast<uint64_t>(a.time) == std::bit_cast<uint64_t>(b.time);
-}
-
 }  // namespace
 
 Learning::Learning(const History& history, IConfigurations& configuration, const std::string& data,
@@ -41,12 +35,8 @@ Learning::Learning(const History& history, IConfigurations& configuration, const
 
 void Learning::Feed(const History& history, HistorianImpl& historian,
                     std::vector<std::string>& warnings) {
-  const auto records = WholeRecords(history.bytes);
-  records_ = records.size();
-  size_t position = 0;
-  for (const HistoryRecord& record : IncreasingRecords(history.bytes)) {
-    // A record that counts is later than all skipped before it, so its time is enough to find it.
-    while (!IsSameTime(records[position], record)) ++position;
+  records_ = WholeRecords(history.bytes).size();
+  for (const auto& [record, position] : CountedRecords(history.bytes)) {
     ++inOrder_;
     const TimeLineEvent event = ToTimeLineEvent(record);
     try {

@@ -1,12 +1,11 @@
 #include "common/messages.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <stdexcept>
 #include <system_error>
 
-#include "common/text.h"
+#include "common/plain_text.h"
 
 namespace dozewell {
 
@@ -16,9 +15,8 @@ std::string WithReason(std::string what) {
   return what;
 }
 
-void PrintMessage(const char* program, std::string message) {
-  std::ranges::replace_if(message, IsControl, '?');
-  std::fprintf(stderr, "%s: %s\n", program, message.c_str());
+void PrintMessage(const char* program, const std::string& message) {
+  std::fprintf(stderr, "%s: %s\n", program, PlainText(message, '?').c_str());
 }
 
 void PrintOutput(const std::string& output) {

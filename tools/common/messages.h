@@ -11,7 +11,7 @@ std::string WithReason(std::string what);
 
 // Prints "<program>: <message>" to standard error, in one line whatever names and contents the
 // message quotes.
-void PrintMessage(const char* program, std::string message);
+void PrintMessage(const char* program, const std::string& message);
 
 // Prints to standard output and flushes it. Throws std::runtime_error when that fails.
 void PrintOutput(const std::string& output);

@@ -2,8 +2,11 @@
 
 #include <limits>
 
+#include "common/counted_records.h"
+#include "common/duration_text.h"
 #include "common/history_io.h"
 #include "common/option_text.h"
+#include "optimizer/simulator/simulator.h"
 
 namespace dozewell {
 
@@ -12,12 +15,30 @@ std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
   return IncreasingRecords(LoadHistory(name, warnings).bytes);
 }
 
-int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes) {
+std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name,
+                                                std::vector<std::string>& warnings) {
+  const History history = LoadHistory(name, warnings);
+  const std::vector<CountedRecord> counted = CountedRecords(history.bytes);
+  std::vector<HistoryRecord> records;
+  for (const auto& [record, position] : counted) {
+    // A history that is too short is not looked at.
+    if (record.asleep >= kHistoryCodes && counted.size() >= kFewestSimulatedRecords) {
+      throw ToolError(history.Place(position) +
+                      ": Unknown event in the history: " + std::to_string(record.asleep));
+    }
+    records.push_back(record);
+  }
+  return records;
+}
+
+int64_t HibernateAfterSeconds(const std::optional<std::string>& timeout) {
   constexpr int64_t kDefaultMinutes = 10;
   constexpr int64_t kSecondsPerMinute = 60;
-  if (!minutes) return kDefaultMinutes * kSecondsPerMinute;
-  return kSecondsPerMinute * ParseNumberOption<uint32_t>("--hibernate-after", *minutes, 0,
-                                                         std::numeric_limits<uint32_t>::max());
+  constexpr int64_t kMostMinutes = std::numeric_limits<uint32_t>::max();
+  if (!timeout) return kDefaultMinutes * kSecondsPerMinute;
+  const auto minutes = ParseTimeout(*timeout);
+  if (minutes && *minutes <= kMostMinutes) return *minutes * kSecondsPerMinute;
+  throw ToolError(WrongValue("--hibernate-after", TimeoutRange(kMostMinutes), *timeout));
 }
 
 }  // namespace dozewell

@@ -15,9 +15,13 @@ namespace dozewell {
 std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
                                                 std::vector<std::string>& warnings);
 
-// The hibernate-after timeout in seconds. It is given in minutes; without it, this is the timeout
-// that the optimizer assumes when it can read none. Throws ToolError.
-int64_t HibernateAfterSeconds(const std::optional<std::string>& minutes);
+// The same. Throws ToolError with its place also for a record with a code that no simulation knows.
+std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name,
+                                                std::vector<std::string>& warnings);
+
+// The hibernate-after timeout in seconds; without one, this is the timeout that the optimizer
+// assumes when it can read none. Throws ToolError.
+int64_t HibernateAfterSeconds(const std::optional<std::string>& timeout);
 
 }  // namespace dozewell
 

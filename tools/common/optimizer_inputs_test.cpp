@@ -9,10 +9,14 @@ namespace dozewell {
 TEST_CASE("a hibernate-after timeout is 10 minutes unless one is given") {
   CHECK(HibernateAfterSeconds(std::nullopt) == 600);
   CHECK(HibernateAfterSeconds("0") == 0);
+  CHECK(HibernateAfterSeconds("never") == 0);
+  CHECK(HibernateAfterSeconds("3h") == 10800);
   CHECK(HibernateAfterSeconds("4294967295") == 257698037700);
-  CHECK_THROWS_WITH_AS(HibernateAfterSeconds("4294967296"),
-                       "--hibernate-after: not a whole number from 0 to 4294967295: 4294967296",
-                       ToolError);
+  CHECK_THROWS_WITH_AS(
+      HibernateAfterSeconds("4294967296"),
+      "--hibernate-after: not never or 1 to 4294967295 minutes, such as 45m or 1h30m: "
+      "4294967296",
+      ToolError);
 }
 
 }  // namespace dozewell

@@ -4,13 +4,36 @@
 
 #include <cstdint>
 #include <limits>
+#include <string>
+
+#include "ctl/fakes/utc_time_fake.h"
 
 namespace dozewell {
 
-TEST_CASE("an option's time has one form") {
-  CHECK(ParseTimeOption("--at", "1970-01-02T00:00:00") == tm{0, 0, 0, 2, 0, 70, 5, 1, 0});
-  CHECK_THROWS_WITH_AS(ParseTimeOption("--at", "tomorrow"),
-                       "--at: not a local time YYYY-MM-DDTHH:MM:SS: tomorrow", ToolError);
+TEST_CASE("an option's time is local or in seconds, UTC") {
+  fakes::utcOffsetSeconds = 3600;
+  const tm time = {0, 0, 1, 2, 0, 70, 5, 1, 0};
+  CHECK(ParseTimeOption("--at", "1970-01-02T01:00:00") == time);
+  CHECK(ParseTimeOption("--at", "1970-01-02 01:00") == time);
+  CHECK(ParseTimeOption("--at", "86400") == time);
+  CHECK(ParseUtcOption("--now", "86400") == 86400);
+  CHECK(ParseUtcOption("--now", "1970-01-02 01:00") == 86400);
+  CHECK(ParseUtcOption("--now", "-9223372036854775808") == std::numeric_limits<int64_t>::min());
+  fakes::utcOffsetSeconds = 0;
+}
+
+TEST_CASE("any other text is no time") {
+  constexpr const char* kWrong =
+      "--at: not a local time \"YYYY-MM-DD HH:MM\" or UTC seconds since 1970: ";
+  for (const std::string text : {"tomorrow", "2024-02-30 18:00", "99999999999999999999", "1.5"}) {
+    CHECK_THROWS_WITH_AS(ParseTimeOption("--at", text), (kWrong + text).c_str(), ToolError);
+    CHECK_THROWS_WITH_AS(ParseUtcOption("--at", text), (kWrong + text).c_str(), ToolError);
+  }
+  CHECK_THROWS_WITH_AS(ParseTimeOption("--at", ""), (kWrong + std::string("\"\"")).c_str(),
+                       ToolError);
+  // No calendar has a year so late.
+  CHECK_THROWS_WITH_AS(ParseTimeOption("--at", "9223372036854775807"),
+                       (kWrong + std::string("9223372036854775807")).c_str(), ToolError);
 }
 
 TEST_CASE("an option's number lies within bounds") {

@@ -6,8 +6,8 @@
 
 namespace dozewell {
 
-// What every program for Windows does first. Keeps the line feeds of its output as they are, as on
-// other systems. Returns the arguments in UTF-8, without the program's name.
+// What every program for Windows does first. Keeps the bytes of its input and output as they are,
+// as on other systems. Returns the arguments in UTF-8, without the program's name.
 std::vector<std::string> StartProgram(int argc, wchar_t** argv);
 
 }  // namespace dozewell

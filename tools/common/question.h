@@ -5,9 +5,9 @@
 
 namespace dozewell {
 
-// Asks the user on standard error, and reads the answer from standard input. True for yes; no
-// answer counts as no.
-bool Confirm(const std::string& question);
+// Asks the user on standard error, and reads the answer from standard input, which may be a
+// terminal. True for yes; no answer counts as no.
+bool Confirm(const std::string& question, bool inputIsTerminal);
 
 }  // namespace dozewell
 

@@ -1,13 +1,18 @@
 #include "common/suspend_decision_json.h"
 
+#include "base/numbers.h"
 #include "base/utf8.h"
-#include "common/json.h"
+#include "common/local_time.h"
 
 namespace dozewell {
 namespace {
 
-std::string NumberJson(const std::optional<int32_t>& number) {
-  return OptionalJson(number, [](int32_t value) { return std::to_string(value); });
+// When so many minutes have passed since a time; null unless both are known.
+Json TimeLaterJson(const std::optional<tm>& time, const std::optional<int32_t>& minutes) {
+  if (!time || !minutes) return nullptr;
+  tm later = *time;
+  AddSecondsToTime(&later, Wrap32(int64_t{*minutes} * 60));
+  return FormatLocalTime(later);
 }
 
 }  // namespace
@@ -23,13 +28,16 @@ std::optional<int32_t> ArmedTimerMinutes(const SuspendDecision& decision) {
   return decision.timerMinutes.value_or(0) > 0 ? decision.timerMinutes : std::nullopt;
 }
 
-std::string SuspendDecisionJson(const SuspendDecision& decision) {
-  return "{\"hibernateAt\":\"" + DecisionLine(decision.hibernateAt) + "\",\"sleepRestoredAt\":\"" +
-         DecisionLine(decision.sleepRestoredAt) + "\",\"hibernateNextAt\":\"" +
-         DecisionLine(decision.hibernateNextAt) +
-         "\",\"haMinutes\":" + NumberJson(decision.haMinutes) +
-         ",\"timerMinutes\":" + NumberJson(ArmedTimerMinutes(decision)) +
-         ",\"nextHAMinutes\":" + NumberJson(decision.nextHAMinutes) + "}";
+Json SuspendDecisionJson(const SuspendDecision& decision, const tm& now) {
+  return {{"hibernateAt", DecisionLine(decision.hibernateAt)},
+          {"sleepRestoredAt", DecisionLine(decision.sleepRestoredAt)},
+          {"hibernateNextAt", DecisionLine(decision.hibernateNextAt)},
+          {"haMinutes", OptionalJson(decision.haMinutes)},
+          {"timerMinutes", OptionalJson(ArmedTimerMinutes(decision))},
+          {"nextHAMinutes", OptionalJson(decision.nextHAMinutes)},
+          {"hibernateAtTime", TimeLaterJson(now, decision.haMinutes)},
+          {"sleepRestoredAtTime", TimeLaterJson(decision.nextSleepTime, 0)},
+          {"hibernateNextAtTime", TimeLaterJson(decision.nextSleepTime, decision.nextHAMinutes)}};
 }
 
 }  // namespace dozewell

@@ -13,8 +13,6 @@ namespace dozewell {
 
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-constexpr bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
-
 // Without the blanks and tabs at both ends.
 std::string_view TrimBlanks(std::string_view text);
 

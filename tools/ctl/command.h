@@ -33,6 +33,8 @@ struct Console {
   std::function<void(const std::string& message)> warn;
   // Asks the user. True for yes.
   std::function<bool(const std::string& question)> confirm;
+  // Whether a user sits at the other end, who sees a question before the answer is given.
+  bool isTerminal;
 };
 
 // A positional argument of the command line, or an option with a value.

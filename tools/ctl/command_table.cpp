@@ -9,11 +9,10 @@ namespace {
 
 constexpr CommandArgument kTimer = {"TIMER", "", "0, the alarm, or 1, the duration",
                                     &Options::timer};
-constexpr CommandArgument kTime = {"TIME", "", "Local time as \"YYYY-MM-DD HH:MM\", 2000 to 2127",
+constexpr CommandArgument kTime = {"TIME", "", "When it fires, in whole minutes, 2000 to 2127",
                                    &Options::time};
 constexpr CommandArgument kDuration = {
-    "DURATION", "",
-    "How long until the timer fires, as 45m or 1h30m; without it, the timer is shown",
+    "DURATION", "", "How long until the timer fires; without it, the timer is shown",
     &Options::duration};
 constexpr CommandArgument kSource = {"SOURCE", "", "ac (plugged in) or dc (on battery)",
                                      &Options::source};
@@ -27,9 +26,7 @@ constexpr CommandArgument kScheme = {"SCHEME", "", "balanced, power-saver or hig
                                      &Options::scheme};
 constexpr CommandArgument kStrength = {
     "STRENGTH", "", "Which of the optimizer's results to use, from 0", &Options::strength};
-constexpr CommandArgument kAt = {"--at", "TIME",
-                                 "Local time as \"YYYY-MM-DD HH:MM\" to explain; without one, now",
-                                 &Options::at};
+constexpr CommandArgument kAt = {"--at", "TIME", "Time to explain; without one, now", &Options::at};
 constexpr CommandArgument kOut = {"--out", "FILE",
                                   "File to write; without one, dozewell-report.html in this folder",
                                   &Options::out};
@@ -50,10 +47,11 @@ std::span<const Command> Commands() {
       {"enable", "Switch the feature on, now and for later starts", {"enable"}, RunEnable, {}, {}},
       {"disable",
        "Switch the feature off, now and for later starts",
-       {"disable"},
+       {"disable", "disable --yes"},
        RunDisable,
        {},
-       {}},
+       {},
+       true},
       {"driver",
        "Show whether the driver's wake timers are enabled",
        {"driver"},

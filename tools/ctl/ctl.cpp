@@ -6,6 +6,8 @@
 #include "common/question.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
+#include "ctl/stranger.h"
+#include "ctl/terminal.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -14,9 +16,15 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   const ParsedCommandLine parsed = ParseCommandLine(arguments);
   if (parsed.command == nullptr) {
     console.print(parsed.help);
-  } else {
-    parsed.command->run(parsed.options, console);
+    return;
   }
+  try {
+    parsed.command->run(parsed.options, console);
+  } catch (...) {
+    WarnOfStranger(console);
+    throw;
+  }
+  WarnOfStranger(console);
 }
 
 }  // namespace
@@ -38,7 +46,8 @@ int RunCtl(const std::vector<std::string>& arguments, const Console& console) {
 
 Console StandardConsole() {
   return {PrintOutput, [](const std::string& message) { PrintMessage(kProgramName, message); },
-          Confirm};
+          [](const std::string& question) { return Confirm(question, InputIsTerminal()); },
+          InputIsTerminal()};
 }
 
 }  // namespace dozewell::ctl

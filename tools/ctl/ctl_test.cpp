@@ -7,6 +7,7 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -36,8 +37,6 @@ const std::vector<std::vector<std::string>> kServiceCommands = {
     {"strength", "set", "1"},
     {"reset-history", "--yes"},
 };
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 
@@ -77,7 +76,8 @@ TEST_CASE("what lies out of a field's range does not reach the service") {
   const std::string time = "TIME: not a local time from 2000-01-01 00:00 to 2127-12-31 23:59: ";
   Fails(machine, {"wake", "set", "0", "2128-01-01 00:00"}, 2, time + "2128-01-01 00:00");
   Fails(machine, {"wake", "set", "0", "1999-12-31 23:59"}, 2, time + "1999-12-31 23:59");
-  Fails(machine, {"wake", "set", "0", "2026-02-30 00:00"}, 2, time + "2026-02-30 00:00");
+  Fails(machine, {"wake", "set", "0", "2026-02-30 00:00"}, 2,
+        "TIME: not a local time \"YYYY-MM-DD HH:MM\" or UTC seconds since 1970: 2026-02-30 00:00");
   const std::string duration = "DURATION: not 0 to 1048575 minutes, such as 45m or 1h30m: ";
   Fails(machine, {"wake", "raw", "1", "1048576"}, 2, duration + "1048576");
   Fails(machine, {"wake", "raw", "1", "-1"}, 2, duration + "-1");

@@ -1,12 +1,11 @@
 #include "ctl/event_text.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "base/wall_clock.h"
 #include "common/format_text.h"
-#include "common/json.h"
 #include "common/local_time.h"
+#include "common/plain_text.h"
 #include "common/text.h"
 #include "ctl/local_time_text.h"
 #include "event_log/event_log_error.h"
@@ -76,17 +75,16 @@ ServiceEvent ParseEventXml(std::string_view xml) {
 
 std::string EventLine(const ServiceEvent& event) {
   const auto time = LocalTimeText(event.utcSeconds);
-  std::string text = event.text;
-  std::ranges::replace_if(text, IsControl, ' ');
   return FormatText("%-19s  %-11s  ", time ? WithBlank(*time).c_str() : "at an unknown time",
                     LevelName(event.level)) +
-         text + "\n";
+         PlainText(event.text, ' ') + "\n";
 }
 
-std::string EventJson(const ServiceEvent& event) {
-  return "{\"time\":" + OptionalJson(LocalTimeText(event.utcSeconds), JsonString) +
-         ",\"level\":" + JsonString(LevelName(event.level)) +
-         ",\"text\":" + JsonString(event.text) + "}";
+Json EventJson(const ServiceEvent& event) {
+  return {{"time", OptionalJson(LocalTimeText(event.utcSeconds))},
+          {"level", LevelName(event.level)},
+          {"text", event.text},
+          {"utcSeconds", OptionalJson(event.utcSeconds)}};
 }
 
 }  // namespace dozewell::ctl

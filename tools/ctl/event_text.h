@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/json.h"
+
 namespace dozewell::ctl {
 
 // An event of the service.
@@ -25,7 +27,7 @@ ServiceEvent ParseEventXml(std::string_view xml);
 std::string EventLine(const ServiceEvent& event);
 
 // The event as a JSON object.
-std::string EventJson(const ServiceEvent& event);
+Json EventJson(const ServiceEvent& event);
 
 }  // namespace dozewell::ctl
 

@@ -42,15 +42,15 @@ TEST_CASE("an event's line and object give the time of this machine") {
   fakes::utcOffsetSeconds = 3600;
   CHECK(EventLine(ParseEventXml(kInformation)) ==
         "2026-11-21 09:05:09  information  21/11/2026 8:5:9 - Activating\n");
-  CHECK(EventJson(ParseEventXml(kInformation)) ==
+  CHECK(JsonLine(EventJson(ParseEventXml(kInformation))) ==
         "{\"time\":\"2026-11-21T09:05:09\",\"level\":\"information\","
-        "\"text\":\"21/11/2026 8:5:9 - Activating\"}");
+        "\"text\":\"21/11/2026 8:5:9 - Activating\",\"utcSeconds\":1795248309}\n");
   fakes::utcOffsetSeconds = 7200;
   CHECK(EventLine(ParseEventXml(kError)) ==
         "2026-07-02 00:30:00  error        RpcServerListen returned: 0x6b5\n");
-  CHECK(EventJson(ParseEventXml(kError)) ==
+  CHECK(JsonLine(EventJson(ParseEventXml(kError))) ==
         "{\"time\":\"2026-07-02T00:30:00\",\"level\":\"error\","
-        "\"text\":\"RpcServerListen returned: 0x6b5\"}");
+        "\"text\":\"RpcServerListen returned: 0x6b5\",\"utcSeconds\":1782945000}\n");
   fakes::utcOffsetSeconds = 0;
 }
 
@@ -83,9 +83,18 @@ TEST_CASE("an event's line is one line") {
   const ServiceEvent event = ParseEventXml(WithData("<Data>one\r\ntwo\x1b[2J\r\n</Data>"));
   CHECK(event.text == "one\r\ntwo\x1b[2J");
   CHECK(EventLine(event) == "at an unknown time   information  one  two [2J\n");
-  CHECK(EventJson(event) ==
+  CHECK(JsonLine(EventJson(event)) ==
         "{\"time\":null,\"level\":\"information\","
-        "\"text\":\"one\\u000d\\u000atwo\\u001b[2J\"}");
+        "\"text\":\"one\\r\\ntwo\\u001b[2J\",\"utcSeconds\":null}\n");
+}
+
+TEST_CASE("an event's line has no character that steers a terminal") {
+  // A control of Latin-1 that begins a command, and one that reverses the direction of writing.
+  const ServiceEvent event = ParseEventXml(WithData("<Data>a&#x9B;2Jb&#x202E;c\xC2\x85</Data>"));
+  CHECK(EventLine(event) == "at an unknown time   information  a 2Jb c \n");
+  CHECK(JsonLine(EventJson(event)) ==
+        "{\"time\":null,\"level\":\"information\","
+        "\"text\":\"a\\u009b2Jb\\u202ec\\u0085\",\"utcSeconds\":null}\n");
 }
 
 TEST_CASE("an event whose XML is cut off anywhere is still an event") {

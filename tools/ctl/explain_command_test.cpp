@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "base/utf8.h"
+#include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -17,8 +19,6 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::settings;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 
@@ -56,14 +56,31 @@ TEST_CASE("an explanation says that the service does not act on it") {
 TEST_CASE("nothing is explained without usable settings, a folder, or a time") {
   const ClientMachine machine;
   Fails(machine, {"explain"}, 1,
+        "SOFTWARE\\Corisk\\Z7: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+        "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
   ClientMachine::Provision();
-  Fails(machine, {"explain", "--at", "noon"}, 2, "--at: not a local time YYYY-MM-DD HH:MM: noon");
+  Fails(machine, {"explain", "--at", "noon"}, 2,
+        "--at: not a local time \"YYYY-MM-DD HH:MM\" or UTC seconds since 1970: noon");
   fakes::clock.utcSeconds = -1;
   Fails(machine, {"explain"}, 1, "the clock cannot be read; give --at");
   fakes::clock.utcSeconds = 0;
   settings.dataFolder = L"";
-  Fails(machine, {"explain"}, 1, "invalid string position");
+  Fails(machine, {"explain"}, 1, "Windows does not say where the data folder is");
+}
+
+TEST_CASE("what only administrators may read is explained and reported to nobody else") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::wstring folder = settings.dataFolder.substr(0, settings.dataFolder.size() - 1);
+  for (const std::wstring& path : {folder, folder + L"\\cpredict.z7", folder + L"\\zs7state.dat"}) {
+    fakes::client.denied = {path};
+    for (const char* const command : {"explain", "report"}) {
+      Fails(machine, {command}, 1,
+            "only administrators may read what was learnt; try it as administrator");
+    }
+    CHECK(Ctl(machine, {"status"}).exitCode == 0);
+  }
 }
 
 }  // namespace dozewell::ctl

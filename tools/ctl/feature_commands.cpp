@@ -1,8 +1,11 @@
 #include <chrono>
+#include <cmath>
 
 #include "common/format_text.h"
 #include "common/json.h"
+#include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/disable_loss.h"
 #include "ctl/live_engine.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
@@ -32,12 +35,31 @@ std::string WhyNotSwitched(bool enable) {
          " now, but the driver's timers were not switched: " + why;
 }
 
+// Asks before the service throws away what it has learnt. A service without a controller has
+// nothing to lose.
+void ConfirmLoss(const Options& options, const Console& console) {
+  bool enabled = false;
+  const CallResult feature = CallGetFeatureEnabled(enabled);
+  RequireReachable(feature);
+  if (options.yes || (feature.IsDone() && !enabled)) return;
+  const std::string loss = DisableLossText();
+  if (!console.isTerminal) {
+    throw CommandFailure(ExitCode::Usage,
+                         "disable asks first, and there is no terminal to ask at; --yes does not "
+                         "ask. " +
+                             loss);
+  }
+  if (!console.confirm(loss + " Go on?")) {
+    throw CommandFailure(ExitCode::NotDone, "the feature stays on");
+  }
+}
+
 void SwitchFeature(bool enable, const Options& options, const Console& console) {
   const CallResult result = CallSetFeatureEnabled(enable);
   if (result.outcome == CallOutcome::Refused) RequireDone(result, WhyNotSwitched(enable));
   RequireReachable(result);
   if (options.json) {
-    console.print("{\"featureEnabled\":" + BoolJson(enable) + "}\n");
+    console.print(JsonLine({{"featureEnabled", enable}}));
   } else {
     console.print(std::string("The feature is ") + (enable ? "on" : "off") + ".\n");
   }
@@ -50,6 +72,7 @@ void RunEnable(const Options& options, const Console& console) {
 }
 
 void RunDisable(const Options& options, const Console& console) {
+  ConfirmLoss(options, console);
   SwitchFeature(false, options, console);
 }
 
@@ -57,7 +80,7 @@ void RunDriver(const Options& options, const Console& console) {
   bool enabled = false;
   RequireDone(CallGetDriverEnabled(enabled), kNoDriver);
   if (options.json) {
-    console.print("{\"driverEnabled\":" + BoolJson(enabled) + "}\n");
+    console.print(JsonLine({{"driverEnabled", enabled}}));
   } else {
     console.print(std::string("The driver's wake timers are ") + (enabled ? "" : "not ") +
                   "enabled.\n");
@@ -70,9 +93,11 @@ void RunPing(const Options& options, const Console& console) {
   const auto start = std::chrono::steady_clock::now();
   RequireDone(CallPing(), "the service answers, and says that it does not work");
   const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
-  console.print(
-      FormatText(options.json ? "{\"milliseconds\":%.2f}\n" : "The service answers, in %.2f ms.\n",
-                 taken.count()));
+  if (options.json) {
+    console.print(JsonLine({{"milliseconds", JsonNumber(std::round(taken.count() * 100) / 100)}}));
+  } else {
+    console.print(FormatText("The service answers, in %.2f ms.\n", taken.count()));
+  }
 }
 
 }  // namespace dozewell::ctl

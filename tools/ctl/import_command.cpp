@@ -3,13 +3,16 @@
 #include <vector>
 
 #include "base/file.h"
+#include "base/utf8.h"
 #include "common/input_file.h"
 #include "common/learning.h"
 #include "common/output_file.h"
+#include "common/problem_place.h"
 #include "common/service_file.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/event_feed.h"
+#include "ctl/live_files.h"
 #include "ctl/service_calls.h"
 #include "ctl/service_query.h"
 #include "ctl/unreachable_text.h"
@@ -20,6 +23,7 @@
 #include "prediction/history_file.h"
 #include "service/service_host.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -57,8 +61,8 @@ std::vector<LogEvent> ReadEvents(const std::optional<std::string>& file) {
 
 // The service's files.
 struct DataFiles {
-  std::string history = PathToSystem(PathInFolder(DataFolderPath(), kHistoryFileName));
-  std::string data = PathToSystem(PathInFolder(DataFolderPath(), kDataFileName));
+  std::string history = PathToSystem(LiveFilePath(kHistoryFileName));
+  std::string data = PathToSystem(LiveFilePath(kDataFileName));
 };
 
 std::string Question(const DataFiles& files, const EventLogImport& import, bool learns) {
@@ -82,7 +86,12 @@ void Write(const DataFiles& files, const EventLogImport& import, bool learns,
   ConfigurationsImpl configuration;
   std::optional<Learning> learning;
   std::vector<std::string> warnings;
-  if (learns) learning.emplace(history, configuration, files.data, warnings);
+  const auto place = [&] {
+    return PlaceOfProblem(configuration, {NarrowToUtf8(kProductKey), files.data});
+  };
+  TellPlace(place, [&] {
+    if (learns) learning.emplace(history, configuration, files.data, warnings);
+  });
   for (const std::string& warning : warnings) console.warn("warning: " + warning);
   if (import.history.added > 0) SaveDatHistory(files.history, import.history.records);
   if (learning) learning->Commit();
@@ -109,7 +118,7 @@ void RunImportHistory(const Options& options, const Console& console) {
     Write(files, import, learns, console);
   }
   if (options.json) {
-    console.print(ImportJson(import, learns));
+    console.print(JsonLine(ImportJson(import, learns)));
   } else {
     console.print(ImportText(import, files.history) + LearntText(files.data, learns));
   }

@@ -244,14 +244,16 @@ TEST_CASE("an event log that cannot be read changes nothing") {
 TEST_CASE("settings from which nothing can be learnt change nothing") {
   const Machine machine;
   settings.defaults.predictorValues.clear();
-  Fails(machine, {"--yes"}, "No weigths specified");
+  Fails(machine, {"--yes"},
+        "SOFTWARE\\Corisk\\Z7: DaysInCycle, MinutesInDay, FirstLastWeight, SecondLastWeight, "
+        "AgregationWeight are missing: No weigths specified");
   CHECK(machine.Folder().IsEmpty());
 }
 
 TEST_CASE("without a data folder nothing is imported") {
   const Machine machine;
   settings.dataFolder = L"";
-  Fails(machine, {"--yes"}, "invalid string position");
+  Fails(machine, {"--yes"}, "Windows does not say where the data folder is");
 }
 
 }  // namespace dozewell::ctl

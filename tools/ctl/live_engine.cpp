@@ -1,19 +1,28 @@
 #include "ctl/live_engine.h"
 
+#include <algorithm>
 #include <exception>
 
-#include "base/file.h"
 #include "base/utf8.h"
+#include "common/problem_place.h"
+#include "ctl/command_failure.h"
+#include "ctl/live_files.h"
 #include "ctl/live_settings.h"
+#include "ctl/read_access.h"
 #include "prediction/cyclic_probability_predictor.h"
+#include "prediction/history_file.h"
 #include "settings/data_folder.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::ctl {
 
-// DataFolderPath, because GetDataFolder would create the folder with the user as its owner.
 LiveEngine::LiveEngine()
-    : path_(PathInFolder(DataFolderPath(), kDataFileName)),
-      loaded_(LoadTracker(configuration_, path_)) {}
+    : path_(LiveFilePath(kDataFileName)),
+      loaded_(TellPlace(
+          [this] {
+            return PlaceOfProblem(configuration_, {NarrowToUtf8(kProductKey), NarrowToUtf8(path_)});
+          },
+          [this] { return LoadTracker(configuration_, path_); })) {}
 
 std::vector<std::string> LiveEngine::Warnings() const {
   std::vector<std::string> warnings;
@@ -27,6 +36,17 @@ std::vector<std::string> LiveEngine::Warnings() const {
     warnings.emplace_back("DisablePrediction is 1, so the service does none of this");
   }
   return warnings;
+}
+
+void RequireReadableData() {
+  std::wstring folder = DataFolderPath();
+  if (folder.empty()) return;
+  const std::wstring files[] = {folder + kDataFileName, folder + kHistoryFileName};
+  folder.pop_back();
+  if (IsReadingDenied(folder) || std::ranges::any_of(files, IsReadingDenied)) {
+    throw CommandFailure(ExitCode::NotDone,
+                         "only administrators may read what was learnt; try it as administrator");
+  }
 }
 
 std::string EngineProblem() {

@@ -27,6 +27,9 @@ class LiveEngine {
   LoadedTracker loaded_;
 };
 
+// Throws CommandFailure when this user may not read what the service has learnt.
+void RequireReadableData();
+
 // Why the service cannot build its engine; empty when it can.
 std::string EngineProblem();
 

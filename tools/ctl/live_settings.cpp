@@ -1,5 +1,8 @@
 #include "ctl/live_settings.h"
 
+#include <string>
+
+#include "settings/predictor_values.h"
 #include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
@@ -9,6 +12,10 @@ bool ReadFeatureEnabled() { return SettingOr(kEnableZ7FeatureName, kDefaultEnabl
 
 bool ReadPredictionsEnabled() {
   return SettingOr(kDisablePredictionName, kDefaultDisablePrediction) != 1;
+}
+
+bool StrengthHasResult(int32_t strength) {
+  return !ReadPredictorValue(kPredictorSection, kBestSetPrefix + std::to_string(strength)).empty();
 }
 
 std::optional<uint32_t> ReadAttempts(const wchar_t* name) {

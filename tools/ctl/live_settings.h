@@ -11,6 +11,9 @@ namespace dozewell::ctl {
 bool ReadFeatureEnabled();
 bool ReadPredictionsEnabled();
 
+// The optimizer has stored parameters for this strength.
+bool StrengthHasResult(int32_t strength);
+
 // A counter of the start gate; nothing when it is absent, which keeps the gate shut.
 std::optional<uint32_t> ReadAttempts(const wchar_t* name);
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/json.h"
+#include "common/option_text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/power_names.h"
@@ -20,8 +21,7 @@ namespace {
 uint32_t ParseName(const char* argument, std::span<const NamedNumber> names,
                    const std::string& text) {
   if (const auto number = NumberOf(names, text)) return *number;
-  throw CommandFailure(ExitCode::Usage,
-                       std::string(argument) + ": not " + ListOf(names) + ": " + text);
+  throw CommandFailure(ExitCode::Usage, WrongValue(argument, ListOf(names), text));
 }
 
 std::vector<NamedNumber> SelectedSources(const Options& options) {
@@ -40,13 +40,13 @@ const PowerSetting& ParseSetting(const std::string& text) {
                          [](const PowerSetting& setting) {
                            return NamedNumber{setting.name, setting.mask};
                          });
-  throw CommandFailure(ExitCode::Usage, "SETTING: not " + ListOf(names) + ": " + text);
+  throw CommandFailure(ExitCode::Usage, WrongValue("SETTING", ListOf(names), text));
 }
 
 void ShowScheme(uint32_t scheme, const char* sentence, const Options& options,
                 const Console& console) {
   const std::string name = NameOf(kSchemes, scheme);
-  console.print(options.json ? "{\"scheme\":" + JsonString(name) + "}\n" : sentence + name + ".\n");
+  console.print(options.json ? JsonLine({{"scheme", name}}) : sentence + name + ".\n");
 }
 
 }  // namespace
@@ -58,7 +58,8 @@ void RunPowerGet(const Options& options, const Console& console) {
     readings.push_back(ReadPower(source.number));
     RequireDone(readings.back().result, "the service could not read the active power scheme");
   }
-  console.print(options.json ? PowerJson(sources, readings) + "\n" : PowerTable(sources, readings));
+  console.print(options.json ? JsonLine(PowerJson(sources, readings))
+                             : PowerTable(sources, readings));
 }
 
 void RunPowerSet(const Options& options, const Console& console) {
@@ -67,16 +68,15 @@ void RunPowerSet(const Options& options, const Console& console) {
   const PowerSetting& setting = ParseSetting(options.setting.value());
   const auto value = ParsePowerValue(setting, options.value.value());
   if (!value) {
-    throw CommandFailure(ExitCode::Usage, std::string(setting.name) + ": not " +
-                                              PowerValueRange(setting) + ": " + *options.value);
+    throw CommandFailure(ExitCode::Usage,
+                         WrongValue(setting.name, PowerValueRange(setting), *options.value));
   }
   PowerTimeouts timeouts = {};
   timeouts.*setting.field = *value;
   RequireDone(
       CallSetPowerSettings(setting.mask, sourceNumber, timeouts),
       "the service could not write " + std::string(setting.name) + " into the active power scheme");
-  console.print(options.json ? "{\"source\":" + JsonString(source) + ",\"" + setting.jsonName +
-                                   "\":" + std::to_string(*value) + "}\n"
+  console.print(options.json ? JsonLine({{"source", source}, {setting.jsonName, *value}})
                              : std::string(setting.name) + " for " + source + " is " +
                                    PowerValueText(setting, *value) + ".\n");
 }

@@ -5,6 +5,7 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -13,8 +14,6 @@ using fakes::client;
 using fakes::ClientMachine;
 using fakes::Fails;
 using fakes::Works;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 

@@ -68,16 +68,14 @@ std::optional<uint32_t> ParsePowerValue(const PowerSetting& setting, std::string
     const auto number = ParseNumber<uint32_t>(text);
     return number && *number < setting.values.size() ? number : std::nullopt;
   }
-  if (text == kNever) return 0;
-  const auto minutes = ParseDuration(text);
+  const auto minutes = ParseTimeout(text);
   if (!minutes || *minutes > kMostMinutes) return std::nullopt;
   return static_cast<uint32_t>(*minutes);
 }
 
 std::string PowerValueRange(const PowerSetting& setting) {
   if (!setting.values.empty()) return ListOf(setting.values);
-  return std::string(kNever) + " or 1 to " + std::to_string(kMostMinutes) +
-         " minutes, such as 45m or 1h30m";
+  return TimeoutRange(kMostMinutes);
 }
 
 std::string PowerValueText(const PowerSetting& setting, uint32_t value) {

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "common/format_text.h"
-#include "common/json.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -18,14 +17,12 @@ std::string Row(const char* name, std::span<const std::string> cells) {
   return row + "\n";
 }
 
-std::string Json(const PowerReading& reading) {
-  const auto numberJson = [](uint32_t number) { return std::to_string(number); };
-  std::string json;
+Json ReadingJson(const PowerReading& reading) {
+  Json json;
   for (size_t i = 0; i < kPowerSettings.size(); ++i) {
-    json += (i == 0 ? "{\"" : ",\"") + std::string(kPowerSettings[i].jsonName) +
-            "\":" + OptionalJson(reading.values[i], numberJson);
+    json[kPowerSettings[i].jsonName] = OptionalJson(reading.values[i]);
   }
-  return json + "}";
+  return json;
 }
 
 }  // namespace
@@ -61,13 +58,10 @@ std::string PowerTable(std::span<const NamedNumber> sources,
   return table;
 }
 
-std::string PowerJson(std::span<const NamedNumber> sources,
-                      std::span<const PowerReading> readings) {
-  std::string json;
-  for (size_t i = 0; i < sources.size(); ++i) {
-    json += (i == 0 ? "{\"" : ",\"") + std::string(sources[i].name) + "\":" + Json(readings[i]);
-  }
-  return json + "}";
+Json PowerJson(std::span<const NamedNumber> sources, std::span<const PowerReading> readings) {
+  Json json;
+  for (size_t i = 0; i < sources.size(); ++i) json[sources[i].name] = ReadingJson(readings[i]);
+  return json;
 }
 
 }  // namespace dozewell::ctl

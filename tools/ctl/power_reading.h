@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "common/json.h"
 #include "ctl/power_names.h"
 #include "ctl/service_calls.h"
 
@@ -27,7 +28,7 @@ std::string PowerTable(std::span<const NamedNumber> sources,
                        std::span<const PowerReading> readings);
 
 // The readings as a JSON object with an object for each source; null is what was not read.
-std::string PowerJson(std::span<const NamedNumber> sources, std::span<const PowerReading> readings);
+Json PowerJson(std::span<const NamedNumber> sources, std::span<const PowerReading> readings);
 
 }  // namespace dozewell::ctl
 

@@ -2,9 +2,12 @@
 #include <limits>
 #include <string>
 
+#include "common/json.h"
+#include "common/option_text.h"
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/live_settings.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
 
@@ -14,15 +17,17 @@ namespace {
 int32_t ParseStrength(const std::string& text) {
   const auto strength = ParseNumber<int32_t>(text);
   if (strength && *strength >= 0) return *strength;
-  throw CommandFailure(ExitCode::Usage, "STRENGTH: not a whole number from 0 to " +
-                                            std::to_string(std::numeric_limits<int32_t>::max()) +
-                                            ": " + text);
+  throw CommandFailure(
+      ExitCode::Usage,
+      WrongValue("STRENGTH",
+                 "a whole number from 0 to " + std::to_string(std::numeric_limits<int32_t>::max()),
+                 text));
 }
 
 void ShowStrength(int32_t strength, const char* sentence, const Options& options,
                   const Console& console) {
-  const std::string number = std::to_string(strength);
-  console.print(options.json ? "{\"strength\":" + number + "}\n" : sentence + number + ".\n");
+  console.print(options.json ? JsonLine({{"strength", strength}})
+                             : sentence + std::to_string(strength) + ".\n");
 }
 
 }  // namespace
@@ -36,6 +41,10 @@ void RunStrengthGet(const Options& options, const Console& console) {
 void RunStrengthSet(const Options& options, const Console& console) {
   const int32_t strength = ParseStrength(options.strength.value());
   RequireDone(CallSetStrength(strength), "the service could not store the strength");
+  if (!StrengthHasResult(strength)) {
+    console.warn("warning: the optimizer has stored nothing for strength " +
+                 std::to_string(strength) + " yet");
+  }
   ShowStrength(strength, "The strength is now ", options, console);
 }
 
@@ -46,7 +55,8 @@ void RunResetHistory(const Options& options, const Console& console) {
   RequireDone(CallResetHistory(),
               "the history was not reset, since the controller does not run; dozewellctl status "
               "shows why");
-  console.print(options.json ? "{\"reset\":true}\n" : "The service has been told to forget.\n");
+  console.print(options.json ? JsonLine({{"reset", true}})
+                             : "The service has been told to forget.\n");
 }
 
 }  // namespace dozewell::ctl

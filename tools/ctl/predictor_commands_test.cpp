@@ -5,6 +5,9 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "fakes/settings_fake.h"
+#include "settings/setting_names.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -16,12 +19,13 @@ using fakes::Ctl;
 using fakes::Fails;
 using fakes::Works;
 
-using Calls = std::vector<std::string>;
-
 }  // namespace
 
 TEST_CASE("the strength is shown and chosen") {
   const ClientMachine machine;
+  fakes::settings.current.predictorValues[{kPredictorSection, "Best0"}] = fakes::Text("-1");
+  fakes::settings.current.predictorValues[{kPredictorSection, "Best2147483647"}] =
+      fakes::Text("-1");
   Works(machine, {"strength", "set", "2147483647"}, "The strength is now 2147483647.\n");
   Works(machine, {"strength", "get"}, "The strength is 2147483647.\n");
   Works(machine, {"strength", "set", "0", "--json"}, "{\"strength\":0}\n");
@@ -30,6 +34,14 @@ TEST_CASE("the strength is shown and chosen") {
   client.refused = {"GetStrength", "SetStrength"};
   Fails(machine, {"strength", "get"}, 1, "the service could not read the strength");
   Fails(machine, {"strength", "set", "1"}, 1, "the service could not store the strength");
+}
+
+TEST_CASE("a strength for which no search has stored anything is warned of") {
+  const ClientMachine machine;
+  const ClientRun run = Ctl(machine, {"strength", "set", "7", "--json"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.output == "{\"strength\":7}\n");
+  CHECK(run.messages == Calls{"warning: the optimizer has stored nothing for strength 7 yet"});
 }
 
 TEST_CASE("the history is reset only when the user says yes") {

@@ -15,11 +15,11 @@
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
+#include "ctl/live_files.h"
 #include "power/hibernate_after.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
-#include "settings/data_folder.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -34,13 +34,11 @@ int64_t LiveHibernateAfterSeconds() {
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
 
-std::string ServiceFile(const wchar_t* name) {
-  return PathToSystem(PathInFolder(DataFolderPath(), name));
-}
+std::string ServiceFile(const wchar_t* name) { return PathToSystem(LiveFilePath(name)); }
 
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
-  const std::wstring path = PathInFolder(DataFolderPath(), kHistoryFileName);
+  const std::wstring path = LiveFilePath(kHistoryFileName);
   const std::string name = NarrowToUtf8(path);
   FileContent content = ReadDurableFile(path);
   if (!content.failure) {
@@ -62,6 +60,7 @@ void RunReport(const Options& options, const Console& console) {
                         {"the service's data file", ServiceFile(kDataFileName)}});
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
+  RequireReadableData();
   LiveEngine engine;
   std::vector<std::string> warnings = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(warnings);
@@ -69,9 +68,8 @@ void RunReport(const Options& options, const Console& console) {
   const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
                                                now, LiveHibernateAfterSeconds(), warnings});
   OutputFile(name).Write(page.data(), page.size());
-  const std::string size = std::to_string(page.size());
-  console.print(options.json ? "{\"file\":" + JsonString(name) + ",\"bytes\":" + size + "}\n"
-                             : name + ": " + size + " bytes\n");
+  console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
+                             : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 
 }  // namespace dozewell::ctl

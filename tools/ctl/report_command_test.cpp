@@ -11,6 +11,7 @@
 #include "fakes/clock_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/calls.h"
 #include "support/mornings.h"
 #include "support/text_parts.h"
 
@@ -22,8 +23,6 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::settings;
-
-using Calls = std::vector<std::string>;
 
 // As a user names the folder, in a way that every system takes.
 std::string UserFolder() {
@@ -113,6 +112,8 @@ TEST_CASE("no report is written without usable settings, a clock, or a place for
   const ClientMachine machine;
   const std::string page = UserFolder() + "r.html";
   Fails(machine, {"report", "--out", page}, 1,
+        "SOFTWARE\\Corisk\\Z7: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+        "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
   ClientMachine::Provision();
   const ClientRun run = Ctl(machine, {"report", "--out", UserFolder()});

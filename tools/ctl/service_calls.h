@@ -40,6 +40,9 @@ CallResult CallResetHistory();
 CallResult CallSetStrength(int32_t strength);
 CallResult CallGetStrength(int32_t& strength);
 
+// Whether any of these was called.
+bool HasCalledService();
+
 }  // namespace dozewell::ctl
 
 #endif  // DOZEWELL_CTL_SERVICE_CALLS_H_

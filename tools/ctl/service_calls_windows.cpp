@@ -89,6 +89,8 @@ WireSource SourceOf(uint32_t source) { return static_cast<WireSource>(source); }
 
 }  // namespace
 
+bool HasCalledService() { return DozewellBinding != nullptr; }
+
 CallResult CallPing() {
   return Call([] { return Call_Ping(); });
 }

@@ -7,8 +7,9 @@ namespace dozewell::ctl {
 
 // What the service control manager says of the service.
 struct ServiceQuery {
-  uint32_t error;  // 0, or the system's error code when the query failed
-  uint32_t state;  // without an error: kServiceRunning and its like (service/service_host.h)
+  uint32_t error;        // 0, or the system's error code when the query failed
+  uint32_t state;        // without an error: kServiceRunning and its like (service/service_host.h)
+  uint32_t process = 0;  // its id; 0 while it has none
 };
 
 // The error for a service that is not installed.

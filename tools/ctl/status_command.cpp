@@ -7,7 +7,7 @@ namespace dozewell::ctl {
 // What is known of a service that does not answer is worth showing too.
 void RunStatus(const Options& options, const Console& console) {
   const StatusReport report = MakeStatusReport();
-  console.print(options.json ? StatusJson(report) : StatusText(report));
+  console.print(options.json ? JsonLine(StatusJson(report)) : StatusText(report));
   RequireReachable(report.ping);
 }
 

@@ -8,6 +8,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -19,8 +20,6 @@ using fakes::Ctl;
 using fakes::kServerUnavailable;
 using fakes::settings;
 using fakes::Works;
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 
@@ -70,9 +69,12 @@ TEST_CASE("the status fits on a screen") {
         "\"allowWakeTimers\":2,\"allowHybridSleep\":0}},\"driverEnabled\":true,"
         "\"alarm\":\"2026-11-22 06:30\",\"durationMinutes\":886,\"strength\":1,"
         "\"strengthHasResult\":true,\"lastOptimizerRun\":\"2026-11-01T01:00:00\",\"events\":["
-        "{\"time\":null,\"level\":\"information\",\"text\":\"Suspend\"},"
-        "{\"time\":null,\"level\":\"information\",\"text\":\"Suspended\"},"
-        "{\"time\":\"2026-11-21T09:05:09\",\"level\":\"error\",\"text\":\"broken\"}]}\n");
+        "{\"time\":null,\"level\":\"information\",\"text\":\"Suspend\",\"utcSeconds\":null},"
+        "{\"time\":null,\"level\":\"information\",\"text\":\"Suspended\",\"utcSeconds\":null},"
+        "{\"time\":\"2026-11-21T09:05:09\",\"level\":\"error\",\"text\":\"broken\","
+        "\"utcSeconds\":1795248309}],\"serviceState\":4,\"serviceError\":0,\"alarmFields\":{"
+        "\"year\":26,\"month\":11,\"day\":22,\"hour\":6,\"minute\":30},"
+        "\"lastOptimizerRunUtcSeconds\":1793491200,\"eventsError\":0}\n");
 }
 
 TEST_CASE("the status shows what is not there") {
@@ -90,6 +92,8 @@ TEST_CASE("the status shows what is not there") {
         "Feature             on\n"
         "Start attempts      TotalAttempts is not set: the controller never starts by itself\n"
         "Controller          may run: only if it was started earlier, as it cannot be built now: "
+        "SOFTWARE\\Corisk\\Z7: TimeResolution, DaysInCycle, MinutesInDay, FirstLastWeight, "
+        "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations\n"
         "Predictions         off, as DisablePrediction is 1\n"
         "Power scheme        not balanced, power-saver or high-performance, or could not be read\n"

@@ -58,8 +58,7 @@ StatusReport MakeStatusReport() {
   report.service = QueryService();
   ReadSettings(report);
   if (report.ping.IsDone()) AskService(report);
-  const std::string result = kBestSetPrefix + std::to_string(report.strength);
-  report.strengthHasResult = !ReadPredictorValue(kPredictorSection, result).empty();
+  report.strengthHasResult = StrengthHasResult(report.strength);
   report.controller = ExpectController(
       {report.ping.IsDone(), report.featureEnabled, report.currentAttempt, report.totalAttempts,
        SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) != 0, EngineProblem()});

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "common/json.h"
 #include "ctl/controller_outlook.h"
 #include "ctl/event_text.h"
 #include "ctl/power_reading.h"
@@ -42,7 +43,7 @@ StatusReport MakeStatusReport();
 
 // One screen.
 std::string StatusText(const StatusReport& report);
-std::string StatusJson(const StatusReport& report);
+Json StatusJson(const StatusReport& report);
 
 }  // namespace dozewell::ctl
 

@@ -1,6 +1,5 @@
 #include "common/duration_text.h"
 #include "common/format_text.h"
-#include "common/json.h"
 #include "common/local_time.h"
 #include "ctl/local_time_text.h"
 #include "ctl/status_report.h"
@@ -89,7 +88,12 @@ std::string EventsText(const StatusReport& report) {
   return text;
 }
 
-std::string NumberJson(int64_t value) { return std::to_string(value); }
+Json EventsJson(const StatusReport& report) {
+  if (report.eventsError != 0) return nullptr;
+  Json list = Json::array();
+  for (const ServiceEvent& event : report.events) list.push_back(EventJson(event));
+  return list;
+}
 
 }  // namespace
 
@@ -102,27 +106,32 @@ std::string StatusText(const StatusReport& report) {
          Line("Last optimizer run", LastRunText(report)) + EventsText(report);
 }
 
-std::string StatusJson(const StatusReport& report) {
-  const auto schemeJson = [](uint32_t scheme) { return JsonString(NameOf(kSchemes, scheme)); };
-  const auto alarm = report.alarm ? CalendarText(*report.alarm) : std::nullopt;
-  return "{\"answers\":" + BoolJson(report.ping.IsDone()) +
-         ",\"service\":" + JsonString(ServiceStateText(report.service)) +
-         ",\"featureEnabled\":" + BoolJson(report.featureEnabled) +
-         ",\"currentAttempt\":" + OptionalJson(report.currentAttempt, NumberJson) +
-         ",\"totalAttempts\":" + OptionalJson(report.totalAttempts, NumberJson) +
-         ",\"controller\":{\"runs\":" + JsonString(ExpectedJson(report.controller.runs)) +
-         ",\"why\":" + JsonString(report.controller.why) + "}" +
-         ",\"predictionsEnabled\":" + BoolJson(report.predictionsEnabled) +
-         ",\"scheme\":" + OptionalJson(report.scheme, schemeJson) +
-         ",\"power\":" + PowerJson(kSources, report.power) +
-         ",\"driverEnabled\":" + OptionalJson(report.driverEnabled, BoolJson) +
-         ",\"alarm\":" + OptionalJson(alarm, JsonString) +
-         ",\"durationMinutes\":" + OptionalJson(report.duration, NumberJson) +
-         ",\"strength\":" + NumberJson(report.strength) +
-         ",\"strengthHasResult\":" + BoolJson(report.strengthHasResult) + ",\"lastOptimizerRun\":" +
-         OptionalJson(LocalTimeText(report.lastOptimizerRun), JsonString) +
-         ",\"events\":" + (report.eventsError != 0 ? "null" : JsonList(report.events, EventJson)) +
-         "}\n";
+Json StatusJson(const StatusReport& report) {
+  const bool isKnown = report.service.error == 0;
+  return {
+      {"answers", report.ping.IsDone()},
+      {"service", ServiceStateText(report.service)},
+      {"featureEnabled", report.featureEnabled},
+      {"currentAttempt", OptionalJson(report.currentAttempt)},
+      {"totalAttempts", OptionalJson(report.totalAttempts)},
+      {"controller",
+       {{"runs", ExpectedJson(report.controller.runs)}, {"why", report.controller.why}}},
+      {"predictionsEnabled", report.predictionsEnabled},
+      {"scheme", report.scheme ? Json(NameOf(kSchemes, *report.scheme)) : Json()},
+      {"power", PowerJson(kSources, report.power)},
+      {"driverEnabled", OptionalJson(report.driverEnabled)},
+      {"alarm", OptionalJson(report.alarm ? CalendarText(*report.alarm) : std::nullopt)},
+      {"durationMinutes", OptionalJson(report.duration)},
+      {"strength", report.strength},
+      {"strengthHasResult", report.strengthHasResult},
+      {"lastOptimizerRun", OptionalJson(LocalTimeText(report.lastOptimizerRun))},
+      {"events", EventsJson(report)},
+      {"serviceState", isKnown ? Json(report.service.state) : Json()},
+      {"serviceError", report.service.error},
+      {"alarmFields", report.alarm ? WakeTimeJson(*report.alarm) : Json()},
+      {"lastOptimizerRunUtcSeconds", OptionalJson(report.lastOptimizerRun)},
+      {"eventsError", report.eventsError},
+  };
 }
 
 }  // namespace dozewell::ctl

@@ -3,13 +3,15 @@
 #include <string>
 #include <vector>
 
+#include "base/clock.h"
 #include "common/duration_text.h"
-#include "common/json.h"
+#include "common/option_text.h"
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
+#include "ctl/time_argument.h"
 #include "ctl/wake_time_text.h"
 #include "power/driver_timer.h"
 
@@ -33,15 +35,26 @@ struct TimerReading {
 uint32_t ParseTimer(const std::string& text) {
   const auto timer = ParseNumber<uint32_t>(text);
   if (timer && *timer < kTimers) return *timer;
-  throw CommandFailure(ExitCode::Usage, "TIMER: not 0 or 1: " + text);
+  throw CommandFailure(ExitCode::Usage, WrongValue("TIMER", "0 or 1", text));
 }
 
 int32_t ParseCount(const std::string& text) {
   const auto minutes = ParseDuration(text);
   if (minutes && *minutes <= kTimerDurationMinutes) return static_cast<int32_t>(*minutes);
-  throw CommandFailure(ExitCode::Usage, "DURATION: not 0 to " +
-                                            std::to_string(kTimerDurationMinutes) +
-                                            " minutes, such as 45m or 1h30m: " + text);
+  throw CommandFailure(ExitCode::Usage, WrongValue("DURATION",
+                                                   "0 to " + std::to_string(kTimerDurationMinutes) +
+                                                       " minutes, such as 45m or 1h30m",
+                                                   text));
+}
+
+WakeTime WakeTimeOf(const tm& given, const std::string& text) {
+  if (given.tm_sec != 0) {
+    throw CommandFailure(ExitCode::Usage, WrongValue("TIME", "in whole minutes", text));
+  }
+  if (const auto time = ToWakeTime(given)) return *time;
+  throw CommandFailure(
+      ExitCode::Usage,
+      WrongValue("TIME", std::string("a local time from ") + kWakeTimeRange, text));
 }
 
 TimerReading ReadTimer(uint32_t timer) {
@@ -53,26 +66,21 @@ TimerReading ReadTimer(uint32_t timer) {
 
 std::string TimerName(uint32_t timer) { return "Timer " + std::to_string(timer); }
 
-std::string TimerJson(uint32_t timer) { return "{\"timer\":" + std::to_string(timer); }
-
 std::string ReadingText(const TimerReading& reading) {
   return TimerName(reading.timer) + " as a time: " + WakeTimeText(reading.time) +
          "; as a duration: " + DurationText(reading.count) + "\n";
 }
 
-std::string ReadingJson(const TimerReading& reading) {
-  const WakeTime& time = reading.time;
-  return TimerJson(reading.timer) + ",\"time\":" + OptionalJson(CalendarText(time), JsonString) +
-         ",\"year\":" + std::to_string(time.year) + ",\"month\":" + std::to_string(time.month) +
-         ",\"day\":" + std::to_string(time.day) + ",\"hour\":" + std::to_string(time.hour) +
-         ",\"minute\":" + std::to_string(time.minute) +
-         ",\"durationMinutes\":" + std::to_string(reading.count) + "}";
+Json TimerJson(const TimerReading& reading) {
+  Json json = {{"timer", reading.timer}, {"time", OptionalJson(CalendarText(reading.time))}};
+  json.update(WakeTimeJson(reading.time));
+  json["durationMinutes"] = reading.count;
+  return json;
 }
 
 void ShowCount(uint32_t timer, int32_t count, const Options& options, const Console& console) {
-  console.print(options.json
-                    ? TimerJson(timer) + ",\"durationMinutes\":" + std::to_string(count) + "}\n"
-                    : TimerName(timer) + ": " + DurationText(count) + "\n");
+  console.print(options.json ? JsonLine({{"timer", timer}, {"durationMinutes", count}})
+                             : TimerName(timer) + ": " + DurationText(count) + "\n");
 }
 
 }  // namespace
@@ -85,7 +93,9 @@ void RunWakeGet(const Options& options, const Console& console) {
     for (uint32_t timer = 0; timer < kTimers; ++timer) readings.push_back(ReadTimer(timer));
   }
   if (options.json) {
-    console.print(JsonList(readings, ReadingJson) + "\n");
+    Json list = Json::array();
+    for (const TimerReading& reading : readings) list.push_back(TimerJson(reading));
+    console.print(JsonLine(list));
     return;
   }
   for (const TimerReading& reading : readings) console.print(ReadingText(reading));
@@ -93,15 +103,21 @@ void RunWakeGet(const Options& options, const Console& console) {
 
 void RunWakeSet(const Options& options, const Console& console) {
   const uint32_t timer = ParseTimer(options.timer.value());
-  const auto time = ParseWakeTime(options.time.value());
-  if (!time) {
-    throw CommandFailure(ExitCode::Usage, std::string("TIME: not a local time from ") +
-                                              kWakeTimeRange + ": " + *options.time);
+  const tm given = ParseTimeArgument("TIME", options.time.value());
+  const WakeTime time = WakeTimeOf(given, *options.time);
+  RequireDone(CallSetWakeTime(timer, time), kNotArmed);
+  const std::string text = WakeTimeText(time);
+  tm now;
+  if (LocalTimeNow(now) && SecondsFromTm(given) <= SecondsFromTm(now)) {
+    console.warn("warning: " + text + " has passed");
   }
-  RequireDone(CallSetWakeTime(timer, *time), kNotArmed);
-  const std::string text = WakeTimeText(*time);
-  console.print(options.json ? TimerJson(timer) + ",\"time\":" + JsonString(text) + "}\n"
-                             : TimerName(timer) + " is armed for " + text + ".\n");
+  if (options.json) {
+    Json json = {{"timer", timer}, {"time", text}};
+    json.update(WakeTimeJson(time));
+    console.print(JsonLine(json));
+  } else {
+    console.print(TimerName(timer) + " is armed for " + text + ".\n");
+  }
 }
 
 void RunWakeRaw(const Options& options, const Console& console) {

@@ -5,6 +5,8 @@
 
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "fakes/clock_fake.h"
+#include "support/calls.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -14,8 +16,6 @@ using fakes::ClientMachine;
 using fakes::Fails;
 using fakes::Works;
 
-using Calls = std::vector<std::string>;
-
 }  // namespace
 
 TEST_CASE("a wake timer is armed for a time") {
@@ -23,11 +23,38 @@ TEST_CASE("a wake timer is armed for a time") {
   Works(machine, {"wake", "set", "0", "2026-11-21 06:30"},
         "Timer 0 is armed for 2026-11-21 06:30.\n");
   Works(machine, {"wake", "set", "1", "2127-12-31T23:59", "--json"},
-        "{\"timer\":1,\"time\":\"2127-12-31 23:59\"}\n");
-  CHECK(client.calls == Calls{"SetWakeTime 0 30 6 21 11 26", "SetWakeTime 1 59 23 31 12 127"});
+        "{\"timer\":1,\"time\":\"2127-12-31 23:59\",\"year\":127,\"month\":12,\"day\":31,"
+        "\"hour\":23,\"minute\":59}\n");
+  // The same in seconds, UTC.
+  Works(machine, {"wake", "set", "0", "1795242600"}, "Timer 0 is armed for 2026-11-21 06:30.\n");
+  CHECK(client.calls == Calls{"SetWakeTime 0 30 6 21 11 26", "SetWakeTime 1 59 23 31 12 127",
+                              "SetWakeTime 0 30 6 21 11 26"});
   client.refused = {"SetWakeTime"};
   Fails(machine, {"wake", "set", "0", "2026-11-21 06:30"}, 1,
         "the timer was not armed: the service has no driver device, or the driver did not take it");
+}
+
+TEST_CASE("a wake timer is armed for whole minutes of its calendar only") {
+  const ClientMachine machine;
+  Fails(machine, {"wake", "set", "0", "2026-11-21 06:30:01"}, 2,
+        "TIME: not in whole minutes: 2026-11-21 06:30:01");
+  Fails(machine, {"wake", "set", "0", "2128-01-01 00:00"}, 2,
+        "TIME: not a local time from 2000-01-01 00:00 to 2127-12-31 23:59: 2128-01-01 00:00");
+  Fails(machine, {"wake", "set", "0", "06:30"}, 2,
+        "TIME: not a local time \"YYYY-MM-DD HH:MM\" or UTC seconds since 1970: 06:30");
+  CHECK(client.calls.empty());
+}
+
+TEST_CASE("a wake timer that is armed for a time that has passed is warned of") {
+  const ClientMachine machine;
+  fakes::clock.localTime = {30, 30, 6, 21, 10, 126, 6, 324, 0};
+  Works(machine, {"wake", "set", "0", "2026-11-21 06:31"},
+        "Timer 0 is armed for 2026-11-21 06:31.\n");
+  const fakes::ClientRun run = fakes::Ctl(machine, {"wake", "set", "0", "2026-11-21 06:30"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.output == "Timer 0 is armed for 2026-11-21 06:30.\n");
+  CHECK(run.messages == Calls{"warning: 2026-11-21 06:30 has passed"});
+  CHECK(client.calls.size() == 2);
 }
 
 TEST_CASE("a wake timer is armed for a duration") {

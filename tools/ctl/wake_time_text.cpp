@@ -17,13 +17,10 @@ constexpr size_t kMinuteLength = 16;
 
 }  // namespace
 
-std::optional<WakeTime> ParseWakeTime(std::string_view text) {
-  if (text.size() != kMinuteLength) return std::nullopt;
-  const auto time = ParseLooseLocalTime(text);
-  if (!time) return std::nullopt;
-  const int32_t year = time->tm_year + kYearOfTm;
+std::optional<WakeTime> ToWakeTime(const tm& time) {
+  const int32_t year = time.tm_year + kYearOfTm;
   if (year < kFirstYear || year > kLastYear) return std::nullopt;
-  return WakeTime{time->tm_min, time->tm_hour, time->tm_mday, time->tm_mon + 1, year - kFirstYear};
+  return WakeTime{time.tm_min, time.tm_hour, time.tm_mday, time.tm_mon + 1, year - kFirstYear};
 }
 
 std::optional<std::string> CalendarText(const WakeTime& wakeTime) {
@@ -35,9 +32,17 @@ std::optional<std::string> CalendarText(const WakeTime& wakeTime) {
   time.tm_year = wakeTime.year + kFirstYear - kYearOfTm;
   tm real;
   if (!TmFromSeconds(SecondsFromTm(time), real)) return std::nullopt;
-  const std::string text = WithBlank(FormatLocalTime(real).substr(0, kMinuteLength));
-  // The 31st of April would have come back as another day.
-  return ParseWakeTime(text) == wakeTime ? std::optional(text) : std::nullopt;
+  // The 31st of April has come back as another day.
+  if (ToWakeTime(real) != wakeTime) return std::nullopt;
+  return WithBlank(FormatLocalTime(real).substr(0, kMinuteLength));
+}
+
+Json WakeTimeJson(const WakeTime& wakeTime) {
+  return {{"year", wakeTime.year},
+          {"month", wakeTime.month},
+          {"day", wakeTime.day},
+          {"hour", wakeTime.hour},
+          {"minute", wakeTime.minute}};
 }
 
 std::string WakeTimeText(const WakeTime& wakeTime) {

@@ -3,8 +3,9 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
+#include "base/wall_clock.h"
+#include "common/json.h"
 #include "rpc/procedures.h"
 
 namespace dozewell::ctl {
@@ -14,12 +15,14 @@ namespace dozewell::ctl {
 
 inline constexpr const char* kWakeTimeRange = "2000-01-01 00:00 to 2127-12-31 23:59";
 
-// The wake time of "YYYY-MM-DD HH:MM", with a T for the blank if wanted. Nothing for any other
-// text, for a time that no calendar has and for one out of range.
-std::optional<WakeTime> ParseWakeTime(std::string_view text);
+// The wake time of a local time, whose seconds do not count. Nothing for one out of range.
+std::optional<WakeTime> ToWakeTime(const tm& time);
 
 // The text of a wake time. Nothing for fields that are no time of the calendar.
 std::optional<std::string> CalendarText(const WakeTime& wakeTime);
+
+// The five numbers of a wake time as a JSON object, the year from 2000 on.
+Json WakeTimeJson(const WakeTime& wakeTime);
 
 // The same in words for any fields: "no time is set" when all are 0.
 std::string WakeTimeText(const WakeTime& wakeTime);

@@ -8,7 +8,7 @@ namespace dozewell::ctl {
 void RunWatch(const Options& options, const Console& console) {
   const uint32_t error = WatchEvents([&](const std::string& xml) {
     const ServiceEvent event = ParseEventXml(xml);
-    console.print(options.json ? EventJson(event) + "\n" : EventLine(event));
+    console.print(options.json ? JsonLine(EventJson(event)) : EventLine(event));
   });
   if (error != 0) {
     throw CommandFailure(ExitCode::NotDone,

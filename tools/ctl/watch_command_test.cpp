@@ -23,8 +23,9 @@ TEST_CASE("events are printed as they are logged") {
         "2026-11-21 08:05:09  information  Active\n"
         "at an unknown time   error        broken\n");
   Works(machine, {"watch", "--json"},
-        "{\"time\":\"2026-11-21T08:05:09\",\"level\":\"information\",\"text\":\"Active\"}\n"
-        "{\"time\":null,\"level\":\"error\",\"text\":\"broken\"}\n");
+        "{\"time\":\"2026-11-21T08:05:09\",\"level\":\"information\",\"text\":\"Active\","
+        "\"utcSeconds\":1795248309}\n"
+        "{\"time\":null,\"level\":\"error\",\"text\":\"broken\",\"utcSeconds\":null}\n");
   client.events = {};
   client.eventsError = 120;
   Fails(machine, {"watch"}, 1, "the event log cannot be watched (error 120)");

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/numbers.h"
-#include "common/json.h"
 #include "common/local_time.h"
 #include "common/text.h"
 #include "common/utc_time.h"
@@ -118,19 +117,20 @@ std::string LearntText(const std::string& data, bool learnt) {
   return data + (learnt ? ": learnt\n" : ": left as it is\n");
 }
 
-std::string ImportJson(const EventLogImport& import, bool learnt) {
+Json ImportJson(const EventLogImport& import, bool learnt) {
   const size_t added = import.history.added;
   const auto& records = import.history.records;
   const auto time = [&](size_t record) {
-    return added == 0 ? "null" : JsonString(FormatLocalTime(TimeOf(records[record])));
+    return added == 0 ? Json() : Json(FormatLocalTime(TimeOf(records[record])));
   };
-  std::string json = "{\"records\":" + std::to_string(records.size()) +
-                     ",\"added\":" + std::to_string(added) + ",\"from\":" + time(0) +
-                     ",\"to\":" + time(added - 1) + ",\"events\":" + std::to_string(import.events);
-  for (const Finding& finding : Findings(import)) {
-    json += "," + JsonString(finding.member) + ":" + std::to_string(finding.count);
-  }
-  return json + ",\"learnt\":" + BoolJson(learnt) + "}\n";
+  Json json = {{"records", records.size()},
+               {"added", added},
+               {"from", time(0)},
+               {"to", time(added - 1)},
+               {"events", import.events}};
+  for (const Finding& finding : Findings(import)) json[finding.member] = finding.count;
+  json["learnt"] = learnt;
+  return json;
 }
 
 }  // namespace dozewell

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/history_io.h"
+#include "common/json.h"
 #include "event_log/event_log_history.h"
 #include "event_log/log_event.h"
 #include "prediction/history_file.h"
@@ -54,8 +55,8 @@ std::string ImportText(const EventLogImport& import, const std::string& history)
 // A line on the file `data`: whether the history was learnt into it, or it was there before.
 std::string LearntText(const std::string& data, bool learnt);
 
-// All of it as a JSON object in one line, with its line feed.
-std::string ImportJson(const EventLogImport& import, bool learnt);
+// All of it as a JSON object.
+Json ImportJson(const EventLogImport& import, bool learnt);
 
 }  // namespace dozewell
 

@@ -103,7 +103,7 @@ TEST_CASE("an import has what the log tells and what there was") {
   CHECK(FindingsText(import) == "");
   CHECK(ImportText(import, "h.dat") ==
         "h.dat: 4 records; from the event log: 3 records, 1970-01-03 08:00 to 1970-01-04 08:00\n");
-  CHECK(ImportJson(import, true) ==
+  CHECK(JsonLine(ImportJson(import, true)) ==
         "{\"records\":4,\"added\":3,\"from\":\"1970-01-03T08:00:00\","
         "\"to\":\"1970-01-04T08:00:00\",\"events\":4,\"wakesLeftOut\":0,\"unexpectedEnds\":0,"
         "\"eventsCorrected\":0,\"eventsLeftOut\":0,\"learnt\":true}\n");
@@ -120,7 +120,7 @@ TEST_CASE("the history is read as the service reads it") {
 TEST_CASE("an import that adds nothing says so") {
   const EventLogImport import = Import(TwoDays(), ToHistory("h.dat", Alternating(0, {kDay})));
   CHECK(AddedText(import) == "no records");
-  CHECK(ImportJson(import, false)
+  CHECK(JsonLine(ImportJson(import, false))
             .starts_with("{\"records\":1,\"added\":0,\"from\":null,\"to\":null,\"events\":4,"));
 }
 

@@ -5,8 +5,8 @@
 
 #include "base/utf8.h"
 #include "common/input_file.h"
-#include "common/json.h"
 #include "optimizer/best_set.h"
+#include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "settings/setting_names.h"
 
@@ -22,15 +22,14 @@ std::string ChosenText(const std::string& fileName) {
   return text;
 }
 
-std::string Json(const BestSetApplication& application) {
-  std::string json = "{\"disabled\":" + std::to_string(application.disabled) +
-                     ",\"feedback\":" + std::to_string(application.feedback);
+Json ApplicationJson(const BestSetApplication& application) {
+  Json json = {{"disabled", application.disabled}, {"feedback", application.feedback}};
   for (size_t i = 0; i < kBestSetParameters.size(); ++i) {
-    json += ',' + JsonString(kBestSetParameters[i]) + ':' +
-            (application.parameters ? JsonString(std::to_string((*application.parameters)[i]))
-                                    : "null");
+    json[kBestSetParameters[i]] =
+        application.parameters ? Json(std::to_string((*application.parameters)[i])) : Json();
   }
-  return json + "}\n";
+  json["set"] = SetJson(application);
+  return json;
 }
 
 const char* Verdict(const BestSetApplication& application) {
@@ -56,7 +55,8 @@ std::string Text(const std::string& strength, const BestSetApplication& applicat
 
 void RunApply(const Options& options, Results& results) {
   const BestSetApplication application = ReadBestSet(ChosenText(options.best.value()));
-  results.output = options.json ? Json(application) : Text(options.strength.value(), application);
+  results.output = options.json ? JsonLine(ApplicationJson(application))
+                                : Text(options.strength.value(), application);
 }
 
 }  // namespace dozewell::replay

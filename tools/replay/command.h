@@ -18,7 +18,6 @@ struct Options {
   std::optional<std::string> out;
   std::optional<std::string> at;
   std::optional<std::string> now;
-  std::optional<std::string> utcNow;
   std::optional<std::string> limit;
   std::optional<std::string> kind;
   std::optional<std::string> days;
@@ -41,6 +40,8 @@ struct Options {
 struct Results {
   std::string output;                 // printed when the command succeeds
   std::vector<std::string> warnings;  // printed in any case, a line each
+  // Keys that the settings file lacks although they have a default, which a file replaces.
+  std::vector<std::string> missingSettings;
 };
 
 // An option of the command line with a value.

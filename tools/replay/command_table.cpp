@@ -28,27 +28,24 @@ constexpr CommandOption kData = {"--data", "FILE", "Data file (cpredict.z7)", &O
 constexpr CommandOption kSettings = {
     "--settings", "FILE", "Settings file; without one, the default settings", &Options::settings};
 constexpr CommandOption kOut = {"--out", "FILE", "File to write", &Options::out};
-constexpr CommandOption kAt = {"--at", "YYYY-MM-DDTHH:MM:SS",
-                               "Local time to predict from; without one, that of the last event",
-                               &Options::at};
-constexpr CommandOption kNow = {"--now", "YYYY-MM-DDTHH:MM:SS",
-                                "Local time of the suspend; without one, that of the last event",
-                                &Options::now};
+constexpr CommandOption kAt = {
+    "--at", "TIME", "Time to predict from; without one, that of the last event", &Options::at};
+constexpr CommandOption kNow = {
+    "--now", "TIME", "Time of the suspend; without one, that of the last event", &Options::now};
 constexpr CommandOption kReportTime = {
-    "--now", "YYYY-MM-DDTHH:MM:SS",
-    "Local time of the report; without one, that of the last event learnt", &Options::now};
-constexpr CommandOption kUtcNow = {"--now", "SECONDS",
-                                   "Time of the save, in UTC seconds since 1970", &Options::utcNow};
+    "--now", "TIME", "Time of the report; without one, that of the last event learnt",
+    &Options::now};
+constexpr CommandOption kSaveTime = {"--now", "TIME", "Time of the save", &Options::now};
 constexpr CommandOption kLimit = {"--limit", "DAYS", "Days of history to keep", &Options::limit};
 constexpr CommandOption kKind = {"--kind", "KIND", "office, home, shift or erratic",
                                  &Options::kind};
 constexpr CommandOption kDays = {"--days", "N", "Days of history, 1 to 36500", &Options::days};
-constexpr CommandOption kHibernateAfter = {"--hibernate-after", "MINUTES",
-                                           "Fixed timeout; without one, 10; 0 is never",
-                                           &Options::hibernateAfter};
-constexpr CommandOption kTimeoutToBeat = {"--hibernate-after", "MINUTES",
-                                          "Fixed timeout to beat; without one, 10; 0 is never",
-                                          &Options::hibernateAfter};
+constexpr CommandOption kHibernateAfter = {
+    "--hibernate-after", "DURATION", "Fixed timeout, as 45m, 1h30m or never; without one, 10m",
+    &Options::hibernateAfter};
+constexpr CommandOption kTimeoutToBeat = {
+    "--hibernate-after", "DURATION",
+    "Fixed timeout to beat, as 45m, 1h30m or never; without one, 10m", &Options::hibernateAfter};
 constexpr CommandOption kSeed = {"--seed", "N", "The same seed makes the same history",
                                  &Options::seed};
 constexpr CommandOption kStrength = {"--strength", "TEXT",
@@ -107,7 +104,7 @@ std::span<const Command> Commands() {
        {&kJson}},
       {"predict",
        "Say when the machine will lie idle and be in use again",
-       "predict --data cpredict.z7 --at 2024-03-01T18:00:00",
+       "predict --data cpredict.z7 --at 2024-03-01T18:00",
        RunPredict,
        {&kData},
        {&kAt, &kSettings},
@@ -121,14 +118,14 @@ std::span<const Command> Commands() {
        {&kJson}},
       {"suspend",
        "Say what the service would decide on a suspend",
-       "suspend --data cpredict.z7 --now 2024-03-01T18:00:00",
+       "suspend --data cpredict.z7 --now 2024-03-01T18:00",
        RunSuspend,
        {&kData},
        {&kNow, &kSettings},
        {&kJson}},
       {"explain",
        "Say why it would decide so, with the evidence",
-       "explain --data cpredict.z7 --at 2024-03-01T18:00:00",
+       "explain --data cpredict.z7 --at 2024-03-01T18:00",
        RunExplain,
        {&kData},
        {&kAt, &kSettings},
@@ -139,7 +136,7 @@ std::span<const Command> Commands() {
        RunWeek,
        {&kData},
        {&kSettings},
-       {}},
+       {&kJson}},
       {"compare",
        "Compare fixed timeouts, settings, what a search adopts, and the best possible",
        "compare --history zs7state.dat",
@@ -154,12 +151,12 @@ std::span<const Command> Commands() {
        RunReport,
        {&kHistory, &kData, &kOut},
        {&kSettings, &kHibernateAfter, &kReportTime},
-       {}},
+       {&kJson}},
       {"merge",
        "Merge new records into a history as the service saves it",
        "merge --history old.dat --pending new.csv --now 1709316000 --limit 60 --out m.dat",
        RunMerge,
-       {&kOldHistory, &kPending, &kUtcNow, &kLimit, &kOut},
+       {&kOldHistory, &kPending, &kSaveTime, &kLimit, &kOut},
        {},
        {&kJson}},
       {"import",

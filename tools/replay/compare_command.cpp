@@ -6,8 +6,10 @@
 
 #include "common/comparison.h"
 #include "common/hours_text.h"
-#include "common/json.h"
 #include "common/optimizer_inputs.h"
+#include "common/problem_place.h"
+#include "common/simulated_parameters.h"
+#include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
@@ -23,10 +25,19 @@ std::vector<Choice> AllChoices(const Comparison& comparison) {
   return choices;
 }
 
-std::string ChoiceJson(const Choice& choice) {
-  std::string json = "{\"name\":" + JsonString(choice.name);
-  if (!choice.value.empty()) json += ",\"value\":" + JsonString(choice.value);
-  return json + "," + OutcomesJsonMembers(choice.outcomes) + "}";
+Json ChoiceJson(const Choice& choice) {
+  Json json = {{"name", choice.name},
+               {"value", choice.value.empty() ? Json() : Json(choice.value)}};
+  json.update(OutcomesJson(choice.outcomes));
+  json["hibernateAfterMinutes"] = OptionalJson(choice.hibernateAfterMinutes);
+  json["set"] = SetJson(ReadBestSet(choice.value));
+  return json;
+}
+
+Json ComparisonJson(size_t records, const std::vector<Choice>& choices) {
+  Json list = Json::array();
+  for (const Choice& choice : choices) list.push_back(ChoiceJson(choice));
+  return {{"records", records}, {"choices", list}};
 }
 
 std::string PaddedRight(std::string text, size_t width) {
@@ -49,7 +60,7 @@ std::string TableLine(const std::string& name, const std::array<std::string, 4>&
 std::string Table(const std::vector<Choice>& choices) {
   std::string table = TableLine("", {"hours", "hours", "resumes from", "resumes from"}) +
                       TableLine("", {"asleep", "hibernated", "sleep", "hibernation"});
-  for (const auto& [name, value, outcomes] : choices) {
+  for (const auto& [name, value, outcomes, minutes] : choices) {
     std::string label = name;
     if (!value.empty()) label.append(": ").append(value);
     table +=
@@ -64,13 +75,19 @@ std::string Table(const std::vector<Choice>& choices) {
 
 void RunCompare(const Options& options, Results& results) {
   const std::vector<HistoryRecord> records =
-      LoadOptimizerHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings));
+      LoadSimulatedHistory(options.history.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
+  NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
+  const auto place = [&] {
+    const std::string& settings = configuration.Name();
+    const std::string search = PlaceOfSearchProblem(configuration, {settings, *options.history});
+    return PlaceOfProblem(parameters, {settings, search});
+  };
   const std::vector<Choice> choices =
-      AllChoices(Compare(records, configuration, HibernateAfterSeconds(options.hibernateAfter)));
-  results.output = options.json ? "{\"records\":" + std::to_string(records.size()) +
-                                      ",\"choices\":" + JsonList(choices, ChoiceJson) + "}\n"
-                                : Table(choices);
+      AllChoices(TellPlace(place, [&] { return Compare(records, configuration, timeoutSeconds); }));
+  results.output =
+      options.json ? JsonLine(ComparisonJson(records.size(), choices)) : Table(choices);
 }
 
 }  // namespace dozewell::replay

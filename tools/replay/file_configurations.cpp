@@ -1,5 +1,7 @@
 #include "replay/file_configurations.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "base/utf8.h"
 #include "settings/setting_names.h"
@@ -9,19 +11,36 @@ namespace {
 
 constexpr const char* kSettingsSection = "Settings";
 
+bool HasDefault(const std::string& section, const std::string& key) {
+  static const SettingsFile kDefaults = LoadSettings(std::nullopt);
+  return kDefaults.Has(section, key);
+}
+
 }  // namespace
 
-std::string FileConfigurations::GetValue(std::string section, std::string key) {
+std::string FileConfigurations::Value(const std::string& section, const std::string& key) {
+  const bool isKnownMissing = std::ranges::find(missing_, key) != missing_.end();
+  if (!isKnownMissing && !settings_.Has(section, key) && HasDefault(section, key)) {
+    missing_.push_back(key);
+  }
   return settings_.Value(section, key);
 }
 
+std::string FileConfigurations::GetValue(std::string section, std::string key) {
+  return Value(section, key);
+}
+
 uint32_t FileConfigurations::GetTimeResolution() {
-  const std::string minutes = settings_.Value(kSettingsSection, NarrowToUtf8(kTimeResolutionName));
+  const std::string minutes = Value(kSettingsSection, NarrowToUtf8(kTimeResolutionName));
   return minutes.empty() ? kNoTimeResolution : static_cast<uint32_t>(Atoi(minutes));
 }
 
 bool FileConfigurations::IsDynamicHAEnabled() {
-  return Atoi(settings_.Value(kSettingsSection, NarrowToUtf8(kEnableDynamicHAName))) == 1;
+  return Atoi(Value(kSettingsSection, NarrowToUtf8(kEnableDynamicHAName))) == 1;
+}
+
+bool FileConfigurations::IsPredictionDisabled() {
+  return Atoi(Value(kSettingsSection, NarrowToUtf8(kDisablePredictionName))) == 1;
 }
 
 }  // namespace dozewell::replay

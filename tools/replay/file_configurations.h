@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "prediction/configurations.h"
 #include "replay/settings_file.h"
@@ -13,7 +14,15 @@ namespace dozewell::replay {
 // The engine's configuration as a settings file gives it.
 class FileConfigurations : public IConfigurations {
  public:
-  explicit FileConfigurations(SettingsFile settings) : settings_(std::move(settings)) {}
+  // Keys that are asked for, have a default and are not in the file are added to `missing`, which
+  // must outlive this object.
+  FileConfigurations(SettingsFile settings, std::vector<std::string>& missing)
+      : settings_(std::move(settings)), missing_(missing) {}
+
+  // What the user knows the settings as.
+  const std::string& Name() const { return settings_.Name(); }
+  // The setting DisablePrediction, which the service looks at before it asks for predictions.
+  bool IsPredictionDisabled();
 
   std::string GetValue(std::string section, std::string key) override;
   uint32_t GetTimeResolution() override;
@@ -26,7 +35,10 @@ class FileConfigurations : public IConfigurations {
   virtual ~FileConfigurations() = default;
 
  private:
+  std::string Value(const std::string& section, const std::string& key);
+
   SettingsFile settings_;
+  std::vector<std::string>& missing_;
 };
 
 }  // namespace dozewell::replay

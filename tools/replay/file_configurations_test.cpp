@@ -2,11 +2,15 @@
 
 #include <doctest/doctest.h>
 
+#include <string>
+#include <vector>
+
 namespace dozewell::replay {
 namespace {
 
 FileConfigurations Configured(const char* text) {
-  return FileConfigurations(SettingsFile(text, "s.ini"));
+  static std::vector<std::string> missing;
+  return {SettingsFile(text, "s.ini"), missing};
 }
 
 }  // namespace
@@ -33,6 +37,35 @@ TEST_CASE("the dynamic timeout is on when its setting is 1") {
   CHECK(Configured("[Settings]\nEnableDynamicHA=1\n").IsDynamicHAEnabled());
   CHECK_FALSE(Configured("[Settings]\nEnableDynamicHA=2\n").IsDynamicHAEnabled());
   CHECK_FALSE(Configured("").IsDynamicHAEnabled());
+}
+
+TEST_CASE("predictions are disabled when their setting is 1") {
+  CHECK(Configured("[Settings]\nDisablePrediction=1\n").IsPredictionDisabled());
+  CHECK_FALSE(Configured("[Settings]\nDisablePrediction=2\n").IsPredictionDisabled());
+  CHECK_FALSE(Configured("").IsPredictionDisabled());
+}
+
+TEST_CASE("keys that are asked for and have a default only without a file are noted once") {
+  std::vector<std::string> missing;
+  FileConfigurations configuration(
+      SettingsFile("[CyclicProbabilityPredictor]\nDayGrouping=\n", "s.ini"), missing);
+  configuration.GetValue(kPredictorSection, "DayGrouping");
+  configuration.GetValue(kPredictorSection, "UseDualStrength");
+  configuration.IsPredictionDisabled();
+  CHECK(missing.empty());
+  configuration.GetValue(kPredictorSection, "StrengthLow");
+  configuration.GetValue(kPredictorSection, "StrengthLow");
+  configuration.GetTimeResolution();
+  CHECK(missing == std::vector<std::string>{"StrengthLow", "TimeResolution"});
+}
+
+TEST_CASE("the default settings lack nothing") {
+  std::vector<std::string> missing;
+  FileConfigurations configuration(LoadSettings(std::nullopt), missing);
+  configuration.GetValue(kPredictorSection, "StrengthLow");
+  configuration.GetTimeResolution();
+  CHECK(missing.empty());
+  CHECK(configuration.Name() == "default settings");
 }
 
 TEST_CASE("the data folder has a name") { CHECK(Configured("").GetDataFolder() == L"."); }

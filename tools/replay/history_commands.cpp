@@ -13,9 +13,7 @@
 namespace dozewell::replay {
 
 void RunMerge(const Options& options, Results& results) {
-  const auto now =
-      ParseNumberOption("--now", options.utcNow.value(), std::numeric_limits<int64_t>::min(),
-                        std::numeric_limits<int64_t>::max());
+  const int64_t now = ParseUtcOption("--now", options.now.value());
   const auto limit = ParseNumberOption<uint32_t>("--limit", options.limit.value(), 0,
                                                  std::numeric_limits<uint32_t>::max());
   RequireNoInput(options.out.value(),
@@ -39,7 +37,7 @@ void RunExport(const Options& options, Results& results) {
 void RunSample(const Options& options, Results& results) {
   const SampleKind* kind = FindSampleKind(options.kind.value());
   if (kind == nullptr) {
-    throw ToolError("--kind: not one of " + SampleKindNames() + ": " + *options.kind);
+    throw ToolError(WrongValue("--kind", "one of " + SampleKindNames(), *options.kind));
   }
   const int days = ParseNumberOption("--days", options.days.value(), 1, kMostSampleDays);
   const auto seed = ParseNumberOption<uint64_t>("--seed", options.seed.value(), 0,

@@ -9,7 +9,9 @@
 #include "common/input_file.h"
 #include "common/learning.h"
 #include "common/named_file.h"
+#include "common/option_text.h"
 #include "common/output_file.h"
+#include "common/problem_place.h"
 #include "common/question.h"
 #include "common/service_file.h"
 #include "common/text.h"
@@ -34,7 +36,7 @@ void RequireConsent(const Options& options, std::span<const HistoryRecord> recor
   if (lost == 0) return;
   const std::string loses = out + " would lose " + CountText(lost, "record", "records");
   if (!options.canAsk) throw ToolError(loses + "; --replace replaces it" + alternative);
-  if (!Confirm(loses + ". Replace it?")) throw ToolError("nothing was imported");
+  if (!Confirm(loses + ". Replace it?", options.canAsk)) throw ToolError("nothing was imported");
 }
 
 void ImportCsv(const Options& options, Results& results) {
@@ -55,7 +57,8 @@ LocalClock ClockOf(const std::optional<std::string>& zone) {
   if (!zone) return SystemClock();
   const auto rules = ZoneRules::Parse(*zone);
   if (!rules) {
-    throw ToolError("--zone: not a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3: " + *zone);
+    throw ToolError(
+        WrongValue("--zone", "a zone's rules as UTC0 or CET-1CEST,M3.5.0,M10.5.0/3", *zone));
   }
   return [rules](int64_t utcSeconds) { return rules->WallSeconds(utcSeconds); };
 }
@@ -68,9 +71,14 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
     return std::nullopt;
   }
   if (ReadInputIfExists(NameThatCounts(*options.data))) return std::nullopt;
-  FileConfigurations configuration(LoadSettings(options.settings));
-  return std::optional<Learning>(std::in_place, history, configuration, *options.data,
-                                 results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  const auto place = [&] {
+    return PlaceOfProblem(configuration, {configuration.Name(), *options.data});
+  };
+  return TellPlace(place, [&] {
+    return std::optional<Learning>(std::in_place, history, configuration, *options.data,
+                                   results.warnings);
+  });
 }
 
 // The history that is extended may be the one that is written.
@@ -110,7 +118,7 @@ void ImportEventLog(const Options& options, Results& results) {
   if (learning) learning->Commit();
 
   if (options.json) {
-    results.output = ImportJson(import, learning.has_value());
+    results.output = JsonLine(ImportJson(import, learning.has_value()));
     return;
   }
   results.output = ImportText(import, out);

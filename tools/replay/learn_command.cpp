@@ -1,25 +1,29 @@
 #include "common/history_io.h"
+#include "common/json.h"
 #include "common/learning.h"
+#include "common/problem_place.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 
 namespace dozewell::replay {
 
 void RunLearn(const Options& options, Results& results) {
-  RequireNoInput(options.data.value(),
-                 {{"--history", options.history}, {"--settings", options.settings}});
+  const std::string& data = options.data.value();
+  RequireNoInput(data, {{"--history", options.history}, {"--settings", options.settings}});
   const History history = LoadHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings));
-  Learning learning(history, configuration, options.data.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  const auto place = [&] { return PlaceOfProblem(configuration, {configuration.Name(), data}); };
+  Learning learning =
+      TellPlace(place, [&] { return Learning(history, configuration, data, results.warnings); });
   learning.Commit();
 
-  const std::string records = std::to_string(learning.Records());
-  const std::string inOrder = std::to_string(learning.InOrder());
-  const std::string refused = std::to_string(learning.Refused());
-  results.output = options.json ? "{\"records\":" + records + ",\"inOrder\":" + inOrder +
-                                      ",\"refused\":" + refused + "}\n"
-                                : *options.data + ": learnt from " + records + " records, " +
-                                      inOrder + " in order, " + refused + " refused\n";
+  results.output = options.json
+                       ? JsonLine({{"records", learning.Records()},
+                                   {"inOrder", learning.InOrder()},
+                                   {"refused", learning.Refused()}})
+                       : *options.data + ": learnt from " + std::to_string(learning.Records()) +
+                             " records, " + std::to_string(learning.InOrder()) + " in order, " +
+                             std::to_string(learning.Refused()) + " refused\n";
 }
 
 }  // namespace dozewell::replay

@@ -8,6 +8,7 @@
 #include "common/file_kind.h"
 #include "common/input_file.h"
 #include "common/option_text.h"
+#include "common/problem_place.h"
 #include "common/tool_error.h"
 #include "common/tracker_file.h"
 
@@ -28,12 +29,22 @@ std::optional<TrackerData> ReadHeader(const std::string& name) {
 
 LearntData::LearntData(const Options& options, Results& results)
     : name_(options.data.value()),
-      configuration_(LoadSettings(options.settings)),
+      configuration_(LoadSettings(options.settings), results.missingSettings),
       header_(ReadHeader(name_)),
-      predictor_(&configuration_, &historian_, PathFromSystem(name_)) {
+      predictor_(TellPlace(
+          [this] {
+            return PlaceOfProblem(configuration_, {configuration_.Name(), name_});
+          },
+          [this] {
+            return CyclicProbabilityPredictor(&configuration_, &historian_, PathFromSystem(name_));
+          })) {
   if (const char* why = WhyIgnored(predictor_.LoadState())) {
     results.warnings.push_back(name_ + ": ignored: " + why);
     header_.reset();
+  }
+  if (IsPredictionDisabled()) {
+    results.warnings.push_back(configuration_.Name() +
+                               ": DisablePrediction is 1, so the service acts on no prediction");
   }
 }
 

@@ -16,14 +16,16 @@ namespace dozewell::replay {
 // The service's predictor on the data file and the settings that the user named.
 class LearntData {
  public:
-  // Throws ToolError when a file is missing, and what the predictor throws. A data file that the
-  // predictor ignored is a warning.
+  // Throws ToolError when a file is missing or the predictor cannot be built with them. A data file
+  // that the predictor ignored is a warning, and so is a setting that disables predictions.
   LearntData(const Options& options, Results& results);
 
   CyclicProbabilityPredictor& Predictor() { return predictor_; }
   // A tracker of its own on the same data, for what the predictor does not show.
   ArbitraryCycleProbabilityTracker Tracker();
   IConfigurations& Configuration() { return configuration_; }
+  // The service asks for no prediction then.
+  bool IsPredictionDisabled() { return configuration_.IsPredictionDisabled(); }
   CycleShape Shape() { return ReadCycleShape(configuration_); }
 
   // The time that an option gives, or without the option, that of the last event learnt. Throws

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "common/program_start.h"
+#include "replay/colours.h"
 #include "replay/replay.h"
 
 namespace {
@@ -24,8 +25,9 @@ bool IsConsole(DWORD stream) {
 
 extern "C" int wmain(int argc, wchar_t** argv) {
   const auto arguments = dozewell::StartProgram(argc, argv);
-  const wchar_t* noColour = _wgetenv(L"NO_COLOR");
-  const bool colour = (noColour == nullptr || *noColour == L'\0') && SwitchColoursOn();
+  const bool colour =
+      dozewell::replay::ColoursAreWanted(std::getenv("NO_COLOR"), std::getenv("TERM")) &&
+      SwitchColoursOn();
   const bool messages = IsConsole(STD_ERROR_HANDLE);
   return dozewell::replay::RunReplay(arguments,
                                      {colour, messages, messages && IsConsole(STD_INPUT_HANDLE)});

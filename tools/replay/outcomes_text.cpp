@@ -4,15 +4,11 @@
 
 namespace dozewell::replay {
 
-std::string OutcomesJsonMembers(const Outcomes& outcomes) {
-  return "\"sleepSeconds\":" + std::to_string(outcomes.sleepSeconds) +
-         ",\"hibernateSeconds\":" + std::to_string(outcomes.hibernateSeconds) +
-         ",\"resumesFromSleep\":" + std::to_string(outcomes.resumesFromSleep) +
-         ",\"resumesFromHibernate\":" + std::to_string(outcomes.resumesFromHibernate);
-}
-
-std::string OutcomesJson(const Outcomes& outcomes) {
-  return "{" + OutcomesJsonMembers(outcomes) + "}";
+Json OutcomesJson(const Outcomes& outcomes) {
+  return {{"sleepSeconds", outcomes.sleepSeconds},
+          {"hibernateSeconds", outcomes.hibernateSeconds},
+          {"resumesFromSleep", outcomes.resumesFromSleep},
+          {"resumesFromHibernate", outcomes.resumesFromHibernate}};
 }
 
 std::string OutcomesText(const Outcomes& outcomes) {
@@ -28,6 +24,13 @@ std::string TimeLineText(const SimTimeLine& timeLine) {
     text += std::to_string(event.time) + ' ' + std::to_string(static_cast<int>(event.state)) + '\n';
   }
   return text;
+}
+
+Json TimeLineJson(const SimTimeLine& timeLine) {
+  Json list = Json::array();
+  for (const SimEvent& event : timeLine)
+    list.push_back(Json::array({event.time, static_cast<int>(event.state)}));
+  return list;
 }
 
 }  // namespace dozewell::replay

@@ -3,21 +3,22 @@
 
 #include <string>
 
+#include "common/json.h"
 #include "optimizer/simulator/sim_time_line.h"
 
 namespace dozewell::replay {
 
-// The outcomes as the members of a JSON object, without its braces.
-std::string OutcomesJsonMembers(const Outcomes& outcomes);
-
 // The outcomes as a JSON object.
-std::string OutcomesJson(const Outcomes& outcomes);
+Json OutcomesJson(const Outcomes& outcomes);
 
 // The outcomes in words, a line each.
 std::string OutcomesText(const Outcomes& outcomes);
 
 // A line for each entry: its seconds and the number of its state.
 std::string TimeLineText(const SimTimeLine& timeLine);
+
+// A list of the same pairs.
+Json TimeLineJson(const SimTimeLine& timeLine);
 
 }  // namespace dozewell::replay
 

@@ -1,5 +1,6 @@
 #include <vector>
 
+#include "common/json.h"
 #include "common/local_time.h"
 #include "prediction/time_line.h"
 #include "replay/commands.h"
@@ -8,14 +9,11 @@
 namespace dozewell::replay {
 namespace {
 
-std::string Json(const std::vector<PredictionRecord>& predictions) {
-  std::string json = "[";
-  for (const PredictionRecord& record : predictions) {
-    if (json.size() > 1) json += ",";
-    json += "{\"time\":\"" + FormatLocalTime(record.time) +
-            "\",\"minutes\":" + std::to_string(record.minutes) + "}";
-  }
-  return json + "]\n";
+Json PredictionsJson(const std::vector<PredictionRecord>& predictions) {
+  Json list = Json::array();
+  for (const PredictionRecord& record : predictions)
+    list.push_back({{"time", FormatLocalTime(record.time)}, {"minutes", record.minutes}});
+  return list;
 }
 
 std::string NextIdleText(const PredictionRecord& record) {
@@ -38,7 +36,7 @@ void RunPredict(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const tm time = learnt.TimeOrLastEvent("--at", options.at);
   const auto predictions = learnt.Predictor().GetPredictions(time);
-  results.output = options.json ? Json(predictions) : Text(predictions);
+  results.output = options.json ? JsonLine(PredictionsJson(predictions)) : Text(predictions);
 }
 
 }  // namespace dozewell::replay

@@ -1,4 +1,5 @@
 #include "common/float_text.h"
+#include "common/json.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 
@@ -7,17 +8,17 @@ namespace dozewell::replay {
 void RunProbabilities(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const int32_t slotCount = learnt.Shape().SlotCount();
-  std::string& output = results.output;
+  Json list = Json::array();
+  std::string text;
   for (int slot = 0; slot < slotCount; ++slot) {
     const float probability = learnt.Predictor().GetSlotProbability(slot);
     if (options.json) {
-      output += slot == 0 ? "[" : ",";
-      output += FloatJson(probability);
+      list.push_back(JsonNumber(probability));
     } else {
-      output += std::to_string(slot) + " " + FloatText(probability) + "\n";
+      text += std::to_string(slot) + " " + FloatText(probability) + "\n";
     }
   }
-  if (options.json) output += "]\n";
+  results.output = options.json ? JsonLine(list) : text;
 }
 
 }  // namespace dozewell::replay

@@ -11,6 +11,13 @@ namespace {
 constexpr int kSuccess = 0;
 constexpr int kFailure = 2;
 
+std::string MissingSettingsText(const Options& options, const Results& results) {
+  std::string keys;
+  for (const std::string& key : results.missingSettings) keys += (keys.empty() ? "" : ", ") + key;
+  return options.settings.value_or("") + ": lacks " + keys +
+         "; a settings file replaces all default settings";
+}
+
 void RunCommandLine(const std::vector<std::string>& arguments, const Streams& streams,
                     Results& results) {
   ParsedCommandLine parsed = ParseCommandLine(arguments);
@@ -22,6 +29,9 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Streams& st
   parsed.options.progress = streams.messagesGoToTerminal;
   parsed.options.canAsk = streams.questionsCanBeAnswered;
   parsed.command->run(parsed.options, results);
+  if (!results.missingSettings.empty()) {
+    results.warnings.push_back(MissingSettingsText(parsed.options, results));
+  }
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
 #include "replay/commands.h"
@@ -19,7 +20,8 @@ void RunReport(const Options& options, Results& results) {
        HibernateAfterSeconds(options.hibernateAfter), results.warnings});
   const std::string& name = options.out.value();
   OutputFile(name).Write(page.data(), page.size());
-  results.output = name + ": " + std::to_string(page.size()) + " bytes\n";
+  results.output = options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
+                                : name + ": " + std::to_string(page.size()) + " bytes\n";
 }
 
 }  // namespace dozewell::replay

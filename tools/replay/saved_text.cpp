@@ -1,11 +1,12 @@
 #include "replay/saved_text.h"
 
+#include "common/json.h"
+
 namespace dozewell::replay {
 
 std::string SavedText(const Options& options, size_t records) {
-  const std::string count = std::to_string(records);
-  return options.json ? "{\"records\":" + count + "}\n"
-                      : options.out.value() + ": " + count + " records\n";
+  return options.json ? JsonLine({{"records", records}})
+                      : options.out.value() + ": " + std::to_string(records) + " records\n";
 }
 
 }  // namespace dozewell::replay

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include "common/float_text.h"
-#include "common/json.h"
 #include "common/optimizer_inputs.h"
+#include "common/problem_place.h"
 #include "optimizer/best_set.h"
 #include "optimizer/parameter_ranges.h"
 #include "optimizer/parameter_search.h"
 #include "optimizer/simulator/simulator.h"
+#include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
@@ -32,8 +33,8 @@ struct Search {
 };
 
 Search RunOn(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings));
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   Search search = {};
   search.records = history.size();
   search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
@@ -46,9 +47,13 @@ Search RunOn(const Options& options, Results& results) {
     if (options.each) search.outcomes[position] = outcomes;
     progress.Step();
   };
-  // Nobody requests a stop here, so there is a result.
-  search.best =
-      SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
+  const auto place = [&] {
+    return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history});
+  };
+  search.best = TellPlace(place, [&] {
+    // Nobody requests a stop here, so there is a result.
+    return SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
+  });
   return search;
 }
 
@@ -68,16 +73,35 @@ std::string EachSet(const Search& search) {
   return lines;
 }
 
-std::string BestJson(const BestSet& best) {
-  return "{\"name\":" + JsonString(best.name) + ",\"value\":" + JsonString(best.value) +
-         ",\"score\":" + FloatJson(best.score) + ",\"baseline\":" + FloatJson(best.baseline) + "}";
+// The columns of the CSV.
+Json EachSetJson(const Search& search) {
+  Json list = Json::array();
+  for (size_t position = 0; position < search.outcomes.size(); ++position) {
+    const auto& [strengths, weights, dayGrouping] = search.grid.SetAt(position);
+    const Outcomes& outcomes = search.outcomes[position];
+    list.push_back(
+        Json::array({weights.firstLast, weights.secondLast, weights.agregation, strengths.high,
+                     strengths.low, dayGrouping, outcomes.sleepSeconds, outcomes.hibernateSeconds,
+                     outcomes.resumesFromSleep, outcomes.resumesFromHibernate}));
+  }
+  return list;
 }
 
-std::string Json(const Search& search) {
-  return "{\"records\":" + std::to_string(search.records) +
-         ",\"sets\":" + std::to_string(search.grid.Size()) +
-         ",\"baselineOutcome\":" + OutcomesJson(search.baseline) +
-         ",\"best\":" + JsonList(search.best, BestJson) + "}\n";
+Json SearchJson(const Search& search, bool each) {
+  Json list = Json::array();
+  for (const BestSet& best : search.best) {
+    list.push_back({{"name", best.name},
+                    {"value", best.value},
+                    {"score", JsonNumber(best.score)},
+                    {"baseline", JsonNumber(best.baseline)},
+                    {"set", SetJson(ReadBestSet(best.value))}});
+  }
+  Json json = {{"records", search.records},
+               {"sets", search.grid.Size()},
+               {"baselineOutcome", OutcomesJson(search.baseline)},
+               {"best", list}};
+  if (each) json["each"] = EachSetJson(search);
+  return json;
 }
 
 std::string TableLine(const std::vector<std::string>& cells) {
@@ -114,7 +138,8 @@ std::string Text(const Search& search) {
 
 void RunSearch(const Options& options, Results& results) {
   const Search search = RunOn(options, results);
-  results.output = EachSet(search) + (options.json ? Json(search) : Text(search));
+  results.output =
+      options.json ? JsonLine(SearchJson(search, options.each)) : EachSet(search) + Text(search);
 }
 
 }  // namespace dozewell::replay

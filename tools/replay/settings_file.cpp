@@ -6,7 +6,7 @@
 
 namespace dozewell::replay {
 
-SettingsFile::SettingsFile(std::string_view text, const std::string& name) {
+SettingsFile::SettingsFile(std::string_view text, const std::string& name) : name_(name) {
   std::optional<std::string_view> section;
   int lineNumber = 0;
   for (std::string_view untrimmed : SplitLines(text)) {
@@ -28,14 +28,24 @@ SettingsFile::SettingsFile(std::string_view text, const std::string& name) {
   }
 }
 
-std::string SettingsFile::Value(std::string_view section, std::string_view key) const {
-  std::string value;
+const SettingsFile::Entry* SettingsFile::Find(std::string_view section,
+                                              std::string_view key) const {
+  const Entry* found = nullptr;
   for (const Entry& entry : entries_) {
     if (EqualIgnoringCase(entry.section, section) && EqualIgnoringCase(entry.key, key)) {
-      value = entry.value;
+      found = &entry;
     }
   }
-  return value;
+  return found;
+}
+
+std::string SettingsFile::Value(std::string_view section, std::string_view key) const {
+  const Entry* const found = Find(section, key);
+  return found == nullptr ? "" : found->value;
+}
+
+bool SettingsFile::Has(std::string_view section, std::string_view key) const {
+  return Find(section, key) != nullptr;
 }
 
 SettingsFile LoadSettings(const std::optional<std::string>& name) {

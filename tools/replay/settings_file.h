@@ -21,6 +21,10 @@ class SettingsFile {
   // The value of a key: the last one if there are several, empty if there is none. The case of
   // names does not count, as in the registry.
   std::string Value(std::string_view section, std::string_view key) const;
+  bool Has(std::string_view section, std::string_view key) const;
+
+  // What the user knows the file as.
+  const std::string& Name() const { return name_; }
 
  private:
   struct Entry {
@@ -28,6 +32,9 @@ class SettingsFile {
     std::string key;
     std::string value;
   };
+  const Entry* Find(std::string_view section, std::string_view key) const;
+
+  std::string name_;
   std::vector<Entry> entries_;
 };
 

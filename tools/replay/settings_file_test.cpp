@@ -27,6 +27,9 @@ TEST_CASE("settings are values of keys in sections") {
   CHECK(settings.Value("A", "y") == "3");
   CHECK(settings.Value("B", "y").empty());
   CHECK(settings.Value("C", "x").empty());
+  CHECK(settings.Has("a", "X"));
+  CHECK_FALSE(settings.Has("B", "y"));
+  CHECK(settings.Name() == "s.ini");
 }
 
 TEST_CASE("the last value of a key counts, an empty one too") {

@@ -1,6 +1,7 @@
 #include <vector>
 
 #include "common/optimizer_inputs.h"
+#include "common/problem_place.h"
 #include "common/simulated_parameters.h"
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
@@ -13,21 +14,31 @@ namespace {
 void Report(const SimTimeLine& timeLine, const Options& options, Results& results) {
   Outcomes outcomes;
   CountOutcomes(timeLine, outcomes);
-  if (options.timeLine) results.output = TimeLineText(timeLine);
-  results.output += options.json ? OutcomesJson(outcomes) + '\n' : OutcomesText(outcomes);
+  if (options.json) {
+    Json json = OutcomesJson(outcomes);
+    if (options.timeLine) json["timeline"] = TimeLineJson(timeLine);
+    results.output = JsonLine(json);
+  } else {
+    if (options.timeLine) results.output = TimeLineText(timeLine);
+    results.output += OutcomesText(outcomes);
+  }
 }
 
 }  // namespace
 
 void RunSimulate(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings));
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
-  Report(SimulatePredictor(parameters, history), options, results);
+  const auto place = [&] {
+    return PlaceOfProblem(parameters, {configuration.Name(), *options.history});
+  };
+  Report(TellPlace(place, [&] { return SimulatePredictor(parameters, history); }), options,
+         results);
 }
 
 void RunBaseline(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   Report(SimulateFixedTimeout(history, timeoutSeconds), options, results);
 }

@@ -1,6 +1,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "common/suspend_decision_json.h"
 #include "replay/commands.h"
@@ -28,8 +29,10 @@ std::string Text(const SuspendDecision& decision) {
 void RunSuspend(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const tm now = learnt.TimeOrLastEvent("--now", options.now);
-  const SuspendDecision decision = DecideSuspend(learnt.Predictor().GetPredictions(now), now);
-  results.output = options.json ? SuspendDecisionJson(decision) + "\n" : Text(decision);
+  std::vector<PredictionRecord> predictions;
+  if (!learnt.IsPredictionDisabled()) predictions = learnt.Predictor().GetPredictions(now);
+  const SuspendDecision decision = DecideSuspend(predictions, now);
+  results.output = options.json ? JsonLine(SuspendDecisionJson(decision, now)) : Text(decision);
 }
 
 }  // namespace dozewell::replay

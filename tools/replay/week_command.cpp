@@ -1,12 +1,29 @@
 #include <cstddef>
+#include <optional>
 #include <vector>
 
+#include "common/cycle_cells.h"
+#include "common/json.h"
 #include "common/tool_error.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
 #include "replay/week_picture.h"
 
 namespace dozewell::replay {
+namespace {
+
+Json CellsJson(const CycleCells& cells) {
+  Json rows = Json::array();
+  for (const CycleCells::Row& row : cells.rows) {
+    Json list = Json::array();
+    for (const auto& probability : row.cells)
+      list.push_back(probability ? JsonNumber(static_cast<float>(*probability)) : Json());
+    rows.push_back({{"name", row.name}, {"day", row.day}, {"cells", list}});
+  }
+  return {{"minutesPerCell", cells.cellMinutes}, {"rows", rows}};
+}
+
+}  // namespace
 
 void RunWeek(const Options& options, Results& results) {
   LearntData learnt(options, results);
@@ -15,9 +32,9 @@ void RunWeek(const Options& options, Results& results) {
   for (size_t slot = 0; slot < probabilities.size(); ++slot) {
     probabilities[slot] = learnt.Predictor().GetSlotProbability(static_cast<int>(slot));
   }
-  results.output = DrawCycle(shape, probabilities, options.colour);
-  if (results.output.empty())
-    throw ToolError("only a cycle of whole days of up to 100 hours has a picture");
+  const std::optional<CycleCells> cells = MakeCycleCells(shape, probabilities);
+  if (!cells) throw ToolError("only a cycle of whole days of up to 100 hours has a picture");
+  results.output = options.json ? JsonLine(CellsJson(*cells)) : DrawCycle(*cells, options.colour);
 }
 
 }  // namespace dozewell::replay

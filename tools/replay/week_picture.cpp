@@ -5,7 +5,6 @@
 #include <iterator>
 #include <optional>
 
-#include "common/cycle_cells.h"
 #include "common/format_text.h"
 
 namespace dozewell::replay {
@@ -70,14 +69,12 @@ std::string Legend() {
 
 }  // namespace
 
-std::string DrawCycle(const CycleShape& shape, std::span<const float> probabilities, bool colour) {
-  const std::optional<CycleCells> cells = MakeCycleCells(shape, probabilities);
-  if (!cells) return {};
-  const size_t nameWidth = cells->rows.back().name.size();
+std::string DrawCycle(const CycleCells& cells, bool colour) {
+  const size_t nameWidth = cells.rows.back().name.size();
   const std::string indent(nameWidth + 1, ' ');
   // Each label starts over the cell of its minute, which comes after the frame.
-  std::string text = indent + " " + Ruler(*cells);
-  for (const CycleCells::Row& row : cells->rows) {
+  std::string text = indent + " " + Ruler(cells);
+  for (const CycleCells::Row& row : cells.rows) {
     std::string name = row.name;
     name.resize(nameWidth + 1, ' ');
     text += name + RowText(row, colour);

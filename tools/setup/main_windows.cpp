@@ -14,26 +14,44 @@ namespace {
 using dozewell::setup::kProgramName;
 using dozewell::setup::Step;
 
+// Steps that have nothing to say.
+template <void (*kStep)()>
+std::string Take(const std::string&) {
+  kStep();
+  return "";
+}
+template <void (*kStep)(const std::string& folder)>
+std::string Take(const std::string& folder) {
+  kStep(folder);
+  return "";
+}
+
 constexpr Step kSteps[] = {
-    {"secure-data-folder", dozewell::setup::SecureDataFolder},
-    {"configure-service", dozewell::setup::ConfigureService},
-    {"restore", dozewell::setup::RestoreMachine},
-    {"await-end", dozewell::setup::AwaitServiceEnd},
-    {"remove-learnt-data", dozewell::setup::RemoveLearntData},
+    {"secure-install-folder", "FOLDER", Take<dozewell::setup::SecureInstallFolder>},
+    {"remove-install-folder", "FOLDER", Take<dozewell::setup::RemoveInstallFolder>},
+    {"secure-data-folder", "USERSMAYREAD", dozewell::setup::SecureDataFolder},
+    {"configure-service", nullptr, Take<dozewell::setup::ConfigureService>},
+    {"restore", nullptr, Take<dozewell::setup::RestoreMachine>},
+    {"stop-service", nullptr, Take<dozewell::setup::StopService>},
+    {"start-service", nullptr, Take<dozewell::setup::StartServiceAgain>},
+    {"remove-learnt-data", nullptr, Take<dozewell::setup::RemoveLearntData>},
 };
 
 // The installer shows no output of its programs, so messages go to the event log too.
-void Report(const std::string& message) {
+void Report(const std::string& message, uint16_t eventType) {
   dozewell::PrintMessage(kProgramName, message);
   const dozewell::EventSource source = dozewell::OpenEventSource(dozewell::kEventSourceName);
   if (source == nullptr) return;
   const std::wstring text = dozewell::WidenUtf8(std::string(kProgramName) + ": " + message);
-  dozewell::ReportToEventLog(source, dozewell::kEventError, text.c_str());
+  dozewell::ReportToEventLog(source, eventType, text.c_str());
   dozewell::CloseEventSource(source);
 }
 
 }  // namespace
 
 extern "C" int wmain(int argc, wchar_t** argv) {
-  return dozewell::setup::RunSetup(dozewell::StartProgram(argc, argv), kSteps, Report);
+  return dozewell::setup::RunSetup(
+      dozewell::StartProgram(argc, argv), kSteps,
+      {[](const std::string& message) { Report(message, dozewell::kEventError); },
+       [](const std::string& message) { Report(message, dozewell::kEventInformation); }});
 }

@@ -9,6 +9,7 @@
 #include "fakes/driver_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/calls.h"
 
 namespace dozewell::setup {
 namespace {
@@ -29,8 +30,6 @@ class SleepingMachine {
     driver.timer = {{0x00654321, 0x9800012C}};
   }
 };
-
-using Calls = std::vector<std::string>;
 
 }  // namespace
 

@@ -1,14 +1,15 @@
 #include <doctest/doctest.h>
 #include <windows.h>
-// After windows.h, which they need.
-#include <aclapi.h>
-#include <sddl.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
+#include "base/utf8.h"
 #include "setup/system_steps.h"
+#include "support/access_rights_windows.h"
 #include "support/program_data_windows.h"
+#include "support/system_calls_windows.h"
 #include "support/temp_folder.h"
 
 namespace dozewell::setup {
@@ -40,14 +41,6 @@ std::string ReadFileAt(const std::wstring& path) {
   return {text, read};
 }
 
-void LetEverybodyWrite(const std::wstring& path) {
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  REQUIRE(ConvertStringSecurityDescriptorToSecurityDescriptorW(
-              L"D:P(A;OICI;FA;;;WD)", SDDL_REVISION_1, &descriptor, nullptr) != 0);
-  CHECK(SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor) != 0);
-  LocalFree(descriptor);
-}
-
 bool EverybodyMayWrite(const std::wstring& path) {
   BYTE everybody[SECURITY_MAX_SID_SIZE];
   DWORD size = sizeof(everybody);
@@ -71,6 +64,11 @@ bool EverybodyMayWrite(const std::wstring& path) {
   return false;
 }
 
+using Texts = std::vector<std::string>;
+
+constexpr const char* kForAdministrators = "O:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)";
+constexpr const char* kForUsers = "O:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)";
+
 class Machine {
  public:
   Machine() : programData_(folder_.Path()) {}
@@ -84,11 +82,24 @@ class Machine {
   const ProgramDataAt programData_;
 };
 
+// A machine on which something was learnt, and saves were interrupted.
+class LearntMachine : public Machine {
+ public:
+  LearntMachine() {
+    CreateDirectoryW(Outer().c_str(), nullptr);
+    CreateDirectoryW(Inner().c_str(), nullptr);
+    for (const wchar_t* const name : {L"zs7state.dat", L"zs7state.dat.part", L"zs7state.dat.new",
+                                      L"zs7state.dat.unread", L"cpredict.z7"}) {
+      WriteFileAt(Inner() + L"\\" + name, "learnt");
+    }
+  }
+};
+
 }  // namespace
 
 TEST_CASE("a data folder that is missing is made, with the one around it") {
   const Machine machine;
-  SecureDataFolder();
+  SecureDataFolder("");
   CHECK(IsFolder(machine.Inner()));
   CHECK_FALSE(EverybodyMayWrite(machine.Outer()));
   CHECK_FALSE(EverybodyMayWrite(machine.Inner()));
@@ -105,16 +116,16 @@ TEST_CASE("a data folder that everybody may write to is made safe and keeps what
     LetEverybodyWrite(path);
     REQUIRE(EverybodyMayWrite(path));
   }
-  SecureDataFolder();
+  SecureDataFolder("");
   for (const std::wstring& path : paths) CHECK_FALSE(EverybodyMayWrite(path));
   CHECK(ReadFileAt(machine.History()) == "learnt");
 }
 
 TEST_CASE("making the data folder safe twice changes nothing") {
   const Machine machine;
-  SecureDataFolder();
+  SecureDataFolder("");
   WriteFileAt(machine.History(), "learnt");
-  SecureDataFolder();
+  SecureDataFolder("");
   CHECK(ReadFileAt(machine.History()) == "learnt");
 }
 
@@ -122,7 +133,7 @@ TEST_CASE("a file in the place of a folder is kept aside") {
   const Machine machine;
   WriteFileAt(machine.Outer(), "mine");
   WriteFileAt(machine.Outer() + L".untrusted", "of before");
-  SecureDataFolder();
+  SecureDataFolder("");
   CHECK(IsFolder(machine.Inner()));
   CHECK(ReadFileAt(machine.Outer() + L".untrusted") == "of before");
   CHECK(ReadFileAt(machine.Outer() + L".2.untrusted") == "mine");
@@ -130,22 +141,80 @@ TEST_CASE("a file in the place of a folder is kept aside") {
 
 TEST_CASE("a folder in the place of a file is kept aside") {
   const Machine machine;
-  SecureDataFolder();
+  SecureDataFolder("");
   REQUIRE(CreateDirectoryW(machine.History().c_str(), nullptr) != 0);
-  SecureDataFolder();
+  SecureDataFolder("");
   CHECK_FALSE(IsFolder(machine.History()));
   CHECK(IsFolder(machine.History() + L".untrusted"));
 }
 
 TEST_CASE("a file of learnt data with a second name elsewhere is kept aside") {
   const Machine machine;
-  SecureDataFolder();
+  SecureDataFolder("");
   const std::wstring elsewhere = machine.Outer() + L"\\elsewhere";
   WriteFileAt(elsewhere, "somebody's");
   REQUIRE(CreateHardLinkW(machine.History().c_str(), elsewhere.c_str(), nullptr) != 0);
-  SecureDataFolder();
+  SecureDataFolder("");
   CHECK(ReadFileAt(machine.History()) == "not there");
   CHECK(ReadFileAt(machine.History() + L".untrusted") == "somebody's");
+}
+
+TEST_CASE("who can read a new data folder is chosen, and without a choice users can") {
+  for (const auto& [choice, access] : std::map<std::string, const char*>{
+           {"", kForUsers}, {"0", kForAdministrators}, {"1", kForUsers}}) {
+    const Machine machine;
+    Texts created;
+    const ImportStub<"CreateDirectoryW", decltype(CreateDirectoryW)> create{
+        [&created](const wchar_t* path, SECURITY_ATTRIBUTES* attributes) {
+          created.push_back(AccessText(attributes->lpSecurityDescriptor,
+                                       OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION));
+          return CreateDirectoryExW(L"C:\\", path, attributes);
+        }};
+    CHECK(SecureDataFolder(choice).empty());
+    CHECK(created == Texts{access, access});
+    TakeSystemCalls();
+  }
+}
+
+TEST_CASE("the rights of an existing data folder and of all in it are chosen, or kept and told") {
+  const LearntMachine machine;
+  const std::string name = NarrowToUtf8(machine.Inner());
+  // The two folders, the history and its side files, and the data file.
+  constexpr size_t kPlaces = 7;
+  FileAccessStub access;
+  access.Have(L"O:BAD:P(A;;FA;;;BA)(A;;FA;;;SY)(A;;0x1200a9;;;BU)");
+  CHECK(SecureDataFolder("0").empty());
+  CHECK(access.TakeGiven() == Texts(kPlaces, kForAdministrators));
+  CHECK(SecureDataFolder("") == name +
+                                    ": users may read what was learnt, as before; "
+                                    "USERSMAYREAD=0 takes that from them");
+  CHECK(access.TakeGiven().empty());
+
+  access.Have(L"O:SYD:P(A;;FA;;;BA)(A;;FA;;;SY)");
+  CHECK(SecureDataFolder("1").empty());
+  CHECK(access.TakeGiven() == Texts(kPlaces, kForUsers));
+  CHECK(SecureDataFolder("") == name +
+                                    ": only administrators may read what was learnt, as before; "
+                                    "USERSMAYREAD=1 lets users read it");
+  CHECK(access.TakeGiven().empty());
+}
+
+TEST_CASE("rights with which others could change the data folder are taken, reading is kept") {
+  const LearntMachine machine;
+  FileAccessStub access;
+  access.Have(L"O:BAD:(A;;FA;;;BA)(A;;0x1301bf;;;AU)");
+  SecureDataFolder("");
+  CHECK(access.TakeGiven() == Texts(7, kForUsers));
+  // To write only.
+  access.Have(L"O:BAD:(A;;FA;;;BA)(A;;0x2;;;AU)");
+  SecureDataFolder("");
+  CHECK(access.TakeGiven() == Texts(7, kForAdministrators));
+}
+
+TEST_CASE("who can read the data folder is 0 or 1") {
+  const Machine machine;
+  CHECK_THROWS_WITH(SecureDataFolder("2"), "USERSMAYREAD: neither 0 nor 1: 2");
+  CHECK_FALSE(IsFolder(machine.Outer()));
 }
 
 TEST_CASE("a folder that cannot be kept aside is named") {
@@ -154,7 +223,7 @@ TEST_CASE("a folder that cannot be kept aside is named") {
   const HANDLE held = CreateFileW(machine.Outer().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                   OPEN_EXISTING, 0, nullptr);
   REQUIRE(held != INVALID_HANDLE_VALUE);
-  CHECK_THROWS_WITH(SecureDataFolder(),
+  CHECK_THROWS_WITH(SecureDataFolder(""),
                     doctest::Contains("Brevan: cannot be made safe (error 32)"));
   CloseHandle(held);
 }

@@ -13,13 +13,22 @@ inline constexpr const char* kProgramName = "dozewell-setup";
 // A step of an installation that the installer cannot take by itself.
 struct Step {
   const char* name;
-  void (*run)();  // throws std::exception with the one line that the user reads
+  const char* argument;  // what stands for its argument in the usage; null when it takes none
+  // Returns what an administrator should know, empty for nothing. Throws std::exception with the
+  // one line that the administrator reads.
+  std::string (*run)(const std::string& argument);
 };
 
-// Takes the step that the only argument names, and returns the program's exit code: 0 done, 1 not
-// done, 2 wrong usage. `report` gets the reason when it is not 0.
+// Who is told: why the program's exit code is not 0, and what an administrator should know.
+struct Reports {
+  std::function<void(const std::string& message)> error;
+  std::function<void(const std::string& message)> information;
+};
+
+// Takes the step that the first argument names, and returns the program's exit code: 0 done, 1 not
+// done, 2 wrong usage.
 int RunSetup(const std::vector<std::string>& arguments, std::span<const Step> steps,
-             const std::function<void(const std::string& message)>& report);
+             const Reports& reports);
 
 }  // namespace dozewell::setup
 

@@ -2,28 +2,43 @@
 #define DOZEWELL_SETUP_SYSTEM_STEPS_H_
 
 #include <cstdint>
+#include <string>
 
 namespace dozewell::setup {
 
 // What an installation asks of the system beyond what an installer package can say. All throw
 // std::runtime_error when the system refuses.
 
-// Makes the installed service start with the system, but late, and restart when its process ends
-// unexpectedly: after one minute, then after five, and from then on after fifteen. A day without a
-// failure starts the count again.
+// Puts the path of the installed service's program into quotation marks, lets nobody but
+// administrators and the system send it controls of their own making, makes it start with the
+// system, but late, and restart when its process ends unexpectedly: after one minute, then after
+// five, and from then on after fifteen. A day without a failure starts the count again.
 void ConfigureService();
 
 // Lets only administrators and the system change the folder of the learnt data, and the folder that
-// it is in; every user can read them. An existing folder or file that belongs to somebody else, or
-// leads elsewhere, is not trusted: it is kept under a name that ends in ".untrusted".
-void SecureDataFolder();
+// it is in. An existing folder or file that belongs to somebody else, or leads elsewhere, is not
+// trusted: it is kept under a name that ends in ".untrusted". "1": users can read the folder, "0":
+// they cannot, "": as before, and they can if the folder is new. Returns what an administrator
+// should know of rights that were kept; empty for nothing.
+std::string SecureDataFolder(const std::string& usersMayRead);
 
-// Waits for each process that runs a program to end, for at most so many milliseconds each.
-void AwaitEndOf(const wchar_t* program, uint32_t milliseconds);
+// Makes the folder for the programs, and those around it that are missing, so that only
+// administrators and the system can change what is in it. An existing folder is left as it is;
+// throws when others may change something in it, or put another folder in its place.
+void SecureInstallFolder(const std::string& folder);
 
-// Waits for the service's program. A service counts as stopped before its process has ended, but
-// its file can be neither deleted nor replaced until then.
-void AwaitServiceEnd();
+// Deletes that folder and the one around it, each only if it is empty.
+void RemoveInstallFolder(const std::string& folder);
+
+// Stops the service and waits until its process has ended, for at most so many milliseconds. A
+// service counts as stopped before its process has ended, but its file can be neither deleted nor
+// replaced until then. Without a process of the service, those that run its program are waited for.
+void StopService(uint32_t milliseconds);
+void StopService();  // with the time that an installation has
+
+// Starts the service, which may run already or be missing or disabled: after an installation that
+// stopped it was undone.
+void StartServiceAgain();
 
 // Deletes what was learnt and the live settings, and the folders and keys that they were in if
 // nothing else is there. It is no error if some of it does not exist.

@@ -31,7 +31,7 @@ Fields AnswerCommand(const Fields& request) {
       {"control-lab-device", ControlLabDevice},
   };
   const auto command = commands.find(request[0]);
-  if (command == commands.end()) throw SystemError{ERROR_INVALID_FUNCTION};
+  if (command == commands.end()) throw WrongRequest();
   Fields arguments(request.begin() + 1, request.end());
   // A command that reads more fields than it was given finds them empty.
   arguments.resize(arguments.size() + 4);

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <bit>
+#include <optional>
 #include <string>
 
 #include "shared/line_server.h"
@@ -10,8 +11,47 @@
 namespace dozewell::lab {
 namespace {
 
+// More than any request of the test takes.
+constexpr size_t kLongestLine = 16 << 20;
+
 AnswerRequest Answer = nullptr;
+std::string Token;
 SOCKET Listener = INVALID_SOCKET;
+
+// The lines that a connection sends.
+class LineReader {
+ public:
+  explicit LineReader(SOCKET connection) : connection_(connection) {}
+
+  // The next line without its end; nothing when the connection ends or the line is longer.
+  std::optional<std::string> Next(size_t longest) {
+    size_t end = 0;
+    while ((end = received_.find('\n')) == std::string::npos) {
+      char part[4096];
+      const int size = received_.size() > longest ? 0 : recv(connection_, part, sizeof(part), 0);
+      if (size <= 0) return std::nullopt;
+      received_.append(part, static_cast<size_t>(size));
+    }
+    const std::string line = received_.substr(0, end);
+    received_.erase(0, end + 1);
+    return line;
+  }
+
+ private:
+  SOCKET connection_;
+  std::string received_;
+};
+
+std::string ReadToken() {
+  const HANDLE file =
+      CreateFileW(kTokenFile, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return "";
+  char token[256];
+  DWORD size = 0;
+  ReadFile(file, token, sizeof(token), &size, nullptr);
+  CloseHandle(file);
+  return {token, size};
+}
 
 std::string AnswerLine(const std::string& line) {
   Fields answer = {"ok"};
@@ -34,18 +74,21 @@ bool SendAll(SOCKET connection, const std::string& text) {
   return true;
 }
 
+// Until the connection ends, or sends a line that the test would not send.
+void AnswerLines(SOCKET connection) {
+  LineReader lines(connection);
+  if (lines.Next(Token.size()) != Token) return;
+  try {
+    while (const auto line = lines.Next(kLongestLine)) {
+      if (!SendAll(connection, AnswerLine(*line))) return;
+    }
+  } catch (const WrongRequest&) {
+  }
+}
+
 DWORD WINAPI ServeConnection(void* argument) {
   const auto connection = reinterpret_cast<SOCKET>(argument);
-  std::string received;
-  char part[4096];
-  for (int size = 0; (size = recv(connection, part, sizeof(part), 0)) > 0;) {
-    received.append(part, static_cast<size_t>(size));
-    for (size_t end = 0; (end = received.find('\n')) != std::string::npos;) {
-      const std::string line = received.substr(0, end);
-      received.erase(0, end + 1);
-      if (!SendAll(connection, AnswerLine(line))) break;
-    }
-  }
+  AnswerLines(connection);
   closesocket(connection);
   return 0;
 }
@@ -75,6 +118,8 @@ DWORD WINAPI AcceptConnections(void*) {
 
 uint32_t StartLineServer(AnswerRequest answer) {
   Answer = answer;
+  Token = ReadToken();
+  if (Token.empty()) return 0;
   WSADATA data;
   if (WSAStartup(MAKEWORD(2, 2), &data) != 0) return 0;
   Listener = socket(AF_INET, SOCK_STREAM, 0);

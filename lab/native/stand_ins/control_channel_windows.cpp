@@ -40,7 +40,7 @@ Fields Answer(const Fields& request) {
     WakeSleepers();
     return {};
   }
-  throw SystemError{ERROR_INVALID_FUNCTION};
+  throw WrongRequest();
 }
 
 }  // namespace

@@ -1,39 +1,14 @@
 #include <windows.h>
 
 #include <bit>
+#include <cstdint>
 #include <string>
 
 #include "stand_ins/import.h"
 #include "stand_ins/service_record.h"
+#include "support/program_imports.h"
 
 namespace dozewell::lab {
-namespace {
-
-template <typename Part>
-Part* PartAt(void* program, size_t offset) {
-  return reinterpret_cast<Part*>(static_cast<BYTE*>(program) + offset);
-}
-
-// Visits each imported function with its name and the place that holds its address.
-template <typename Visit>
-void VisitImports(void* program, Visit visit) {
-  const auto* const headers = PartAt<IMAGE_NT_HEADERS>(
-      program, static_cast<size_t>(PartAt<IMAGE_DOS_HEADER>(program, 0)->e_lfanew));
-  const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-  if (directory.VirtualAddress == 0) return;
-  for (auto* library = PartAt<IMAGE_IMPORT_DESCRIPTOR>(program, directory.VirtualAddress);
-       library->Name != 0; ++library) {
-    auto* name = PartAt<IMAGE_THUNK_DATA>(program, library->OriginalFirstThunk);
-    auto* address = PartAt<IMAGE_THUNK_DATA>(program, library->FirstThunk);
-    for (; name->u1.AddressOfData != 0; ++name, ++address) {
-      if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
-      visit(PartAt<IMAGE_IMPORT_BY_NAME>(program, name->u1.AddressOfData)->Name,
-            address->u1.Function);
-    }
-  }
-}
-
-}  // namespace
 
 uint32_t CountCall(size_t place) {
   SystemCallState& call = Machine->calls[place];
@@ -60,13 +35,9 @@ ImportedFunction* ImportedFunction::Find(std::string_view name) {
 }
 
 void ImportedFunction::ReplaceAll(void* program) {
-  VisitImports(program, [](const char* name, ULONGLONG& address) {
-    if (void* const standIn = StandInFor(name, std::bit_cast<void*>(address))) {
-      DWORD protection = 0;
-      VirtualProtect(&address, sizeof(address), PAGE_READWRITE, &protection);
-      address = reinterpret_cast<ULONGLONG>(standIn);
-      VirtualProtect(&address, sizeof(address), protection, &protection);
-    }
+  support::VisitImports(program, [](const char* name, uint64_t& address) {
+    if (void* const standIn = StandInFor(name, std::bit_cast<void*>(address)))
+      support::ReplaceAddress(address, standIn);
   });
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "optimizer/grid/hibernated_sleep.h"
 #include "optimizer/grid/observed_history.h"
 #include "optimizer/grid/outcome_table.h"
 #include "optimizer/grid/pooling_key.h"
@@ -36,11 +37,12 @@ void Estimate(const ObservedSlots& slots, const ObservationWeights& weights,
   }
 }
 
-// The outcomes of the sleeps without any prediction.
+// The outcomes of the sleeps without any prediction. Those with recorded hibernations are counted
+// as a whole later.
 Outcomes AsleepThroughout(const std::vector<ObservedSleep>& sleeps) {
   Outcomes outcomes;
   for (const ObservedSleep& sleep : sleeps) {
-    if (!sleep.resume) continue;
+    if (!sleep.resume || !sleep.recorded.empty()) continue;
     outcomes.sleepSeconds += *sleep.resume - sleep.start;
     ++outcomes.resumesFromSleep;
   }
@@ -57,7 +59,11 @@ OutcomeTable CountSleeps(const std::vector<ObservedSleep>& sleeps, const Observe
     const size_t count = slots.firstRun[i + 1] - first;
     const SlotCursor start(std::span(slots.end).subspan(first, count),
                            std::span(probabilities).subspan(first, count));
-    CountPredictions(sleeps[i], start, thresholds, table);
+    if (sleeps[i].recorded.empty()) {
+      CountPredictions(sleeps[i], start, thresholds, table);
+    } else {
+      CountHibernatedSleep(sleeps[i], start, thresholds, table);
+    }
   }
   table.Finish();
   return table;

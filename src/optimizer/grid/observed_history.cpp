@@ -22,6 +22,23 @@ constexpr int64_t kSlotsInReach = 3 * kSimulatedSlots;
 // by the slots behind that one.
 constexpr int64_t kSlotsBehindFirst = kIdleStretchMinutes / kSimulatedTimeResolution - 1;
 
+// The sleep that the first of these records begins, with its resume still to be found.
+ObservedSleep SleepAt(std::span<const HistoryRecord> records) {
+  const int64_t start = TruncateToInt64(records.front().time);
+  ObservedSleep sleep = {start, start - start % kSimulatedSlotSeconds, start, std::nullopt, {}};
+  if (records.size() == 1) return sleep;
+  const auto use =
+      std::ranges::find(records.begin() + 1, records.end(), kUseCode, &HistoryRecord::asleep);
+  const std::span recorded(records.begin(), use == records.end() ? use : use + 1);
+  if (std::ranges::find(recorded, kHibernationCode, &HistoryRecord::asleep) == recorded.end()) {
+    sleep.next = TruncateToInt64(records[1].time);
+  } else {
+    sleep.next = TruncateToInt64(recorded.back().time);
+    sleep.recorded = recorded;
+  }
+  return sleep;
+}
+
 // Collects the slots after each sleep for one day grouping.
 class SlotObserver {
  public:
@@ -51,6 +68,9 @@ class SlotObserver {
     slots_.firstRun.push_back(slots_.end.size());
   }
 
+  // Adds a sleep for which nothing is predicted.
+  void AddSleepWithoutSlots() { slots_.firstRun.push_back(slots_.end.size()); }
+
   ObservedSlots& Result() { return slots_; }
 
  private:
@@ -77,15 +97,25 @@ class HistoryObserver {
   // Throws what the learner throws.
   void Replay(std::span<const HistoryRecord> history) {
     bool inUse = false;
+    bool used = false;
     bool asleep = false;
     for (size_t i = 0; i < history.size() && !OptimizerStopRequested; ++i) {
       const int64_t time = TruncateToInt64(history[i].time);
-      const bool fallsAsleep = history[i].asleep != 0;
+      const bool fallsAsleep = history[i].asleep != kUseCode;
+      if (!used && !asleep && i > 0 && history[i - 1].asleep == kSleepCode &&
+          history[i].asleep == kHibernationCode) {
+        // Before the first use only a hibernation out of sleep is noticed.
+        asleep = true;
+        sleeps_.push_back(SleepAt(history.subspan(i)));
+        for (SlotObserver& observer : observers_) observer.AddSleepWithoutSlots();
+        Learn(time, Suspend);
+      }
       if (fallsAsleep != inUse) continue;
       inUse = !fallsAsleep;
+      used = true;
       if (asleep) sleeps_.back().resume = time;
       asleep = fallsAsleep && i + 1 < history.size();
-      if (asleep) AddSleep(time, TruncateToInt64(history[i + 1].time));
+      if (asleep) AddSleep(SleepAt(history.subspan(i)));
       Learn(time, fallsAsleep ? Suspend : Activating);
     }
   }
@@ -97,10 +127,10 @@ class HistoryObserver {
   }
 
  private:
-  void AddSleep(int64_t start, int64_t next) {
-    sleeps_.push_back({start, start - start % kSimulatedSlotSeconds, next, std::nullopt});
+  void AddSleep(const ObservedSleep& sleep) {
+    sleeps_.push_back(sleep);
     for (SlotObserver& observer : observers_) {
-      observer.AddSleep(learner_.Data().Slots(), sleeps_.back());
+      observer.AddSleep(learner_.Data().Slots(), sleep);
     }
   }
 
@@ -119,7 +149,15 @@ class HistoryObserver {
 bool CanBeShared(const HistoryRecord& record) {
   constexpr int64_t kLastTime = kLastSecond - (kSlotsInReach + 1) * kSimulatedSlotSeconds;
   const int64_t time = TruncateToInt64(record.time);
-  return record.asleep <= 1 && time >= 0 && time <= kLastTime;
+  return record.asleep <= kHibernationCode && time >= 0 && time <= kLastTime;
+}
+
+bool HibernationsAreInOrder(const std::vector<ObservedSleep>& sleeps) {
+  return std::ranges::all_of(sleeps, [](const ObservedSleep& sleep) {
+    return std::ranges::is_sorted(sleep.recorded, {}, [](const HistoryRecord& record) {
+      return TruncateToInt64(record.time);
+    });
+  });
 }
 
 }  // namespace
@@ -135,7 +173,9 @@ std::optional<ObservedHistory> ObserveHistory(std::span<const HistoryRecord> his
       return std::nullopt;
     }
   }
-  return observer.Result();
+  ObservedHistory observed = observer.Result();
+  if (!HibernationsAreInOrder(observed.sleeps)) return std::nullopt;
+  return observed;
 }
 
 }  // namespace dozewell

@@ -16,8 +16,12 @@ namespace dozewell {
 struct ObservedSleep {
   int64_t start;
   int64_t slotStart;              // when the slot began in which the sleep starts
-  int64_t next;                   // the next event, which is the earliest that can end the sleep
+  int64_t next;                   // predictions count up to here only
   std::optional<int64_t> resume;  // none when the history ends asleep
+
+  // The records of a sleep with recorded hibernations, from its start to its resume or to the end
+  // of the history; of any other sleep none.
+  std::span<const HistoryRecord> recorded;
 };
 
 // What sets of one day grouping know, at the start of each sleep, of the slots after it: runs of
@@ -49,8 +53,9 @@ struct ObservedHistory {
 };
 
 // No result for a history from which sets may learn different things, or whose simulation throws:
-// one with codes that the service does not write, with events that the tracker refuses, or with
-// times too near the ends of the calendar. Incomplete after a stop request.
+// one with codes other than those of activity, sleep and hibernation, with events that the tracker
+// refuses, with a recorded hibernation in a sleep whose times go back, or with times too near the
+// ends of the calendar. Incomplete after a stop request. The history must outlive the result.
 std::optional<ObservedHistory> ObserveHistory(std::span<const HistoryRecord> history,
                                               std::span<const int32_t> dayGroupings);
 

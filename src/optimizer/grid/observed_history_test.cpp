@@ -13,6 +13,7 @@ namespace {
 
 constexpr int32_t kUngrouped[] = {0};
 
+// The history must outlive the result.
 std::optional<ObservedHistory> Observe(const std::vector<HistoryRecord>& history) {
   return ObserveHistory(history, kUngrouped);
 }
@@ -34,6 +35,26 @@ TEST_CASE("a sleep lasts until the next use, and has no resume when the history 
   CHECK(sleeps[1].start == SimTime(0, 14));
   CHECK(sleeps[1].next == SimTime(0, 15));
   CHECK_FALSE(sleeps[1].resume.has_value());
+}
+
+TEST_CASE("a sleep with a recorded hibernation keeps its records up to its resume") {
+  const std::vector<HistoryRecord> history = {
+      SimRecord(0, 0, 8),  SimRecord(1, 0, 12), SimRecord(1, 0, 13), SimRecord(2, 0, 14),
+      SimRecord(0, 0, 20), SimRecord(2, 0, 21), SimRecord(1, 0, 22)};
+  const auto observed = Observe(history);
+  REQUIRE(observed.has_value());
+  const std::vector<ObservedSleep>& sleeps = observed->sleeps;
+  REQUIRE(sleeps.size() == 2);
+  CHECK(sleeps[0].start == SimTime(0, 12));
+  CHECK(sleeps[0].next == SimTime(0, 20));
+  CHECK(sleeps[0].resume == SimTime(0, 20));
+  CHECK(sleeps[0].recorded.data() == history.data() + 1);
+  CHECK(sleeps[0].recorded.size() == 4);
+  CHECK(sleeps[1].start == SimTime(0, 21));
+  CHECK(sleeps[1].next == SimTime(0, 22));
+  CHECK_FALSE(sleeps[1].resume.has_value());
+  CHECK(sleeps[1].recorded.data() == history.data() + 5);
+  CHECK(sleeps[1].recorded.size() == 2);
 }
 
 TEST_CASE("a sleep that ends the history is left out") {
@@ -80,7 +101,8 @@ TEST_CASE("a history from which sets may learn different things is not observed"
     return Observe(history).has_value();
   };
   CHECK(observes(1, SimRecord(1, 0, 9)));
-  CHECK_FALSE(observes(1, SimRecord(2, 0, 9)));
+  CHECK(observes(1, SimRecord(2, 0, 9)));
+  CHECK_FALSE(observes(1, SimRecord(3, 0, 9)));
   CHECK_FALSE(observes(1, SimRecord(1, 0, 8)));
   CHECK_FALSE(observes(0, {-1, 0, 0}));
   CHECK(observes(0, {0, 0, 0}));

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "optimizer/grid/simulated_cycle.h"
+#include "optimizer/grid/predicted_times.h"
 
 namespace dozewell {
 namespace {
@@ -17,17 +17,17 @@ class SleepCounter {
     IdleSearch idle(start, thresholds_.lows, thresholds_.AllLows());
     while (idle.Next()) {
       const SlotCursor idleSlot = idle.FirstSlot();
-      const int64_t hibernation = IdleStart(idleSlot.Slot());
+      const int64_t hibernation = IdleStart(sleep_, idleSlot.Slot());
       if (hibernation >= sleep_.next) return;
       AddHibernation(sleep_.start, hibernation, idle.Lows(), thresholds_.AllHighs());
       UseSearch use(idleSlot, thresholds_.highs);
       while (use.Next()) {
-        const int64_t wakeBack = SlotStart(use.Slot().Slot());
+        const int64_t wakeBack = SlotStart(sleep_, use.Slot().Slot());
         if (wakeBack >= sleep_.next) break;
         AddWakeBack(hibernation, wakeBack, idle.Lows(), use.Highs());
         IdleSearch idleAgain(use.Slot(), thresholds_.lows, idle.Lows());
         while (idleAgain.Next()) {
-          const int64_t secondHibernation = SlotStart(idleAgain.FirstSlot().Slot());
+          const int64_t secondHibernation = SlotStart(sleep_, idleAgain.FirstSlot().Slot());
           if (secondHibernation >= sleep_.next) break;
           AddHibernation(wakeBack, secondHibernation, idleAgain.Lows(), use.Highs());
         }
@@ -36,14 +36,6 @@ class SleepCounter {
   }
 
  private:
-  int64_t SlotStart(int32_t slot) const { return sleep_.slotStart + slot * kSimulatedSlotSeconds; }
-
-  // The start of the slot, which predictions count from the sleep's start in whole minutes, rounded
-  // up.
-  int64_t IdleStart(int32_t slot) const {
-    return sleep_.start + (SlotStart(slot) - sleep_.start + 59) / 60 * 60;
-  }
-
   // A change of state moves the rest of the sleep, and the resume that ends it, from the old state
   // to the new one. Without a resume the rest does not count; then the stretch before the change is
   // added.

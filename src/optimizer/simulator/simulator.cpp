@@ -14,7 +14,7 @@ namespace {
 constexpr int64_t kSecondsPerMinute = 60;
 
 // By the code of a record.
-using StateTable = std::array<SimState, 4>;
+using StateTable = std::array<SimState, kHistoryCodes>;
 constexpr StateTable kFixedTimeoutStates = {SimState::Active, SimState::Asleep, SimState::Asleep,
                                             SimState::Asleep};
 constexpr StateTable kPredictorStates = {SimState::Active, SimState::Asleep, SimState::Hibernating,

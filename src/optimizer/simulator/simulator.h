@@ -17,9 +17,12 @@ namespace dozewell {
 // A shorter history gives no time line.
 constexpr size_t kFewestSimulatedRecords = 3;
 
-// Both functions replay a history and return the time line that the machine would have had. The
-// code of a record is 0 for activity, 1 for sleep, 2 for hibernation and 3 for limbo; the service
-// writes only 0 and 1. Both throw FixedTextException for any other code.
+// The codes of records. The service writes the first two only.
+enum HistoryCode : uint32_t { kUseCode = 0, kSleepCode = 1, kHibernationCode = 2, kLimboCode = 3 };
+constexpr size_t kHistoryCodes = 4;
+
+// Both functions replay a history and return the time line that the machine would have had. Both
+// throw FixedTextException for a record with an unknown code.
 
 // With a fixed hibernate-after timeout. Codes 1 to 3 all count as sleep, and a timeout below one
 // second never hibernates.

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "ctl/event_feed.h"
+#include "ctl/pipe_server.h"
+#include "ctl/read_access.h"
 #include "ctl/service_calls.h"
 
 namespace dozewell {
@@ -18,6 +20,7 @@ constexpr CallResult kDone = {CallOutcome::Done, 0};
 
 // The answer to a call that the service itself would accept.
 CallResult Answer(const char* procedure) {
+  client.isCalled = true;
   if (client.unreachable != 0) return {CallOutcome::Unreachable, client.unreachable};
   return client.refused.contains(procedure) ? CallResult{CallOutcome::Refused, 0} : kDone;
 }
@@ -117,7 +120,13 @@ CallResult CallGetStrength(int32_t& strength) {
   return Get("GetStrength", client.strength, strength);
 }
 
+bool HasCalledService() { return client.isCalled; }
+
 ServiceQuery QueryService() { return client.service; }
+
+bool IsReadingDenied(const std::wstring& path) { return client.denied.contains(path); }
+
+std::optional<uint32_t> PipeServerProcess() { return client.pipeServer; }
 
 uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take) {
   for (const std::string& xml : client.systemLog) take(xml);

@@ -3,12 +3,14 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "ctl/service_query.h"
 #include "rpc/procedures.h"
+#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -21,7 +23,7 @@ struct Client {
   uint32_t unreachable = 0;           // the error of every call; 0: the service answers
   std::set<std::string> refused;      // procedures that answer that they failed
   uint32_t missingPowerSettings = 0;  // a mask of those that cannot be read
-  std::vector<std::string> calls;     // such as "SetStrength 3", without those that read
+  Calls calls;                        // such as "SetStrength 3", without those that read
   bool featureEnabled = true;
   bool driverEnabled = true;
   std::array<WakeTime, 2> wakeTimes = {};
@@ -31,6 +33,9 @@ struct Client {
   int32_t strength = 0;
 
   ctl::ServiceQuery service = {0, 4};
+  bool isCalled = false;
+  std::set<std::wstring> denied;       // what this user may not read
+  std::optional<uint32_t> pipeServer;  // the process that serves the pipe
 
   uint32_t eventsError = 0;
   std::vector<std::string> events;  // oldest first

@@ -1,0 +1,69 @@
+"""A strict reader of JSON, and what the manual says of it."""
+
+import json
+import re
+from pathlib import Path
+
+from tests.support.expect import equal
+
+PAGE = Path(__file__).resolve().parents[2] / "docs" / "json.md"
+# A heading with the JSON that stands below it.
+EXAMPLE = re.compile(r"^(##+) ([^\n]+)\n((?:(?!#)[^\n]*\n)*)", re.MULTILINE)
+
+
+def _no_constant(name):
+    raise AssertionError(f"{name} is no JSON")
+
+
+def _no_duplicates(pairs):
+    keys = [key for key, _ in pairs]
+    equal(sorted(set(keys)), sorted(keys), "keys")
+    return dict(pairs)
+
+
+def _number(text):
+    value = float(text)
+    if value.is_integer() and abs(value) < 2**53:
+        raise AssertionError(f"{text} is whole and has a fraction")
+    return value
+
+
+def strict_json(output):
+    """The document that a command has printed: one, on one line, in ASCII."""
+    equal((output.count("\n"), output.endswith("\n")), (1, True), f"lines of {output[:200]!r}")
+    equal(output.isascii() and output[:-1].isprintable(), True, "ASCII that can be printed")
+    return json.loads(output, parse_constant=_no_constant, object_pairs_hook=_no_duplicates,
+                      parse_float=_number)
+
+
+def documented_examples(program):
+    """The examples in the manual, by the commands' names."""
+    examples = {}
+    section = None
+    for level, heading, text in EXAMPLE.findall(PAGE.read_text("utf-8")):
+        if level == "##":
+            section = heading
+        lines = [line for line in text.splitlines() if line.startswith("    ")]
+        if section == program and lines:
+            example = json.loads("\n".join(lines), object_pairs_hook=_no_duplicates)
+            for command in re.split(", | and ", heading):
+                examples[command] = example
+    return examples
+
+
+def expect_documented(got, example, where="the document"):
+    """Expects that a document has the keys of an example, in its order, and values of its kinds.
+    Anything may be null."""
+    if got is None or example is None:
+        return
+    if isinstance(example, dict):
+        equal(list(got), list(example), f"keys of {where}")
+        for key, value in example.items():
+            expect_documented(got[key], value, f"{where}, {key}")
+    elif isinstance(example, list):
+        equal(isinstance(got, list), True, f"{where} is a list")
+        for item in got if example else []:
+            expect_documented(item, example[0], f"an item of {where}")
+    else:
+        kinds = (int, float) if type(example) in (int, float) else (type(example),)
+        equal(type(got) in kinds, True, f"kind of {where}, {got!r}")

@@ -1,0 +1,7 @@
+#include "ctl/terminal.h"
+
+namespace dozewell::ctl {
+
+bool InputIsTerminal() { return false; }
+
+}  // namespace dozewell::ctl

@@ -1,0 +1,14 @@
+#ifndef DOZEWELL_CTL_LIVE_FILES_H_
+#define DOZEWELL_CTL_LIVE_FILES_H_
+
+#include <string>
+
+namespace dozewell::ctl {
+
+// The path of a file in the service's data folder, which is not created. Throws ToolError when
+// Windows does not know of such a folder.
+std::wstring LiveFilePath(const wchar_t* name);
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_LIVE_FILES_H_

@@ -1,0 +1,34 @@
+#include <windows.h>
+
+#include "common/system_handle.h"
+#include "ctl/pipe_server.h"
+#include "rpc/pipe_name.h"
+
+namespace dozewell::ctl {
+namespace {
+
+// Whoever serves the pipe learns no more of the caller than by a call.
+HANDLE OpenPipe(const wchar_t* path) {
+  return CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                     SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr);
+}
+
+}  // namespace
+
+std::optional<uint32_t> PipeServerProcess() {
+  constexpr DWORD kBusyMs = 2000;
+  const std::wstring path = std::wstring(L"\\\\.") + kRpcEndpoint;
+  HANDLE opened = OpenPipe(path.c_str());
+  // The server takes one client after the other.
+  if (opened == INVALID_HANDLE_VALUE && GetLastError() == ERROR_PIPE_BUSY &&
+      WaitNamedPipeW(path.c_str(), kBusyMs) != 0) {
+    opened = OpenPipe(path.c_str());
+  }
+  if (opened == INVALID_HANDLE_VALUE) return std::nullopt;
+  const SystemHandle pipe(opened);
+  ULONG process = 0;
+  if (GetNamedPipeServerProcessId(pipe.get(), &process) == 0 || process == 0) return std::nullopt;
+  return process;
+}
+
+}  // namespace dozewell::ctl

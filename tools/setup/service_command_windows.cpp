@@ -1,0 +1,22 @@
+#include <windows.h>
+
+#include <vector>
+
+#include "setup/service_command.h"
+#include "setup/system_error.h"
+
+namespace dozewell::setup {
+
+std::wstring CommandOf(void* service) {
+  const auto handle = static_cast<SC_HANDLE>(service);
+  DWORD size = 0;
+  QueryServiceConfigW(handle, nullptr, 0, &size);
+  std::vector<BYTE> bytes(size + sizeof(QUERY_SERVICE_CONFIGW));
+  auto* const config = reinterpret_cast<QUERY_SERVICE_CONFIGW*>(bytes.data());
+  if (QueryServiceConfigW(handle, config, static_cast<DWORD>(bytes.size()), &size) == 0) {
+    throw SystemError("the service's configuration cannot be read", GetLastError());
+  }
+  return config->lpBinaryPathName;
+}
+
+}  // namespace dozewell::setup

@@ -1,0 +1,130 @@
+#include <windows.h>
+// After windows.h, which it needs.
+#include <tlhelp32.h>
+
+#include <string>
+#include <vector>
+
+#include "base/utf8.h"
+#include "common/system_handle.h"
+#include "service/service_host.h"
+#include "service/service_manager.h"
+#include "setup/service_command.h"
+#include "setup/system_error.h"
+#include "setup/system_steps.h"
+
+namespace dozewell::setup {
+namespace {
+
+constexpr uint32_t kLongestWaitMs = 30'000;
+
+// One moment by which all waits have ended.
+class Deadline {
+ public:
+  explicit Deadline(uint32_t milliseconds) : end_(GetTickCount64() + milliseconds) {}
+
+  DWORD MillisecondsLeft() const {
+    const ULONGLONG now = GetTickCount64();
+    return now < end_ ? static_cast<DWORD>(end_ - now) : 0;
+  }
+
+ private:
+  ULONGLONG end_;
+};
+
+SystemHandle Open(DWORD process, DWORD access) {
+  return SystemHandle(process == 0 ? nullptr : OpenProcess(access, FALSE, process));
+}
+
+// The process that the service control manager knows, for waiting; null when it knows none or that
+// one has ended.
+SystemHandle ProcessOf(void* service) {
+  SERVICE_STATUS_PROCESS status = {};
+  DWORD size = 0;
+  if (QueryServiceStatusEx(static_cast<SC_HANDLE>(service), SC_STATUS_PROCESS_INFO,
+                           reinterpret_cast<BYTE*>(&status), sizeof(status), &size) == 0) {
+    throw SystemError("the service's process cannot be asked for", GetLastError());
+  }
+  return Open(status.dwProcessId, SYNCHRONIZE);
+}
+
+std::vector<DWORD> AllProcesses() {
+  std::vector<DWORD> found;
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+  if (snapshot == INVALID_HANDLE_VALUE) {
+    throw SystemError("the processes cannot be listed", GetLastError());
+  }
+  const SystemHandle owner(snapshot);
+  PROCESSENTRY32W process = {};
+  process.dwSize = sizeof(process);
+  for (BOOL more = Process32FirstW(snapshot, &process); more != 0;
+       more = Process32NextW(snapshot, &process)) {
+    found.push_back(process.th32ProcessID);
+  }
+  return found;
+}
+
+bool Runs(HANDLE process, const std::wstring& program) {
+  constexpr DWORD kLongestPath = 32768;
+  std::wstring path(kLongestPath, L'\0');
+  DWORD size = kLongestPath;
+  if (QueryFullProcessImageNameW(process, 0, path.data(), &size) == 0) return false;
+  return CompareStringOrdinal(path.data(), static_cast<int>(size), program.c_str(),
+                              static_cast<int>(program.size()), TRUE) == CSTR_EQUAL;
+}
+
+// The processes of the program at this path, for waiting. A program of the same name elsewhere,
+// which anybody may run, is none of them.
+std::vector<SystemHandle> ProcessesOf(const std::wstring& program) {
+  std::vector<SystemHandle> found;
+  for (const DWORD id : AllProcesses()) {
+    SystemHandle process = Open(id, SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION);
+    if (process != nullptr && Runs(process.get(), program)) found.push_back(std::move(process));
+  }
+  return found;
+}
+
+// Null when there is no such service.
+ServiceHandle OpenService(void* manager) {
+  ServiceHandle service;
+  if (manager != nullptr) service = OpenExistingService(manager, kServiceName);
+  if (service == nullptr && LastSystemError() != ERROR_SERVICE_DOES_NOT_EXIST) {
+    throw SystemError("the service cannot be opened", LastSystemError());
+  }
+  return service;
+}
+
+}  // namespace
+
+void StopService(uint32_t milliseconds) {
+  const Deadline deadline(milliseconds);
+  const ServiceHandle manager = OpenManager();
+  const ServiceHandle service = OpenService(manager.get());
+  if (service == nullptr) return;
+  const std::wstring program = ProgramOf(CommandOf(service.get()));
+  // Opened before the stop, since the service control manager forgets it then.
+  std::vector<SystemHandle> processes;
+  if (SystemHandle process = ProcessOf(service.get())) processes.push_back(std::move(process));
+  // A service that is stopped or stopping already refuses.
+  StopExistingService(service.get());
+  if (processes.empty()) processes = ProcessesOf(program);
+  for (const SystemHandle& process : processes) {
+    if (WaitForSingleObject(process.get(), deadline.MillisecondsLeft()) != WAIT_OBJECT_0) {
+      throw SystemError(NarrowToUtf8(program) + " still runs", WAIT_TIMEOUT);
+    }
+  }
+}
+
+void StopService() { StopService(kLongestWaitMs); }
+
+void StartServiceAgain() {
+  const ServiceHandle manager = OpenManager();
+  const ServiceHandle service = OpenService(manager.get());
+  if (service == nullptr || StartExistingService(service.get())) return;
+  const uint32_t error = LastSystemError();
+  if (error != ERROR_SERVICE_ALREADY_RUNNING && error != ERROR_SERVICE_DISABLED) {
+    throw SystemError("the service cannot be started again", error);
+  }
+}
+
+}  // namespace dozewell::setup
