@@ -64,7 +64,8 @@ def main():
     errors = []
     graph = {}
     for name, text in files.items():
-        is_test = name.endswith("_test.cpp")
+        # Fakes are part of the tests.
+        is_test = name.endswith("_test.cpp") or "/fakes/" in name
         is_leaf = re.search(r"_(windows|posix)(_test)?\.cpp$", name) is not None
         graph[name] = []
         for kind, included in INCLUDE.findall(text):
