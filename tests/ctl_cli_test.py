@@ -22,7 +22,8 @@ from pathlib import Path
 
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT, SETTINGS, WRONG_TIME
-from tests.support.expect import HANG_SECONDS, contains, equal, matches, wait_until
+from tests.support import programs
+from tests.support.expect import contains, equal, matches
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
@@ -68,8 +69,8 @@ class Machine:
     def run(self, program, *arguments, **options):
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", subprocess.PIPE)
-        return subprocess.run([*self.wine, program, *arguments], cwd=self.scratch,
-                              stderr=subprocess.PIPE, timeout=HANG_SECONDS, check=False, **options)
+        return programs.run([*self.wine, program, *arguments], cwd=self.scratch,
+                            stderr=subprocess.PIPE, **options)
 
     def program(self, name):
         return str(self.programs / (name + ".exe"))
@@ -119,14 +120,14 @@ class Machine:
         process = self.start(self.program("DozewellService"), "-local", stdin=subprocess.DEVNULL,
                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         try:
-            wait_until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
+            programs.WAITING.until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
             yield
         finally:
             # The service sees this as Ctrl+C.
             process.send_signal(signal.SIGINT)
             try:
-                process.wait(HANG_SECONDS)
-            except subprocess.TimeoutExpired:
+                programs.WAITING.for_end(process, "the service does not end")
+            except programs.Hang:
                 process.kill()
                 process.wait()
                 raise
@@ -139,7 +140,7 @@ class Machine:
 
 
 def await_controller(machine):
-    wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
+    programs.WAITING.until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
                "the controller is not started")
 
 
@@ -523,7 +524,7 @@ def test_an_installed_service(machine):
     try:
         # The service would keep a pipe open.
         machine.run(service, "-i", stdout=subprocess.DEVNULL)
-        wait_until(lambda: machine.ctl("ping")[0] == 0, "the service does not answer")
+        programs.WAITING.until(lambda: machine.ctl("ping")[0] == 0, "the service does not answer")
         out = machine.works("status")
         contains(out, "Service             running\n")
         # Only the first start counted.
@@ -532,7 +533,7 @@ def test_an_installed_service(machine):
         machine.fails(1, "the service must be stopped, but its state is running; as administrator, "
                       "net stop DozewellService stops it", "import-history", "--from", str(WEEK))
         equal(machine.run("net", "stop", "DozewellService").returncode, 0)
-        wait_until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout,
+        programs.WAITING.until(lambda: b"STOPPED" in machine.run("sc", "query", "DozewellService").stdout,
                    "the service does not stop")
         machine.fails(3, STOPPED, "ping")
         machine.fails(3, STOPPED, "enable", "--json")
@@ -541,7 +542,7 @@ def test_an_installed_service(machine):
         contains(out, "Service             stopped\n")
     finally:
         machine.run(service, "-u", stdout=subprocess.DEVNULL)
-    wait_until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED,
+    programs.WAITING.until(lambda: machine.ctl("ping")[2] == "dozewellctl: %s\n" % NOT_INSTALLED,
                "the service stays installed")
 
 

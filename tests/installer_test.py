@@ -25,7 +25,8 @@ from pathlib import Path
 
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
-from tests.support.expect import HANG_SECONDS, equal, wait_until
+from tests.support import programs
+from tests.support.expect import equal
 
 sys.path.append(str(ROOT / "packaging"))
 from msi_file import Table  # in that folder
@@ -139,8 +140,8 @@ class Machine:
 
     def run(self, *command):
         # Programs of the current folder would be found first; this one has none.
-        done = subprocess.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=HANG_SECONDS, check=False)
+        done = programs.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
+                            capture_output=True)
         return done.returncode, done.stdout.decode(errors="replace").replace("\r\n", "\n")
 
     def msiexec(self, option, package, **properties):
@@ -435,7 +436,7 @@ def test_installing_puts_everything_in_place(machine):
 
 def test_an_installed_service_works_on_its_first_start(machine):
     machine.install()
-    wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+    programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
                "the controller is not started")
     equal(machine.value(Z7_KEY + r"\Current", "ServiceStatus"), "0x0")
     equal(machine.ctl("ping")[0], 0)
@@ -460,7 +461,7 @@ def test_choices_are_laid_down(machine):
               "DEBUGLOGGING": 1}
     machine.install(**chosen)
     expect_installed(machine, machine.package, **chosen)
-    wait_until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
+    programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
                "the start is not counted")
     equal(machine.value(Z7_KEY + r"\Current", "ServiceFeedback"), None)
 
@@ -625,7 +626,7 @@ def test_removing_learnt_data_too_leaves_nothing(machine):
 def test_removing_gives_the_users_timeouts_back(machine):
     for stopped in (False, True):
         machine.install()
-        wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+        programs.WAITING.until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
                    "the controller is not started")
         if stopped:
             machine.run("net", "stop", "DozewellService")

@@ -6,8 +6,9 @@ from machine.lab_device import ENABLED, READ_TIMER, WRITE_TIMER
 from machine.registry import BRANDING, CURRENT, DEFAULT, predictor_key
 from machine.service_control import CONTINUE, PAUSE
 from machine.service_record import information
-from steps.client import DONE, NO_DRIVER, done, failed
+from steps.client import DONE, MISUSED, NO_DRIVER, done, failed
 from steps.expect import expect, expect_true
+from steps.living import machine_that_knows_office_hours
 from steps.nights import events
 
 ACCESS_DENIED, E_FAIL = 5, 0x80004005
@@ -111,20 +112,31 @@ def enabling_what_is_on_enables_the_timers_alone(machine):
 def disabling_ends_the_controller_for_good(machine):
     _running(machine)
     machine.driver.words = BOTH_ENABLED
-    step = done(machine, "disable", "The feature is off.\n")
+    step = done(machine, "disable --yes", "The feature is off.\n")
     expect(events(step), [], "events")
     expect(step.of("setting"), ["write EnableZ7Feature 0"], "settings")
     expect(machine.driver.words, NOT_ENABLED, "the driver's timers")
     machine.clock.pass_until("2026-01-05 18:00")
     for step in machine.suspend(), machine.resume(), machine.restart_service():
         expect(events(step), [], "events afterwards")
-    step = done(machine, "disable --json", '{"featureEnabled":false}\n')
+    step = done(machine, "disable --json --yes", '{"featureEnabled":false}\n')
     expect(step.of("setting"), ["write EnableZ7Feature 0"], "settings of another time")
+
+
+def nothing_is_switched_off_where_nobody_can_be_asked(machine):
+    machine_that_knows_office_hours(machine)
+    why = ("disable asks first, and there is no terminal to ask at; --yes does not ask. The "
+           "service will lose what it has learnt since it last saved that; what is saved ends at "
+           "2026-02-02 08:00:00. To keep it, run net stop DozewellService, which saves it, and net "
+           "start DozewellService first, as administrator.")
+    step = failed(machine, "disable", why, MISUSED)
+    expect(step.events, [], "events")
+    expect(machine.setting("EnableZ7Feature"), None, "EnableZ7Feature")
 
 
 def what_was_disabled_can_be_enabled_again(machine):
     _running(machine)
-    done(machine, "disable", "The feature is off.\n")
+    done(machine, "disable --yes", "The feature is off.\n")
     machine.clock.pass_until("2026-01-05 09:00")
     step = done(machine, "enable", "The feature is on.\n")
     expect(events(step), [information("5/1/2026 9:0:0 - Activating"), information("Active")],
@@ -133,7 +145,7 @@ def what_was_disabled_can_be_enabled_again(machine):
 
 
 def _expect_switched_without_driver(machine, why):
-    for command, switched, value, more in (("disable", "off", 0, ""),
+    for command, switched, value, more in (("disable --yes", "off", 0, ""),
                                            ("enable", "on", 1, OR_NOT_STARTED)):
         machine.driver.words = NOT_ENABLED
         step = failed(machine, command, f"the feature is {switched} now, but the driver's timers "
@@ -159,8 +171,9 @@ def a_driver_that_fails_between_its_two_calls_is_told_from_one_that_is_absent(ma
     _running(machine)
     machine.driver.fail(WRITE_TIMER)
     machine.driver.words = BOTH_ENABLED
-    failed(machine, "disable", "the feature is off now, but the driver's timers were not switched: "
-                               "the driver did not take it")
+    failed(machine, "disable --yes",
+           "the feature is off now, but the driver's timers were not switched: "
+           "the driver did not take it")
     expect(machine.setting("EnableZ7Feature"), 0, "EnableZ7Feature")
     expect(machine.driver.words, BOTH_ENABLED, "the driver's timers")
 
@@ -169,7 +182,7 @@ def a_switch_that_cannot_be_stored_holds_until_the_service_ends(machine):
     _running(machine)
     for call in "RegCreateKeyExW", "RegSetValueExW":
         machine.calls.fail(call, ACCESS_DENIED)
-        done(machine, "disable", "The feature is off.\n")
+        done(machine, "disable --yes", "The feature is off.\n")
         expect(events(machine.resume()), [], f"events of a resume without {call}")
         expect(machine.setting("EnableZ7Feature"), None, f"EnableZ7Feature without {call}")
         machine.calls.succeed(call)
@@ -180,7 +193,7 @@ def a_switch_that_neither_registry_nor_driver_takes_is_refused(machine):
     _running(machine, EnableZ7Feature=1)
     machine.calls.fail("RegSetValueExW", ACCESS_DENIED)
     machine.driver.fail(WRITE_TIMER)
-    failed(machine, "disable", "the service could not switch the feature")
+    failed(machine, "disable --yes", "the service could not switch the feature")
 
 
 # SetFeatureEnabled when the engine throws
@@ -194,7 +207,8 @@ def settings_that_make_no_controller_are_told_and_all_else_is_switched(machine):
         machine.registry.delete(name, section)
         for form in "", " --json":
             machine.driver.words = NOT_ENABLED
-            step = failed(machine, "enable" + form, f"the controller cannot be built: {why}")
+            step = failed(machine, "enable" + form, r"the controller cannot be built: "
+                          rf"SOFTWARE\Corisk\Z7: {name} is missing: {why}")
             expect(step.events, [], f"events without {name}")
             expect(machine.driver.words, BOTH_ENABLED, f"the driver's timers without {name}")
         _expect_ping(machine)

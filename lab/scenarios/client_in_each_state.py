@@ -4,7 +4,7 @@ in any other state it reports it and goes on as before."""
 
 from machine.registry import CURRENT, predictor_key
 from machine.service_record import information
-from steps.client import done
+from steps.client import NO_RESULT, done
 from steps.expect import expect
 from steps.nights import events, stamped
 from steps.states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
@@ -17,7 +17,8 @@ KEPT = b"a history of 16."
 def _ask_both(machine):
     """The events of both requests."""
     machine.write_data_file("zs7state.dat", KEPT)
-    strength = done(machine, "strength set 1", "The strength is now 1.\n")
+    strength = done(machine, "strength set 1", "The strength is now 1.\n",
+                    NO_RESULT.format(1))
     reset = done(machine, "reset-history --yes", "The service has been told to forget.\n")
     expect(machine.registry.read("Strength", predictor_key(CURRENT)), "1", "Strength")
     return events(strength), events(reset)

@@ -51,8 +51,8 @@ def a_reset_is_asked_for_first(machine):
     _learnt_machine(machine)
     for typed, code, output, end in (
             ("", NOT_DONE, "", "\ndozewellctl: nothing was reset\n"),
-            ("no\n", NOT_DONE, "", "dozewellctl: nothing was reset\n"),
-            ("y\n", DONE, '{"reset":true}\n', "")):
+            ("no\n", NOT_DONE, "", "\ndozewellctl: nothing was reset\n"),
+            ("y\n", DONE, '{"reset":true}\n', "\n")):
         answer = machine.client.run("reset-history --json", typed)
         expect((answer.exit_code, answer.output, answer.error), (code, output, QUESTION + end),
                f"exit code, output and error after {typed!r}")
@@ -66,7 +66,7 @@ def without_a_controller_there_is_nothing_to_reset(machine):
     step = failed(machine, "reset-history --yes", NO_CONTROLLER)
     expect(step.entries, [], "what was done")
     done(machine, "enable", "The feature is on.\n")
-    done(machine, "disable", "The feature is off.\n")
+    done(machine, "disable --yes", "The feature is off.\n")
     failed(machine, "reset-history --yes --json", NO_CONTROLLER)
     expect(machine.data_file(DATA_FILE), b"data", "the data file")
 
@@ -81,7 +81,7 @@ def after_a_reset_that_settings_keep_from_being_done_there_are_no_predictions(ma
     _expect_known(machine, False)
     expect(machine.client.run("ping").exit_code, DONE, "exit code of ping")
     expect_true(f"\nController          may run: only if it was started earlier, as it cannot be "
-                f"built now: {NO_CYCLE}\n" in machine.client.run("status").output,
+                rf"built now: SOFTWARE\Corisk\Z7: DaysInCycle is missing: {NO_CYCLE}" "\n" in machine.client.run("status").output,
                 "status does not say what is wrong")
 
     machine.registry.write("DaysInCycle", "7", section)

@@ -60,6 +60,9 @@ def all_is_shown_on_one_screen(machine):
         "predictionsEnabled": True, "scheme": "balanced", "power": {"ac": power, "dc": power},
         "driverEnabled": True, "alarm": "2026-11-22 06:30", "durationMinutes": 86, "strength": 2,
         "strengthHasResult": True, "lastOptimizerRun": "2026-01-01T01:30:00", "events": None,
+        "serviceState": 4, "serviceError": 0,
+        "alarmFields": {"year": 26, "month": 11, "day": 22, "hour": 6, "minute": 30},
+        "lastOptimizerRunUtcSeconds": 1767249000, "eventsError": NO_EVENT_LOG,
     }, "status as JSON")
 
 
@@ -119,7 +122,7 @@ def the_start_gate_is_followed_step_by_step(machine):
     machine.resume()
     _expect_line(machine, "Controller",
                  "should run: the feature is on and enough start attempts were made")
-    done(machine, "disable", "The feature is off.\n")
+    done(machine, "disable --yes", "The feature is off.\n")
     _expect_line(machine, "Feature", "off")
     _expect_line(machine, "Controller", "does not run: the feature is off")
 

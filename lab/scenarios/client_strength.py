@@ -2,7 +2,7 @@
 
 from machine.registry import CURRENT, DEFAULT, predictor_key
 from machine.service_record import information
-from steps.client import done, failed
+from steps.client import NO_RESULT, done, failed
 from steps.expect import expect
 from steps.living import machine_that_knows_office_hours
 from steps.nights import events
@@ -55,7 +55,8 @@ def a_strength_that_has_a_result_adopts_it(machine):
 
 def a_strength_without_a_result_changes_no_parameter(machine):
     _running(machine, DisablePrediction=1)
-    step = done(machine, "strength set 2147483647 --json", '{"strength":2147483647}\n')
+    step = done(machine, "strength set 2147483647 --json", '{"strength":2147483647}\n',
+                NO_RESULT.format(2147483647))
     expect(events(step), [CHANGING, _predictor_is(0)], "events")
     expect(_chosen(machine), (0, 0, 6 * [None]), "settings")
     expect(machine.registry.read("Strength", HERE), "2147483647", "Strength")
@@ -86,7 +87,7 @@ def parameters_that_are_adopted_count_at_once(machine):
 
 def without_a_controller_the_strength_is_only_stored(machine):
     _running(machine, total_attempts=10)
-    step = done(machine, "strength set 1", "The strength is now 1.\n")
+    step = done(machine, "strength set 1", "The strength is now 1.\n", NO_RESULT.format(1))
     expect((step.events, step.traces), ([], []), "what the controller did")
     expect(_chosen(machine), (None, None, 6 * [None]), "settings")
     done(machine, "strength get", "The strength is 1.\n")
@@ -110,5 +111,5 @@ def a_strength_of_a_foreign_type_is_left_alone(machine):
     failed(machine, "strength set 1 --json", NOT_STORED)
     expect(machine.registry.read("Strength", HERE), b"3", "Strength")
     machine.registry.write("Strength", 3, HERE)
-    done(machine, "strength set 1", "The strength is now 1.\n")
+    done(machine, "strength set 1", "The strength is now 1.\n", NO_RESULT.format(1))
     expect(machine.registry.read("Strength", HERE), 1, "Strength as a number")

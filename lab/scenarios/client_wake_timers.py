@@ -9,10 +9,10 @@ WORDS = 0x12345678, 0x70000000
 NOT_READ = "the timer could not be read: " + NO_DRIVER
 NOT_ARMED = ("the timer was not armed: the service has no driver device, or the driver did not "
              "take it")
-# 2026-11-21 06:30, a year counted from 2000.
-A_TIME = 26 << 20 | 11 << 16 | 21 << 11 | 6 << 6 | 30
+# 2126-11-21 06:30, a year counted from 2000.
+A_TIME = 126 << 20 | 11 << 16 | 21 << 11 | 6 << 6 | 30
 
-ARM = ('wake set 0 "2026-11-21 06:30"', "wake raw 1 1h30m")
+ARM = ('wake set 0 "2126-11-21 06:30"', "wake raw 1 1h30m")
 SHOW = ("wake get", "wake raw 0", "wake raw 1 --json")
 
 
@@ -33,18 +33,20 @@ def _expect_armed(step, machine, *words):
 
 def a_timer_is_armed_for_a_time_and_the_other_one_is_left_alone(machine):
     _running(machine)
-    step = done(machine, ARM[0], "Timer 0 is armed for 2026-11-21 06:30.\n")
+    step = done(machine, ARM[0], "Timer 0 is armed for 2126-11-21 06:30.\n")
     _expect_armed(step, machine, 0x90000000 | A_TIME, WORDS[1])
-    step = done(machine, "wake set 1 2026-11-21T06:30 --json",
-                '{"timer":1,"time":"2026-11-21 06:30"}\n')
+    step = done(machine, "wake set 1 2126-11-21T06:30 --json",
+                '{"timer":1,"time":"2126-11-21 06:30","year":126,"month":11,"day":21,"hour":6,'
+                '"minute":30}\n')
     _expect_armed(step, machine, WORDS[0], 0xF0000000 | A_TIME)
 
 
 def a_timer_takes_the_first_and_the_last_time_that_there_is(machine):
     _running(machine)
-    for time, payload in (("2000-01-01 00:00", 1 << 16 | 1 << 11),
-                          ("2127-12-31 23:59", 127 << 20 | 12 << 16 | 31 << 11 | 23 << 6 | 59)):
-        step = done(machine, f'wake set 0 "{time}"', f"Timer 0 is armed for {time}.\n")
+    for time, payload, warning in (
+            ("2000-01-01 00:00", 1 << 16 | 1 << 11, "2000-01-01 00:00 has passed"),
+            ("2127-12-31 23:59", 127 << 20 | 12 << 16 | 31 << 11 | 23 << 6 | 59, None)):
+        step = done(machine, f'wake set 0 "{time}"', f"Timer 0 is armed for {time}.\n", warning)
         _expect_armed(step, machine, 0x90000000 | payload, WORDS[1])
         machine.driver.words = payload, 0
         expect_true(f" as a time: {time};" in machine.client.run("wake get 0").output,
@@ -71,7 +73,7 @@ def what_a_timer_holds_is_shown_in_both_forms(machine):
     _running(machine)
     # Only the payload is shown.
     machine.driver.words = 0xF0000000 | A_TIME, 0xF8000000 | 90
-    alarm = "Timer 0 as a time: 2026-11-21 06:30; as a duration: 530 d 18 h 38 min\n"
+    alarm = "Timer 0 as a time: 2126-11-21 06:30; as a duration: 530 d 18 h 38 min\n"
     duration = ("Timer 1 as a time: no time of the calendar (year 0, month 0, day 0, hour 1, "
                 "minute 26); as a duration: 1 h 30 min\n")
     done(machine, "wake get", alarm + duration)
@@ -79,7 +81,7 @@ def what_a_timer_holds_is_shown_in_both_forms(machine):
     done(machine, "wake raw 1", "Timer 1: 1 h 30 min\n")
     done(machine, "wake raw 1 --json", '{"timer":1,"durationMinutes":90}\n')
     step = done(machine, "wake get --json",
-                '[{"timer":0,"time":"2026-11-21 06:30","year":26,"month":11,"day":21,"hour":6,'
+                '[{"timer":0,"time":"2126-11-21 06:30","year":126,"month":11,"day":21,"hour":6,'
                 '"minute":30,"durationMinutes":764318},'
                 '{"timer":1,"time":null,"year":0,"month":0,"day":0,"hour":1,"minute":26,'
                 '"durationMinutes":90}]\n')

@@ -12,7 +12,7 @@ from pathlib import Path
 
 from tests.support.cases import option_parser
 from tests.support.cases import run as run_cases
-from tests.support.expect import HANG_SECONDS
+from tests.support import programs
 
 
 @dataclass
@@ -52,10 +52,10 @@ class Tool:
         # Not pipes, since Wine's services may inherit one and keep it open.
         with tempfile.TemporaryFile() as stdout, tempfile.TemporaryFile() as stderr:
             try:
-                code = subprocess.run(self.command + arguments, cwd=folder, env=self.environment,
-                                      stdin=subprocess.DEVNULL, stdout=stdout, stderr=stderr,
-                                      timeout=HANG_SECONDS, check=False).returncode
-            except (OSError, subprocess.TimeoutExpired) as error:
+                code = programs.run(self.command + arguments, cwd=folder, env=self.environment,
+                                    stdin=subprocess.DEVNULL, stdout=stdout,
+                                    stderr=stderr).returncode
+            except (OSError, programs.Hang) as error:
                 code = str(error)
             stdout.seek(0)
             stderr.seek(0)
