@@ -354,7 +354,7 @@ def test_every_program_has_the_version(packages):
 def test_all_documents_are_there(packages):
     expected = {f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md")}
     expected |= {"docs/LICENSE.txt", "docs/default-settings.ini"}
-    expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "mingw-w64")}
+    expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "JSON", "mingw-w64")}
     expected |= {f"{name}.exe" for name in PROGRAMS}
     equal(set(packages.this.contents()), expected)
     for path in ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe"):
