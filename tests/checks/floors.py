@@ -64,8 +64,7 @@ def main():
     errors = []
     graph = {}
     for name, text in files.items():
-        # Fakes are part of the tests.
-        is_test = name.endswith("_test.cpp") or "/fakes/" in name
+        is_test = name.endswith("_test.cpp")
         is_leaf = re.search(r"_(windows|posix)(_test)?\.cpp$", name) is not None
         graph[name] = []
         for kind, included in INCLUDE.findall(text):
