@@ -20,9 +20,11 @@ import sys
 import time
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT, SETTINGS, WRONG_TIME
-from tests.support.expect import HANG_SECONDS, contains, equal, matches, wait_until
+from tests.support.expect import contains, equal, matches
+from tests.support.programs import wait_until
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
@@ -68,8 +70,8 @@ class Machine:
     def run(self, program, *arguments, **options):
         options.setdefault("stdin", subprocess.DEVNULL)
         options.setdefault("stdout", subprocess.PIPE)
-        return subprocess.run([*self.wine, program, *arguments], cwd=self.scratch,
-                              stderr=subprocess.PIPE, timeout=HANG_SECONDS, check=False, **options)
+        return programs.run([*self.wine, program, *arguments], cwd=self.scratch,
+                            stderr=subprocess.PIPE, **options)
 
     def program(self, name):
         return str(self.programs / (name + ".exe"))
@@ -125,8 +127,8 @@ class Machine:
             # The service sees this as Ctrl+C.
             process.send_signal(signal.SIGINT)
             try:
-                process.wait(HANG_SECONDS)
-            except subprocess.TimeoutExpired:
+                programs.WAITING.for_end(process, "the service does not end")
+            except programs.Hang:
                 process.kill()
                 process.wait()
                 raise

@@ -23,9 +23,11 @@ import sys
 import tempfile
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
-from tests.support.expect import HANG_SECONDS, equal, wait_until
+from tests.support.expect import equal
+from tests.support.programs import wait_until
 
 sys.path.append(str(ROOT / "packaging"))
 from msi_file import Table  # in that folder
@@ -139,8 +141,8 @@ class Machine:
 
     def run(self, *command):
         # Programs of the current folder would be found first; this one has none.
-        done = subprocess.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=HANG_SECONDS, check=False)
+        done = programs.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
+                            capture_output=True)
         return done.returncode, done.stdout.decode(errors="replace").replace("\r\n", "\n")
 
     def msiexec(self, option, package, **properties):
@@ -353,7 +355,7 @@ def test_every_program_has_the_version(packages):
 def test_all_documents_are_there(packages):
     expected = {f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md")}
     expected |= {"docs/LICENSE.txt", "docs/default-settings.ini"}
-    expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "mingw-w64")}
+    expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "JSON", "mingw-w64")}
     expected |= {f"{name}.exe" for name in PROGRAMS}
     equal(set(packages.this.contents()), expected)
     for path in ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe"):

@@ -16,8 +16,8 @@ import tempfile
 import time
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run
-from tests.support.expect import HANG_SECONDS
 
 SAVES = "history", "data"
 SITUATIONS = "usual", "first", "torn", "held", "torn-held"
@@ -33,8 +33,8 @@ class Program:
         self.folder = folder
 
     def run(self, *arguments):
-        return subprocess.run([*self.command, *arguments], cwd=self.folder, capture_output=True,
-                              text=True, timeout=HANG_SECONDS, check=False, stdin=subprocess.DEVNULL)
+        return programs.run([*self.command, *arguments], cwd=self.folder, capture_output=True,
+                            text=True, stdin=subprocess.DEVNULL)
 
     def start(self, *arguments):
         return subprocess.Popen([*self.command, *arguments], cwd=self.folder, text=True,

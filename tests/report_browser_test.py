@@ -11,11 +11,11 @@ import select
 import subprocess
 import sys
 import tempfile
-import time
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
-from tests.support.expect import HANG_SECONDS, equal
+from tests.support.expect import equal
 
 PHONE, DESKTOP = 360, 1100
 
@@ -146,12 +146,14 @@ class Browser:
     def close(self):
         self.session = None
         self.call("Browser.close")
-        self.process.wait(HANG_SECONDS)
+        programs.WAITING.for_end(self.process, "the browser does not end")
 
-    def receive(self, deadline):
+    def receive(self):
+        watch = programs.WAITING.watch("the browser does not answer")
         while b"\0" not in self.pending:
-            if not select.select([self.input], [], [], max(0, deadline - time.monotonic()))[0]:
-                raise AssertionError("the browser does not answer")
+            if not select.select([self.input], [], [], watch.look_seconds)[0]:
+                watch.look()
+                continue
             got = os.read(self.input, 1 << 20)
             if not got:
                 raise AssertionError("the browser is gone")
@@ -165,9 +167,8 @@ class Browser:
         if self.session:
             request["sessionId"] = self.session
         os.write(self.output, json.dumps(request).encode() + b"\0")
-        deadline = time.monotonic() + HANG_SECONDS
         while True:
-            message = self.receive(deadline)
+            message = self.receive()
             if message.get("id") != self.number:
                 self.events.append(message)
             elif "error" in message:
@@ -176,9 +177,8 @@ class Browser:
                 return message["result"]
 
     def wait_for(self, method):
-        deadline = time.monotonic() + HANG_SECONDS
         while not any(event["method"] == method for event in self.events):
-            self.events.append(self.receive(deadline))
+            self.events.append(self.receive())
 
     def evaluate(self, expression):
         result = self.call("Runtime.evaluate", expression=expression, returnByValue=True)
@@ -217,8 +217,8 @@ class Pages:
                                  "2024-03-01T12:00:00")
 
     def run(self, *arguments):
-        return subprocess.run([self.tool, *arguments], cwd=self.folder, check=True,
-                              capture_output=True, text=True, timeout=HANG_SECONDS).stdout
+        return programs.run([self.tool, *arguments], cwd=self.folder, check=True,
+                            capture_output=True, text=True).stdout
 
     def report(self, name, history, data, *more):
         page = self.folder / (name + ".html")

@@ -1,4 +1,4 @@
-"""A Wine machine's processes, as the Linux kernel beneath it sees them."""
+"""The processes of a Wine machine or of a test, as the Linux kernel sees them."""
 
 import os
 from pathlib import Path
@@ -15,10 +15,11 @@ class Thread(NamedTuple):
 
 
 class Processes:
-    """The processes of the machine in a Wine folder."""
+    """The processes that have one of some variables, given as NAME=VALUE, in their environment,
+    except this one."""
 
-    def __init__(self, wine_folder):
-        self._mark = f"WINEPREFIX={wine_folder}".encode()
+    def __init__(self, *marks):
+        self._marks = {mark.encode() for mark in marks}
 
     def threads(self, program=""):
         """The threads of a program, or all of them, by their ids."""
@@ -46,9 +47,11 @@ class Processes:
                 continue  # it has ended, or is not ours to look at
 
     def _is_ours(self, process, program):
+        if process.name == str(os.getpid()):
+            return False
         command = (process / "cmdline").read_bytes().split(b"\0")[0]
         return (command.endswith(program.encode()) and
-                self._mark in (process / "environ").read_bytes().split(b"\0"))
+                not self._marks.isdisjoint((process / "environ").read_bytes().split(b"\0")))
 
 
 def any_at_work(threads):

@@ -3,7 +3,7 @@
 import subprocess
 import time
 
-from machine.processes import any_at_work
+from .processes import any_at_work
 
 _REST_SECONDS = 60
 _COMPUTING_SECONDS = 300

@@ -18,7 +18,7 @@ class Wine:
 
     def __init__(self, folder, zone=ZONE):
         self.drive = folder / "drive_c"
-        self.processes = Processes(folder)
+        self.processes = Processes(f"WINEPREFIX={folder}")
         self.waiting = Waiting(self.processes)
         self._command, self._environment = _set_up(folder, zone)
 

@@ -1,5 +1,7 @@
 """dozewellctl and a service that does not answer, or not at once."""
 
+import re
+
 from machine.service_control import CONTINUE, PAUSE
 from machine.service_record import information
 from steps.client import DONE, NO_RESULT, NOT_REACHABLE, done, failed
@@ -136,3 +138,18 @@ def a_service_in_a_console_answers(machine):
            "first line")
     machine.press_ctrl_c(console)
     failed(machine, "driver", NOT_INSTALLED, NOT_REACHABLE)
+
+
+def a_process_that_answers_in_the_services_place_is_told(machine):
+    machine.provision()
+    machine.service.create()
+    console, _ = machine.start_console()
+    answer = machine.client.run("driver")
+    expect((answer.exit_code, answer.output), (DONE, FREE_OF_TIMERS), "exit code and output")
+    expect(re.sub(r"\d+", "N", answer.error, count=1),
+           "dozewellctl: warning: process N answers in the service's place; unless it is "
+           "DozewellService -local in a console, do not trust it\n", "warning")
+    machine.press_ctrl_c(console)
+
+    machine.start_service()
+    done(machine, "driver", FREE_OF_TIMERS)

@@ -9,7 +9,7 @@ namespace {
 
 constexpr wchar_t kPipe[] = L"\\\\.\\pipe\\Brevan_Dozewell_Service";
 // A service that has ended is to be noticed sooner than one that hangs.
-constexpr DWORD kMissingMs = 20000;
+constexpr DWORD kMissingMs = 120000;
 
 // While all instances of the pipe are in use, connecting fails for a moment and is tried again.
 HANDLE Connect() {

@@ -10,8 +10,9 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
-from tests.support.expect import HANG_SECONDS, equal
+from tests.support.expect import equal
 
 ROOT = Path(__file__).resolve().parents[2]
 DAY = 86400
@@ -65,8 +66,7 @@ class Tool:
         options.setdefault("stdout", subprocess.PIPE)
         options.setdefault("stderr", subprocess.PIPE)
         options.setdefault("env", self.environment)
-        return subprocess.run([*self.command, *arguments], cwd=self.folder, timeout=HANG_SECONDS,
-                              check=False, **options)
+        return programs.run([*self.command, *arguments], cwd=self.folder, **options)
 
     def works(self, *arguments, warnings=()):
         """Runs without an error and returns what was printed."""

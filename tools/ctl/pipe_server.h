@@ -6,8 +6,13 @@
 
 namespace dozewell::ctl {
 
-// The process that serves the service's pipe at the moment. Nothing when there is no such pipe, or
-// the system does not tell.
+// Connects to the service's pipe, unless that was done before, and stays connected until the
+// program ends: a server that loses a client before it has seen it may wait for no other. For use
+// before the service is called.
+void ConnectToPipe();
+
+// The process that served the pipe when it was connected to. Nothing when there was no such pipe,
+// or the system does not tell.
 std::optional<uint32_t> PipeServerProcess();
 
 }  // namespace dozewell::ctl

@@ -7,6 +7,8 @@
 namespace dozewell::ctl {
 namespace {
 
+SystemHandle connection;
+
 // Whoever serves the pipe learns no more of the caller than by a call.
 HANDLE OpenPipe(const wchar_t* path) {
   return CreateFileW(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
@@ -15,8 +17,9 @@ HANDLE OpenPipe(const wchar_t* path) {
 
 }  // namespace
 
-std::optional<uint32_t> PipeServerProcess() {
+void ConnectToPipe() {
   constexpr DWORD kBusyMs = 2000;
+  if (connection) return;
   const std::wstring path = std::wstring(L"\\\\.") + kRpcEndpoint;
   HANDLE opened = OpenPipe(path.c_str());
   // The server takes one client after the other.
@@ -24,10 +27,17 @@ std::optional<uint32_t> PipeServerProcess() {
       WaitNamedPipeW(path.c_str(), kBusyMs) != 0) {
     opened = OpenPipe(path.c_str());
   }
-  if (opened == INVALID_HANDLE_VALUE) return std::nullopt;
-  const SystemHandle pipe(opened);
+  if (opened == INVALID_HANDLE_VALUE) return;
+  connection.reset(opened);
+  // The calls need a connection of their own.
+  WaitNamedPipeW(path.c_str(), kBusyMs);
+}
+
+std::optional<uint32_t> PipeServerProcess() {
   ULONG process = 0;
-  if (GetNamedPipeServerProcessId(pipe.get(), &process) == 0 || process == 0) return std::nullopt;
+  if (!connection || GetNamedPipeServerProcessId(connection.get(), &process) == 0 || process == 0) {
+    return std::nullopt;
+  }
   return process;
 }
 

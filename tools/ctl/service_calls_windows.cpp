@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "ctl/guarded_call.h"
+#include "ctl/pipe_server.h"
 #include "ctl/service_calls.h"
 #include "dozewell_rpc.h"
 #include "rpc/pipe_name.h"
@@ -24,9 +25,10 @@ unsigned short* RpcText(const wchar_t* text) {
   return reinterpret_cast<unsigned short*>(const_cast<wchar_t*>(text));
 }
 
-// Makes the binding that the stubs use, once; nothing is sent yet.
+// Makes the binding that the stubs use, once; no call is made yet.
 RPC_STATUS Bind() {
   if (DozewellBinding != nullptr) return RPC_S_OK;
+  ConnectToPipe();
   // While the service does not run, any program may own a pipe of that name. It may learn who
   // calls, often an administrator, but must not act in the caller's name.
   constexpr wchar_t kOptions[] = L"Security=Identification Dynamic True";

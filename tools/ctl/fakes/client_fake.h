@@ -10,7 +10,6 @@
 
 #include "ctl/service_query.h"
 #include "rpc/procedures.h"
-#include "support/calls.h"
 
 namespace dozewell::fakes {
 
@@ -23,7 +22,7 @@ struct Client {
   uint32_t unreachable = 0;           // the error of every call; 0: the service answers
   std::set<std::string> refused;      // procedures that answer that they failed
   uint32_t missingPowerSettings = 0;  // a mask of those that cannot be read
-  Calls calls;                        // such as "SetStrength 3", without those that read
+  std::vector<std::string> calls;     // such as "SetStrength 3", without those that read
   bool featureEnabled = true;
   bool driverEnabled = true;
   std::array<WakeTime, 2> wakeTimes = {};
