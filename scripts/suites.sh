@@ -56,8 +56,6 @@ searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_t
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
-files | native:dozewell-replay python | replay_test files_cli_test native
-wrong commands | native:dozewell-replay python | replay_test replay_wrong_commands_test native
 wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan
 files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan
 stress, sanitized | asan:controller_stress | build/asan/controller_stress 4000
