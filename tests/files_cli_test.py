@@ -17,7 +17,8 @@ import sys
 import time
 
 from tests.support.cli import HISTORY, ROOT, main, record
-from tests.support.expect import HANG_SECONDS, contains, equal, matches
+from tests.support.expect import contains, equal, matches
+from tests.support.programs import WAITING
 
 LOG = ROOT / "tests" / "event_logs" / "spring.xml"
 SPRING_RECORDS = 4
@@ -352,7 +353,7 @@ def test_forty_runs_at_once_on_one_output_all_succeed(tool):
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE)
                for seed in range(runs)]
     for process in started:
-        out, err = process.communicate(timeout=HANG_SECONDS)
+        out, err = WAITING.for_end(process, "the tool does not end")
         equal((process.returncode, err), (0, b""))
         matches(out.decode(), r"out\.csv: \d+ records\n")
     left = tool.read("out.csv")
@@ -388,7 +389,7 @@ def test_interrupted_runs_leave_nothing(tool):
         process.send_signal(rng.choice((signal.SIGINT, signal.SIGTERM)) if tool.is_native
                             else signal.SIGINT)
         # Under Wine the exit code of an interrupted program is 0.
-        interrupted += process.communicate(timeout=HANG_SECONDS)[0] == b""
+        interrupted += WAITING.for_end(process, "the tool does not end")[0] == b""
         equal(names(tool), ["out.csv"])
         equal(tool.read("out.csv") in whole, True)
     if interrupted == 0 or writing == 0:
