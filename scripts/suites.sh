@@ -38,6 +38,9 @@ searching, Windows | windows:dozewell-replay machine python | replay_test optimi
 event logs, Windows | windows:dozewell-replay machine python | replay_test event_log_cli_test windows
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
 reports, Windows | windows:dozewell-replay machine python | replay_test report_cli_test windows
+wrong commands, Windows | windows:dozewell-replay machine python | replay_test replay_wrong_commands_test windows
+wrong commands of the client, Windows | windows:dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_wrong_commands_test --wine "$wine" --folder build/windows
+files, Windows | windows:dozewell-replay machine python | replay_test files_cli_test windows
 logic, Windows | windows:unit_tests machine | $wine build/windows/unit_tests.exe
 leaves, Windows | windows:leaf_tests machine | $wine build/windows/leaf_tests.exe
 stress, Windows | windows:controller_stress machine | $wine build/windows/controller_stress.exe 4000
@@ -53,6 +56,8 @@ searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_t
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
+wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan
+files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan
 stress, sanitized | asan:controller_stress | build/asan/controller_stress 4000
 stress, threads sanitized | tsan:controller_stress | build/tsan/controller_stress 4000
 fuzz data files | asan:data_file_fuzz | passes fuzz data_file

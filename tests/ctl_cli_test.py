@@ -461,9 +461,9 @@ def test_reset_asks_first(machine):
 def test_disable_asks_nobody_but_a_user(machine):
     machine.provision()
     refused = "dozewellctl: disable asks first, and there is no terminal to ask at; --yes does " \
-              "not ask. The service will lose what it has learnt since it last saved that. To " \
-              "keep it, run net stop DozewellService, which saves it, and net start " \
-              "DozewellService first, as administrator.\n"
+              "not ask. The service will lose what it has learnt since it last saved that; " \
+              "nothing is saved yet. To keep it, run net stop DozewellService, which saves it, " \
+              "and net start DozewellService first, as administrator.\n"
     with machine.service():
         await_controller(machine)
         for answer in (b"", b"y\n"):

@@ -136,7 +136,7 @@ def test_simulate_and_search_take_the_default_settings(tool):
 
 
 def test_a_history_of_two_records_is_not_simulated(tool):
-    for records in ([], USES[:2], [(1, 9), (2, 9)]):
+    for records in ([], USES[:2], [(1, 3), (2, 3)]):
         equal(simulate(tool, records, DAILY, "--timeline", "--json"), with_timeline(NOTHING, ""))
         equal(baseline(tool, records, "--timeline", "--json"), with_timeline(NOTHING, ""))
 
@@ -159,8 +159,10 @@ def test_an_unknown_code_ends_the_simulation(tool):
     tool.write("h.dat", record(0, 0) + record(5, 1) + record(9, 4))
     tool.write("s.ini", DAILY)
     error = "h.dat: record 3 at offset 32: " + UNKNOWN_CODE + ": 4"
-    tool.fails(error, "simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline")
-    tool.fails(error, "baseline", "--history", "h.dat", "--timeline", "--json")
+    warnings = ["h.dat: damaged: 1 record with a state above 3"]
+    tool.fails(error, "simulate", "--history", "h.dat", "--settings", "s.ini", "--timeline",
+               warnings=warnings)
+    tool.fails(error, "baseline", "--history", "h.dat", "--timeline", "--json", warnings=warnings)
 
 
 def test_a_refused_event_ends_the_simulation(tool):
@@ -177,9 +179,13 @@ def test_records_not_later_than_the_last_do_not_count(tool):
     odd = [record(USES[1][0], 0), record(5, 9), record(float("nan"), 9)]
     tool.write("h.dat", b"".join(records[:2] + odd + records[2:]) + b"partial")
     tool.write("s.ini", DAILY)
-    equal(tool.works("simulate", "--history", "h.dat", "--settings", "s.ini", "--json"), OUTCOME)
+    warnings = ["h.dat: damaged: 3 records not later than one before, 1 record without a time, "
+                "2 records with a state above 3, an incomplete record at the end"]
+    equal(tool.works("simulate", "--history", "h.dat", "--settings", "s.ini", "--json",
+                     warnings=warnings), OUTCOME)
     tool.write("s.ini", settings())
-    out = tool.works("search", "--history", "h.dat", "--settings", "s.ini", "--json")
+    out = tool.works("search", "--history", "h.dat", "--settings", "s.ini", "--json",
+                     warnings=warnings)
     equal(json.loads(out)["records"], 5)
 
 
@@ -328,7 +334,8 @@ def test_an_exception_ends_the_search(tool):
     tool.fails("s.ini: FirstLastWeightRange holds -1: No weigths specified", *command)
     tool.write("s.ini", settings(DayGroupingRange=""))
     tool.write("h.csv", csv([*USES[:2], (DAY, 4)]))
-    tool.fails("h.csv: line 3: " + UNKNOWN_CODE + ": 4", *command)
+    tool.fails("h.csv: line 3: " + UNKNOWN_CODE + ": 4", *command,
+               warnings=["h.csv: damaged: 1 record with a state above 3"])
     tool.write("s.ini", settings())
     tool.write("h.csv", "0,0\n600.25,1\n600.75,0\n")
     tool.fails("h.csv: state start is later than state end", *command)

@@ -12,8 +12,8 @@ from tests.support.expect import contains, equal
 FILES = ("--history", "h.csv", "--data", "d.z7", "--settings", "s.ini")
 
 
-def page(tool, *more):
-    out = tool.works("report", *FILES, "--out", "r.html", *more)
+def page(tool, *more, warnings=()):
+    out = tool.works("report", *FILES, "--out", "r.html", *more, warnings=warnings)
     html = tool.read("r.html")
     equal(out, "r.html: %d bytes\n" % len(html))
     return html.decode()
@@ -63,7 +63,7 @@ def test_what_is_compared_is_what_compare_says(tool):
 
 def test_a_data_file_that_is_ignored_is_told_on_the_page_too(tool):
     tool.example()
-    tool.write("d.z7", "short")
+    tool.write("d.z7", b"short\0")
     warning = "d.z7: ignored: it is not of the size that the configured cycle needs"
     tool.works("report", *FILES, "--out", "r.html", "--now", "1970-01-05T07:30:00",
                warnings=[warning])
@@ -75,7 +75,10 @@ def test_a_data_file_that_is_ignored_is_told_on_the_page_too(tool):
 def test_a_history_that_cannot_be_replayed(tool):
     tool.example()
     tool.write("h.csv", "0,0\n100,1\n200,4\n")
-    contains(page(tool), "The history cannot be replayed: Unknown event in the history.")
+    warning = "h.csv: damaged: 1 record with a state above 3"
+    html = page(tool, warnings=[warning])
+    contains(html, "The history cannot be replayed: Unknown event in the history.")
+    contains(html, '<p class="note">%s</p>' % warning)
 
 
 def test_what_goes_wrong_leaves_the_page_that_was_there(tool):

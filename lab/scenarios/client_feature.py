@@ -126,12 +126,15 @@ def disabling_ends_the_controller_for_good(machine):
 def nothing_is_switched_off_where_nobody_can_be_asked(machine):
     machine_that_knows_office_hours(machine)
     why = ("disable asks first, and there is no terminal to ask at; --yes does not ask. The "
-           "service will lose what it has learnt since it last saved that; what is saved ends at "
-           "2026-02-02 08:00:00. To keep it, run net stop DozewellService, which saves it, and net "
-           "start DozewellService first, as administrator.")
-    step = failed(machine, "disable", why, MISUSED)
+           "service will lose what it has learnt since it last saved that; {}. To keep it, run net "
+           "stop DozewellService, which saves it, and net start DozewellService first, as "
+           "administrator.")
+    step = failed(machine, "disable", why.format("nothing is saved yet"), MISUSED)
     expect(step.events, [], "events")
     expect(machine.setting("EnableZ7Feature"), None, "EnableZ7Feature")
+    machine.stop_service()
+    machine.start_service()
+    failed(machine, "disable", why.format("what is saved ends at 2026-02-02 08:00:00"), MISUSED)
 
 
 def what_was_disabled_can_be_enabled_again(machine):

@@ -16,18 +16,6 @@ std::wstring Unread(const std::wstring& path) { return path + kSideFileSuffixes[
 // the same content or newer content gets the name. So if it exists, it is the newest.
 bool NewerWaits(const std::wstring& path) { return IsOwnSideFile(Newer(path), path); }
 
-std::wstring PathOfNewest(const std::wstring& path) {
-  return NewerWaits(path) ? Newer(path) : path;
-}
-
-bool WriteAndFlush(File file, const void* data, size_t size) {
-  if (!file) return false;
-  // No bytes may come with no address, which fwrite does not take.
-  const bool written = size == 0 || std::fwrite(data, 1, size, file.get()) == size;
-  const bool flushed = written && FlushFile(file.get());
-  return std::fclose(file.release()) == 0 && flushed;
-}
-
 bool WriteInPlace(const std::wstring& path, const void* data, size_t size) {
   return WriteAndFlush(OpenFile(path, "wb"), data, size);
 }
@@ -61,6 +49,10 @@ Beside WriteBeside(const std::wstring& path, const void* data, size_t size) {
 }
 
 }  // namespace
+
+std::wstring PathOfNewest(const std::wstring& path) {
+  return NewerWaits(path) ? Newer(path) : path;
+}
 
 File OpenDurableFile(const std::wstring& path) { return OpenFile(PathOfNewest(path), "rb"); }
 

@@ -21,6 +21,9 @@ namespace dozewell {
 // content that is complete, and a file that the disk could not read.
 inline constexpr std::array<const wchar_t*, 3> kSideFileSuffixes = {L".part", L".new", L".unread"};
 
+// Where the newest complete content is: the file, or new content that waits beside it.
+std::wstring PathOfNewest(const std::wstring& path);
+
 // Opens the newest complete content for reading; null when there is none or opening fails.
 File OpenDurableFile(const std::wstring& path);
 

@@ -31,6 +31,14 @@ bool WriteWholeFile(const std::wstring& path, const void* data, size_t size) {
   return std::fclose(file.release()) == 0 && written;
 }
 
+bool WriteAndFlush(File file, const void* data, size_t size) {
+  if (!file) return false;
+  // Empty data may have a null address, which fwrite does not accept.
+  const bool written = size == 0 || std::fwrite(data, 1, size, file.get()) == size;
+  const bool flushed = written && FlushFile(file.get());
+  return std::fclose(file.release()) == 0 && flushed;
+}
+
 std::wstring PathInFolder(const std::wstring& folder, const wchar_t* name) {
   if (folder.empty()) throw std::out_of_range("invalid string position");
   std::wstring path = folder;

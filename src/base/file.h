@@ -71,6 +71,10 @@ std::optional<std::vector<unsigned char>> ReadWholeFile(const std::wstring& path
 // could be written.
 bool WriteWholeFile(const std::wstring& path, const void* data, size_t size);
 
+// Writes to an open file, flushes it to the disk and closes it; false when any of that failed, or
+// when there is no file.
+bool WriteAndFlush(File file, const void* data, size_t size);
+
 // `folder` and `name` with exactly one backslash between them. Throws
 // std::out_of_range("invalid string position") for an empty folder.
 std::wstring PathInFolder(const std::wstring& folder, const wchar_t* name);

@@ -11,8 +11,8 @@ namespace dozewell {
 
 // Creates a side file for writing, with the access rights of the file that it is to replace and, if
 // this account may set it, the same owner. No other program can open it before that is done. Null
-// when it exists already, cannot be created or cannot be given the rights. `replaced` need not
-// exist.
+// when it exists already, cannot be created or cannot be given the rights; errno and WhyFileFailed
+// have the reason then. `replaced` need not exist.
 File CreateSideFile(const std::wstring& path, const std::wstring& replaced);
 
 // Whether both files have the same owner; true also when `replaced` does not exist.

@@ -1,9 +1,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "base/side_file.h"
 
@@ -14,6 +17,16 @@ std::optional<struct stat> StatusOf(const std::wstring& path) {
   struct stat status;
   if (lstat(PathToSystem(path).c_str(), &status) != 0) return std::nullopt;
   return status;
+}
+
+// Rights of further users and groups, which a file may have beside its mode.
+bool GiveAccessList(int descriptor, const std::string& replaced) {
+  constexpr const char* kAccessList = "system.posix_acl_access";
+  const ssize_t size = lgetxattr(replaced.c_str(), kAccessList, nullptr, 0);
+  if (size <= 0) return true;
+  std::vector<char> list(static_cast<size_t>(size));
+  return lgetxattr(replaced.c_str(), kAccessList, list.data(), list.size()) == size &&
+         fsetxattr(descriptor, kAccessList, list.data(), list.size(), 0) == 0;
 }
 
 bool GiveRights(int descriptor, const struct stat& replaced) {
@@ -30,7 +43,8 @@ File CreateSideFile(const std::wstring& path, const std::wstring& replaced) {
   const int descriptor =
       open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, model ? 0600 : 0666);
   if (descriptor < 0) return nullptr;
-  if (model && !GiveRights(descriptor, *model)) {
+  if (model &&
+      !(GiveRights(descriptor, *model) && GiveAccessList(descriptor, PathToSystem(replaced)))) {
     close(descriptor);
     RemoveFile(path);
     errno = EPERM;

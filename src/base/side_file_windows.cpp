@@ -4,6 +4,7 @@
 
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -104,6 +105,21 @@ bool IsMissing() {
   return GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
 }
 
+// Leaves the reason of a failure where the C runtime leaves its own.
+void SetReason(DWORD error) {
+  _doserrno = error;
+  switch (WhyFileFailed()) {
+    case FileFailure::Missing:
+      errno = ENOENT;
+      break;
+    case FileFailure::NoRoom:
+      errno = ENOSPC;
+      break;
+    default:
+      errno = error == ERROR_INVALID_NAME ? EINVAL : EACCES;
+  }
+}
+
 bool GiveRightsOf(const std::wstring& replaced, HANDLE file) {
   const Handle model = OpenToLook(replaced);
   if (!model) return IsMissing();
@@ -117,13 +133,13 @@ File CreateSideFile(const std::wstring& path, const std::wstring& replaced) {
   Handle file = Open(path, GENERIC_WRITE | WRITE_DAC | WRITE_OWNER, /*sharing=*/0, CREATE_NEW,
                      FILE_ATTRIBUTE_NORMAL);
   if (!file) {
-    _doserrno = GetLastError();
+    SetReason(GetLastError());
     return nullptr;
   }
   if (!GiveRightsOf(replaced, file.get())) {
     file.reset();
     RemoveFile(path);
-    _doserrno = ERROR_ACCESS_DENIED;
+    SetReason(ERROR_ACCESS_DENIED);
     return nullptr;
   }
   const int descriptor =

@@ -1,6 +1,7 @@
 #include "prediction/data_file.h"
 
 #include <cstdio>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -18,6 +19,23 @@ CycleShape ConfiguredCycle(IConfigurations& configuration) {
   return shape;
 }
 
+bool HasSizeFor(const CycleShape& shape, int64_t size) {
+  return shape.IsUsable() && size == TrackerDataSize(shape.SlotCount());
+}
+
+TrackerDataPtr Allocate(size_t byteCount) {
+  TrackerDataPtr data(static_cast<TrackerData*>(std::malloc(byteCount)));
+  if (!data) throw std::bad_alloc();
+  return data;
+}
+
+// Takes data of the right size if they are for this cycle.
+LoadedData Examine(const CycleShape& shape, TrackerDataPtr data) {
+  if (ShapeOf(*data) != shape) return {DataFileState::OtherConfiguration, nullptr};
+  if (data->slotCount != shape.SlotCount()) return {DataFileState::WrongShape, nullptr};
+  return {DataFileState::Loaded, std::move(data)};
+}
+
 LoadedData Load(const CycleShape& shape, const std::wstring& path) {
   const File file = OpenDurableFile(path);
   if (!file) {
@@ -26,24 +44,27 @@ LoadedData Load(const CycleShape& shape, const std::wstring& path) {
   }
   const int64_t size = SizeOfFile(file.get());
   if (size < 0) return {DataFileState::NotRead, nullptr};
-  if (!shape.IsUsable() || size != TrackerDataSize(shape.SlotCount())) {
-    return {DataFileState::WrongSize, nullptr};
-  }
+  if (!HasSizeFor(shape, size)) return {DataFileState::WrongSize, nullptr};
   const auto byteCount = static_cast<size_t>(size);
-  TrackerDataPtr data(static_cast<TrackerData*>(std::malloc(byteCount)));
-  if (!data) throw std::bad_alloc();
+  TrackerDataPtr data = Allocate(byteCount);
   if (std::fread(data.get(), 1, byteCount, file.get()) != byteCount) {
     return {DataFileState::NotRead, nullptr};
   }
-  if (ShapeOf(*data) != shape) return {DataFileState::OtherConfiguration, nullptr};
-  if (data->slotCount != shape.SlotCount()) return {DataFileState::WrongShape, nullptr};
-  return {DataFileState::Loaded, std::move(data)};
+  return Examine(shape, std::move(data));
 }
 
 }  // namespace
 
 LoadedData LoadDataIfExists(IConfigurations& configuration, const std::wstring& path) {
   return Load(ConfiguredCycle(configuration), path);
+}
+
+LoadedData LoadContent(IConfigurations& configuration, std::span<const unsigned char> content) {
+  const CycleShape shape = ConfiguredCycle(configuration);
+  if (!HasSizeFor(shape, std::ssize(content))) return {DataFileState::WrongSize, nullptr};
+  TrackerDataPtr data = Allocate(content.size());
+  std::memcpy(data.get(), content.data(), content.size());
+  return Examine(shape, std::move(data));
 }
 
 LoadedData LoadNewestData(IConfigurations& configuration, const std::wstring& path,

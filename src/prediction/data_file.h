@@ -1,6 +1,7 @@
 #ifndef DOZEWELL_PREDICTION_DATA_FILE_H_
 #define DOZEWELL_PREDICTION_DATA_FILE_H_
 
+#include <span>
 #include <string>
 
 #include "prediction/configurations.h"
@@ -26,6 +27,9 @@ struct LoadedData {
 // Loads the data file if it is one for the configured cycle. Throws FixedTextException when the
 // configuration has no cycle.
 LoadedData LoadDataIfExists(IConfigurations& configuration, const std::wstring& path);
+
+// The same from a file's content.
+LoadedData LoadContent(IConfigurations& configuration, std::span<const unsigned char> content);
 
 // What a predictor hands over to the next one.
 struct KnownData {

@@ -1,10 +1,12 @@
 """Runs of the replay tool whose answers the model knows, and what is wrong with the tool's."""
 
 import functools
+import math
 import os
 import re
 import shlex
 import shutil
+import struct
 import subprocess
 import tempfile
 from dataclasses import dataclass, field
@@ -33,7 +35,8 @@ class Run:
 class Answer:
     exit_code: object
     stdout: bytes
-    stderr: list
+    stderr: list     # without warnings of damaged histories
+    damaged: set     # names of the histories that the tool says are damaged
     outputs: dict
 
 
@@ -70,9 +73,12 @@ class Tool:
         # Which keys a command asks for is not the model's business.
         lines = [line for line in stderr if line.strip() and line not in self.noise
                  and not re.fullmatch(r".*: lacks [\w, ]+; a settings file replaces .*", line)]
+        damaged = {line: found.group(1) for line in lines
+                   if (found := re.search(r"warning: (.+): damaged: ", line))}
+        lines = [line for line in lines if line not in damaged]
         outputs = {name: (folder / name).read_bytes() if (folder / name).exists() else None
                    for name in run.outputs}
-        return Answer(code, stdout, lines, outputs)
+        return Answer(code, stdout, lines, set(damaged.values()), outputs)
 
 
 def write_or_remove(path, content):
@@ -80,6 +86,15 @@ def write_or_remove(path, content):
         path.unlink(missing_ok=True)
     else:
         path.write_bytes(content)
+
+
+def is_damaged(history):
+    """Whether a zs7state.dat has anything that the service would not have written."""
+    whole = history[:len(history) // 16 * 16]
+    records = [(time, asleep) for time, asleep, _ in struct.iter_unpack("<dII", whole)]
+    return (len(whole) != len(history) or
+            any(not math.isfinite(time) or asleep > 3 for time, asleep in records) or
+            any(not a[0] < b[0] for a, b in zip(records, records[1:])))
 
 
 def first_difference(expected, got):
@@ -100,6 +115,10 @@ def faults(run, answer):
         yield "exit code %s instead of %s, stderr %r" % (answer.exit_code, run.exit_code,
                                                          answer.stderr[:2])
         return
+    damaged = {name for name, content in run.inputs.items()
+               if name.endswith(".dat") and content is not None and is_damaged(content)}
+    if {name for name in answer.damaged if name.endswith(".dat")} != damaged:
+        yield "damaged: expected %s, got %s" % (sorted(damaged), sorted(answer.damaged))
     if run.stdout is not None and answer.stdout != run.stdout:
         yield "stdout, " + first_difference(run.stdout, answer.stdout)
     for name, content in run.outputs.items():

@@ -155,10 +155,15 @@ def make_history(rng, days, hostile):
         rng.choice(CHANGES)(rng, records)
     content = pack_records(records)
     if rng.random() < 0.3:
-        content += rng.randbytes(rng.randint(1, 15))
+        content += partial_record(rng)
     if rng.random() < 0.04:
         content = b""
     return content
+
+
+def partial_record(rng):
+    # Without a zero byte a file that has no whole record would be text.
+    return rng.randbytes(rng.randint(0, 14)) + b"\0"
 
 
 def make_merge(rng, history):
@@ -182,7 +187,7 @@ def make_merge(rng, history):
         odd_time(rng, pending)
     content = pack_records(pending)
     if rng.random() < 0.2:
-        content += rng.randbytes(rng.randint(1, 15))
+        content += partial_record(rng)
     return None if rng.random() < 0.1 else history, content, now, limit
 
 

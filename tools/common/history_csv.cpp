@@ -1,5 +1,6 @@
 #include "common/history_csv.h"
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
@@ -26,7 +27,8 @@ std::optional<Columns> SplitColumns(std::string_view line) {
 }
 
 std::optional<double> ParseTime(std::string_view text) {
-  if (const auto seconds = ParseNumber<double>(text)) return seconds;
+  const auto seconds = ParseNumber<double>(text);
+  if (seconds && std::isfinite(*seconds)) return seconds;
   if (const auto time = ParseLooseLocalTime(text)) return SecondsFromTm(*time);
   return std::nullopt;
 }

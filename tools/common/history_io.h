@@ -28,11 +28,17 @@ struct History {
 // Records as a file of this name would hold them.
 History ToHistory(const std::string& name, std::span<const HistoryRecord> records);
 
-// These throw ToolError for files that cannot be read or written and for bad lines.
-History LoadHistory(const std::string& name);
-std::optional<History> LoadHistoryIfExists(const std::string& name);
-History LoadCsvHistory(const std::string& name);
-History LoadDatHistory(const std::string& name);
+// These throw ToolError for files that cannot be read or written, for bad lines, and for files of
+// another kind. Of the service's own files they read the content that counts. A damaged history is
+// read as far as the service would read it, and becomes a warning.
+History LoadHistory(const std::string& name, std::vector<std::string>& warnings);
+std::optional<History> LoadHistoryIfExists(const std::string& name,
+                                           std::vector<std::string>& warnings);
+History LoadCsvHistory(const std::string& name, std::vector<std::string>& warnings);
+History LoadDatHistory(const std::string& name, std::vector<std::string>& warnings);
+// The same for a file that was read already.
+History DatHistory(const std::string& name, std::vector<unsigned char> content,
+                   std::vector<std::string>& warnings);
 
 void SaveHistory(const std::string& name, std::span<const HistoryRecord> records);
 void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records);

@@ -15,7 +15,7 @@ ToolError CannotBeRead(const std::string& name) {
   return ToolError(WithReason(name + ": cannot be read"));
 }
 
-std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name) {
+std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name, size_t most) {
   constexpr size_t kPortion = 65536;
   std::vector<unsigned char> content;
   for (size_t got = kPortion; got == kPortion;) {
@@ -23,6 +23,10 @@ std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name) {
     content.resize(start + kPortion);
     got = std::fread(content.data() + start, 1, kPortion, file);
     content.resize(start + got);
+    if (content.size() > most) {
+      throw ToolError(name + ": larger than " + std::to_string(most) +
+                      " bytes, more than any such file needs");
+    }
   }
   if (std::ferror(file) != 0) throw CannotBeRead(name);
   return content;
@@ -30,16 +34,16 @@ std::vector<unsigned char> ReadToEnd(std::FILE* file, const std::string& name) {
 
 }  // namespace
 
-std::vector<unsigned char> ReadInput(const std::string& name) {
-  auto content = ReadInputIfExists(name);
+std::vector<unsigned char> ReadInput(const std::string& name, size_t most) {
+  auto content = ReadInputIfExists(name, most);
   if (!content) throw CannotBeRead(name);
   return *std::move(content);
 }
 
-std::optional<std::vector<unsigned char>> ReadInputIfExists(const std::string& name) {
+std::optional<std::vector<unsigned char>> ReadInputIfExists(const std::string& name, size_t most) {
   errno = 0;
   const File file = OpenFile(PathFromSystem(name), "rb");
-  if (file) return ReadToEnd(file.get(), name);
+  if (file) return ReadToEnd(file.get(), name, most);
   if (errno != ENOENT) throw CannotBeRead(name);
   return std::nullopt;
 }

@@ -5,7 +5,6 @@
 #include "common/counted_records.h"
 #include "common/float_text.h"
 #include "common/local_time.h"
-#include "prediction/cycle_shape.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
@@ -27,11 +26,11 @@ Learning::Learning(const History& history, IConfigurations& configuration, const
                    std::vector<std::string>& warnings)
     : data_(data) {
   HistorianImpl historian;
-  // There is no file at that path yet, so the predictor begins with nothing learnt.
+  // Nothing is at that path yet, so the predictor begins with nothing learnt.
   const CyclicProbabilityPredictor predictor(&configuration, &historian, data_.TemporaryPath());
   Feed(history, historian, warnings);
-  historian.NotifyListener({{}, ContainerStopped});
-  size_ = static_cast<size_t>(TrackerDataSize(ReadCycleShape(configuration).SlotCount()));
+  const TrackerDataPtr learnt = predictor.CopyOfKnown().data;
+  data_.Prepare(learnt.get(), static_cast<size_t>(TrackerDataSize(learnt->slotCount)));
 }
 
 void Learning::Feed(const History& history, HistorianImpl& historian,

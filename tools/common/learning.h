@@ -21,7 +21,7 @@ class Learning {
            std::vector<std::string>& warnings);
 
   // Puts the file in place. Throws ToolError.
-  void Commit() { data_.Commit(size_); }
+  void Commit() { data_.Commit(); }
 
   // Of the history:
   size_t Records() const { return records_; }
@@ -32,7 +32,6 @@ class Learning {
   void Feed(const History& history, HistorianImpl& historian, std::vector<std::string>& warnings);
 
   OutputFile data_;
-  size_t size_ = 0;
   size_t records_ = 0;
   size_t inOrder_ = 0;
   size_t refused_ = 0;

@@ -10,12 +10,14 @@
 
 namespace dozewell {
 
-std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name) {
-  return IncreasingRecords(LoadHistory(name).bytes);
+std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
+                                                std::vector<std::string>& warnings) {
+  return IncreasingRecords(LoadHistory(name, warnings).bytes);
 }
 
-std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name) {
-  const History history = LoadHistory(name);
+std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name,
+                                                std::vector<std::string>& warnings) {
+  const History history = LoadHistory(name, warnings);
   const std::vector<CountedRecord> counted = CountedRecords(history.bytes);
   std::vector<HistoryRecord> records;
   for (const auto& [record, position] : counted) {

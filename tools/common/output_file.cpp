@@ -1,83 +1,89 @@
 #include "common/output_file.h"
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
+#include <random>
 #include <utility>
 
 #include "base/file.h"
+#include "base/side_file.h"
 #include "common/messages.h"
+#include "common/named_file.h"
+#include "common/service_file.h"
 #include "common/tool_error.h"
 
 namespace dozewell {
 namespace {
 
-constexpr const char* kCannotBeWritten = ": cannot be written";
-
-// Follows links, so that they stay when the file behind them is replaced.
-std::string FileToReplace(const std::string& name) {
-  namespace fs = std::filesystem;
-  const fs::path path(std::u8string(name.begin(), name.end()));
-  std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status)) return name;
-  if (!fs::is_regular_file(status)) {
-    throw ToolError(name + kCannotBeWritten + ": not a regular file");
-  }
-  if (!fs::is_symlink(path, ignored)) return name;
-  const std::u8string target = fs::canonical(path).u8string();
-  return std::string(target.begin(), target.end());
+ToolError CannotBeWritten(const std::string& name) {
+  return ToolError(WithReason(name + ": cannot be written"));
 }
 
-std::wstring UnusedPathBeside(const std::string& name) {
-  // A device's name with any ending may still name the device, so the search has to stop.
-  constexpr int kMostTries = 100;
-  for (int number = 0; number < kMostTries; ++number) {
-    std::wstring path = PathFromSystem(name + "." + std::to_string(number) + ".tmp");
-    if (!OpenFile(path, "rb")) return path;
-  }
-  throw ToolError(name + kCannotBeWritten + ": no name beside it is free");
+ToolError CannotBeWritten(const std::string& name, const std::string& why) {
+  return ToolError(name + ": cannot be written: " + why);
 }
 
-bool IsInFolder(const std::string& name) {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::path(std::u8string(name.begin(), name.end())).parent_path();
-  std::error_code ignored;
-  return folder.empty() || fs::is_directory(folder, ignored);
+// A name that nobody can take beforehand, be it to stop the tool or to see what it writes.
+std::wstring UnguessableName() {
+  constexpr int kDigits = 20;
+  std::random_device random;
+  std::wstring name = L"dozewell-";
+  for (int i = 0; i < kDigits; ++i) name += L"0123456789abcdef"[random() % 16];
+  return name + L".tmp";
 }
 
-int64_t FileSize(const std::wstring& path) {
-  const File file = OpenFile(path, "rb");
-  return file ? SizeOfFile(file.get()) : -1;
+std::wstring Beside(const std::wstring& path) {
+  return path.substr(0, path.size() - NameInFolder(path).size()) + UnguessableName();
+}
+
+// Keeps the owner of `path`.
+bool CopyInto(const std::wstring& path, const std::wstring& source) {
+  const FileContent content = ReadContent(source);
+  return !content.failure &&
+         WriteAndFlush(OpenFile(path, "wb"), content.bytes.data(), content.bytes.size());
 }
 
 }  // namespace
 
 OutputFile::OutputFile(std::string name) : name_(std::move(name)) {
-  const std::string file = FileToReplace(name_);
-  path_ = PathFromSystem(file);
-  temporaryPath_ = UnusedPathBeside(file);
+  const NamedFile file = LookUp(PathFromSystem(name_));
+  if (file.kind == FileKind::Other) throw CannotBeWritten(name_, "not a regular file");
+  path_ = file.path;
+  temporaryPath_ = Beside(path_);
 }
 
-OutputFile::~OutputFile() { RemoveFile(temporaryPath_); }
-
-void OutputFile::Commit(size_t size) {
-  errno = 0;
-  const bool complete = FileSize(temporaryPath_) == static_cast<int64_t>(size);
-  // Its writer has given up a file that is missing although its folder is there; that it is missing
-  // is not the reason.
-  if (!complete && errno == ENOENT && IsInFolder(name_)) errno = 0;
-  if (!complete || !ReplaceFileWith(path_, temporaryPath_)) {
-    throw ToolError(WithReason(name_ + kCannotBeWritten));
-  }
+OutputFile::~OutputFile() {
+  if (held_) RemoveFile(temporaryPath_);
 }
 
-void OutputFile::Write(const void* data, size_t size) {
+void OutputFile::Prepare(const void* data, size_t size) {
   errno = 0;
-  if (!WriteWholeFile(temporaryPath_, data, size)) {
-    throw ToolError(WithReason(name_ + kCannotBeWritten));
+  held_.emplace();
+  File file = CreateSideFile(temporaryPath_, path_);
+  if (!file) {
+    held_.reset();
+    throw CannotBeWritten(name_);
   }
-  Commit(size);
+  if (!WriteAndFlush(std::move(file), data, size)) throw CannotBeWritten(name_);
+}
+
+void OutputFile::Commit() {
+  errno = 0;
+  const bool keepsOwner = HasOwnerOf(temporaryPath_, path_);
+  if (!(keepsOwner ? MoveOver(path_, temporaryPath_) : CopyInto(path_, temporaryPath_))) {
+    throw CannotBeWritten(name_);
+  }
+  if (!keepsOwner) RemoveFile(temporaryPath_);
+  held_.reset();
+  RemoveWaiting(path_);
+}
+
+void RequireNoInput(const std::string& output, std::initializer_list<InputName> inputs) {
+  for (const InputName& input : inputs) {
+    if (!input.name) continue;
+    if (IsSameFile(output, *input.name) || IsSameFile(output, NameThatCounts(*input.name))) {
+      throw CannotBeWritten(output, std::string("it is also ") + input.what);
+    }
+  }
 }
 
 }  // namespace dozewell

@@ -1,13 +1,9 @@
 #include "ctl/ctl.h"
 
-#include <cstdio>
 #include <exception>
-#include <iterator>
-#include <string_view>
 
 #include "common/messages.h"
-#include "common/plain_text.h"
-#include "common/text.h"
+#include "common/question.h"
 #include "ctl/command_failure.h"
 #include "ctl/command_line.h"
 #include "ctl/stranger.h"
@@ -31,20 +27,6 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Console& co
   WarnOfStranger(console);
 }
 
-// No answer counts as no.
-bool Confirm(const std::string& question) {
-  std::fprintf(stderr, "%s [y/N] ", PlainText(question, '?').c_str());
-  std::fflush(stderr);
-  char line[80] = {};
-  const bool isAnswered = std::fgets(line, static_cast<int>(std::size(line)), stdin) != nullptr;
-  // Only what is typed at a terminal is shown there, with its line feed.
-  if (!isAnswered || !InputIsTerminal()) std::fputs("\n", stderr);
-  std::string_view answer = line;
-  while (answer.ends_with('\n') || answer.ends_with('\r')) answer.remove_suffix(1);
-  answer = TrimBlanks(answer);
-  return EqualIgnoringCase(answer, "y") || EqualIgnoringCase(answer, "yes");
-}
-
 }  // namespace
 
 int RunCtl(const std::vector<std::string>& arguments, const Console& console) {
@@ -64,7 +46,8 @@ int RunCtl(const std::vector<std::string>& arguments, const Console& console) {
 
 Console StandardConsole() {
   return {PrintOutput, [](const std::string& message) { PrintMessage(kProgramName, message); },
-          Confirm, InputIsTerminal()};
+          [](const std::string& question) { return Confirm(question, InputIsTerminal()); },
+          InputIsTerminal()};
 }
 
 }  // namespace dozewell::ctl

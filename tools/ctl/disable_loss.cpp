@@ -1,7 +1,6 @@
 #include "ctl/disable_loss.h"
 
 #include <cstring>
-#include <optional>
 
 #include "base/file.h"
 #include "common/local_time.h"
@@ -12,23 +11,22 @@
 namespace dozewell::ctl {
 namespace {
 
-// The time of the last event that the data file knows of.
-std::optional<std::string> EndOfSavedData() {
-  const auto content = ReadWholeFile(LiveFilePath(kDataFileName));
+// How far the saved data go; empty when that cannot be told.
+std::string ExtentOfSavedData() {
+  const FileContent content = ReadContent(LiveFilePath(kDataFileName));
+  if (content.failure == FileFailure::Missing) return "; nothing is saved yet";
   TrackerData header;
-  if (!content || content->size() < sizeof(header)) return std::nullopt;
-  std::memcpy(&header, content->data(), sizeof(header));
-  tm time;
-  if (!TmFromSeconds(SecondsFromTm(header.lastTime), time)) return std::nullopt;
-  return WithBlank(FormatLocalTime(time));
+  if (content.bytes.size() < sizeof(header)) return {};
+  std::memcpy(&header, content.bytes.data(), sizeof(header));
+  tm lastEvent;
+  if (!TmFromSeconds(SecondsFromTm(header.lastTime), lastEvent)) return {};
+  return "; what is saved ends at " + WithBlank(FormatLocalTime(lastEvent));
 }
 
 }  // namespace
 
 std::string DisableLossText() {
-  const auto end = EndOfSavedData();
-  return "The service will lose what it has learnt since it last saved that" +
-         (end ? "; what is saved ends at " + *end : std::string()) +
+  return "The service will lose what it has learnt since it last saved that" + ExtentOfSavedData() +
          ". To keep it, run net stop DozewellService, which saves it, and net start "
          "DozewellService first, as administrator.";
 }

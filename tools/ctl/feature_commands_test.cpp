@@ -36,8 +36,9 @@ TEST_CASE("the feature is switched") {
 TEST_CASE("the feature is switched off only when the user accepts what is lost") {
   ClientMachine machine;
   const std::string loss =
-      "The service will lose what it has learnt since it last saved that. To keep it, run net stop "
-      "DozewellService, which saves it, and net start DozewellService first, as administrator.";
+      "The service will lose what it has learnt since it last saved that; nothing is saved yet. To "
+      "keep it, run net stop DozewellService, which saves it, and net start DozewellService first, "
+      "as administrator.";
   ClientRun run = Ctl(machine, {"disable"});
   CHECK(run.exitCode == 1);
   CHECK(run.questions == Calls{loss + " Go on?"});
@@ -64,7 +65,7 @@ TEST_CASE("the feature is not switched off unasked where there is no terminal") 
   REQUIRE(run.messages.size() == 1);
   CHECK(run.messages[0].starts_with(
       "disable asks first, and there is no terminal to ask at; --yes does not ask. The service "
-      "will lose what it has learnt since it last saved that. To keep it, run net stop "));
+      "will lose what it has learnt since it last saved that; nothing is saved yet. To keep it, "));
   CHECK(client.calls == Calls{});
   Works(machine, {"disable", "--yes"}, "The feature is off.\n");
 }

@@ -6,7 +6,9 @@
 #include "base/utf8.h"
 #include "common/input_file.h"
 #include "common/learning.h"
+#include "common/output_file.h"
 #include "common/problem_place.h"
+#include "common/service_file.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/event_feed.h"
@@ -46,7 +48,7 @@ void RequireStopped() {
 }
 
 std::vector<LogEvent> ReadEvents(const std::optional<std::string>& file) {
-  if (file) return ParseEventLog(AsText(ReadInput(*file)), *file);
+  if (file) return ParseEventLog(AsText(ReadInput(*file, kMostOfEventLog)), *file);
   std::vector<LogEvent> events;
   const uint32_t error = ReadSystemLog([&events](const std::string& xml) {
     for (const LogEvent& event : ParseEventLog(xml, kSystemLog)) events.push_back(event);
@@ -100,10 +102,14 @@ void Write(const DataFiles& files, const EventLogImport& import, bool learns,
 void RunImportHistory(const Options& options, const Console& console) {
   RequireStopped();
   const DataFiles files;
+  RequireNoInput(files.history, {{"--from", options.from}});
+  RequireNoInput(files.data, {{"--from", options.from}});
+  std::vector<std::string> warnings;
   const EventLogImport import =
       ImportEvents(options.from.value_or(kSystemLog), ReadEvents(options.from), SystemClock(),
-                   LoadHistoryIfExists(files.history));
-  const bool learns = !ReadInputIfExists(files.data);
+                   LoadHistoryIfExists(files.history, warnings));
+  for (const std::string& warning : warnings) console.warn("warning: " + warning);
+  const bool learns = !ReadInputIfExists(NameThatCounts(files.data));
   const bool changes = import.history.added > 0 || learns;
   if (changes) {
     if (!options.yes && !console.confirm(Question(files, import, learns))) {

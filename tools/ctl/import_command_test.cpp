@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/file.h"
@@ -166,6 +167,43 @@ TEST_CASE("an export of the event log is imported") {
   CHECK(run.exitCode == 0);
   CHECK(run.output.starts_with("{\"records\":2,\"added\":2,\"from\":\"1970-01-03T08:00:00\","));
   CHECK(run.output.ends_with(",\"learnt\":true}\n"));
+}
+
+TEST_CASE("what waits beside the history counts, and goes when it was imported") {
+  const Machine machine;
+  machine.PutHistory({{kEvening, 0, 0}});
+  const HistoryRecord newer[] = {{kEvening - 60, 0, 0}, {kEvening + 60, 1, 0}};
+  REQUIRE(WriteWholeFile(machine.Folder().File(L"zs7state.dat.new"), newer, sizeof(newer)));
+  REQUIRE(WriteWholeFile(machine.Folder().File(L"cpredict.z7.new"), "learnt", 6));
+  const ClientRun run = Import(machine, {"--yes"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.output.ends_with(machine.DataName() + ": left as it is\n"));
+  CHECK(machine.HistoryTimes() == Times{kMorning, kEvening + 60});
+  CHECK_FALSE(OpenFile(machine.Folder().File(L"zs7state.dat.new"), "rb"));
+  CHECK_FALSE(machine.HasData());
+}
+
+TEST_CASE("a damaged history is extended with a warning, and another file is not") {
+  const Machine machine;
+  machine.PutHistory({{kEvening, 1, 0}, {kEvening - 1, 0, 0}});
+  const ClientRun run = Import(machine, {"--yes"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.messages == Lines{"warning: " + machine.HistoryName() +
+                              ": damaged: 1 record not later than one before"});
+  REQUIRE(WriteWholeFile(machine.Folder().File(L"zs7state.dat"), "1,0", 3));
+  Fails(machine, {"--yes"},
+        machine.HistoryName() +
+            ": no history (zs7state.dat): it looks like text; the name of a "
+            "CSV history ends in .csv");
+}
+
+TEST_CASE("the service's files are no export of an event log") {
+  const Machine machine;
+  for (const auto& [option, name] :
+       {std::pair{FileName(machine.Folder(), L"zs7state.dat"), machine.HistoryName()},
+        {FileName(machine.Folder(), L"cpredict.z7"), machine.DataName()}}) {
+    Fails(machine, {"--yes", "--from", option}, name + ": cannot be written: it is also --from");
+  }
 }
 
 TEST_CASE("nothing is imported while the service runs") {

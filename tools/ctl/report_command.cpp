@@ -1,11 +1,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/clock.h"
+#include "base/durable_file.h"
 #include "base/file.h"
 #include "base/utf8.h"
+#include "common/history_io.h"
 #include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
@@ -14,6 +17,7 @@
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
 #include "power/hibernate_after.h"
+#include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
 
@@ -30,12 +34,17 @@ int64_t LiveHibernateAfterSeconds() {
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
 
+std::string ServiceFile(const wchar_t* name) { return PathToSystem(LiveFilePath(name)); }
+
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
   const std::wstring path = LiveFilePath(kHistoryFileName);
-  const auto file = ReadWholeFile(path);
-  if (file) return IncreasingRecords(*file);
-  warnings.push_back(NarrowToUtf8(path) + ": ignored: it cannot be opened");
+  const std::string name = NarrowToUtf8(path);
+  FileContent content = ReadDurableFile(path);
+  if (!content.failure) {
+    return IncreasingRecords(DatHistory(name, std::move(content.bytes), warnings).bytes);
+  }
+  warnings.push_back(name + ": ignored: it cannot be opened");
   return {};
 }
 
@@ -46,6 +55,9 @@ void RunReport(const Options& options, const Console& console) {
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
+  const std::string name = options.out.value_or(kDefaultName);
+  RequireNoInput(name, {{"the service's history", ServiceFile(kHistoryFileName)},
+                        {"the service's data file", ServiceFile(kDataFileName)}});
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
   RequireReadableData();
@@ -55,7 +67,6 @@ void RunReport(const Options& options, const Console& console) {
   for (const std::string& warning : warnings) console.warn("warning: " + warning);
   const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
                                                now, LiveHibernateAfterSeconds(), warnings});
-  const std::string name = options.out.value_or(kDefaultName);
   OutputFile(name).Write(page.data(), page.size());
   console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
                              : name + ": " + std::to_string(page.size()) + " bytes\n");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/file.h"
@@ -71,6 +72,40 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
   // There is none for AC.
   CHECK(Contains(html, "the score of a fixed timeout of 10 minutes"));
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
+}
+
+TEST_CASE("a report is never written over what it is made of") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  WriteWholeFile(settings.dataFolder + L"zs7state.dat.new", "", 0);
+  for (const auto& [name, what] : {std::pair{"zs7state.dat", "the service's history"},
+                                   {"zs7state.dat.new", "the service's history"},
+                                   {"cpredict.z7", "the service's data file"}}) {
+    const std::string output = UserFolder() + name;
+    Fails(machine, {"report", "--out", output}, 1,
+          output + ": cannot be written: it is also " + what);
+  }
+}
+
+TEST_CASE("a report is made of the newest history, and says when it is damaged or none") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::string folder = NarrowToUtf8(settings.dataFolder);
+  const std::string page = UserFolder() + "r.html";
+  const std::vector<HistoryRecord> history = Mornings(3);
+  WriteWholeFile(settings.dataFolder + L"zs7state.dat", "torn", 4);
+  WriteWholeFile(settings.dataFolder + L"zs7state.dat.new", history.data(),
+                 history.size() * sizeof(HistoryRecord) - 1);
+  const ClientRun run = Ctl(machine, {"report", "--out", page});
+  CHECK(run.exitCode == 0);
+  CHECK(run.messages.back() ==
+        "warning: " + folder + "zs7state.dat: damaged: an incomplete record at the end");
+  CHECK(Contains(Content(page), "The history has 5 records"));
+  WriteWholeFile(settings.dataFolder + L"zs7state.dat.new", "1,0", 3);
+  Fails(machine, {"report", "--out", page}, 1,
+        folder +
+            "zs7state.dat: no history (zs7state.dat): it looks like text; the name of a CSV "
+            "history ends in .csv");
 }
 
 TEST_CASE("no report is written without usable settings, a clock, or a place for it") {

@@ -30,6 +30,8 @@ struct Options {
   bool json = false;
   bool timeLine = false;
   bool each = false;
+  bool replace = false;
+  bool canAsk = false;    // there is a terminal to ask the user on
   bool colour = false;    // the output goes to a terminal that shows colours
   bool progress = false;  // messages go to a terminal, which can show how far a command has come
 };

@@ -7,9 +7,9 @@ namespace {
 constexpr CommandOption kHistory = {"--history", "FILE",
                                     "History: CSV if named so, else the bytes of zs7state.dat",
                                     &Options::history};
-constexpr CommandOption kImportedHistory = {
-    "--history", "FILE", "CSV history; with an event log, the history to extend, if it exists",
-    &Options::history};
+constexpr CommandOption kImportedHistory = {"--history", "FILE",
+                                            "CSV history; with an event log, the history to extend",
+                                            &Options::history};
 constexpr CommandOption kEventLog = {
     "--from-event-log", "FILE", "What wevtutil qe System /f:xml exports of the Windows System log",
     &Options::eventLog};
@@ -56,6 +56,8 @@ constexpr CommandOption kBest = {"--best", "FILE",
                                  &Options::best};
 
 constexpr CommandFlag kJson = {"--json", "Print JSON for programs", &Options::json};
+constexpr CommandFlag kReplace = {
+    "--replace", "Do not ask before a history loses records by being replaced", &Options::replace};
 constexpr CommandFlag kTimeLine = {"--timeline", "Print the time line first", &Options::timeLine};
 constexpr CommandFlag kEach = {"--each", "Print CSV with a line for each set first",
                                &Options::each};
@@ -163,7 +165,7 @@ std::span<const Command> Commands() {
        RunImport,
        {&kOut},
        {&kImportedHistory, &kEventLog, &kZone, &kNewData, &kSettings},
-       {&kJson},
+       {&kReplace, &kJson},
        kImportDetails},
       {"export",
        "Turn a zs7state.dat into a CSV history",

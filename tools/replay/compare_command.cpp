@@ -74,7 +74,8 @@ std::string Table(const std::vector<Choice>& choices) {
 }  // namespace
 
 void RunCompare(const Options& options, Results& results) {
-  const std::vector<HistoryRecord> records = LoadSimulatedHistory(options.history.value());
+  const std::vector<HistoryRecord> records =
+      LoadSimulatedHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);

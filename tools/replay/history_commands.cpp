@@ -4,6 +4,7 @@
 
 #include "common/history_io.h"
 #include "common/option_text.h"
+#include "common/output_file.h"
 #include "common/sample_history.h"
 #include "prediction/history_file.h"
 #include "replay/commands.h"
@@ -15,8 +16,10 @@ void RunMerge(const Options& options, Results& results) {
   const int64_t now = ParseUtcOption("--now", options.now.value());
   const auto limit = ParseNumberOption<uint32_t>("--limit", options.limit.value(), 0,
                                                  std::numeric_limits<uint32_t>::max());
-  const auto history = LoadHistoryIfExists(options.history.value());
-  const auto pending = WholeRecords(LoadHistory(options.pending.value()).bytes);
+  RequireNoInput(options.out.value(),
+                 {{"--history", options.history}, {"--pending", options.pending}});
+  const auto history = LoadHistoryIfExists(options.history.value(), results.warnings);
+  const auto pending = WholeRecords(LoadHistory(options.pending.value(), results.warnings).bytes);
   const auto merged =
       MergeHistory(history ? &history->bytes : nullptr, pending, HistoryCutoff(now, limit));
   SaveHistory(options.out.value(), merged);
@@ -24,7 +27,9 @@ void RunMerge(const Options& options, Results& results) {
 }
 
 void RunExport(const Options& options, Results& results) {
-  const auto records = WholeRecords(LoadDatHistory(options.history.value()).bytes);
+  RequireNoInput(options.out.value(), {{"--history", options.history}});
+  const auto records =
+      WholeRecords(LoadDatHistory(options.history.value(), results.warnings).bytes);
   SaveCsvHistory(options.out.value(), records);
   results.output = SavedText(options, records.size());
 }

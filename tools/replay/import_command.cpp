@@ -1,20 +1,43 @@
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "common/history_io.h"
 #include "common/input_file.h"
 #include "common/learning.h"
+#include "common/named_file.h"
 #include "common/option_text.h"
+#include "common/output_file.h"
 #include "common/problem_place.h"
+#include "common/question.h"
+#include "common/service_file.h"
+#include "common/text.h"
+#include "common/tool_error.h"
 #include "event_log/event_log_file.h"
 #include "event_log/zone_rules.h"
 #include "import/event_log_import.h"
+#include "import/lost_records.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/saved_text.h"
 
 namespace dozewell::replay {
 namespace {
+
+// An import may replace a history by one that lacks some of its records only if the user says so.
+void RequireConsent(const Options& options, std::span<const HistoryRecord> records,
+                    const std::string& alternative) {
+  if (options.replace) return;
+  const std::string& out = options.out.value();
+  const auto lost = static_cast<int64_t>(CountLostRecords(out, records));
+  if (lost == 0) return;
+  const std::string loses = out + " would lose " + CountText(lost, "record", "records");
+  if (!options.canAsk) throw ToolError(loses + "; --replace replaces it" + alternative);
+  if (!Confirm(loses + ". Replace it?", options.canAsk)) throw ToolError("nothing was imported");
+}
 
 void ImportCsv(const Options& options, Results& results) {
   if (!options.history) throw ToolError("--history is required");
@@ -23,7 +46,9 @@ void ImportCsv(const Options& options, Results& results) {
                                         {"--settings", options.settings.has_value()}}) {
     if (isGiven) throw ToolError(std::string(option) + " requires --from-event-log");
   }
-  const auto records = WholeRecords(LoadCsvHistory(*options.history).bytes);
+  RequireNoInput(options.out.value(), {{"--history", options.history}});
+  const auto records = WholeRecords(LoadCsvHistory(*options.history, results.warnings).bytes);
+  RequireConsent(options, records, "");
   SaveDatHistory(options.out.value(), records);
   results.output = SavedText(options, records.size());
 }
@@ -45,7 +70,7 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
     if (options.settings) throw ToolError("--settings requires --data");
     return std::nullopt;
   }
-  if (ReadInputIfExists(*options.data)) return std::nullopt;
+  if (ReadInputIfExists(NameThatCounts(*options.data))) return std::nullopt;
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const auto place = [&] {
     return PlaceOfProblem(configuration, {configuration.Name(), *options.data});
@@ -56,15 +81,38 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
   });
 }
 
+// The history that is extended may be the one that is written.
+void RequireOtherOutputs(const Options& options) {
+  RequireNoInput(options.out.value(),
+                 {{"--from-event-log", options.eventLog}, {"--settings", options.settings}});
+  if (!options.data) return;
+  RequireNoInput(*options.data, {{"--from-event-log", options.eventLog},
+                                 {"--history", options.history},
+                                 {"--settings", options.settings},
+                                 {"--out", options.out}});
+}
+
+std::optional<History> HistoryToExtend(const Options& options, std::vector<std::string>& warnings) {
+  if (!options.history) return std::nullopt;
+  if (!IsSameFile(*options.history, options.out.value())) {
+    return LoadHistory(*options.history, warnings);
+  }
+  return LoadHistoryIfExists(*options.history, warnings);
+}
+
 void ImportEventLog(const Options& options, Results& results) {
   const LocalClock clock = ClockOf(options.zone);
   const std::string& name = options.eventLog.value();
-  const auto history =
-      options.history ? LoadHistoryIfExists(*options.history) : std::optional<History>();
-  const EventLogImport import =
-      ImportEvents(name, ParseEventLog(AsText(ReadInput(name)), name), clock, history);
-
   const std::string& out = options.out.value();
+  RequireOtherOutputs(options);
+  const auto history = HistoryToExtend(options, results.warnings);
+  const auto events = ParseEventLog(AsText(ReadInput(name, kMostOfEventLog)), name);
+  const EventLogImport import = ImportEvents(name, events, clock, history);
+  // A history that is extended only gains records.
+  if (!options.history || !IsSameFile(*options.history, out)) {
+    RequireConsent(options, import.history.records, ", --history " + out + " extends it");
+  }
+
   auto learning = LearnIfNew(options, ToHistory(out, import.history.records), results);
   SaveHistory(out, import.history.records);
   if (learning) learning->Commit();

@@ -8,9 +8,10 @@
 namespace dozewell::replay {
 
 void RunLearn(const Options& options, Results& results) {
-  const History history = LoadHistory(options.history.value());
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const std::string& data = options.data.value();
+  RequireNoInput(data, {{"--history", options.history}, {"--settings", options.settings}});
+  const History history = LoadHistory(options.history.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const auto place = [&] { return PlaceOfProblem(configuration, {configuration.Name(), data}); };
   Learning learning =
       TellPlace(place, [&] { return Learning(history, configuration, data, results.warnings); });

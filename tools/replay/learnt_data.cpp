@@ -3,7 +3,9 @@
 #include <cstring>
 #include <vector>
 
+#include "base/durable_file.h"
 #include "base/file.h"
+#include "common/file_kind.h"
 #include "common/input_file.h"
 #include "common/option_text.h"
 #include "common/problem_place.h"
@@ -14,7 +16,9 @@ namespace dozewell::replay {
 namespace {
 
 std::optional<TrackerData> ReadHeader(const std::string& name) {
-  const auto bytes = ReadInput(name);
+  // The predictor, which reads the file too, takes the newest content.
+  const auto bytes = ReadInput(PathToSystem(PathOfNewest(PathFromSystem(name))));
+  RequireDataFile(name, bytes);
   TrackerData header;
   if (bytes.size() < sizeof(header)) return std::nullopt;
   std::memcpy(&header, bytes.data(), sizeof(header));

@@ -16,9 +16,9 @@ bool SwitchColoursOn() {
          SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
-bool MessagesGoToConsole() {
+bool IsConsole(DWORD stream) {
   DWORD mode = 0;
-  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+  return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
 }
 
 }  // namespace
@@ -28,5 +28,7 @@ extern "C" int wmain(int argc, wchar_t** argv) {
   const bool colour =
       dozewell::replay::ColoursAreWanted(std::getenv("NO_COLOR"), std::getenv("TERM")) &&
       SwitchColoursOn();
-  return dozewell::replay::RunReplay(arguments, {colour, MessagesGoToConsole()});
+  const bool messages = IsConsole(STD_ERROR_HANDLE);
+  return dozewell::replay::RunReplay(arguments,
+                                     {colour, messages, messages && IsConsole(STD_INPUT_HANDLE)});
 }

@@ -27,6 +27,7 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Streams& st
   }
   parsed.options.colour = streams.outputShowsColours;
   parsed.options.progress = streams.messagesGoToTerminal;
+  parsed.options.canAsk = streams.questionsCanBeAnswered;
   parsed.command->run(parsed.options, results);
   if (!results.missingSettings.empty()) {
     results.warnings.push_back(MissingSettingsText(parsed.options, results));

@@ -10,6 +10,7 @@ namespace dozewell::replay {
 struct Streams {
   bool outputShowsColours;
   bool messagesGoToTerminal;
+  bool questionsCanBeAnswered;  // standard input is a terminal as well
 };
 
 // The whole program: runs the command that the arguments, in UTF-8 and without the program's name,

@@ -8,7 +8,10 @@
 namespace dozewell::replay {
 
 void RunReport(const Options& options, Results& results) {
-  const auto history = LoadOptimizerHistory(options.history.value());
+  RequireNoInput(
+      options.out.value(),
+      {{"--history", options.history}, {"--data", options.data}, {"--settings", options.settings}});
+  const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
   LearntData learnt(options, results);
   ArbitraryCycleProbabilityTracker tracker = learnt.Tracker();
   // The page shows the warnings too.

@@ -32,9 +32,9 @@ struct Search {
   std::vector<BestSet> best;       // by weight
 };
 
-Search RunOn(const Options& options, std::vector<std::string>& missingSettings) {
-  const auto history = LoadSimulatedHistory(options.history.value());
-  FileConfigurations configuration(LoadSettings(options.settings), missingSettings);
+Search RunOn(const Options& options, Results& results) {
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
+  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   Search search = {};
   search.records = history.size();
   search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
@@ -47,7 +47,9 @@ Search RunOn(const Options& options, std::vector<std::string>& missingSettings) 
     if (options.each) search.outcomes[position] = outcomes;
     progress.Step();
   };
-  const auto place = [&] { return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history}); };
+  const auto place = [&] {
+    return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history});
+  };
   search.best = TellPlace(place, [&] {
     // Nobody requests a stop here, so there is a result.
     return SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
@@ -135,7 +137,7 @@ std::string Text(const Search& search) {
 }  // namespace
 
 void RunSearch(const Options& options, Results& results) {
-  const Search search = RunOn(options, results.missingSettings);
+  const Search search = RunOn(options, results);
   results.output =
       options.json ? JsonLine(SearchJson(search, options.each)) : EachSet(search) + Text(search);
 }

@@ -27,7 +27,7 @@ void Report(const SimTimeLine& timeLine, const Options& options, Results& result
 }  // namespace
 
 void RunSimulate(const Options& options, Results& results) {
-  const auto history = LoadSimulatedHistory(options.history.value());
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   const auto place = [&] {
@@ -38,7 +38,7 @@ void RunSimulate(const Options& options, Results& results) {
 }
 
 void RunBaseline(const Options& options, Results& results) {
-  const auto history = LoadSimulatedHistory(options.history.value());
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   Report(SimulateFixedTimeout(history, timeoutSeconds), options, results);
 }

@@ -53,13 +53,12 @@ bool StandsForOwner(PSID account) {
 }
 
 // The account of an entry that allows something; null for an entry that does not.
-PSID AllowedAccount(const ACE_HEADER* entry) {
+PSID AllowedAccount(ACE_HEADER* entry) {
   switch (entry->AceType) {
     case ACCESS_ALLOWED_ACE_TYPE:
     case ACCESS_ALLOWED_CALLBACK_ACE_TYPE:
       // Both begin alike.
-      return &const_cast<ACCESS_ALLOWED_ACE*>(reinterpret_cast<const ACCESS_ALLOWED_ACE*>(entry))
-                  ->SidStart;
+      return &reinterpret_cast<ACCESS_ALLOWED_ACE*>(entry)->SidStart;
     default:
       return nullptr;
   }
@@ -138,7 +137,7 @@ AccessOfOthers ReadAccessOfOthers(void* file) {
   for (DWORD i = 0; i < list->AceCount; ++i) {
     void* at = nullptr;
     if (GetAce(list, i, &at) == 0) return {access.isOwner, kAllRights, kAllRights};
-    const auto* const entry = static_cast<const ACE_HEADER*>(at);
+    auto* const entry = static_cast<ACE_HEADER*>(at);
     const PSID account = AllowedAccount(entry);
     if (account == nullptr || IsTrusted(account) || StandsForOwner(account)) continue;
     const DWORD rights = static_cast<const ACCESS_ALLOWED_ACE*>(at)->Mask;
