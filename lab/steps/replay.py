@@ -18,7 +18,7 @@ class Replay:
         """The bytes of a zs7state.dat, made from a CSV file if need be."""
         if path.suffix == ".csv":
             imported = self._folder / "history.dat"
-            self._run("import", "--history", path, "--out", imported)
+            self._run("import", "--history", path, "--out", imported, "--replace")
             return imported.read_bytes()
         # If it cannot read the file, it says itself what is wrong.
         self._run("export", "--history", path, "--out", self._folder / "history.csv")
