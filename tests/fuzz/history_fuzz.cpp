@@ -1,8 +1,14 @@
-// Learns from a history file of any content and merges its records with pending ones.
+// Learns from a history file of any content and merges its records with pending ones; tells whether
+// it is a history, and whether it is damaged.
 
 #include <cstring>
 #include <exception>
+#include <string>
+#include <vector>
 
+#include "common/file_kind.h"
+#include "common/history_io.h"
+#include "common/tool_error.h"
 #include "fakes/configurations_fake.h"
 #include "fuzz/input.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
@@ -14,6 +20,19 @@ namespace {
 void RequireIncreasing(const std::vector<HistoryRecord>& records) {
   for (size_t i = 1; i < records.size(); ++i) {
     fuzz::Require(records[i].time > records[i - 1].time);
+  }
+}
+
+void Recognize(const std::vector<unsigned char>& file) {
+  std::vector<std::string> warnings;
+  try {
+    DatHistory("history", file, warnings);
+    const size_t counted = IncreasingRecords(file).size() * sizeof(HistoryRecord);
+    fuzz::Require(!warnings.empty() || counted == file.size());
+    RequireDataFile("data", file);
+    RequireCsv("csv", file);
+  } catch (const ToolError&) {
+    // A file of another kind is refused.
   }
 }
 
@@ -45,6 +64,7 @@ void Run(fuzz::Input input) {
   fuzz::Require(merged.size() <= file.size() / sizeof(HistoryRecord) + 1 + pending.size());
   const auto counted = IncreasingRecords(file);
   RequireIncreasing(counted);
+  Recognize(file);
   Learn(counted);
   Learn(merged);
 }

@@ -11,6 +11,7 @@ namespace dozewell {
 std::map<std::wstring, std::vector<unsigned char>> fuzz::files;
 
 std::wstring PathFromSystem(std::string_view name) { return WidenUtf8(name); }
+std::string PathToSystem(const std::wstring& path) { return NarrowToUtf8(path); }
 
 File OpenFile(const std::wstring& path, const char* mode) {
   const auto found = fuzz::files.find(path);

@@ -39,8 +39,9 @@ bool Takes(const ValueSyntax& value, std::string_view form) {
 std::string FormsOfValues(const CommandSyntax& command) {
   std::string forms;
   for (const auto& [form, description] : kValueForms) {
-    if (std::ranges::any_of(command.values,
-                            [form](const ValueSyntax& value) { return Takes(value, form); })) {
+    if (std::ranges::any_of(command.values, [form = form](const ValueSyntax& value) {
+          return Takes(value, form);
+        })) {
       forms += std::string("\n") + description;
     }
   }
