@@ -623,6 +623,43 @@ def test_a_history_from_a_pipe(tool):
     equal(tool.read("e.z7"), tool.read("d.z7"))
 
 
+def piped(tool, content, *arguments):
+    """What comes out at standard output of what goes in at standard input."""
+    data = content.encode() if isinstance(content, str) else content
+    done = tool.run(*arguments, stdin=None, input=data)
+    equal((done.returncode, done.stderr), (0, b""), " ".join(arguments))
+    return done.stdout
+
+
+def test_a_file_may_be_standard_input_or_output(tool):
+    tool.example()
+    settings = ("--settings", "s.ini")
+    for history in (HISTORY, tool.works("import", "--history", "h.csv", "--out", "h.dat") and
+                    tool.read("h.dat")):
+        equal(piped(tool, history, "learn", "--history", "-", *settings, "--data", "-"),
+              tool.read("d.z7"))
+    equal(piped(tool, tool.read("d.z7"), "explain", "--data", "-", *settings).decode(),
+          tool.works("explain", "--data", "d.z7", *settings))
+    equal(piped(tool, SETTINGS, "explain", "--data", "d.z7", "--settings", "-").decode(),
+          tool.works("explain", "--data", "d.z7", *settings))
+    equal(piped(tool, tool.read("h.dat"), "export", "--history", "-", "--out", "-").decode(),
+          HISTORY)
+    equal(piped(tool, HISTORY, "import", "--history", "-", "--out", "-"), tool.read("h.dat"))
+    equal(piped(tool, "-1", "apply", "--strength", "0", "--best", "-", "--json").decode(),
+          tool.works("apply", "--strength", "0", "--best", "h.csv", "--json").replace(
+              '"disabled":0,"feedback":0', '"disabled":1,"feedback":3'))
+    equal(sorted(tool.files()), ["d.z7", "h.csv", "h.dat", "s.ini"])
+
+
+def test_a_standard_stream_is_one_file_only(tool):
+    tool.fails("only one file can be -, standard input", "learn", "--history", "-", "--settings",
+               "-", "--data", "d")
+    tool.fails("only one file can be -, standard output", "import", "--from-event-log", "x",
+               "--out", "-", "--data", "-")
+    tool.fails("--json prints to standard output, so no file can be - there", "export",
+               "--history", "h", "--out", "-", "--json")
+
+
 def test_file_names_in_other_letters(tool):
     tool.write("vorräte-\N{CJK UNIFIED IDEOGRAPH-6642}.csv", HISTORY)
     name = "vorräte-\N{CJK UNIFIED IDEOGRAPH-6642}"

@@ -12,6 +12,7 @@
 #include "common/input_file.h"
 #include "common/output_file.h"
 #include "common/service_file.h"
+#include "common/standard_stream.h"
 #include "common/text.h"
 
 namespace dozewell {
@@ -36,7 +37,9 @@ History FromDat(const std::string& name, std::vector<unsigned char> content) {
 }
 
 History FromContent(const std::string& name, std::vector<unsigned char> content) {
-  return IsCsvName(name) ? FromCsv(name, content) : FromDat(name, std::move(content));
+  // Standard input has no name that would tell.
+  const bool isCsv = IsStandardStream(name) ? IsText(content) : IsCsvName(name);
+  return isCsv ? FromCsv(name, content) : FromDat(name, std::move(content));
 }
 
 // What is wrong with a history, in one line; empty when nothing is.

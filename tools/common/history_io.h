@@ -12,7 +12,7 @@
 namespace dozewell {
 
 // True for a name that ends in ".csv", whatever its case. Such histories are CSV, all others have
-// the bytes of "zs7state.dat".
+// the bytes of "zs7state.dat". A history from standard input is CSV when it is text.
 bool IsCsvName(const std::string& name);
 
 // A history that was read from a file.

@@ -6,6 +6,7 @@
 
 #include "base/file.h"
 #include "common/messages.h"
+#include "common/standard_stream.h"
 #include "common/tool_error.h"
 
 namespace dozewell {
@@ -42,6 +43,7 @@ std::vector<unsigned char> ReadInput(const std::string& name, size_t most) {
 
 std::optional<std::vector<unsigned char>> ReadInputIfExists(const std::string& name, size_t most) {
   errno = 0;
+  if (IsStandardStream(name)) return ReadToEnd(stdin, "standard input", most);
   const File file = OpenFile(PathFromSystem(name), "rb");
   if (file) return ReadToEnd(file.get(), name, most);
   if (errno != ENOENT) throw CannotBeRead(name);

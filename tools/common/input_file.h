@@ -14,8 +14,8 @@ namespace dozewell {
 inline constexpr size_t kMostOfHistory = size_t{36525} * 100 * 32;
 inline constexpr size_t kMostOfEventLog = size_t{512} << 20;
 
-// The whole content of the file that the user named, which may be a pipe. Throws ToolError when
-// it is missing, cannot be read or is too large.
+// The whole content of the file that the user named, which may be a pipe or standard input. Throws
+// ToolError when it is missing, cannot be read or is too large.
 std::vector<unsigned char> ReadInput(const std::string& name, size_t most = kMostOfHistory);
 
 // The same, but nothing when there is no such file.

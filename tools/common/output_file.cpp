@@ -9,6 +9,7 @@
 #include "common/messages.h"
 #include "common/named_file.h"
 #include "common/service_file.h"
+#include "common/standard_stream.h"
 #include "common/tool_error.h"
 
 namespace dozewell {
@@ -56,6 +57,10 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::Prepare(const void* data, size_t size) {
+  if (IsStandardStream(name_)) {
+    forStandardOutput_.assign(static_cast<const char*>(data), size);
+    return;
+  }
   errno = 0;
   held_.emplace();
   File file = CreateSideFile(temporaryPath_, path_);
@@ -67,6 +72,10 @@ void OutputFile::Prepare(const void* data, size_t size) {
 }
 
 void OutputFile::Commit() {
+  if (IsStandardStream(name_)) {
+    PrintOutput(forStandardOutput_);
+    return;
+  }
   errno = 0;
   const bool keepsOwner = HasOwnerOf(temporaryPath_, path_);
   if (!(keepsOwner ? MoveOver(path_, temporaryPath_) : CopyInto(path_, temporaryPath_))) {
@@ -78,6 +87,7 @@ void OutputFile::Commit() {
 }
 
 void RequireNoInput(const std::string& output, std::initializer_list<InputName> inputs) {
+  if (IsStandardStream(output)) return;
   for (const InputName& input : inputs) {
     if (!input.name) continue;
     if (IsSameFile(output, *input.name) || IsSameFile(output, NameThatCounts(*input.name))) {

@@ -14,7 +14,8 @@ namespace dozewell {
 // folder, which takes the file's place once it is complete. So a failure leaves an existing file as
 // it was, and other programs see the old or the new content. The new file has the owner and the
 // access rights of the old one; where this account cannot give it the owner, the content is copied
-// into the old file instead. A link is followed. All operations throw ToolError.
+// into the old file instead. A link is followed. What goes to standard output is written on Commit.
+// All operations throw ToolError.
 class OutputFile {
  public:
   // Refuses the name of something other than a file, such as a folder or a device.
@@ -44,6 +45,7 @@ class OutputFile {
   std::wstring path_;
   std::wstring temporaryPath_;
   std::optional<HeldInterrupts> held_;  // while there is a temporary file
+  std::string forStandardOutput_;
 };
 
 // A file that a command reads, if it is given, and as what the user knows it.

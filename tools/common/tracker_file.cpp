@@ -4,10 +4,21 @@
 
 namespace dozewell {
 
-LoadedTracker LoadTracker(IConfigurations& configuration, const std::wstring& path) {
-  LoadedData loaded = LoadDataIfExists(configuration, path);
+namespace {
+
+LoadedTracker TrackerOn(IConfigurations& configuration, LoadedData loaded) {
   if (!loaded.data) return {loaded.state, ArbitraryCycleProbabilityTracker(&configuration)};
   return {loaded.state, ArbitraryCycleProbabilityTracker(&configuration, std::move(loaded.data))};
+}
+
+}  // namespace
+
+LoadedTracker LoadTracker(IConfigurations& configuration, const std::wstring& path) {
+  return TrackerOn(configuration, LoadDataIfExists(configuration, path));
+}
+
+LoadedTracker LoadTracker(IConfigurations& configuration, std::span<const unsigned char> content) {
+  return TrackerOn(configuration, LoadContent(configuration, content));
 }
 
 const char* WhyIgnored(DataFileState state) {

@@ -1,6 +1,7 @@
 #ifndef DOZEWELL_COMMON_TRACKER_FILE_H_
 #define DOZEWELL_COMMON_TRACKER_FILE_H_
 
+#include <span>
 #include <string>
 
 #include "prediction/arbitrary_cycle_probability_tracker.h"
@@ -18,6 +19,8 @@ struct LoadedTracker {
 // nothing learnt when the file is not for the configured cycle. The configuration is not owned and
 // must outlive it. Throws what the tracker throws.
 LoadedTracker LoadTracker(IConfigurations& configuration, const std::wstring& path);
+// The same from a data file's content.
+LoadedTracker LoadTracker(IConfigurations& configuration, std::span<const unsigned char> content);
 
 // What is wrong with a data file that was ignored; null for one that was loaded.
 const char* WhyIgnored(DataFileState state);

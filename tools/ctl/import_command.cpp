@@ -9,6 +9,7 @@
 #include "common/output_file.h"
 #include "common/problem_place.h"
 #include "common/service_file.h"
+#include "common/standard_stream.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/event_feed.h"
@@ -100,6 +101,10 @@ void Write(const DataFiles& files, const EventLogImport& import, bool learns,
 }  // namespace
 
 void RunImportHistory(const Options& options, const Console& console) {
+  if (options.from && IsStandardStream(*options.from) && !options.yes) {
+    throw CommandFailure(ExitCode::Usage,
+                         "--from -: the log takes the place of an answer; --yes does not ask");
+  }
   RequireStopped();
   const DataFiles files;
   RequireNoInput(files.history, {{"--from", options.from}});

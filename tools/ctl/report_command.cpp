@@ -12,6 +12,7 @@
 #include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
+#include "common/standard_stream.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
@@ -51,11 +52,15 @@ std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
 }  // namespace
 
 void RunReport(const Options& options, const Console& console) {
+  const std::string name = options.out.value_or(kDefaultName);
+  if (IsStandardStream(name) && options.json) {
+    throw CommandFailure(ExitCode::Usage,
+                         "--json prints to standard output, so the page cannot be written there");
+  }
   tm now;
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
-  const std::string name = options.out.value_or(kDefaultName);
   RequireNoInput(name, {{"the service's history", ServiceFile(kHistoryFileName)},
                         {"the service's data file", ServiceFile(kDataFileName)}});
   // The page shows minutes, so pages of the same minute are the same.
@@ -68,6 +73,7 @@ void RunReport(const Options& options, const Console& console) {
   const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
                                                now, LiveHibernateAfterSeconds(), warnings});
   OutputFile(name).Write(page.data(), page.size());
+  if (IsStandardStream(name)) return;
   console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
                              : name + ": " + std::to_string(page.size()) + " bytes\n");
 }

@@ -50,6 +50,7 @@ struct CommandOption {
   const char* placeholder;
   const char* description;
   std::optional<std::string> Options::*text;
+  bool isOutput = false;  // names a file that is written
 };
 
 // An option without a value.

@@ -16,8 +16,9 @@ constexpr CommandOption kEventLog = {
 constexpr CommandOption kZone = {"--zone", "RULES",
                                  "Time zone of that log's machine; without one, this machine's",
                                  &Options::zone};
-constexpr CommandOption kNewData = {
-    "--data", "FILE", "Data file to write as learn does, unless there is one", &Options::data};
+constexpr CommandOption kNewData = {"--data", "FILE",
+                                    "Data file to write as learn does, unless there is one",
+                                    &Options::data, true};
 constexpr CommandOption kDatHistory = {"--history", "FILE", "zs7state.dat to read",
                                        &Options::history};
 constexpr CommandOption kOldHistory = {
@@ -25,9 +26,11 @@ constexpr CommandOption kOldHistory = {
 constexpr CommandOption kPending = {"--pending", "FILE", "History with the records to append",
                                     &Options::pending};
 constexpr CommandOption kData = {"--data", "FILE", "Data file (cpredict.z7)", &Options::data};
+constexpr CommandOption kLearntData = {"--data", "FILE", "Data file (cpredict.z7) to write",
+                                       &Options::data, true};
 constexpr CommandOption kSettings = {
     "--settings", "FILE", "Settings file; without one, the default settings", &Options::settings};
-constexpr CommandOption kOut = {"--out", "FILE", "File to write", &Options::out};
+constexpr CommandOption kOut = {"--out", "FILE", "File to write", &Options::out, true};
 constexpr CommandOption kAt = {
     "--at", "TIME", "Time to predict from; without one, that of the last event", &Options::at};
 constexpr CommandOption kNow = {
@@ -99,7 +102,7 @@ std::span<const Command> Commands() {
        "Learn a history and write the data file",
        "learn --history zs7state.dat --data cpredict.z7",
        RunLearn,
-       {&kHistory, &kData},
+       {&kHistory, &kLearntData},
        {&kSettings},
        {&kJson}},
       {"predict",

@@ -7,7 +7,7 @@ namespace dozewell::replay {
 
 void RunExplain(const Options& options, Results& results) {
   LearntData learnt(options, results);
-  ArbitraryCycleProbabilityTracker tracker = learnt.Tracker();
+  ArbitraryCycleProbabilityTracker& tracker = learnt.Tracker();
   const Explanation explanation = Explain(tracker, learnt.TimeOrLastEvent("--at", options.at));
   results.output =
       options.json ? JsonLine(ExplanationJson(explanation)) : ExplanationText(explanation);

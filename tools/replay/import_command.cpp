@@ -14,6 +14,7 @@
 #include "common/problem_place.h"
 #include "common/question.h"
 #include "common/service_file.h"
+#include "common/standard_stream.h"
 #include "common/text.h"
 #include "common/tool_error.h"
 #include "event_log/event_log_file.h"
@@ -30,8 +31,8 @@ namespace {
 // An import may replace a history by one that lacks some of its records only if the user says so.
 void RequireConsent(const Options& options, std::span<const HistoryRecord> records,
                     const std::string& alternative) {
-  if (options.replace) return;
   const std::string& out = options.out.value();
+  if (options.replace || IsStandardStream(out)) return;
   const auto lost = static_cast<int64_t>(CountLostRecords(out, records));
   if (lost == 0) return;
   const std::string loses = out + " would lose " + CountText(lost, "record", "records");
@@ -70,7 +71,9 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
     if (options.settings) throw ToolError("--settings requires --data");
     return std::nullopt;
   }
-  if (ReadInputIfExists(NameThatCounts(*options.data))) return std::nullopt;
+  const bool isThere =
+      !IsStandardStream(*options.data) && ReadInputIfExists(NameThatCounts(*options.data));
+  if (isThere) return std::nullopt;
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const auto place = [&] {
     return PlaceOfProblem(configuration, {configuration.Name(), *options.data});

@@ -3,26 +3,23 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "common/tracker_file.h"
 #include "prediction/cycle_shape.h"
-#include "prediction/cyclic_probability_predictor.h"
-#include "prediction/historian.h"
 #include "replay/command.h"
 #include "replay/file_configurations.h"
 
 namespace dozewell::replay {
 
-// The service's predictor on the data file and the settings that the user named.
+// The service's tracker on the data file and the settings that the user named.
 class LearntData {
  public:
-  // Throws ToolError when a file is missing or the predictor cannot be built with them. A data file
-  // that the predictor ignored is a warning, and so is a setting that disables predictions.
+  // Throws ToolError when a file is missing or the tracker cannot be built with them. A data file
+  // that the tracker ignored is a warning, and so is a setting that disables predictions.
   LearntData(const Options& options, Results& results);
 
-  CyclicProbabilityPredictor& Predictor() { return predictor_; }
-  // A tracker of its own on the same data, for what the predictor does not show.
-  ArbitraryCycleProbabilityTracker Tracker();
+  ArbitraryCycleProbabilityTracker& Tracker() { return loaded_.tracker; }
   IConfigurations& Configuration() { return configuration_; }
   // The service asks for no prediction then.
   bool IsPredictionDisabled() { return configuration_.IsPredictionDisabled(); }
@@ -30,14 +27,13 @@ class LearntData {
 
   // The time that an option gives, or without the option, that of the last event learnt. Throws
   // ToolError for a text that is no time, and when there was no event.
-  tm TimeOrLastEvent(const char* option, const std::optional<std::string>& text) const;
+  tm TimeOrLastEvent(const char* option, const std::optional<std::string>& text);
 
  private:
   std::string name_;
   FileConfigurations configuration_;
-  HistorianImpl historian_;
-  std::optional<TrackerData> header_;  // nothing if the file is too short or was ignored
-  CyclicProbabilityPredictor predictor_;
+  std::vector<unsigned char> content_;
+  LoadedTracker loaded_;
 };
 
 }  // namespace dozewell::replay

@@ -35,7 +35,7 @@ std::string Text(const std::vector<PredictionRecord>& predictions) {
 void RunPredict(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const tm time = learnt.TimeOrLastEvent("--at", options.at);
-  const auto predictions = learnt.Predictor().GetPredictions(time);
+  const auto predictions = learnt.Tracker().GetPredictions(time);
   results.output = options.json ? JsonLine(PredictionsJson(predictions)) : Text(predictions);
 }
 

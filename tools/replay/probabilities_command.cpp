@@ -11,7 +11,7 @@ void RunProbabilities(const Options& options, Results& results) {
   Json list = Json::array();
   std::string text;
   for (int slot = 0; slot < slotCount; ++slot) {
-    const float probability = learnt.Predictor().GetSlotProbability(slot);
+    const float probability = learnt.Tracker().GetSlotProbability(slot);
     if (options.json) {
       list.push_back(JsonNumber(probability));
     } else {

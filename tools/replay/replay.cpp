@@ -4,6 +4,7 @@
 
 #include "common/messages.h"
 #include "replay/command_line.h"
+#include "replay/standard_streams.h"
 
 namespace dozewell::replay {
 namespace {
@@ -28,7 +29,9 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Streams& st
   parsed.options.colour = streams.outputShowsColours;
   parsed.options.progress = streams.messagesGoToTerminal;
   parsed.options.canAsk = streams.questionsCanBeAnswered;
+  const bool isOutputTaken = WritesFileToOutput(*parsed.command, parsed.options);
   parsed.command->run(parsed.options, results);
+  if (isOutputTaken) results.output.clear();
   if (!results.missingSettings.empty()) {
     results.warnings.push_back(MissingSettingsText(parsed.options, results));
   }

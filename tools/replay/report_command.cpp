@@ -13,7 +13,7 @@ void RunReport(const Options& options, Results& results) {
       {{"--history", options.history}, {"--data", options.data}, {"--settings", options.settings}});
   const auto history = LoadOptimizerHistory(options.history.value(), results.warnings);
   LearntData learnt(options, results);
-  ArbitraryCycleProbabilityTracker tracker = learnt.Tracker();
+  ArbitraryCycleProbabilityTracker& tracker = learnt.Tracker();
   // The page shows the warnings too.
   const std::string page = report::MakeReport(
       {learnt.Configuration(), tracker, history, learnt.TimeOrLastEvent("--now", options.now),

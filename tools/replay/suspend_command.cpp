@@ -30,7 +30,7 @@ void RunSuspend(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const tm now = learnt.TimeOrLastEvent("--now", options.now);
   std::vector<PredictionRecord> predictions;
-  if (!learnt.IsPredictionDisabled()) predictions = learnt.Predictor().GetPredictions(now);
+  if (!learnt.IsPredictionDisabled()) predictions = learnt.Tracker().GetPredictions(now);
   const SuspendDecision decision = DecideSuspend(predictions, now);
   results.output = options.json ? JsonLine(SuspendDecisionJson(decision, now)) : Text(decision);
 }

@@ -30,7 +30,7 @@ void RunWeek(const Options& options, Results& results) {
   const CycleShape shape = learnt.Shape();
   std::vector<float> probabilities(static_cast<size_t>(shape.SlotCount()));
   for (size_t slot = 0; slot < probabilities.size(); ++slot) {
-    probabilities[slot] = learnt.Predictor().GetSlotProbability(static_cast<int>(slot));
+    probabilities[slot] = learnt.Tracker().GetSlotProbability(static_cast<int>(slot));
   }
   const std::optional<CycleCells> cells = MakeCycleCells(shape, probabilities);
   if (!cells) throw ToolError("only a cycle of whole days of up to 100 hours has a picture");
