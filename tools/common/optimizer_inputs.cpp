@@ -6,7 +6,6 @@
 #include "common/duration_text.h"
 #include "common/history_io.h"
 #include "common/option_text.h"
-#include "optimizer/simulator/simulator.h"
 
 namespace dozewell {
 
@@ -15,20 +14,17 @@ std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
   return IncreasingRecords(LoadHistory(name, warnings).bytes);
 }
 
-std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name,
-                                                std::vector<std::string>& warnings) {
+SimulatedHistory LoadSimulatedHistory(const std::string& name, std::vector<std::string>& warnings) {
   const History history = LoadHistory(name, warnings);
-  const std::vector<CountedRecord> counted = CountedRecords(history.bytes);
-  std::vector<HistoryRecord> records;
-  for (const auto& [record, position] : counted) {
-    // A history that is too short is not looked at.
-    if (record.asleep >= kHistoryCodes && counted.size() >= kFewestSimulatedRecords) {
-      throw ToolError(history.Place(position) +
-                      ": Unknown event in the history: " + std::to_string(record.asleep));
+  SimulatedHistory simulated;
+  for (const auto& [record, position] : CountedRecords(history.bytes)) {
+    if (record.asleep >= kHistoryCodes && simulated.unknownEvent.empty()) {
+      simulated.unknownEvent =
+          history.Place(position) + ": " + kUnknownEvent + ": " + std::to_string(record.asleep);
     }
-    records.push_back(record);
+    simulated.records.push_back(record);
   }
-  return records;
+  return simulated;
 }
 
 int64_t HibernateAfterSeconds(const std::optional<std::string>& timeout) {

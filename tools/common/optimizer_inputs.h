@@ -4,8 +4,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/exception.h"
+#include "common/tool_error.h"
+#include "optimizer/simulator/simulator.h"
 #include "prediction/history_file.h"
 
 namespace dozewell {
@@ -15,9 +19,25 @@ namespace dozewell {
 std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
                                                 std::vector<std::string>& warnings);
 
-// The same. Throws ToolError with its place also for a record with a code that no simulation knows.
-std::vector<HistoryRecord> LoadSimulatedHistory(const std::string& name,
-                                                std::vector<std::string>& warnings);
+// A history for simulations.
+struct SimulatedHistory {
+  std::vector<HistoryRecord> records;
+  std::string unknownEvent;  // the error for the first unknown code, with its place; or empty
+};
+
+// The same. An unknown code is no error yet, since other errors of a simulation come before it.
+SimulatedHistory LoadSimulatedHistory(const std::string& name, std::vector<std::string>& warnings);
+
+// Does what TellPlace does, for simulations of a history.
+template <typename Run, typename Place>
+auto TellPlaceIn(const SimulatedHistory& history, Place place, Run run) {
+  try {
+    return run();
+  } catch (const FixedTextException& error) {
+    if (std::string_view(error.what()) == kUnknownEvent) throw ToolError(history.unknownEvent);
+    throw ToolError(place() + ": " + error.what());
+  }
+}
 
 // The hibernate-after timeout in seconds; without one, this is the timeout that the optimizer
 // assumes when it can read none. Throws ToolError.

@@ -74,8 +74,7 @@ std::string Table(const std::vector<Choice>& choices) {
 }  // namespace
 
 void RunCompare(const Options& options, Results& results) {
-  const std::vector<HistoryRecord> records =
-      LoadSimulatedHistory(options.history.value(), results.warnings);
+  const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
@@ -84,10 +83,10 @@ void RunCompare(const Options& options, Results& results) {
     const std::string search = PlaceOfSearchProblem(configuration, {settings, *options.history});
     return PlaceOfProblem(parameters, {settings, search});
   };
-  const std::vector<Choice> choices =
-      AllChoices(TellPlace(place, [&] { return Compare(records, configuration, timeoutSeconds); }));
+  const std::vector<Choice> choices = AllChoices(TellPlaceIn(
+      history, place, [&] { return Compare(history.records, configuration, timeoutSeconds); }));
   results.output =
-      options.json ? JsonLine(ComparisonJson(records.size(), choices)) : Table(choices);
+      options.json ? JsonLine(ComparisonJson(history.records.size(), choices)) : Table(choices);
 }
 
 }  // namespace dozewell::replay

@@ -36,9 +36,15 @@ Search RunOn(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
   Search search = {};
-  search.records = history.size();
+  search.records = history.records.size();
   search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
-  CountOutcomes(SimulateFixedTimeout(history, search.timeoutSeconds), search.baseline);
+  const auto place = [&] {
+    return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history});
+  };
+  const auto baseline = [&] {
+    return SimulateFixedTimeout(history.records, search.timeoutSeconds);
+  };
+  CountOutcomes(TellPlaceIn(history, place, baseline), search.baseline);
   search.grid = BuildParameterGrid(ReadParameterRanges(configuration));
   search.weights = ReadPredictorNumbers(configuration, kScoringWeightsName);
   if (options.each) search.outcomes.resize(search.grid.Size());
@@ -47,12 +53,10 @@ Search RunOn(const Options& options, Results& results) {
     if (options.each) search.outcomes[position] = outcomes;
     progress.Step();
   };
-  const auto place = [&] {
-    return PlaceOfSearchProblem(configuration, {configuration.Name(), *options.history});
-  };
-  search.best = TellPlace(place, [&] {
+  search.best = TellPlaceIn(history, place, [&] {
     // Nobody requests a stop here, so there is a result.
-    return SearchParameters(history, search.baseline, search.grid, search.weights, visit).value();
+    return SearchParameters(history.records, search.baseline, search.grid, search.weights, visit)
+        .value();
   });
   return search;
 }

@@ -33,14 +33,16 @@ void RunSimulate(const Options& options, Results& results) {
   const auto place = [&] {
     return PlaceOfProblem(parameters, {configuration.Name(), *options.history});
   };
-  Report(TellPlace(place, [&] { return SimulatePredictor(parameters, history); }), options,
-         results);
+  const auto simulate = [&] { return SimulatePredictor(parameters, history.records); };
+  Report(TellPlaceIn(history, place, simulate), options, results);
 }
 
 void RunBaseline(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
-  Report(SimulateFixedTimeout(history, timeoutSeconds), options, results);
+  const auto place = [&] { return *options.history; };
+  const auto simulate = [&] { return SimulateFixedTimeout(history.records, timeoutSeconds); };
+  Report(TellPlaceIn(history, place, simulate), options, results);
 }
 
 }  // namespace dozewell::replay

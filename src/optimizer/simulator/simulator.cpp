@@ -21,7 +21,7 @@ constexpr StateTable kPredictorStates = {SimState::Active, SimState::Asleep, Sim
                                          SimState::Limbo};
 
 SimEvent ToSimEvent(const HistoryRecord& record, const StateTable& states) {
-  if (record.asleep >= states.size()) throw FixedTextException("Unknown event in the history");
+  if (record.asleep >= states.size()) throw FixedTextException(kUnknownEvent);
   return {TruncateToInt64(record.time), states[record.asleep]};
 }
 

@@ -21,6 +21,9 @@ constexpr size_t kFewestSimulatedRecords = 3;
 enum HistoryCode : uint32_t { kUseCode = 0, kSleepCode = 1, kHibernationCode = 2, kLimboCode = 3 };
 constexpr size_t kHistoryCodes = 4;
 
+// What is thrown for any other code.
+constexpr const char* kUnknownEvent = "Unknown event in the history";
+
 // Both functions replay a history and return the time line that the machine would have had. Both
 // throw FixedTextException for a record with an unknown code.
 
