@@ -20,8 +20,8 @@ size_t Digits(double value) {
   return static_cast<size_t>(end - text);
 }
 
-// The number with these few digits. Some systems' reading of numbers is off by one unit in the last
-// place, which would show as seventeen digits.
+// The number with these few digits: some systems' reading of numbers is off by one unit in the last
+// place.
 double WithFewestDigits(double read) {
   double best = read;
   for (const double limit : {-HUGE_VAL, HUGE_VAL}) {
