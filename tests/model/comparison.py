@@ -113,7 +113,8 @@ def document(output):
     """The JSON document that an output is, with its keys in their order, or None. A fraction may be
     written with any digits that name the same number."""
     try:
-        return json.loads(output.decode(), object_pairs_hook=tuple, parse_float=lambda text: (float(text),))
+        return json.loads(output.decode(), object_pairs_hook=tuple,
+                          parse_float=lambda digits: (float(digits),))
     except ValueError:
         return None
 
