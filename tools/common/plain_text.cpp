@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <string>
 
 #include "base/utf8.h"
 
@@ -37,7 +38,7 @@ std::string PlainText(std::string_view text, char replacement) {
   std::wstring wide = WidenUtf8(text);
   bool isSecondHalf = false;  // of a character that takes two
   for (wchar_t& c : wide) {
-    const auto character = static_cast<uint32_t>(c);
+    const uint32_t character = std::char_traits<wchar_t>::to_int_type(c);
     if (!isSecondHalf && IsObeyed(character)) c = static_cast<wchar_t>(replacement);
     isSecondHalf = IsHighSurrogate(character);
   }
