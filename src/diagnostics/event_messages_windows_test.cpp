@@ -16,7 +16,7 @@ struct LibraryFreer {
 
 // The service's program, which stands beside this one, opened as viewers of the event log open it.
 using Library = std::unique_ptr<std::remove_pointer_t<HMODULE>, LibraryFreer>;
-Library OpenService() {
+Library LoadService() {
   const std::wstring here = ModulePath();
   const std::wstring program = here.substr(0, here.rfind(L'\\') + 1) + L"DozewellService.exe";
   return Library(LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
@@ -33,7 +33,7 @@ std::wstring EventText(HMODULE program, DWORD identifier, const wchar_t* string)
 }  // namespace
 
 TEST_CASE("the event log's viewers find the service's events as their plain text") {
-  const Library service = OpenService();
+  const Library service = LoadService();
   REQUIRE(service != nullptr);
   CHECK(EventText(service.get(), 0, L"GetPreviousSleepStatus 5 %1 %d") ==
         L"GetPreviousSleepStatus 5 %1 %d\r\n");

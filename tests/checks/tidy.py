@@ -26,6 +26,9 @@ FOR_CLANG = ["-Wno-unknown-warning-option", "-Wno-sign-conversion"]
 DECLARATION = re.compile(r"^(?!namespace )[A-Za-z][^(={;\n]*?(?<!::)\b(\w*[a-z]\w*)(?:\[\w*\])?"
                          r"(?= ?[(={;]| final| : ).*", re.MULTILINE)
 
+# Headers of the system that cannot be read twice.
+READ_ONCE = re.compile(r"^#include <(powrprof\.h)>", re.MULTILINE)
+
 
 def sources_in(file):
     """The sources that the build itself reads as one, or the one that the file is."""
@@ -59,7 +62,9 @@ def options_in(command):
 
 def declarations(source):
     """What a source declares outside of classes and functions: lines by their names."""
-    return {found[1]: found[0] for found in DECLARATION.finditer(source.read_text("utf-8"))}
+    text = source.read_text("utf-8")
+    return {**{found[1]: found[0] for found in DECLARATION.finditer(text)},
+            **{header: "read" for header in READ_ONCE.findall(text)}}
 
 
 def go_together(some, others):

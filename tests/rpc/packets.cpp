@@ -45,7 +45,7 @@ Bytes Packet(PacketType type, const Bytes& body, uint8_t fragment) {
   return packet;
 }
 
-Bytes Bind(const Syntax& interface, const Syntax& transfer, PacketType type) {
+Bytes Bind(const Syntax& syntax, const Syntax& transfer, PacketType type) {
   Bytes body;
   Append16(body, kLargestFragment);
   Append16(body, kLargestFragment);
@@ -53,7 +53,7 @@ Bytes Bind(const Syntax& interface, const Syntax& transfer, PacketType type) {
   Append32(body, 1);  // one context
   Append16(body, 0);  // its number
   Append16(body, 1);  // one transfer syntax
-  Append(body, interface);
+  Append(body, syntax);
   Append(body, transfer);
   return Packet(type, body);
 }

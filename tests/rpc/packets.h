@@ -55,7 +55,7 @@ constexpr size_t kArgumentsAt = 8;
 // A packet of this body with the header that fits it.
 Bytes Packet(PacketType type, const Bytes& body, uint8_t fragment = kWholeCall);
 
-Bytes Bind(const Syntax& interface, const Syntax& transfer, PacketType type = PacketType::kBind);
+Bytes Bind(const Syntax& syntax, const Syntax& transfer, PacketType type = PacketType::kBind);
 Bytes Request(uint16_t procedure, const Bytes& arguments, uint8_t fragment = kWholeCall);
 
 // The packet's whole length as its header gives it.

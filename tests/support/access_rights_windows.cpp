@@ -64,7 +64,7 @@ std::string AccessText(void* descriptor, uint32_t parts) {
                                                            &text, nullptr) == 0) {
     throw std::runtime_error("a security descriptor has no text form");
   }
-  const std::string narrow = NarrowToUtf8(text);
+  std::string narrow = NarrowToUtf8(text);
   LocalFree(text);
   return narrow;
 }

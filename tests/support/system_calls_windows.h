@@ -100,6 +100,7 @@ class ImportStub<kName, Result(Arguments...)> {
     answer_ = std::move(answer);
     system_ = ReplaceImport(kName.text, reinterpret_cast<void*>(Stub));
   }
+  // NOLINTNEXTLINE(bugprone-exception-escape): the constructor has found the import.
   ~ImportStub() { ReplaceImport(kName.text, system_); }
   ImportStub(const ImportStub&) = delete;
   ImportStub& operator=(const ImportStub&) = delete;

@@ -85,7 +85,7 @@ std::vector<SystemHandle> ProcessesOf(const std::wstring& program) {
 }
 
 // Null when there is no such service.
-ServiceHandle OpenService(void* manager) {
+ServiceHandle OpenOwnService(void* manager) {
   ServiceHandle service;
   if (manager != nullptr) service = OpenExistingService(manager, kServiceName);
   if (service == nullptr && LastSystemError() != ERROR_SERVICE_DOES_NOT_EXIST) {
@@ -99,7 +99,7 @@ ServiceHandle OpenService(void* manager) {
 void StopService(uint32_t milliseconds) {
   const Deadline deadline(milliseconds);
   const ServiceHandle manager = OpenManager();
-  const ServiceHandle service = OpenService(manager.get());
+  const ServiceHandle service = OpenOwnService(manager.get());
   if (service == nullptr) return;
   const std::wstring program = ProgramOf(CommandOf(service.get()));
   // Opened before the stop, since the service control manager forgets it then.
@@ -119,7 +119,7 @@ void StopService() { StopService(kLongestWaitMs); }
 
 void StartServiceAgain() {
   const ServiceHandle manager = OpenManager();
-  const ServiceHandle service = OpenService(manager.get());
+  const ServiceHandle service = OpenOwnService(manager.get());
   if (service == nullptr || StartExistingService(service.get())) return;
   const uint32_t error = LastSystemError();
   if (error != ERROR_SERVICE_ALREADY_RUNNING && error != ERROR_SERVICE_DISABLED) {
