@@ -20,6 +20,7 @@ MOST_BYTES_AT_ONCE = 250_000
 DOES_NOT_COMPILE = "clang-diagnostic-error"
 # The build's compiler knows warnings that clang does not know or takes in another sense.
 FOR_CLANG = ["-Wno-unknown-warning-option", "-Wno-sign-conversion"]
+NOT_FOR_CLANG = {"-fno-ipa-ra"}
 
 # A declaration that is not indented: `class X {`, `using X =`, `void X(`, `constexpr int x =`. Macros
 # and members of classes may repeat.
@@ -56,7 +57,7 @@ def options_in(command):
     for word in words:
         if word == "-isystem":
             yield word + next(words)
-        elif word.startswith(("-I", "-D", "-std=", "-W", "-f")):
+        elif word.startswith(("-I", "-D", "-std=", "-W", "-f")) and word not in NOT_FOR_CLANG:
             yield word
 
 
