@@ -36,20 +36,21 @@ class InstalledService {
   const ServiceHandle service_;
 };
 
-// A program under this path, which is made unless it is there, running until the end of this
-// object.
+// The process of a program under this path, which is made unless it is there, until the end of this
+// object. It is suspended from the start, since it need not do anything.
 class RunningProgram {
  public:
   explicit RunningProgram(const std::wstring& path) {
     wchar_t own[MAX_PATH];
     REQUIRE(GetModuleFileNameW(nullptr, own, MAX_PATH) != 0);
     CopyFileW(own, path.c_str(), /*failIfExists*/ TRUE);
-    std::wstring command = L'"' + path + L"\" --no-skip -tc=\"runs until it is ended\"";
+    std::wstring command = L'"' + path + L'"';
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION started = {};
-    REQUIRE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
-                           nullptr, nullptr, &startup, &started) != 0);
+    REQUIRE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE,
+                           CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, nullptr, &startup,
+                           &started) != 0);
     CloseHandle(started.hThread);
     process_.reset(started.hProcess);
   }
@@ -65,8 +66,6 @@ class RunningProgram {
 };
 
 }  // namespace
-
-TEST_CASE("runs until it is ended" * doctest::skip()) { Sleep(INFINITE); }
 
 TEST_CASE("a service that is not installed need not be stopped") {
   CHECK_NOTHROW(StopService(INFINITE));
