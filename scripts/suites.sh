@@ -24,6 +24,7 @@ model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs build/windows --out build/installer-test
+tables of the package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | python3 -m tests.msi_rules_test --programs build/windows --out build/msi-rules-test
 rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine build/windows/rpc_clients_test.exe build/windows/DozewellService.exe
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
@@ -68,7 +69,7 @@ fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
 imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports
 hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening
 surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
-package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
+package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging signing | python3 -m tests.package_test
 size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
 clang-tidy | native:all tidy python idle | passes tests/checks/tidy.py --build build/native
 clang-tidy, Windows | windows:all tidy python idle | passes tidy_windows
