@@ -1,15 +1,18 @@
 """A machine whose time zone changes while the service runs. What the service goes by is always the
 clock on the wall. Times are those of the machine's zone of the moment."""
 
+from datetime import datetime
+from zoneinfo import ZoneInfo
+
 from machine.machine import HISTORY_FILE
 from machine.service_record import information
 from steps.data_files import asleep, awake, history
-from steps.expect import expect
+from steps.expect import expect, expect_true
 from steps.living import machine_that_knows_office_hours
 from steps.nights import come_back_at, events, expect_timeouts, suspend_at
 
 USERS_OWN = 180, 60
-CALIFORNIA, JAPAN = "America/Los_Angeles", "Asia/Tokyo"
+HOME, CALIFORNIA, JAPAN = "America/New_York", "America/Los_Angeles", "Asia/Tokyo"
 
 
 def _end_of_history(machine, entries):
@@ -52,6 +55,30 @@ def after_a_journey_in_use_the_suspend_has_the_new_time(machine):
     expect(_end_of_history(machine, 3), [
         awake("2026-02-02 08:00"), asleep("2026-02-03 18:00"), awake("2026-02-04 08:00"),
     ], "end of the history")
+
+
+def a_zone_in_the_environment_has_no_effect(machine):
+    # A program in a console is given the variable TZ that Wine was started with.
+    machine.provision()
+    machine.clock.zone = JAPAN
+    machine.clock.set("2026-02-03 18:00")
+    console, started = machine.start_console()
+    expect([event for event in started.events if event.kind == "information"],
+           [information("3/2/2026 18:0:0 - Activating"), information("Active")], "events")
+    machine.press_ctrl_c(console)
+
+
+def the_client_has_the_systems_zone_too(machine):
+    # Its clock is the computer's; its zone is where Wine was started.
+    machine_that_knows_office_hours(machine)
+    machine.restart_service()
+    times = [datetime.now(ZoneInfo(HOME))]
+    answer = machine.client.run("explain")
+    times.append(datetime.now(ZoneInfo(HOME)))
+    expect(answer.exit_code, 0, "exit code of explain")
+    expect_true(answer.output.splitlines()[0] in
+                {f"A suspend at {time:%a %Y-%m-%d %H:%M}" for time in times},
+                f"{answer.output.splitlines()[0]!r} is not at {times}")
 
 
 def summer_time_begins_and_ends_while_the_machine_of_a_traveller_sleeps(machine):
