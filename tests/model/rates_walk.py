@@ -5,7 +5,8 @@ timeouts: what each sleep would have come to, decided from what came before it a
     python3 -m tests.model.rates_walk --history year.csv another.csv
 
 Fails when, without a wake, a score is more than 1 below the best fixed timeout in hindsight, or when
-a recorded history does not come to what it is known to come to.
+a recorded history does not come to what it is known to come to. A made-up user without any habits
+may cost 2: there is nothing to learn, and the best of many timeouts in hindsight is partly luck.
 """
 
 import functools
@@ -23,8 +24,7 @@ from tests.support.cases import run as run_cases
 
 WEIGHTS = (30, 50, 70)
 TIMEOUT_MINUTES = (0, 1, 5, 10, 20, 30, 45, 60, 90, 120, 180, 240, 360, 480, 600, 720)  # 0: never
-MOST_LOST = 1.0
-DAYS_IN_YEAR = 365
+MOST_LOST, MOST_LOST_WITHOUT_HABITS = 1.0, 2.0
 
 # What recorded histories come to at these weights, with a wake and without.
 KNOWN = {
@@ -77,7 +77,7 @@ def best_fixed(weight, records):
                 -minutes) for minutes in TIMEOUT_MINUTES)
 
 
-def check(name, records, weights):
+def check(name, records, weights, most_lost):
     """Prints a line for each weight; throws when a score is not what it ought to be."""
     records = alternating(model.increasing(records))
     scores = {(one.weight, one.with_wake): score(one.weight, one.time_line)
@@ -88,9 +88,9 @@ def check(name, records, weights):
         woken, alone = scores[weight, True], scores[weight, False]
         print("%-32s %6d %8.1f %8.1f %8.1f at %s" % (
             name, weight, woken, alone, fixed, -minutes or "never"), flush=True)
-        if alone < fixed - MOST_LOST:
+        if alone < fixed - most_lost:
             wrong.append("w = %d: %.2f is more than %g below %.2f" % (
-                weight, alone, MOST_LOST, fixed))
+                weight, alone, most_lost, fixed))
         for got, known in zip((woken, alone), known_scores(name, weight)):
             if abs(got - known) > KNOWN_TO:
                 wrong.append("w = %d: %.2f instead of %.1f" % (weight, got, known))
@@ -112,11 +112,10 @@ def alternating(records):
     return kept
 
 
-def made_up_year(index, seed):
-    make_day = histories.TAME_KINDS[index % len(histories.TAME_KINDS)]
-    rng = histories.random_for(seed, index)
+def made_up(make_day, index, options):
+    rng = histories.random_for(options.seed, index)
     return [(time, asleep) for time, asleep, _ in
-            histories.records_of_days(rng, make_day, DAYS_IN_YEAR)]
+            histories.records_of_days(rng, make_day, options.days)]
 
 
 def named_histories(options):
@@ -124,10 +123,12 @@ def named_histories(options):
     if options.traces:
         paths += sorted(Path(options.traces).glob("*.csv"))
     for path in paths:
-        yield path.stem, model.read_csv(path.read_text())
+        yield path.stem, model.read_csv(path.read_text()), MOST_LOST
     for index in range(options.years):
-        kind = histories.TAME_KINDS[index % len(histories.TAME_KINDS)].__name__
-        yield "made-up year %d, %s" % (index, kind), made_up_year(index, options.seed)
+        make_day = histories.TAME_KINDS[index % len(histories.TAME_KINDS)]
+        yield ("%s, %d days, %d" % (make_day.__name__, options.days, index),
+               made_up(make_day, index, options),
+               MOST_LOST_WITHOUT_HABITS if make_day is histories.erratic_day else MOST_LOST)
 
 
 def main():
@@ -135,12 +136,13 @@ def main():
     parser.add_argument("--history", nargs="*", default=[], metavar="CSV")
     parser.add_argument("--traces", help="folder with recorded *.csv histories")
     parser.add_argument("--years", type=int, default=0, help="how many years are made up")
+    parser.add_argument("--days", type=int, default=365, help="the length of a made-up year")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--weights", type=int, nargs="+", default=list(WEIGHTS))
     options = parser.parse_args()
     print("%-32s %6s %8s %8s %8s" % ("", "weight", "wake", "no wake", "fixed"))
-    return run_cases([(name, functools.partial(check, name, records, options.weights))
-                      for name, records in named_histories(options)], options.words)
+    return run_cases([(name, functools.partial(check, name, records, options.weights, most_lost))
+                      for name, records, most_lost in named_histories(options)], options.words)
 
 
 if __name__ == "__main__":
