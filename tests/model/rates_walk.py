@@ -38,8 +38,7 @@ Walk = namedtuple("Walk", "weight with_wake time_line")
 
 
 def walk(records, weights):
-    """A Walk for each weight, with a wake and without, on records whose states
-    alternate."""
+    """A Walk for each weight, with a wake and without, on records whose states alternate."""
     predictor = rates.Predictor()
     walks = [Walk(weight, with_wake, []) for weight in weights for with_wake in (True, False)]
     for index, (time, asleep) in enumerate(records):
