@@ -24,6 +24,7 @@ model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs build/windows --out build/installer-test
+powerwatch, Windows | windows:dozewell-powerwatch,dozewell-replay machine python | python3 -m tests.powerwatch_test --wine "$wine" --folder build/windows
 rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine build/windows/rpc_clients_test.exe build/windows/DozewellService.exe
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
@@ -65,8 +66,9 @@ fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
 fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
-imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports
-hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening
+fuzz powerwatch files | asan:powerwatch_fuzz | passes fuzz powerwatch
+imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs imports
+hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs hardening
 surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
 package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
 size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
@@ -124,7 +126,7 @@ fuzz() {
 # check_programs CHECK: a check of tests/checks, on the programs for Windows.
 check_programs() {
   local program programs=()
-  for program in DozewellService dozewell-replay dozewellctl dozewell-setup; do
+  for program in DozewellService dozewell-replay dozewellctl dozewell-setup dozewell-powerwatch; do
     programs+=("build/windows/$program.exe")
   done
   "tests/checks/$1.py" x86_64-w64-mingw32-objdump "${programs[@]}"
