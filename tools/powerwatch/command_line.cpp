@@ -30,7 +30,7 @@ int RunPowerwatch(const std::vector<std::string>& arguments, const Actions& acti
     return Try(actions.install, printers);
   }
   if (arguments.size() == 1 && arguments.front() == "remove") return Try(actions.remove, printers);
-  printers.output(kUsage);
+  Try([] { return std::string(kUsage); }, printers);
   return 2;
 }
 
