@@ -11,7 +11,7 @@ namespace dozewell::powerwatch {
 // privilege, from now on and from each start of the system on. Leaves nothing behind when it fails.
 std::string InstallWatch();
 
-// Stops the service, waits until its process has ended, and deletes service and folder.
+// Stops the service, and deletes service and folder.
 std::string RemoveWatch();
 
 }  // namespace dozewell::powerwatch

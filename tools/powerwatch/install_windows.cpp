@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/utf8.h"
-#include "common/system_handle.h"
 #include "powerwatch/install.h"
 #include "powerwatch/watch_folder.h"
 #include "powerwatch/watch_names.h"
@@ -71,28 +70,32 @@ SERVICE_STATUS_PROCESS StatusOf(void* service) {
   return status;
 }
 
+// The service's status as soon as it is in one of two states, or when the longest wait is over.
+SERVICE_STATUS_PROCESS AwaitState(void* service, DWORD wanted, DWORD alternative) {
+  const ULONGLONG begin = GetTickCount64();
+  for (;;) {
+    const SERVICE_STATUS_PROCESS status = StatusOf(service);
+    const DWORD state = status.dwCurrentState;
+    if (state == wanted || state == alternative || GetTickCount64() - begin >= kLongestWaitMs) {
+      return status;
+    }
+    Sleep(kPauseMs);
+  }
+}
+
 // Waits until it runs, which it does only when it can write to its file.
 void StartWatch(void* service) {
   if (!StartExistingService(service)) Fail("the service cannot be started");
-  SERVICE_STATUS_PROCESS status = StatusOf(service);
-  const ULONGLONG begin = GetTickCount64();
-  while (status.dwCurrentState == SERVICE_START_PENDING &&
-         GetTickCount64() - begin < kLongestWaitMs) {
-    Sleep(kPauseMs);
-    status = StatusOf(service);
-  }
+  const SERVICE_STATUS_PROCESS status = AwaitState(service, SERVICE_RUNNING, SERVICE_STOPPED);
   if (status.dwCurrentState != SERVICE_RUNNING) {
     throw SystemError("the service does not stay on", status.dwWin32ExitCode);
   }
 }
 
-// The program can be deleted only when its process has ended.
 void StopWatch(void* service) {
-  const DWORD id = StatusOf(service).dwProcessId;
-  const SystemHandle process(id == 0 ? nullptr : OpenProcess(SYNCHRONIZE, FALSE, id));
   // A service that has stopped refuses.
   StopExistingService(service);
-  if (process != nullptr && WaitForSingleObject(process.get(), kLongestWaitMs) != WAIT_OBJECT_0) {
+  if (AwaitState(service, SERVICE_STOPPED, SERVICE_STOPPED).dwCurrentState != SERVICE_STOPPED) {
     throw SystemError("the service does not stop", WAIT_TIMEOUT);
   }
 }
@@ -101,8 +104,8 @@ void StopWatch(void* service) {
 void Undo(void* service, const WatchPlaces& places) {
   try {
     if (service != nullptr) {
-      StopWatch(service);
       DeleteExistingService(service);
+      StopWatch(service);
     }
     DeleteFolder(places);
   } catch (const std::exception&) {

@@ -14,8 +14,9 @@ WatchPlaces FindPlaces();
 // std::runtime_error, and leaves nothing behind then.
 void MakeFolder(const WatchPlaces& places);
 
-// Deletes what MakeFolder made, and nothing else; it is no error if there is none. Refuses a folder
-// that others may change. Throws std::runtime_error.
+// Deletes what MakeFolder made, and nothing else; it is no error if there is none. Waits up to ten
+// seconds for a process of the program to end. Refuses a folder that others may change. Throws
+// std::runtime_error.
 void DeleteFolder(const WatchPlaces& places);
 
 }  // namespace dozewell::powerwatch

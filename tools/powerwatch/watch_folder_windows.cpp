@@ -72,9 +72,21 @@ void CreateEmptyFile(const std::wstring& path) {
   CloseHandle(file);
 }
 
-void DeleteIfExists(const std::wstring& path) {
-  if (DeleteFileW(path.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) return;
-  throw SystemError(NarrowToUtf8(path) + ": cannot be deleted", GetLastError());
+// A service counts as stopped before its process has ended, but its program and what it holds open
+// can be deleted only then.
+void DeleteWhenFree(const std::wstring& path) {
+  constexpr ULONGLONG kLongestWaitMs = 10'000;
+  constexpr DWORD kPauseMs = 50;
+  const ULONGLONG begin = GetTickCount64();
+  while (DeleteFileW(path.c_str()) == 0) {
+    const DWORD error = GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND) return;
+    const bool isHeld = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+    if (!isHeld || GetTickCount64() - begin >= kLongestWaitMs) {
+      throw SystemError(NarrowToUtf8(path) + ": cannot be deleted", error);
+    }
+    Sleep(kPauseMs);
+  }
 }
 
 }  // namespace
@@ -113,8 +125,8 @@ void DeleteFolder(const WatchPlaces& places) {
       throw std::runtime_error(name + ": others may change it, so it is left as it is");
     }
   }
-  DeleteIfExists(places.program);
-  DeleteIfExists(places.file);
+  DeleteWhenFree(places.program);
+  DeleteWhenFree(places.file);
   if (RemoveDirectoryW(places.folder.c_str()) == 0) {
     throw SystemError(name + ": cannot be deleted", GetLastError());
   }

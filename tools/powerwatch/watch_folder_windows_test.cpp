@@ -109,6 +109,25 @@ TEST_CASE("a folder with something else in it is kept and named") {
   CHECK(Exists(other));
 }
 
+TEST_CASE("the watch's program is deleted when its process has ended") {
+  const Machine machine;
+  MakeFolder(machine.Places());
+  int refused = 0;
+  {
+    const ImportStub<"DeleteFileW", decltype(DeleteFileW)> deletion{[&](const wchar_t* path) {
+      if (refused < 2) {
+        SetLastError(++refused == 1 ? ERROR_ACCESS_DENIED : ERROR_SHARING_VIOLATION);
+        return FALSE;
+      }
+      return Kernel<decltype(DeleteFileW)>("DeleteFileW")(path);
+    }};
+    DeleteFolder(machine.Places());
+  }
+  TakeSystemCalls();
+  CHECK(refused == 2);
+  CHECK_FALSE(Exists(machine.Places().folder));
+}
+
 TEST_CASE("a watch's folder that cannot be filled is not left behind") {
   const Machine machine;
   const ImportStub<"CopyFileW", decltype(CopyFileW)> copy{[](const wchar_t*, const wchar_t*, BOOL) {
