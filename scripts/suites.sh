@@ -70,7 +70,7 @@ fuzz powerwatch files | asan:powerwatch_fuzz | passes fuzz powerwatch
 imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs imports
 hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs hardening
 surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
-package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
+package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python packaging | passes ./package
 size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
 clang-tidy | native:all tidy python idle | passes tests/checks/tidy.py --build build/native
 clang-tidy, Windows | windows:all tidy python idle | passes tidy_windows
