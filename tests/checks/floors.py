@@ -29,6 +29,7 @@ FLOORS = {
     "tools/replay/": 12,
     "tools/ctl/": 12,
     "tools/setup/": 12,
+    "tools/powerwatch/": 13,
     "tools/ctl/fakes/": 13,
 }
 
