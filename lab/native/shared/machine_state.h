@@ -16,6 +16,7 @@ inline constexpr wchar_t kMachineStateFile[] = L"C:\\lab\\machine.bin";
 
 inline constexpr size_t kPowerSources = 2;   // AC, DC
 inline constexpr size_t kPowerSettings = 5;  // as in kPowerSettingTable of the power schemes
+inline constexpr size_t kPowerCapabilities = 76;
 inline constexpr size_t kPowerSchemes = 4;   // three that every Windows has, one of the user's own
 inline constexpr size_t kMaxSystemCalls = 64;
 inline constexpr size_t kRecordCapacity = 32 << 20;
@@ -49,6 +50,12 @@ struct MachineState {
   std::atomic<uint32_t> acLineStatus;  // 1 on mains, 0 on battery
   std::atomic<uint32_t> activeScheme;
   PowerScheme schemes[kPowerSchemes];
+  // A policy decides on a setting, or on which scheme is active, when these are not 0.
+  std::atomic<uint32_t> settingPolicies[kPowerSources][kPowerSettings];
+  std::atomic<uint32_t> schemePolicy;
+  std::array<uint8_t, kPowerCapabilities> capabilities;  // SYSTEM_POWER_CAPABILITIES
+  // The service's configuration, as the client sees it, keeps no privilege but the harmless one.
+  std::atomic<uint32_t> givesUpPrivileges;
   SystemCallState calls[kMaxSystemCalls];
   // What the service did, in order: lines of UTF-8 back to back. A size above the capacity tells
   // the test that lines were lost.

@@ -46,7 +46,7 @@ std::string AccountName(const std::string& sid) {
 
 bool IsTrusted(const std::string& sid, const std::string& own) {
   const Account* const account = FindAccount(sid);
-  return (account != nullptr && account->isTrusted) || sid == own;
+  return (account != nullptr && account->isTrusted) || (!own.empty() && sid == own);
 }
 
 std::vector<std::string> StrangersWith(uint32_t rights, const AccessList& access,
