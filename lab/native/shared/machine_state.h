@@ -17,7 +17,7 @@ inline constexpr wchar_t kMachineStateFile[] = L"C:\\lab\\machine.bin";
 inline constexpr size_t kPowerSources = 2;   // AC, DC
 inline constexpr size_t kPowerSettings = 5;  // as in kPowerSettingTable of the power schemes
 inline constexpr size_t kPowerCapabilities = 76;
-inline constexpr size_t kPowerSchemes = 4;   // three that every Windows has, one of the user's own
+inline constexpr size_t kPowerSchemes = 4;  // three that every Windows has, one of the user's own
 inline constexpr size_t kMaxSystemCalls = 64;
 inline constexpr size_t kRecordCapacity = 32 << 20;
 
