@@ -46,6 +46,7 @@ class MachineState(ctypes.Structure):
         ("awake_ms", ctypes.c_uint64),
         ("ac_line_status", ctypes.c_uint32),
         ("active_scheme", ctypes.c_uint32),
+        ("zone", ctypes.c_char * 32),
         ("schemes", PowerScheme * len(POWER_SCHEMES)),
         ("setting_policies", ctypes.c_uint32 * len(POWER_SETTINGS) * len(POWER_SOURCES)),
         ("scheme_policy", ctypes.c_uint32),

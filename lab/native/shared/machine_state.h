@@ -49,6 +49,8 @@ struct MachineState {
   std::atomic<uint64_t> awakeMs;       // how long the machine has been awake
   std::atomic<uint32_t> acLineStatus;  // 1 on mains, 0 on battery
   std::atomic<uint32_t> activeScheme;
+  // The system's time zone, as the C runtime understands it: "EST5EDT".
+  char zone[32];
   PowerScheme schemes[kPowerSchemes];
   // A policy decides on a setting, or on which scheme is active, when these are not 0.
   std::atomic<uint32_t> settingPolicies[kPowerSources][kPowerSettings];
