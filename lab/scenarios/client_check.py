@@ -124,7 +124,7 @@ def fast_startup_is_worth_a_note(machine):
 def wake_timers_that_a_policy_forbids(machine):
     _running_service(machine)
     machine.client_view.overrule("wake-timers", "DC", 0)
-    _expect_bad(machine, "wake-timers", "forbidden by policy: on on mains, off on battery")
+    _expect_bad(machine, "wake-timers", "forbidden by policy: allowed on mains, off on battery")
 
 
 def a_timeout_that_a_policy_sets(machine):

@@ -2,11 +2,14 @@
 
 #include <doctest/doctest.h>
 
+#include <string>
+#include <vector>
+
 namespace dozewell::ctl {
 namespace {
 
-constexpr uint32_t kReading = 0x1;
-constexpr uint32_t kWriting = 0x2;
+constexpr uint32_t kReadRight = 0x1;
+constexpr uint32_t kWriteRight = 0x2;
 constexpr const char* kOwn = "S-1-5-21-7";
 
 using Names = std::vector<std::string>;
@@ -25,17 +28,17 @@ TEST_CASE("the system, administrators and the service's own account are trusted"
 
 TEST_CASE("strangers are those who are not trusted and have one of the rights, each once") {
   AccessList access;
-  access.allowed = {{"S-1-5-18", kWriting},
-                    {"S-1-5-32-545", kReading},
-                    {"S-1-1-0", kWriting, true},
-                    {"S-1-5-11", kWriting | kReading},
-                    {"S-1-5-11", kWriting},
-                    {"S-1-5-21-8", kWriting},
-                    {kOwn, kWriting}};
-  CHECK(StrangersWith(kWriting, access, kOwn) == Names{"signed-in users", "S-1-5-21-8"});
-  CHECK(StrangersWith(kReading, access, kOwn) == Names{"Users", "signed-in users"});
+  access.allowed = {{"S-1-5-18", kWriteRight},
+                    {"S-1-5-32-545", kReadRight},
+                    {"S-1-1-0", kWriteRight, true},
+                    {"S-1-5-11", kWriteRight | kReadRight},
+                    {"S-1-5-11", kWriteRight},
+                    {"S-1-5-21-8", kWriteRight},
+                    {kOwn, kWriteRight}};
+  CHECK(StrangersWith(kWriteRight, access, kOwn) == Names{"signed-in users", "S-1-5-21-8"});
+  CHECK(StrangersWith(kReadRight, access, kOwn) == Names{"Users", "signed-in users"});
   access.opensToAll = true;
-  CHECK(StrangersWith(kWriting, access, kOwn) == Names{"Everyone"});
+  CHECK(StrangersWith(kWriteRight, access, kOwn) == Names{"Everyone"});
 }
 
 TEST_CASE("each right to change something counts, and none to read") {

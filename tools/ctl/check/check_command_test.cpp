@@ -130,7 +130,7 @@ TEST_CASE("what keeps the service from its work is BAD, in a line of its own and
        [] { SetCapability(PowerCapabilities::kS4, 0); }},
       {"hibernation-file", Verdict::Bad, "never hibernates",
        [] { SetCapability(PowerCapabilities::kHibernationFile, 0); }},
-      {"wake-timers", Verdict::Bad, "forbidden by policy: off on mains, on on battery",
+      {"wake-timers", Verdict::Bad, "forbidden by policy: off on mains, allowed on battery",
        [] {
          checked.policies->insert(kWakeTimersPolicy);
          checked.numbers["BD3B718A-0680-4D9D-8AB2-E1D2B4AC806D ACSettingIndex"] = 0;
@@ -208,7 +208,7 @@ TEST_CASE("what is worth knowing, or not known, is a note in a line of its own")
       {"fast-startup", Verdict::Note, "a shut-down hibernates the service",
        [] { checked.numbers["Power HiberbootEnabled"] = 1; }},
       {"fast-startup", Verdict::Note, "not known", [] { checked.numbers.clear(); }},
-      {"wake-timers", Verdict::Note, "on on mains, off on battery",
+      {"wake-timers", Verdict::Note, "allowed on mains, off on battery",
        [] { fakes::power.values["balanced DC wake timers"] = 0; }},
       {"scheme", Verdict::Note, "falls asleep after never on mains, 30 min on battery",
        [] { fakes::power.values["balanced AC sleep"] = 0; }},

@@ -28,7 +28,7 @@ std::string TimeoutText(const SettingInForce& timeout) {
 }
 
 std::string WakeTimersText(const SettingInForce& wakeTimers) {
-  constexpr const char* kNames[] = {"off", "on", "important ones only"};
+  constexpr const char* kNames[] = {"off", "allowed", "important ones only"};
   if (!wakeTimers.value) return "not known";
   const uint32_t value = *wakeTimers.value;
   return value < std::size(kNames) ? kNames[value] : std::to_string(value);
