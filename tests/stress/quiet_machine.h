@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace dozewell::quiet {
 
@@ -14,6 +15,9 @@ namespace dozewell::quiet {
 
 // The data folder. Set before any thread runs.
 extern std::wstring dataFolder;
+
+// The values of Predictor, which a read takes in turn. Set before any thread runs.
+extern std::vector<std::string> predictors;
 
 // The messages in the event log, counted by kind.
 struct Messages {
