@@ -43,7 +43,7 @@ SERVICE_COMMANDS = (
     ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
     ("reset-history", "--yes"), ("ping",))
 
-NOT_INSTALLED = "the service is not installed; as administrator, DozewellService -i installs it"
+NOT_INSTALLED = "the service is not installed; its installer package installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
 NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \
@@ -318,6 +318,24 @@ def test_report_is_that_of_the_replay_tool(machine):
     equal(page == (machine.scratch / "r.html").read_text(), True)
 
 
+def test_report_on_standard_output(machine):
+    machine.provision()
+    machine.data.mkdir(parents=True)
+    warnings = [r"C:\ProgramData\Brevan\Z7\%s: ignored: it cannot be opened" % name
+                for name in ("cpredict.z7", "zs7state.dat")]
+    # The page says at which minute it was made, so both are made within one.
+    while True:
+        out = machine.works("report", "--out", "-", warnings=warnings)
+        machine.works("report", "--out", "page.html", warnings=warnings)
+        page = (machine.scratch / "page.html").read_text()
+        times = [re.search(r"Dozewell report of .*?\.", text)[0] for text in (out, page)]
+        if times[0] == times[1]:
+            break
+    equal(out == page, True)
+    machine.fails(2, "--json prints to standard output, so the page cannot be written there",
+                  "report", "--out", "-", "--json")
+
+
 def test_report_without_settings_or_a_place(machine):
     machine.fails(1, NO_ENGINE, "report")
     equal((machine.scratch / "dozewell-report.html").exists(), False)
@@ -367,6 +385,17 @@ def test_import_of_an_event_log(machine):
     machine.works("explain")
     again = json.loads(machine.works("import-history", "--from", "week.xml", "--json"))
     equal((again["records"], again["added"], again["learnt"]), (24, 0, False))
+
+
+def test_import_of_an_event_log_from_standard_input(machine):
+    machine.provision()
+    log = WEEK.read_bytes()
+    machine.fails(2, "--from -: the log takes the place of an answer; --yes does not ask",
+                  "import-history", "--from", "-", stdin=None, input=log)
+    equal(machine.data.parent.exists(), False)
+    out = machine.works("import-history", "--from", "-", "--yes", stdin=None, input=log)
+    contains(out, r"C:\ProgramData\Brevan\Z7\zs7state.dat: 24 records; from the event log: 24 ")
+    equal((machine.data / "zs7state.dat").stat().st_size, 24 * 16)
 
 
 # With a service in a console

@@ -46,7 +46,10 @@ TAME_KINDS = (office_day, home_day, shift_day, erratic_day)
 
 
 def tame_records(rng, days):
-    make_day = rng.choice(TAME_KINDS)
+    return records_of_days(rng, rng.choice(TAME_KINDS), days)
+
+
+def records_of_days(rng, make_day, days):
     base = BASE + rng.randint(0, 2000) * DAY
     records = []
     for day in range(days):

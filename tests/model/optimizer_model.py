@@ -53,13 +53,14 @@ def simulate_fixed_timeout(records, timeout_seconds):
 
 
 class Simulator:
-    """One replay of a history with a predictor that learns as it goes."""
+    """One replay of a history with a predictor that learns as it goes. The predictor is a tracker, or
+    answers the same two calls: `process_event` and `get_predictions`."""
 
     LEARNT_CODES = {ACTIVE: 0, LIMBO: 2, ASLEEP: 1, HIBERNATING: 1, PREDICTED_HIBERNATION: 1,
                     WAKE_BACK: 1}
 
-    def __init__(self, configuration):
-        self.tracker, _ = model.make_tracker(configuration)
+    def __init__(self, predictor):
+        self.predictor = predictor
         self.predictions = []
         self.queue = deque()
         self.time_line = []
@@ -97,7 +98,7 @@ class Simulator:
             self.cancel_scheduled()
             self.append(event)
         elif event.state in (ASLEEP, HIBERNATING):
-            self.predictions = self.tracker.get_predictions(model.tm_of(event.time))
+            self.predictions = self.predictor.get_predictions(model.tm_of(event.time))
             self.record(event)
             self.cancel_scheduled()
             self.schedule_hibernation(event)
@@ -155,7 +156,7 @@ class Simulator:
         self.time_line.append(event)
 
     def record(self, event):
-        self.tracker.process_event(model.tm_of(event.time), self.LEARNT_CODES[event.state])
+        self.predictor.process_event(model.tm_of(event.time), self.LEARNT_CODES[event.state])
 
     def schedule_hibernation(self, event):
         for tm, minutes in self.predictions:
@@ -206,7 +207,7 @@ class Simulator:
 
 def simulate_predictor(configuration, records):
     """The time line. The simulator is built even when the history is too short for a run."""
-    simulator = Simulator(configuration)
+    simulator = Simulator(model.make_tracker(configuration)[0])
     simulator.run(records)
     return simulator.time_line
 

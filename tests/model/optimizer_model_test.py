@@ -124,7 +124,7 @@ class WithPredictor(unittest.TestCase):
 
 class Counters(unittest.TestCase):
     def simulator(self, *events):
-        made = optimizer.Simulator(optimizer.simulated(DAILY))
+        made = optimizer.Simulator(model.make_tracker(optimizer.simulated(DAILY))[0])
         made.queue.extend(SimEvent(*event) for event in events)
         return made
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "base/file.h"
+#include "base/durable_file.h"
 #include "common/local_time.h"
 #include "ctl/live_files.h"
 #include "prediction/cyclic_probability_predictor.h"
@@ -13,7 +13,7 @@ namespace {
 
 // How far the saved data go; empty when that cannot be told.
 std::string ExtentOfSavedData() {
-  const FileContent content = ReadContent(LiveFilePath(kDataFileName));
+  const FileContent content = ReadDurableFile(LiveFilePath(kDataFileName));
   if (content.failure == FileFailure::Missing) return "; nothing is saved yet";
   TrackerData header;
   if (content.bytes.size() < sizeof(header)) return {};

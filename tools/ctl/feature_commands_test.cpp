@@ -75,11 +75,19 @@ TEST_CASE("a client that switches the feature off says where the saved data end"
   TrackerData header = {};
   header.lastTime = {0, 0, 8, 5, 1, 126, 4, 35, 0};
   REQUIRE(WriteWholeFile(machine.Folder().File(L"cpredict.z7"), &header, sizeof(header)));
-  const ClientRun run = Ctl(machine, {"disable"});
-  REQUIRE(run.questions.size() == 1);
-  CHECK(run.questions[0].starts_with(
-      "The service will lose what it has learnt since it last saved that; what is saved ends at "
-      "2026-02-05 08:00:00. To keep it,"));
+  const auto saysThatSavedEndsAt = [&machine](const std::string& time) {
+    const ClientRun run = Ctl(machine, {"disable"});
+    REQUIRE(run.questions.size() == 1);
+    CHECK(run.questions[0].starts_with(
+        "The service will lose what it has learnt since it last saved that; what is saved ends "
+        "at " +
+        time + ". To keep it,"));
+  };
+  saysThatSavedEndsAt("2026-02-05 08:00:00");
+  // Newer data wait until the file is free.
+  header.lastTime = {0, 0, 9, 6, 1, 126, 5, 36, 0};
+  REQUIRE(WriteWholeFile(machine.Folder().File(L"cpredict.z7.new"), &header, sizeof(header)));
+  saysThatSavedEndsAt("2026-02-06 09:00:00");
 }
 
 TEST_CASE("a feature that was switched without the driver's timers is reported") {
