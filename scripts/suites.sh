@@ -4,6 +4,7 @@
 FUZZ_RUNS=${FUZZ_RUNS:-5000}
 MODEL_CASES=${MODEL_CASES:-100}
 SEARCH_CASES=${SEARCH_CASES:-60}
+RATES_CASES=${RATES_CASES:-40}
 
 # A line for each suite, in the order in which they begin: its name, what it needs, its command.
 # It can need
@@ -32,6 +33,7 @@ rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine 
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
 model of the optimizer against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
+model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
@@ -65,6 +67,7 @@ files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan
 stress, sanitized | asan:controller_stress | build/asan/controller_stress 4000
 stress, threads sanitized | tsan:controller_stress | build/tsan/controller_stress 4000
 fuzz data files | asan:data_file_fuzz | passes fuzz data_file
+fuzz rates files | asan:rates_file_fuzz | passes fuzz rates_file
 fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
