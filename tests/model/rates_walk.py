@@ -6,7 +6,8 @@ timeouts: what each sleep would have come to, decided from what came before it a
 
 Fails when, without a wake, a score is more than 1 below the best fixed timeout in hindsight, or
 when a recorded history does not come to what it is known to come to. A made-up user without any
-habits may cost 2: there is nothing to learn, and the best of many timeouts in hindsight is partly luck.
+habits may cost 2: there is nothing to learn, and the best of many timeouts in hindsight is partly
+luck.
 """
 
 import functools
