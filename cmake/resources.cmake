@@ -1,10 +1,18 @@
 # add_version_resource(TARGET DESCRIPTION): gives a program the description and version that Explorer
-# shows and installers read. Does nothing for systems without version resources.
+# shows and installers read, and the manifest by which Windows chooses how to run it. Does nothing for
+# systems without such resources.
 function(add_version_resource target description)
   if(WIN32)
     set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
-    configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+    set(manifest ${CMAKE_CURRENT_BINARY_DIR}/${target}.manifest)
+    configure_file(${CMAKE_SOURCE_DIR}/cmake/program.manifest.in ${manifest} @ONLY)
+    configure_file(${CMAKE_SOURCE_DIR}/cmake/program.rc.in ${resource} @ONLY)
+    set_source_files_properties(${resource} PROPERTIES OBJECT_DEPENDS ${manifest})
     target_sources(${target} PRIVATE ${resource})
+    if(MSVC)
+      # The linker would add one of its own.
+      target_link_options(${target} PRIVATE /MANIFEST:NO)
+    endif()
   endif()
 endfunction()
 

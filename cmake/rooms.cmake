@@ -48,6 +48,18 @@ function(unite target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
 endfunction()
 
+# link_as_one(NAME LIBRARY...): an interface library for libraries that call each other.
+function(link_as_one name)
+  add_library(${name} INTERFACE)
+  if(MSVC)
+    # Its linker searches all libraries again by itself, and CMake knows no option for that.
+    target_link_libraries(${name} INTERFACE ${ARGN})
+  else()
+    string(JOIN "," libraries ${ARGN})
+    target_link_libraries(${name} INTERFACE $<LINK_GROUP:RESCAN,${libraries}>)
+  endif()
+endfunction()
+
 # read_common_headers_once(TARGET): precompiles the standard headers that most sources include. The
 # presets without this show that each source includes what it needs.
 function(read_common_headers_once target)

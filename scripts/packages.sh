@@ -27,6 +27,8 @@ BUILD_PACKAGES=(g++ cmake ninja-build doctest-dev libbenchmark-dev libcli11-dev
                 nlohmann-json3-dev)
 # Sanitizers and fuzzing come with clang.
 CLANG_PACKAGES=(clang libclang-rt-14-dev)
+# To link for Windows what clang compiled.
+LLD_PACKAGES=(lld)
 CROSS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools)
 PYTHON_PACKAGES=(python3)
 # To run what was built for Windows.

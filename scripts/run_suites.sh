@@ -18,8 +18,11 @@ JOBS_AT_ONCE=$(($(nproc) + 2))
 # The failed suite's last lines that are shown.
 LINES_SHOWN=60
 
+WINDOWS_PRESET=${DOZEWELL_WINDOWS:-windows}
+
 # Used by the commands in the table.
 wine=${WINE[*]}
+programs=build/$WINDOWS_PRESET
 traces=${DOZEWELL_TRACES:+--traces $DOZEWELL_TRACES}
 
 # Jobs: numbers of suites, and "build PRESET". Of each: the builds that it waits for, when it began,
@@ -42,6 +45,7 @@ need_of() {
     case $need in
       *:*)
         preset=${need%%:*}
+        [[ $preset != windows ]] || preset=$WINDOWS_PRESET
         [[ -v targets[$preset] ]] || presets+=("$preset")
         targets[$preset]+=" ${need#*:}"
         waits_for[$suite]+=" $preset"
@@ -64,6 +68,7 @@ packages_for_builds() {
     case $preset in
       asan) lists+=(clang) ;;
       windows) lists+=(cross) ;;
+      clang) lists+=(cross clang lld) ;;
     esac
   done
 }

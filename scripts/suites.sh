@@ -7,7 +7,7 @@ SEARCH_CASES=${SEARCH_CASES:-60}
 
 # A line for each suite, in the order in which they begin: its name, what it needs, its command.
 # It can need
-#   PRESET:TARGET,...   targets of a build,
+#   PRESET:TARGET,...   targets of a build; windows is the one that DOZEWELL_WINDOWS names,
 #   machine             a Wine machine that no other suite uses at the time,
 #   a list of packages  by its name in scripts/packages.sh, in small letters;
 # a suite that is idle only takes the processors when no other wants them.
@@ -24,16 +24,16 @@ model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 model of the rates: its own tests | python | python3 -m tests.model.rates_model_test
 model of the rates, walked forward | python | python3 -m tests.model.rates_walk --years 4 --days 100 $traces
-scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py
-installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs build/windows --out build/installer-test
-rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine build/windows/rpc_clients_test.exe build/windows/DozewellService.exe
+scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py --build $programs
+installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs $programs --out build/installer-test
+rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine $programs/rpc_clients_test.exe $programs/DozewellService.exe
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
-model of the optimizer against both | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
-the service against dozewell-replay | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py $traces
-its searches against dozewell-replay | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --folder build/play-search $traces
-client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder build/windows
-rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine build/windows/rpc_wire_test.exe build/windows/DozewellService.exe
+model of the optimizer against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
+the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
+its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
+client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
+rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine $programs/rpc_wire_test.exe $programs/DozewellService.exe
 command line, Windows | windows:dozewell-replay machine python | replay_test replay_cli_test windows
 JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_test windows
 searching, Windows | windows:dozewell-replay machine python | replay_test optimizer_cli_test windows
@@ -41,14 +41,14 @@ event logs, Windows | windows:dozewell-replay machine python | replay_test event
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
 reports, Windows | windows:dozewell-replay machine python | replay_test report_cli_test windows
 wrong commands, Windows | windows:dozewell-replay machine python | replay_test replay_wrong_commands_test windows
-wrong commands of the client, Windows | windows:dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_wrong_commands_test --wine "$wine" --folder build/windows
+wrong commands of the client, Windows | windows:dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_wrong_commands_test --wine "$wine" --folder $programs
 files, Windows | windows:dozewell-replay machine python | replay_test files_cli_test windows
-logic, Windows | windows:unit_tests machine | $wine build/windows/unit_tests.exe
-leaves, Windows | windows:leaf_tests machine | $wine build/windows/leaf_tests.exe
-stress, Windows | windows:controller_stress machine | $wine build/windows/controller_stress.exe 4000
-ping against an empty server | windows:DozewellService,ping_bench machine | $wine build/windows/ping_bench.exe build/windows/DozewellService.exe
+logic, Windows | windows:unit_tests machine | $wine $programs/unit_tests.exe
+leaves, Windows | windows:leaf_tests machine | $wine $programs/leaf_tests.exe
+stress, Windows | windows:controller_stress machine | $wine $programs/controller_stress.exe 4000
+ping against an empty server, Windows | windows:DozewellService,ping_bench machine | $wine $programs/ping_bench.exe $programs/DozewellService.exe
 power cuts | native:power_cut python | python3 -m tests.power_cut_test --program build/native/power_cut
-power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_cut_test --program "$wine build/windows/power_cut.exe"
+power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_cut_test --program "$wine $programs/power_cut.exe"
 stress | native:controller_stress | build/native/controller_stress 20000
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
@@ -67,11 +67,12 @@ fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
 fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
-imports | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports
-hardening | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening
-surface | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm build/windows
+imports, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports x86_64-w64-mingw32-objdump
+hardening, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening x86_64-w64-mingw32-objdump
+resources, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs resources
+surface, Windows | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm $programs
 package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
-size of the service | windows:DozewellService | passes at_most $((600 * 1024)) build/windows/DozewellService.exe
+size of the service, Windows | windows:DozewellService | passes loads_at_most $((600 * 1024)) $programs/DozewellService.exe
 clang-tidy | native:all tidy python idle | passes tests/checks/tidy.py --build build/native
 clang-tidy, Windows | windows:all tidy python idle | passes tidy_windows
 END
@@ -80,7 +81,7 @@ END
 # What is built when all suites are run; a build without a line has no more than they need.
 everything_of() {
   case $1 in
-    native | asan | windows) echo all ;;
+    native | asan | windows | clang) echo all ;;
   esac
 }
 
@@ -103,7 +104,7 @@ clang_format() {
 # replay_test PROGRAM BUILD: tests the command line of dozewell-replay.
 replay_test() {
   local tool=build/$2/dozewell-replay
-  [[ $2 != windows ]] || tool="$wine $tool.exe"
+  [[ $2 != windows ]] || tool="$wine $programs/dozewell-replay.exe"
   python3 -m "tests.$1" --tool "$tool" "${@:3}"
 }
 
@@ -111,7 +112,7 @@ replay_test() {
 replay_model() {
   # shellcheck disable=SC2086
   python3 -m "tests.model.$1" --tool build/native/dozewell-replay \
-    --second-tool "$wine build/windows/dozewell-replay.exe" --cases "$2" --seed 1 $traces "${@:3}"
+    --second-tool "$wine $programs/dozewell-replay.exe" --cases "$2" --seed 1 $traces "${@:3}"
 }
 
 fuzz() {
@@ -123,18 +124,18 @@ fuzz() {
     -artifact_prefix="$new/"
 }
 
-# check_programs CHECK: a check of tests/checks, on the programs for Windows.
+# check_programs CHECK ARGUMENT...: a check of tests/checks, on the programs for Windows.
 check_programs() {
-  local program programs=()
-  for program in DozewellService dozewell-replay dozewellctl dozewell-setup; do
-    programs+=("build/windows/$program.exe")
-  done
-  "tests/checks/$1.py" x86_64-w64-mingw32-objdump "${programs[@]}"
+  local names=(DozewellService dozewell-replay dozewellctl dozewell-setup)
+  names=("${names[@]/#/$programs/}")
+  "tests/checks/$1.py" "${@:2}" "${names[@]/%/.exe}"
 }
 
-at_most() {
+# loads_at_most BYTES PROGRAM: how much memory the sections of a program take. lld also puts sections
+# into it that are for debuggers only.
+loads_at_most() {
   local size
-  size=$(stat -c %s "$2")
+  size=$(x86_64-w64-mingw32-size "$2" | awk 'NR == 2 {print $4}')
   echo "$2: $size bytes, at most $1"
   ((size <= $1))
 }
@@ -144,6 +145,6 @@ tidy_windows() {
   local folders
   mapfile -t folders < <(x86_64-w64-mingw32-g++ -E -x c++ -v - </dev/null 2>&1 |
     sed -n '/^#include </,/^End/s/^ //p' | grep -E 'c\+\+|mingw32/include$')
-  tests/checks/tidy.py --build build/windows --sources '_windows(_test)?\.cpp$' -- \
+  tests/checks/tidy.py --build "$programs" --sources '_windows(_test)?\.cpp$' -- \
     --target=x86_64-w64-mingw32 "${folders[@]/#/-isystem}"
 }

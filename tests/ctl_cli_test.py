@@ -43,7 +43,7 @@ SERVICE_COMMANDS = (
     ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
     ("reset-history", "--yes"), ("ping",))
 
-NOT_INSTALLED = "the service is not installed; as administrator, DozewellService -i installs it"
+NOT_INSTALLED = "the service is not installed; its installer package installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
 NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \

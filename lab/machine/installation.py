@@ -34,6 +34,7 @@ class Installation:
     def __init__(self, folder, build, zone=ZONE):
         self.folder = folder.resolve()
         self.build = build.resolve()
+        self.zone = zone
         self._lock = None
         self.wine = Wine(self.folder / "wine", zone)
         self.state = None

@@ -2,6 +2,7 @@
 the service's executable on it as it is shipped."""
 
 import configparser
+import contextlib
 import shutil
 import signal
 import struct
@@ -82,7 +83,7 @@ class Machine:
         agent = installation.agent
         self.waiting = self._wine.waiting
         self.processes = self._wine.processes
-        self.clock = Clock(self._state, self._wake_sleepers)
+        self.clock = Clock(self._state, self._wake_sleepers, installation.zone)
         self.driver = Driver(agent)
         self.calls = SystemCalls(self._state, self.waiting)
         self.schemes = PowerSchemes(self._state)
@@ -116,7 +117,7 @@ class Machine:
         shutil.rmtree(self.data_folder.parent, ignore_errors=True)
         self.driver.reset()
         self.schemes.reset()
-        self.clock.set(START_OF_TIME)
+        self.clock.reset(START_OF_TIME)
         self._state.awake_ms = 0
         self._state.busy_threads = 0
         self.set_mains(True)
@@ -179,7 +180,17 @@ class Machine:
 
     def press_ctrl_c(self, console):
         console.send_signal(signal.SIGINT)
+        return self._await_end(console)
+
+    def close_console(self, console):
+        """The system calls the program's handler, and ends the program when that returns."""
+        with contextlib.suppress(LinkLost):
+            self._ask_service("close-console")
+        return self._await_end(console)
+
+    def _await_end(self, console):
         output, _ = self.waiting.for_end(console, "the program does not end in its console")
+        self._close_channel()
         return Finished(console.returncode, output, self.take_step())
 
     # The service control manager

@@ -45,6 +45,7 @@ class MachineState(ctypes.Structure):
         ("awake_ms", ctypes.c_uint64),
         ("ac_line_status", ctypes.c_uint32),
         ("active_scheme", ctypes.c_uint32),
+        ("zone", ctypes.c_char * 32),
         ("schemes", PowerScheme * len(POWER_SCHEMES)),
         ("calls", SystemCall * MAX_SYSTEM_CALLS),
         ("record_size", ctypes.c_uint32),

@@ -8,8 +8,10 @@ from steps.client import DONE, NO_RESULT, NOT_REACHABLE, done, failed
 from steps.expect import expect, expect_true
 from steps.sequences import RPC_SET_UP, SERVES
 
-NOT_INSTALLED = "the service is not installed; as administrator, DozewellService -i installs it"
+NOT_INSTALLED = "the service is not installed; its installer package installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
+AWAITS_START = ("the service is still to start after the start of Windows; it does so by itself "
+                "within some minutes, so do not start it by hand")
 STARTING = "the service is starting; try again in a moment"
 STOPPING = "the service is stopping; once it has, net start DozewellService starts it again"
 NOT_ANSWERING = ("the service runs but does not answer (error 1722); its events may say why "
@@ -34,6 +36,16 @@ def _expect_not_reached(machine, why, service):
 
 def a_service_that_is_not_installed(machine):
     _expect_not_reached(machine, NOT_INSTALLED, "not installed")
+
+
+def a_service_whose_delayed_start_is_still_to_come(machine):
+    machine.provision()
+    machine.service.create()
+    _expect_not_reached(machine, AWAITS_START, "stopped")
+    machine.start_service()
+    expect(machine.client.run("ping").exit_code, DONE, "exit code of ping after the start")
+    machine.stop_service()
+    failed(machine, "ping", STOPPED, NOT_REACHABLE)
 
 
 def a_service_that_is_stopped(machine):

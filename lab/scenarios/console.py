@@ -56,3 +56,15 @@ def _a_stop_in_a_console(hour):
         Entry("setting", "write ServiceStatus 1"),
         sent(STOPPED), NOT_SENT,
     ]
+
+
+def closing_the_console_lets_the_service_end(machine):
+    machine.provision()
+    console, _ = machine.start_console()
+    machine.clock.set("2026-01-05 09:30")
+    ended = machine.close_console(console)
+    expect((ended.exit_code, ended.output), (0, LISTENS), "exit code and output")
+    expect([entry for entry in ended.step.entries if entry.kind not in ("trace", "sleep")],
+           _a_stop_in_a_console(9), "the end")
+    expect(ended.step.of("sleep"), ["20000 ms"], "how long closing would wait")
+    expect(machine.setting("ServiceStatus"), 1, "ServiceStatus after the end")

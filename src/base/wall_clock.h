@@ -60,7 +60,8 @@ inline constexpr const wchar_t* kMonthNames[] = {L"Jan", L"Feb", L"Mar", L"Apr",
                                                  L"Jul", L"Aug", L"Sep", L"Oct", L"Nov", L"Dec"};
 
 // The text that _wasctime_s makes: "Thu Jan  1 00:00:00 1970" and a line feed, the day of the month
-// padded with a blank. Empty when a field is outside its range.
+// padded with a blank, as its documentation has it now. Older runtime libraries pad it with a zero.
+// Empty when a field is outside its range.
 std::wstring WallClockText(const tm& time);
 
 }  // namespace dozewell

@@ -107,7 +107,7 @@ TEST_CASE("a start fills the machine's slots with the handlers of their names") 
   const fakes::Machine machine;
   StartController();
   const SleepStateMachine& slots = *StateMachine;
-  using Action = SleepStateMachine::Action;
+  using SlotAction = SleepStateMachine::Action;
   CHECK((slots.ReportStateMachineError == &ReportStateMachineError));
   CHECK((slots.GImpl_GoingToS3 == &GImpl_GoingToS3));
   CHECK((slots.GImpl_GoingToS4 == &GImpl_GoingToS4));
@@ -123,8 +123,8 @@ TEST_CASE("a start fills the machine's slots with the handlers of their names") 
   CHECK((slots.AH_PredictorContainerOff == &AH_PredictorContainerOff));
   CHECK((slots.AH_SetPredictorConfig == &AH_SetPredictorConfig));
   CHECK((slots.AH_SavePredictionData == &AH_SavePredictionData));
-  CHECK((slots.AH_RecordHistoryEvent == static_cast<Action>(&AH_RecordHistoryEvent)));
-  CHECK((slots.AH_SaveHistory == static_cast<Action>(&AH_SaveHistory)));
+  CHECK((slots.AH_RecordHistoryEvent == static_cast<SlotAction>(&AH_RecordHistoryEvent)));
+  CHECK((slots.AH_SaveHistory == static_cast<SlotAction>(&AH_SaveHistory)));
   CHECK((slots.AH_ResetHistory == &AH_ResetHistory));
   fakes::TakeJournal();
   slots.LaunchOptimizerThread(nullptr);

@@ -3,8 +3,9 @@
 
 namespace dozewell {
 
-// Puts the machine to sleep, not into hibernation, with wake-ups enabled. It returns when the
-// machine is awake again, so no other thread may wait for it. False when the machine did not sleep.
+// Puts the machine to sleep, not into hibernation, with wake-ups enabled. Until it returns, the
+// process has the privilege for that enabled. It returns when the machine is awake again, so no
+// other thread may wait for it. False when the machine did not sleep.
 bool SuspendSystem();
 
 }  // namespace dozewell

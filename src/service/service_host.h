@@ -14,7 +14,8 @@ inline constexpr wchar_t kServiceName[] = L"DozewellService";
 // Serves the process as a service until ServiceMain has returned. The main thread.
 uint32_t RunServiceDispatcher();
 
-// Has the system call ConsoleCtrlHandler, on a thread of its own, for each console event.
+// Has the system call ConsoleCtrlHandler, on a thread of its own, for each console event. When the
+// console goes away, that thread then waits for the end of ServiceMain, for 20 seconds at most.
 void InstallConsoleHandler();
 
 // Has the system call ServiceCtrlHandler from now on, and remembers the handle that statuses are

@@ -15,7 +15,20 @@ DWORD WINAPI Handler(DWORD control, DWORD eventType, void* eventData, void*) {
   return ServiceCtrlHandler(control, eventType, eventData);
 }
 
-BOOL WINAPI ConsoleHandler(DWORD type) { return ConsoleCtrlHandler(type) ? TRUE : FALSE; }
+// Longer than the system waits for a handler by itself.
+constexpr DWORD kLongestWaitMs = 20000;
+
+// The events after which the system ends the process as soon as the handler returns.
+bool EndsProcess(DWORD type) {
+  return type == CTRL_CLOSE_EVENT || type == CTRL_LOGOFF_EVENT || type == CTRL_SHUTDOWN_EVENT;
+}
+
+BOOL WINAPI ConsoleHandler(DWORD type) {
+  const bool handled = ConsoleCtrlHandler(type);
+  // When ServiceMain has returned, the process ends, and this thread with it.
+  if (EndsProcess(type)) Sleep(kLongestWaitMs);
+  return handled ? TRUE : FALSE;
+}
 
 void WINAPI Main(DWORD, wchar_t**) { ServiceMain(); }
 

@@ -179,14 +179,23 @@ TEST_CASE("leaving the console stops the service, other console events are left 
         handler = routine;
         return TRUE;
       }};
+  const ImportStub<"Sleep", decltype(Sleep)> sleep;
   InstallConsoleHandler();
   CHECK(TakeSystemCalls() == Calls{SystemCall("SetConsoleCtrlHandler", kFunction, TRUE)});
   REQUIRE((handler != nullptr));
   CHECK(handler(3) == FALSE);
   CHECK(TakeSystemCalls() == Calls{});
-  CHECK(handler(CTRL_CLOSE_EVENT) == TRUE);
-  CHECK(TakeSystemCalls() ==
-        Joined({{SystemCall("RpcMgmtStopServerListening", nullptr)}, StatusSent(nullptr, 3, 0)}));
+  const Calls stopped =
+      Joined({{SystemCall("RpcMgmtStopServerListening", nullptr)}, StatusSent(nullptr, 3, 0)});
+  for (const DWORD type : {CTRL_C_EVENT, CTRL_BREAK_EVENT}) {
+    CHECK(handler(type) == TRUE);
+    CHECK(TakeSystemCalls() == stopped);
+  }
+  // Windows ends the process when the handler returns, so these wait for the main routine.
+  for (const DWORD type : {CTRL_CLOSE_EVENT, CTRL_LOGOFF_EVENT, CTRL_SHUTDOWN_EVENT}) {
+    CHECK(handler(type) == TRUE);
+    CHECK(TakeSystemCalls() == Joined({stopped, {SystemCall("Sleep", 20000)}}));
+  }
   RPCStopRequested = false;
 }
 

@@ -5,7 +5,6 @@
 #include <cwchar>
 #include <map>
 
-#include "base/clock.h"
 #include "controller/state_machine/state_machine.h"
 #include "diagnostics/debugger.h"
 #include "diagnostics/event_log.h"
@@ -29,10 +28,6 @@ std::atomic<int> suspends{0};
 
 namespace {
 
-constexpr int64_t kStart = 1795219200;  // 2026-11-21 00:00
-constexpr int64_t kStep = 420;          // seconds
-
-std::atomic<int64_t> now{kStart};
 std::atomic<uint32_t> reads{0};
 
 // A number below the limit that changes from call to call, so that every kind of wake occurs.
@@ -42,10 +37,6 @@ bool Sometimes() { return Chance(3) == 0; }
 
 }  // namespace
 }  // namespace quiet
-
-int64_t UtcSecondsNow() { return quiet::now += quiet::kStep; }
-
-bool LocalTimeNow(tm& time) { return TmFromSeconds(UtcSecondsNow(), time); }
 
 EventSource OpenEventSource(const wchar_t*) { return &quiet::messages; }
 
@@ -139,7 +130,7 @@ bool SetActivePowerScheme(const Guid&) { return true; }
 
 // The timeout is some steps of the clock, so that a sleep sometimes lasts just as long.
 bool ReadSchemeValue(uint32_t, const Guid&, const Guid&, const Guid&, uint32_t& value) {
-  value = static_cast<uint32_t>(quiet::kStep) * (1 + quiet::Chance(16));
+  value = static_cast<uint32_t>(quiet::kClockStep) * (1 + quiet::Chance(16));
   return true;
 }
 

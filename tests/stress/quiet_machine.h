@@ -4,13 +4,17 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace dozewell::quiet {
 
 // Stands in for the leaves, for many threads at once, and keeps nothing but counts. It has the
-// settings of a predictor, a driver whose timer expires now and then, one power scheme, and a clock
-// that goes on by some minutes whenever it is read.
+// settings of a predictor, a driver whose timer expires now and then, and one power scheme. Its
+// clock is in quiet_clock.cpp.
+
+// How far the clock goes on whenever it is read, in seconds.
+inline constexpr int64_t kClockStep = 420;
 
 // The data folder. Set before any thread runs.
 extern std::wstring dataFolder;

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "common/plain_text.h"
+#include "common/write_text.h"
 
 namespace dozewell {
 
@@ -16,13 +17,12 @@ std::string WithReason(std::string what) {
 }
 
 void PrintMessage(const char* program, const std::string& message) {
-  std::fprintf(stderr, "%s: %s\n", program, PlainText(message, '?').c_str());
+  WriteText(stderr, std::string(program) + ": " + PlainText(message, '?') + "\n");
 }
 
 void PrintOutput(const std::string& output) {
   errno = 0;
-  if (std::fwrite(output.data(), 1, output.size(), stdout) != output.size() ||
-      std::fflush(stdout) != 0) {
+  if (!WriteText(stdout, output)) {
     throw std::runtime_error(WithReason("standard output: cannot be written"));
   }
 }

@@ -10,6 +10,8 @@ struct ServiceQuery {
   uint32_t error;        // 0, or the system's error code when the query failed
   uint32_t state;        // without an error: kServiceRunning and its like (service/service_host.h)
   uint32_t process = 0;  // its id; 0 while it has none
+  // It is stopped only because its delayed start after the system's is still to come.
+  bool awaitsStart = false;
 };
 
 // The error for a service that is not installed.

@@ -44,7 +44,11 @@ std::string UnreachableText(uint32_t status, const ServiceQuery& service) {
            ", which it may or may not have carried out; dozewellctl status shows which";
   }
   if (service.error == kErrorServiceMissing) {
-    return "the service is not installed; as administrator, DozewellService -i installs it";
+    return "the service is not installed; its installer package installs it";
+  }
+  if (service.awaitsStart) {
+    return "the service is still to start after the start of Windows; it does so by itself within "
+           "some minutes, so do not start it by hand";
   }
   if (service.error == 0) {
     if (const StateText* const state = FindState(service.state)) {

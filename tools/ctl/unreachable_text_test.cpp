@@ -13,10 +13,12 @@ TEST_CASE("a service that does not answer is described by its state, with what t
   const auto text = [](ServiceQuery service) {
     return UnreachableText(kServerUnavailable, service);
   };
-  CHECK(text({1060, 0}) ==
-        "the service is not installed; as administrator, DozewellService -i installs it");
+  CHECK(text({1060, 0}) == "the service is not installed; its installer package installs it");
   CHECK(text({0, kServiceStopped}) ==
         "the service is stopped; as administrator, net start DozewellService starts it");
+  CHECK(text({0, kServiceStopped, 0, true}) ==
+        "the service is still to start after the start of Windows; it does so by itself within "
+        "some minutes, so do not start it by hand");
   CHECK(text({0, kServiceStartPending}) == "the service is starting; try again in a moment");
   CHECK(text({0, kServiceStopPending}) ==
         "the service is stopping; once it has, net start DozewellService starts it again");

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <string>
 
+#include "common/write_text.h"
+
 namespace dozewell::replay {
 namespace {
 
@@ -12,11 +14,6 @@ constexpr uint64_t kPercentPerMark = 2;
 constexpr size_t kMarks = kWhole / kPercentPerMark;
 constexpr size_t kLineLength = sizeof("[] 100%") - 1 + kMarks;
 
-void PrintAtOnce(const std::string& text) {
-  std::fputs(text.c_str(), stderr);
-  std::fflush(stderr);
-}
-
 }  // namespace
 
 ProgressBar::ProgressBar(uint64_t steps, bool shown) : steps_(steps), shown_(shown) {
@@ -24,7 +21,7 @@ ProgressBar::ProgressBar(uint64_t steps, bool shown) : steps_(steps), shown_(sho
 }
 
 ProgressBar::~ProgressBar() {
-  if (shown_) PrintAtOnce('\r' + std::string(kLineLength, ' ') + '\r');
+  if (shown_) WriteText(stderr, '\r' + std::string(kLineLength, ' ') + '\r');
 }
 
 void ProgressBar::Step() {
@@ -36,8 +33,8 @@ void ProgressBar::Step() {
 
 void ProgressBar::Draw() const {
   const size_t marks = percent_ / kPercentPerMark;
-  PrintAtOnce("\r[" + std::string(marks, '#') + std::string(kMarks - marks, ' ') + "] " +
-              std::to_string(percent_) + '%');
+  WriteText(stderr, "\r[" + std::string(marks, '#') + std::string(kMarks - marks, ' ') + "] " +
+                        std::to_string(percent_) + '%');
 }
 
 }  // namespace dozewell::replay

@@ -48,6 +48,8 @@ struct MachineState {
   std::atomic<uint64_t> awakeMs;       // how long the machine has been awake
   std::atomic<uint32_t> acLineStatus;  // 1 on mains, 0 on battery
   std::atomic<uint32_t> activeScheme;
+  // The system's time zone, as the C runtime understands it: "EST5EDT".
+  char zone[32];
   PowerScheme schemes[kPowerSchemes];
   SystemCallState calls[kMaxSystemCalls];
   // What the service did, in order: lines of UTF-8 back to back. A size above the capacity tells

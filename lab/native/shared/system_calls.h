@@ -23,6 +23,7 @@ inline constexpr std::string_view kSystemCalls[] = {
     "StartServiceW",
     "DeleteService",
     "ChangeServiceConfig2W",
+    "SetConsoleCtrlHandler",
     // Event log and debugger
     "RegisterEventSourceW",
     "ReportEventW",
@@ -31,6 +32,7 @@ inline constexpr std::string_view kSystemCalls[] = {
     "OutputDebugStringW",
     // Time and threads
     "_time64",
+    "_tzset",
     "GetSystemTimeAsFileTime",
     "Sleep",
     "CreateThread",

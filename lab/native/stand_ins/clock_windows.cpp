@@ -1,7 +1,9 @@
+#include <stdlib.h>
 #include <time.h>
 #include <windows.h>
 
 #include <list>
+#include <string>
 
 #include "stand_ins/clock.h"
 #include "stand_ins/import.h"
@@ -42,10 +44,12 @@ void SleepUntil(uint64_t end) {
 }
 
 __time64_t GetTime(__time64_t* time);
+void ReadZone();
 void WINAPI GetFileTime(FILETIME* time);
 void WINAPI SleepAsTheClockSays(DWORD milliseconds);
 
 const Import<decltype(_time64)> TimeImport(SystemCallPlace("_time64"), GetTime);
+const Import<decltype(_tzset)> ZoneImport(SystemCallPlace("_tzset"), ReadZone);
 const Import<decltype(GetSystemTimeAsFileTime)> FileTimeImport(
     SystemCallPlace("GetSystemTimeAsFileTime"), GetFileTime);
 const Import<decltype(Sleep)> SleepImport(SystemCallPlace("Sleep"), SleepAsTheClockSays);
@@ -54,6 +58,23 @@ __time64_t GetTime(__time64_t* time) {
   const __time64_t now = TimeImport.CountCall() != 0 ? -1 : Machine->clock.load();
   if (time != nullptr) *time = now;
   return now;
+}
+
+// The runtime takes the zone from TZ if the program has that, here as on Windows, and else from the
+// system, for which the machine's zone stands in.
+void ReadZone() {
+  static_cast<void>(ZoneImport.CountCall());
+  const char* const own = getenv("TZ");
+  if (own != nullptr && *own != '\0') {
+    ZoneImport.System();
+    return;
+  }
+  // With its first conversion Wine's runtime reads Wine's own zone, which must be over by then.
+  const __time64_t any = 0;
+  static_cast<void>(_localtime64(&any));
+  _putenv(("TZ=" + std::string(Machine->zone)).c_str());
+  ZoneImport.System();
+  _putenv("TZ=");
 }
 
 void WINAPI GetFileTime(FILETIME* time) {

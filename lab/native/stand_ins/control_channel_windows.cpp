@@ -10,6 +10,7 @@ namespace {
 
 ControlHandler Handler = nullptr;
 void* Context = nullptr;
+ConsoleHandler HandlerOfConsole = nullptr;
 
 int64_t PerformanceCount() {
   LARGE_INTEGER count;
@@ -34,8 +35,16 @@ Fields Deliver(const Fields& request) {
   return {std::to_string(result), std::to_string(microseconds)};
 }
 
+// Windows ends a program as soon as its handler has returned, whatever its other threads do.
+[[noreturn]] void CloseConsole() {
+  HandlerOfConsole(CTRL_CLOSE_EVENT);
+  TerminateProcess(GetCurrentProcess(), static_cast<UINT>(STATUS_CONTROL_C_EXIT));
+  for (;;) Sleep(INFINITE);
+}
+
 Fields Answer(const Fields& request) {
   if (request[0] == "deliver" && request.size() == 4) return Deliver(request);
+  if (request[0] == "close-console" && HandlerOfConsole != nullptr) CloseConsole();
   if (request[0] == "wake") {
     WakeSleepers();
     return {};
@@ -48,6 +57,11 @@ Fields Answer(const Fields& request) {
 void OpenControlChannel(ControlHandler handler, void* context) {
   Handler = handler;
   Context = context;
+  Machine->servicePort = StartLineServer(Answer);
+}
+
+void OpenConsoleChannel(ConsoleHandler handler) {
+  HandlerOfConsole = handler;
   Machine->servicePort = StartLineServer(Answer);
 }
 

@@ -1,7 +1,5 @@
 #include <windows.h>
 
-#include <cstdlib>
-
 #include "stand_ins/import.h"
 #include "stand_ins/service_record.h"
 
@@ -26,8 +24,6 @@ FARPROC WINAPI LookUp(HMODULE library, const char* name) {
 bool Enter() {
   Machine = MapMachineState();
   if (Machine == nullptr) return false;
-  // The C runtime would misread the name of the zone that Wine was started with.
-  _putenv("TZ=");
   ImportedFunction::ReplaceAll(GetModuleHandleW(nullptr));
   return true;
 }

@@ -7,6 +7,7 @@
 
 #include "stand_ins/import.h"
 #include "stand_ins/service_record.h"
+#include "support/shutdown_privilege_windows.h"
 
 // The functions that powrprof.dll exports: the machine's power schemes and its way to sleep.
 
@@ -148,7 +149,11 @@ DWORD WINAPI PowerWriteDCValueIndex(HKEY, const GUID* scheme, const GUID* subgro
 
 BOOLEAN WINAPI SetSuspendState(BOOLEAN hibernate, BOOLEAN force, BOOLEAN noWakeEvents) {
   Record("suspend", Format("SetSuspendState %d %d %d", hibernate, force, noWakeEvents));
-  const uint32_t error = CountCall(SystemCallPlace("SetSuspendState"));
+  uint32_t error = CountCall(SystemCallPlace("SetSuspendState"));
+  if (error == 0 && !dozewell::support::ShutdownPrivilegeIsEnabled()) {
+    error = ERROR_PRIVILEGE_NOT_HELD;
+    Record("failed", Format("SetSuspendState %u", error));
+  }
   SetLastError(error);
   return error == 0;
 }

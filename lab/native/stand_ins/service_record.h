@@ -1,6 +1,7 @@
 #ifndef DOZEWELL_LAB_STAND_INS_SERVICE_RECORD_H_
 #define DOZEWELL_LAB_STAND_INS_SERVICE_RECORD_H_
 
+#include <cstdio>
 #include <string>
 
 #include "shared/machine_state.h"
@@ -16,7 +17,7 @@ void Record(const char* kind, const std::string& text);
 void Record(const char* kind, const wchar_t* text);
 
 // Formats as printf does; the text is cut off after a kilobyte.
-std::string Format(const char* format, ...) __attribute__((format(gnu_printf, 1, 2)));
+std::string Format(const char* format, ...) __attribute__((format(__MINGW_PRINTF_FORMAT, 1, 2)));
 
 }  // namespace dozewell::lab
 
