@@ -63,6 +63,7 @@ files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan
 stress, sanitized | asan:controller_stress | build/asan/controller_stress 4000
 stress, threads sanitized | tsan:controller_stress | build/tsan/controller_stress 4000
 fuzz data files | asan:data_file_fuzz | passes fuzz data_file
+fuzz rates files | asan:rates_file_fuzz | passes fuzz rates_file
 fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv

@@ -26,6 +26,8 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
+#include "prediction/rates/rates_file.h"
+#include "settings/setting_names.h"
 #include "stress/quiet_machine.h"
 
 namespace dozewell::power_cut {
@@ -46,7 +48,7 @@ constexpr int64_t kFirstEvent = 1795219200;  // 2026-11-21 00:00
 int64_t TimeOf(int event) { return kFirstEvent + event * int64_t{3600}; }
 bool IsSuspend(int event) { return event % 2 != 0; }
 
-// One of the two files, what it holds after the first so many events, and how more are saved.
+// One of the files, what it holds after the first so many events, and how more are saved.
 class Save {
  public:
   virtual ~Save() = default;
@@ -114,7 +116,23 @@ class DataSave : public Save {
   EngineObjects objects_;
 };
 
+// The data file is saved beside it each time.
+class RatesSave : public DataSave {
+ public:
+  RatesSave() { quiet::predictors = {kRatesPredictor}; }
+
+  const wchar_t* FileName() const override { return kRatesFileName; }
+  Bytes FileOf(int events) const override {
+    const auto state = std::make_unique<RatesState>();
+    for (int event = 0; event < events; ++event) {
+      state->Take(IsSuspend(event) ? Suspend : Activating, TimeOf(event));
+    }
+    return RatesFileOf(*state);
+  }
+};
+
 std::unique_ptr<Save> SaveOf(const std::string& name) {
+  if (name == "rates") return std::make_unique<RatesSave>();
   if (name == "history") return std::make_unique<HistorySave>();
   return std::make_unique<DataSave>();
 }

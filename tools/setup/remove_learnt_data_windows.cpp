@@ -6,6 +6,7 @@
 #include "base/utf8.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
+#include "prediction/rates/rates_file.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
 #include "setup/system_error.h"
@@ -35,7 +36,7 @@ void DeleteKeyIfEmpty(const wchar_t* path) {
 
 void DeleteFolders() {
   std::wstring folder = DataFolderPath();
-  for (const wchar_t* const name : {kHistoryFileName, kDataFileName}) {
+  for (const wchar_t* const name : {kHistoryFileName, kDataFileName, kRatesFileName}) {
     for (const wchar_t* const suffix : kSideFileSuffixes) DeleteLearntFile(folder + name + suffix);
     DeleteLearntFile(folder + name);
   }
