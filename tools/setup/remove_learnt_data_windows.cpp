@@ -6,6 +6,7 @@
 #include "base/utf8.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
+#include "prediction/rates/rates_file.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
 #include "setup/empty_key.h"
@@ -25,7 +26,7 @@ void DeleteLearntFile(const std::wstring& path) {
 
 void DeleteFolders() {
   std::wstring folder = DataFolderPath();
-  for (const wchar_t* const name : {kHistoryFileName, kDataFileName}) {
+  for (const wchar_t* const name : {kHistoryFileName, kDataFileName, kRatesFileName}) {
     for (const wchar_t* const suffix : kSideFileSuffixes) DeleteLearntFile(folder + name + suffix);
     DeleteLearntFile(folder + name);
   }

@@ -8,6 +8,7 @@
 #include "base/utf8.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
+#include "prediction/rates/rates_file.h"
 #include "settings/data_folder.h"
 #include "setup/folder_changes.h"
 #include "setup/safe_access.h"
@@ -110,7 +111,7 @@ std::string SecureDataFolder(const std::string& usersMayRead) {
   // From the outside in, since the owner of a folder can exchange what is in it.
   const Readers readers = SecureFolder(outer, chosen, Readers::kUsers, notes).readers;
   const SecuredFolder secured = SecureFolder(inner, chosen, readers, notes);
-  for (const wchar_t* const name : {kHistoryFileName, kDataFileName}) {
+  for (const wchar_t* const name : {kHistoryFileName, kDataFileName, kRatesFileName}) {
     SecureFile(folder + name, chosen, notes);
     for (const wchar_t* const suffix : kSideFileSuffixes) {
       SecureFile(folder + name + suffix, chosen, notes);

@@ -90,7 +90,7 @@ class LearntMachine : public Machine {
     CreateDirectoryW(Inner().c_str(), nullptr);
     for (const wchar_t* const name :
          {L"report.html", L"zs7state.dat", L"zs7state.dat.part", L"zs7state.dat.new",
-          L"zs7state.dat.unread", L"cpredict.z7"}) {
+          L"zs7state.dat.unread", L"cpredict.z7", L"rates.z7"}) {
       WriteFileAt(Inner() + L"\\" + name, "learnt");
     }
   }
