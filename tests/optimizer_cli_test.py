@@ -189,6 +189,57 @@ def test_records_not_later_than_the_last_do_not_count(tool):
     equal(json.loads(out)["records"], 5)
 
 
+# With rates
+
+def rates(tool, kind, *options):
+    """Of a made-up history: seconds asleep and hibernated, resumes from sleep and hibernation."""
+    tool.works("sample", "--kind", kind, "--days", "120", "--seed", "1", "--out", "sample.csv")
+    out = json.loads(tool.works("simulate", "--history", "sample.csv", "--predictor", "rates",
+                                "--timeline", "--json", *options))
+    return [*out.values()][:4]
+
+
+def test_rates_come_to_the_same_on_every_system(tool):
+    equal(rates(tool, "office"), [954992, 7202241, 235, 7])
+    equal(rates(tool, "office", "--no-wake"), [566651, 7590582, 159, 83])
+    equal(rates(tool, "home"), [1358660, 7196484, 213, 42])
+    equal(rates(tool, "home", "--no-wake"), [1007038, 7548106, 120, 135])
+
+
+def test_rates_decide_each_sleep_from_what_came_before_it(tool):
+    tool.works("sample", "--kind", "office", "--days", "60", "--seed", "1", "--out", "h.csv")
+    records = (tool.folder / "h.csv").read_text().splitlines()
+    command = ("simulate", "--predictor", "rates", "--timeline", "--json", "--history")
+    whole = json.loads(tool.works(*command, "h.csv"))["timeline"]
+    for count in (21, 62, 63):
+        tool.write("begin.csv", "\n".join(records[:count]) + "\n")
+        begin = json.loads(tool.works(*command, "begin.csv"))["timeline"]
+        # How the last sleep goes on depends on its end, which is not there yet.
+        equal(begin[:-1], whole[:len(begin) - 1])
+
+
+def test_rates_take_strength_and_weights_from_the_settings(tool):
+    """Weights of 0 and 100 hibernate after three minutes and never."""
+    of_rates = ("--predictor", "rates", "--json")
+    slept = 2 * (DAY - 4 * HOUR) + 30 * MINUTE
+    for changes, asleep in (("WR=0 100\nStrength=0\n", 2 * 3 * MINUTE),
+                            ("WR=0 100\nStrength=1\n", slept)):
+        figures = json.loads(simulate(tool, USES, SECTION + changes, *of_rates))
+        equal([figures["sleepSeconds"], figures["hibernateSeconds"]], [asleep, slept - asleep])
+    without_entry = [simulate(tool, USES, SECTION + text, *of_rates)
+                     for text in ("WR=50\nStrength=0\n", "WR=0 100\nStrength=2\n",
+                                  "WR=0\nStrength=-1\n")]
+    equal(without_entry, without_entry[:1] * 3)
+
+
+def test_the_predictor_to_simulate(tool):
+    equal(simulate(tool, USES, DAILY, "--json", "--predictor", "slots"), OUTCOME)
+    command = ("simulate", "--history", "h.csv", "--settings", "s.ini")
+    tool.fails("--predictor: not slots or rates: best", *command, "--predictor", "best")
+    for options in ([], ["--predictor", "slots"]):
+        tool.fails("--no-wake goes with --predictor rates", *command, "--no-wake", *options)
+
+
 # With a fixed timeout
 
 def test_baseline_hibernates_when_the_timeout_is_over(tool):

@@ -19,7 +19,7 @@ from pathlib import Path
 from tests.support import programs
 from tests.support.cases import option_parser, run
 
-SAVES = "history", "data"
+SAVES = "history", "data", "rates"
 SITUATIONS = "usual", "first", "torn", "held", "torn-held"
 ENDED = 9
 CHECKED_AT_ONCE = 50

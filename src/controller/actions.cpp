@@ -14,6 +14,7 @@
 #include "diagnostics/event_writer.h"
 #include "diagnostics/message_format.h"
 #include "optimizer/apply_best_set.h"
+#include "optimizer/best_set.h"
 #include "power/driver_timer.h"
 #include "power/hibernate_after.h"
 #include "power/power_scheme.h"
@@ -21,6 +22,8 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
+#include "prediction/predictor_choice.h"
+#include "prediction/rates/rates_file.h"
 #include "prediction/suspend_decision.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
@@ -62,10 +65,17 @@ void NotifyHistorian(const SMEventData& event, int32_t state, const char* unknow
   });
 }
 
+// Where no set beat the fixed timeout, applying that result has disabled prediction. That says
+// nothing about rates.
+bool IsPredictionDisabled() {
+  if (SettingOr(kDisablePredictionName, kDefaultDisablePrediction) != 1) return false;
+  return !RatesInForce ||
+         SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) != kFeedbackDisabled;
+}
+
 std::vector<PredictionRecord> Predictions(const tm& now) {
   std::vector<PredictionRecord> predictions;
-  const bool disabled = SettingOr(kDisablePredictionName, kDefaultDisablePrediction) == 1;
-  if (disabled || engine.predictor == nullptr) return predictions;
+  if (IsPredictionDisabled() || engine.predictor == nullptr) return predictions;
   LogAndRethrowUnknown(
       "AH_SetPredictedSettings: PredictorObj::GetPredictions threw an unknown exception",
       [&] { predictions = engine.predictor->GetPredictions(now); });
@@ -102,6 +112,7 @@ void DeleteLearntFiles() {
   if (folder.empty()) return;
   RemoveDurableFile(PathInFolder(folder, kDataFileName));
   RemoveDurableFile(PathInFolder(folder, kHistoryFileName));
+  RemoveDurableFile(PathInFolder(folder, kRatesFileName));
 }
 
 }  // namespace
@@ -184,7 +195,7 @@ void AH_PredictorContainerOff(const SMEventData* event) {
 }
 
 void AH_SetPredictorConfig(const SMEventData* event) {
-  ApplyBestPredictorParameters();
+  if (!RatesInForce) ApplyBestPredictorParameters();
   const auto* const change = dynamic_cast<const ParamChangeEventData*>(event);
   if (change == nullptr || engine.configurations == nullptr) return;
   TraceToDebugger(L"AH_SetPredictorConfig\n");

@@ -39,7 +39,7 @@ void AH_ProgramSleep(const SMEventData* event);
 // Has the predictor save its data.
 void AH_PredictorContainerOff(const SMEventData* event);
 
-// Applies the chosen parameters and tells the predictor of the change.
+// Applies the chosen parameters, unless rates are in force, and tells the predictor of the change.
 void AH_SetPredictorConfig(const SMEventData* event);
 
 // Has the predictor save its data and replaces it by one that reads them back. Takes EngineLock.

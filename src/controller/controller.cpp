@@ -25,7 +25,9 @@ EngineObjects BuildEngine() {
   EngineObjects built;
   built.configurations = std::make_unique<ConfigurationsImpl>();
   built.historian = std::make_unique<HistorianImpl>();
-  built.RenewPredictor();
+  if (!built.RenewPredictor().isKnown) {
+    LogServiceEvent(L"Predictor is neither slots nor rates, slots is used\n", 0, kEventError);
+  }
   return built;
 }
 

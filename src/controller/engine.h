@@ -9,6 +9,7 @@
 #include "prediction/configurations_impl.h"
 #include "prediction/historian.h"
 #include "prediction/predictor.h"
+#include "prediction/predictor_choice.h"
 
 namespace dozewell {
 
@@ -21,10 +22,10 @@ struct EngineObjects {
   std::unique_ptr<HistorianImpl> historian;
   std::unique_ptr<IPredictor> predictor;
 
-  // Deletes the predictor and builds a new one over configurations and historian. The new one takes
-  // over what the old one could not save. Throws what its constructor throws; then there is no
-  // predictor.
-  void RenewPredictor();
+  // Deletes the predictor and builds the chosen one over configurations and historian. The new one
+  // takes over what the old one could not save. Throws what its constructor throws; then there is
+  // no predictor.
+  PredictorChoice RenewPredictor();
 };
 
 // What the sleep controller works with. The objects are null while the controller is stopped; the

@@ -5,11 +5,6 @@
 namespace dozewell {
 namespace {
 
-// Settings clients interpret these values.
-constexpr uint32_t kFeedbackNothingApplied = 0;
-constexpr uint32_t kFeedbackApplied = 2;
-constexpr uint32_t kFeedbackDisabled = 3;
-
 // Removes a number from the front of `text`.
 std::optional<int32_t> TakeNumber(std::string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));

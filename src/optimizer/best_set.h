@@ -16,6 +16,12 @@ namespace dozewell {
 // Stored in place of a best set where none beats the fixed timeout.
 constexpr const char* kNoBestSet = "-1";
 
+// What applying a best set came to, for kServiceFeedbackName. Settings clients interpret these
+// values.
+inline constexpr uint32_t kFeedbackNothingApplied = 0;
+inline constexpr uint32_t kFeedbackApplied = 2;
+inline constexpr uint32_t kFeedbackDisabled = 3;
+
 // The parameters of a best set, in the order of its text.
 constexpr std::array kBestSetParameters = {kFirstLastWeightName,  kSecondLastWeightName,
                                            kAgregationWeightName, kStrengthHighName,

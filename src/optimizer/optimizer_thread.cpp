@@ -16,6 +16,7 @@
 #include "power/power_source.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
+#include "prediction/predictor_choice.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
 #include "settings/settings_store.h"
@@ -90,7 +91,12 @@ void RunIfDue() {
   if (!IsRunDue(now) || PostponeOnBattery()) return;
   WaitBeforeRun();
   AH_SaveHistory();
-  RunOptimizer(PathInFolder(GetDataFolder(), kHistoryFileName));
+  if (RatesInForce) {
+    // Rates are not tuned. A request to stop the search ends with the thread all the same.
+    OptimizerStopRequested = false;
+  } else {
+    RunOptimizer(PathInFolder(GetDataFolder(), kHistoryFileName));
+  }
   WriteLastOptimizerRun(now);
   WriteSetting(kCurrentBatteryAttemptsName, 0);
 }

@@ -21,6 +21,7 @@
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/configurations.h"
 #include "prediction/history_recorder.h"
+#include "prediction/predictor_choice.h"
 #include "support/calls.h"
 #include "support/sim_days.h"
 
@@ -361,6 +362,27 @@ TEST_CASE("when no thread could be started, the next launch tries again") {
   CHECK(optimizer.TakeEvents().empty());
   CHECK(optimizer.Launch() == Launched(1));
   CHECK(optimizer.Stored(L"LastOptimizerRun").has_value());
+}
+
+TEST_CASE("with rates in force a run that is due saves the history and searches nothing") {
+  const Optimizer optimizer;
+  optimizer.MakeDue();
+  RecordFourSleeps();
+  RatesInForce = true;
+  // A suspend during the wait asks the search to end.
+  threads.whileSleeping = [] { TerminateOptimizerThread(); };
+  CHECK(optimizer.Launch() == Joined({Launched(1), {"4 Terminate optimizer thread, 1\n"}}));
+  CHECK(ReadWholeFile(optimizer.machine.HistoryFile())->size() > 0);
+  CHECK(optimizer.Best0().empty());
+  CHECK(optimizer.Stored(L"LastOptimizerRun") == fakes::Number64(optimizer.now));
+  CHECK(optimizer.Stored(L"CurrentOptimizerAttemptsInDCmode") == fakes::Number32(0));
+
+  // After a change back the next search is not cut short.
+  RatesInForce = false;
+  threads.whileSleeping = [] {};
+  optimizer.MakeDue();
+  CHECK(EndsRun(optimizer.Launch()));
+  CHECK_FALSE(optimizer.Best0().empty());
 }
 
 TEST_CASE("an exception ends the thread, and the next launch tries the run again") {

@@ -9,6 +9,11 @@ void OpenDriverDevice() {
   if (device != kInvalidDevice) DriverHandle = device;
 }
 
+bool HasDriverDevice() {
+  void* const device = DriverHandle;
+  return device != nullptr && device != kInvalidDevice;
+}
+
 bool CallDriver(uint32_t code, const void* input, size_t inputSize, void* output,
                 size_t outputSize) {
   void* const device = DriverHandle;

@@ -15,6 +15,9 @@ inline std::atomic<void*> DriverHandle{nullptr};
 // The service main thread, once.
 void OpenDriverDevice();
 
+// Whether there is an open device. Any thread.
+bool HasDriverDevice();
+
 // Performs one I/O control on DriverHandle; sizes are in bytes, and a null buffer goes with size 0.
 // A null handle is tried like any other and fails. Any thread.
 bool CallDriver(uint32_t code, const void* input, size_t inputSize, void* output,

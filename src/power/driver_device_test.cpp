@@ -32,6 +32,18 @@ TEST_CASE("without a device the handle stays null and is not closed") {
   CHECK(fakes::driver.calls == Calls{"open"});
 }
 
+TEST_CASE("there is a device while one is open") {
+  fakes::ResetDriver();
+  CHECK_FALSE(HasDriverDevice());
+  OpenDriverDevice();
+  CHECK(HasDriverDevice());
+  CloseDriverDevice();
+  CHECK_FALSE(HasDriverDevice());
+  DriverHandle = kInvalidDevice;
+  CHECK_FALSE(HasDriverDevice());
+  fakes::ResetDriver();
+}
+
 TEST_CASE("a control on the null handle is tried and fails") {
   fakes::ResetDriver();
   uint32_t status = 9;

@@ -70,6 +70,16 @@ void AH_SaveHistory() {
   if (!MergeIntoFile(path, cutoff)) ForgetAllBut(kMostKept);
 }
 
+std::vector<HistoryRecord> RecordedHistory() {
+  const std::wstring path = PathInFolder(GetDataFolder(), kHistoryFileName);
+  const std::lock_guard guard(EngineLock);
+  std::vector<HistoryRecord> records = IncreasingRecords(ReadDurableFile(path).bytes);
+  for (const HistoryRecord& record : CopyOfPending()) {
+    if (records.empty() || record.time > records.back().time) records.push_back(record);
+  }
+  return records;
+}
+
 void ClearPendingHistory() {
   const std::lock_guard guard(PendingLock);
   pendingRecords.clear();

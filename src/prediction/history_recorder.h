@@ -2,6 +2,9 @@
 #define DOZEWELL_PREDICTION_HISTORY_RECORDER_H_
 
 #include <cstdint>
+#include <vector>
+
+#include "prediction/history_file.h"
 
 namespace dozewell {
 
@@ -14,6 +17,11 @@ void AppendToHistory(int64_t seconds, bool asleep);
 // std::out_of_range("invalid string position") without a data folder. Any thread that does not hold
 // ControllerLock, and the control handler's; takes EngineLock.
 void AH_SaveHistory();
+
+// All that is recorded: what counts in the history file, and the pending records behind it. Without
+// a file that can be read, the pending records alone. Throws
+// std::out_of_range("invalid string position") without a data folder. Takes EngineLock.
+std::vector<HistoryRecord> RecordedHistory();
 
 // Forgets the pending records. Under EngineLock, so that no save has a copy of them.
 void ClearPendingHistory();

@@ -73,6 +73,19 @@ TEST_CASE("cleared records are not saved") {
   CHECK(recorder.File().empty());
 }
 
+TEST_CASE("what is recorded is the file and then what is pending, each later than the last") {
+  Recorder recorder;
+  CHECK(RecordedHistory().empty());
+  recorder.SetFile({{kNow, 1, 0}, {kNow + 60, 0, 0}, {kNow + 30, 1, 0}});
+  AppendToHistory(kNow + 60, /*asleep=*/true);
+  AppendToHistory(kNow + 90, /*asleep=*/true);
+  const std::vector<HistoryRecord> recorded = RecordedHistory();
+  CHECK(FileOf(recorded) == FileOf({{kNow, 1, 0}, {kNow + 60, 0, 0}, {kNow + 90, 1, 0}}));
+  // It is not a save.
+  AH_SaveHistory();
+  CHECK(recorder.File() == FileOf({{kNow, 1, 0}, {kNow + 60, 0, 0}, {kNow + 90, 1, 0}}));
+}
+
 TEST_CASE("without a history limit records older than 60 days are dropped") {
   Recorder recorder;
   recorder.SetFile({{kNow - 5184001, 1, 0}, {kNow - 5184000, 0, 0}, {kNow - 1, 1, 0}});

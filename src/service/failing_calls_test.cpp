@@ -504,7 +504,7 @@ TEST_CASE("each settings call of a night fails, and the rest is as described") {
     consequences.push_back(
         {"reset", weight, 0, instead("reset", kBuilt, Joined({kLoaded, noWeights}))});
   }
-  FailEachCall(kSettings, 56, consequences);
+  FailEachCall(kSettings, 59, consequences);
 }
 
 TEST_CASE("each thread of a night fails, and the rest is as described") {

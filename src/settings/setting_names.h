@@ -91,6 +91,11 @@ inline constexpr char kScoringWeightsName[] = "WR";
 inline constexpr char kBestSetPrefix[] = "Best";
 inline constexpr char kStrengthName[] = "Strength";
 
+// Which predictor works. Without a value, or with any other, it is kSlotsPredictor.
+inline constexpr char kPredictorName[] = "Predictor";
+inline constexpr char kSlotsPredictor[] = "slots";
+inline constexpr char kRatesPredictor[] = "rates";
+
 }  // namespace dozewell
 
 #endif  // DOZEWELL_SETTINGS_SETTING_NAMES_H_

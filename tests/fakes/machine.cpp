@@ -17,6 +17,7 @@
 #include "optimizer/optimizer_thread.h"
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/history_recorder.h"
+#include "prediction/predictor_choice.h"
 #include "rpc/rpc_server.h"
 #include "service/service_main.h"
 #include "service/service_status.h"
@@ -51,6 +52,7 @@ void ResetProcess() {
   RPCStopRequested = false;
   OptimizerThreadHandle = kNoThread;
   OptimizerStopRequested = false;
+  RatesInForce = false;
   LastSaveTime = {};
   SetServiceState(0, 0);
 }

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "base/durable_file.h"
+#include "base/exception.h"
 #include "base/numbers.h"
 #include "controller/engine.h"
 #include "power_cut/system_steps.h"
@@ -26,6 +27,8 @@
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
+#include "prediction/rates/rates_file.h"
+#include "settings/setting_names.h"
 #include "stress/quiet_machine.h"
 
 namespace dozewell::power_cut {
@@ -46,7 +49,7 @@ constexpr int64_t kFirstEvent = 1795219200;  // 2026-11-21 00:00
 int64_t TimeOf(int event) { return kFirstEvent + event * int64_t{3600}; }
 bool IsSuspend(int event) { return event % 2 != 0; }
 
-// One of the two files, what it holds after the first so many events, and how more are saved.
+// One of the files, what it holds after the first so many events, and how more are saved.
 class Save {
  public:
   virtual ~Save() = default;
@@ -114,7 +117,32 @@ class DataSave : public Save {
   EngineObjects objects_;
 };
 
+// The data file is saved beside it each time.
+class RatesSave : public DataSave {
+ public:
+  RatesSave() { quiet::predictors = {kRatesPredictor}; }
+
+  const wchar_t* FileName() const override { return kRatesFileName; }
+  Bytes FileOf(int events) const override {
+    const auto state = std::make_unique<RatesState>();
+    for (int event = 0; event < events; ++event) {
+      state->Take(IsSuspend(event) ? Suspend : Activating, TimeOf(event));
+    }
+    return RatesFileOf(*state);
+  }
+  // The data file of an earlier save makes the predictor of slots refuse older events, which the
+  // controller would log.
+  void Add(int event) override {
+    try {
+      DataSave::Add(event);
+    } catch (const FixedTextException&) {
+      return;
+    }
+  }
+};
+
 std::unique_ptr<Save> SaveOf(const std::string& name) {
+  if (name == "rates") return std::make_unique<RatesSave>();
   if (name == "history") return std::make_unique<HistorySave>();
   return std::make_unique<DataSave>();
 }

@@ -27,6 +27,7 @@
 #include "rpc/procedures.h"
 #include "service/control_handler.h"
 #include "service/service_host.h"
+#include "settings/setting_names.h"
 #include "stress/quiet_machine.h"
 #include "support/parallel.h"
 #include "support/temp_folder.h"
@@ -216,6 +217,7 @@ void EndOptimizerThread() {
 bool Run() {
   const TempFolder folder;
   quiet::dataFolder = folder.Path() + L"\\";
+  quiet::predictors = {kSlotsPredictor, kRatesPredictor};
   FeatureEnabled = true;
   OpenDriverDevice();
   StartThread(Watch);

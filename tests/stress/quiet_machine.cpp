@@ -23,6 +23,7 @@ namespace dozewell {
 namespace quiet {
 
 std::wstring dataFolder;
+std::vector<std::string> predictors = {""};
 Messages messages;
 std::atomic<int> suspends{0};
 
@@ -97,6 +98,10 @@ std::string ReadPredictorValue(const std::string&, const std::string& name) {
                                                             {"SecondLastWeightRange", "1,20"},
                                                             {"DayGroupingRange", "0,2"},
                                                             {"WR", "0,50,100"}};
+  if (name == "Predictor") {
+    static std::atomic<size_t> chosen{0};
+    return quiet::predictors[chosen++ % quiet::predictors.size()];
+  }
   const auto found = values.find(name);
   return found != values.end() ? found->second : std::string();
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace dozewell::quiet {
 
@@ -18,6 +19,9 @@ inline constexpr int64_t kClockStep = 420;
 
 // The data folder. Set before any thread runs.
 extern std::wstring dataFolder;
+
+// The values of Predictor, which a read takes in turn. Set before any thread runs.
+extern std::vector<std::string> predictors;
 
 // The messages in the event log, counted by kind.
 struct Messages {

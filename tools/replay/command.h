@@ -27,10 +27,12 @@ struct Options {
   std::optional<std::string> best;
   std::optional<std::string> eventLog;
   std::optional<std::string> zone;
+  std::optional<std::string> predictor;
   bool json = false;
   bool timeLine = false;
   bool each = false;
   bool replace = false;
+  bool noWake = false;
   bool canAsk = false;    // there is a terminal to ask the user on
   bool colour = false;    // the output goes to a terminal that shows colours
   bool progress = false;  // messages go to a terminal, which can show how far a command has come

@@ -11,7 +11,7 @@ constexpr CommandOption kImportedHistory = {"--history", "FILE",
                                             "CSV history; with an event log, the history to extend",
                                             &Options::history};
 constexpr CommandOption kEventLog = {
-    "--from-event-log", "FILE", "What wevtutil qe System /f:xml exports of the Windows System log",
+    "--from-event-log", "FILE", "What wevtutil qe System /f:xml or dozewell-powerwatch has written",
     &Options::eventLog};
 constexpr CommandOption kZone = {"--zone", "RULES",
                                  "Time zone of that log's machine; without one, this machine's",
@@ -58,10 +58,15 @@ constexpr CommandOption kBest = {"--best", "FILE",
                                  "Text of the chosen set; without such a file, there is no set",
                                  &Options::best};
 
+constexpr CommandOption kPredictor = {"--predictor", "NAME", "slots or rates; without one, slots",
+                                      &Options::predictor};
+
 constexpr CommandFlag kJson = {"--json", "Print JSON for programs", &Options::json};
 constexpr CommandFlag kReplace = {
     "--replace", "Do not ask before a history loses records by being replaced", &Options::replace};
 constexpr CommandFlag kTimeLine = {"--timeline", "Print the time line first", &Options::timeLine};
+constexpr CommandFlag kNoWake = {
+    "--no-wake", "With rates: plan for a machine that no timer can wake", &Options::noWake};
 constexpr CommandFlag kEach = {"--each", "Print CSV with a line for each set first",
                                &Options::each};
 
@@ -189,8 +194,8 @@ std::span<const Command> Commands() {
        "simulate --history zs7state.dat --timeline",
        RunSimulate,
        {&kHistory},
-       {&kSettings},
-       {&kJson, &kTimeLine},
+       {&kSettings, &kPredictor},
+       {&kJson, &kTimeLine, &kNoWake},
        kTimeLineDetails},
       {"baseline",
        "Replay a history with a fixed timeout and count what comes of it",

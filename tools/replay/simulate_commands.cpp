@@ -1,12 +1,16 @@
+#include <string>
 #include <vector>
 
 #include "common/optimizer_inputs.h"
+#include "common/option_text.h"
 #include "common/problem_place.h"
 #include "common/simulated_parameters.h"
+#include "common/simulated_rates.h"
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
+#include "settings/setting_names.h"
 
 namespace dozewell::replay {
 namespace {
@@ -24,11 +28,32 @@ void Report(const SimTimeLine& timeLine, const Options& options, Results& result
   }
 }
 
+// The predictor that the user chose, by the names that the service knows.
+bool IsOfRates(const Options& options) {
+  const std::string name = options.predictor.value_or(kSlotsPredictor);
+  if (name != kSlotsPredictor && name != kRatesPredictor) {
+    throw ToolError(WrongValue("--predictor", "slots or rates", name));
+  }
+  if (options.noWake && name != kRatesPredictor) {
+    throw ToolError("--no-wake goes with --predictor rates");
+  }
+  return name == kRatesPredictor;
+}
+
 }  // namespace
 
 void RunSimulate(const Options& options, Results& results) {
+  const bool isOfRates = IsOfRates(options);
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
   FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  if (isOfRates) {
+    const auto place = [&] { return *options.history; };
+    const auto simulate = [&] {
+      return SimulateRates(configuration, history.records, !options.noWake);
+    };
+    Report(TellPlaceIn(history, place, simulate), options, results);
+    return;
+  }
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   const auto place = [&] {
     return PlaceOfProblem(parameters, {configuration.Name(), *options.history});

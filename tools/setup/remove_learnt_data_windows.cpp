@@ -6,8 +6,10 @@
 #include "base/utf8.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
+#include "prediction/rates/rates_file.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
+#include "setup/empty_key.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
 
@@ -22,20 +24,9 @@ void DeleteLearntFile(const std::wstring& path) {
   }
 }
 
-void DeleteKeyIfEmpty(const wchar_t* path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-  DWORD keys = 1;
-  DWORD values = 1;
-  RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
-                   nullptr, nullptr, nullptr);
-  RegCloseKey(key);
-  if (keys == 0 && values == 0) RegDeleteKeyW(HKEY_LOCAL_MACHINE, path);
-}
-
 void DeleteFolders() {
   std::wstring folder = DataFolderPath();
-  for (const wchar_t* const name : {kHistoryFileName, kDataFileName}) {
+  for (const wchar_t* const name : {kHistoryFileName, kDataFileName, kRatesFileName}) {
     for (const wchar_t* const suffix : kSideFileSuffixes) DeleteLearntFile(folder + name + suffix);
     DeleteLearntFile(folder + name);
   }
@@ -51,8 +42,7 @@ void DeleteSettings() {
   if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
     throw SystemError("the settings cannot be deleted", static_cast<uint32_t>(status));
   }
-  DeleteKeyIfEmpty(kProductKey);
-  DeleteKeyIfEmpty(kVendorKey);
+  DeleteProductKeysIfEmpty();
 }
 
 }  // namespace

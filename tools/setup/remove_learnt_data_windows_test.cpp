@@ -33,6 +33,7 @@ class UsedMachine {
     for (const wchar_t* const suffix : {L"", L".part", L".new", L".unread"}) {
       CreateFileAt(Inner() + L"\\zs7state.dat" + suffix);
       CreateFileAt(Inner() + L"\\cpredict.z7" + suffix);
+      CreateFileAt(Inner() + L"\\rates.z7" + suffix);
     }
     SetValue(kCurrent, L"ServiceStatus", Dword(1));
     SetValue(kCurrent + std::wstring(L"\\Predictors\\CyclicProbabilityPredictor"), L"Strength",
@@ -66,6 +67,7 @@ TEST_CASE("what belongs to others stays, with the folders and keys that it is in
   RemoveLearntData();
   CHECK_FALSE(Exists(machine.Inner() + L"\\zs7state.dat"));
   CHECK_FALSE(Exists(machine.Inner() + L"\\cpredict.z7"));
+  CHECK_FALSE(Exists(machine.Inner() + L"\\rates.z7"));
   CHECK(Exists(machine.Inner() + L"\\zs7state.dat.untrusted"));
   CHECK_FALSE(KeyExists(kCurrent));
   CHECK(GetValue(kBranding, L"HistoryLimit") == Dword(90));

@@ -7,6 +7,7 @@
 #include "base/exception.h"
 #include "base/numbers.h"
 #include "optimizer/simulator/stop_request.h"
+#include "prediction/cyclic_probability_predictor.h"
 
 namespace dozewell {
 namespace {
@@ -70,8 +71,17 @@ SimTimeLine SimulatePredictor(NativeSimulatorConfigurations& parameters,
   return simulator.TimeLine();
 }
 
+SimTimeLine SimulatePredictor(const PredictorBuilder& build,
+                              std::span<const HistoryRecord> history) {
+  Simulator simulator(build);
+  simulator.Run(history);
+  return simulator.TimeLine();
+}
+
+Simulator::Simulator(const PredictorBuilder& build) : predictor_(build(&historian_)) {}
+
 Simulator::Simulator(NativeSimulatorConfigurations& parameters)
-    : predictor_(&parameters, &historian_) {}
+    : predictor_(std::make_unique<CyclicProbabilityPredictor>(&parameters, &historian_)) {}
 
 void Simulator::Run(std::span<const HistoryRecord> history) {
   if (history.size() < kFewestSimulatedRecords) return;
@@ -215,7 +225,7 @@ void Simulator::Append() { timeLine_.push_back(current_); }
 void Simulator::Predict() {
   tm time;
   TmFromSeconds(current_.time, time);
-  predictions_ = predictor_.GetPredictions(time);
+  predictions_ = predictor_->GetPredictions(time);
 }
 
 void Simulator::ScheduleHibernation() {

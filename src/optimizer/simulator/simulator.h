@@ -3,14 +3,17 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "optimizer/simulator/native_simulator_configurations.h"
 #include "optimizer/simulator/native_simulator_historian.h"
 #include "optimizer/simulator/sim_time_line.h"
-#include "prediction/cyclic_probability_predictor.h"
+#include "prediction/historian.h"
 #include "prediction/history_file.h"
+#include "prediction/predictor.h"
 
 namespace dozewell {
 
@@ -37,9 +40,17 @@ SimTimeLine SimulateFixedTimeout(std::span<const HistoryRecord> history, int64_t
 SimTimeLine SimulatePredictor(NativeSimulatorConfigurations& parameters,
                               std::span<const HistoryRecord> history);
 
+// Builds the predictor of a simulation, which learns from this historian.
+using PredictorBuilder = std::function<std::unique_ptr<IPredictor>(IHistorian* historian)>;
+
+// The same with any predictor.
+SimTimeLine SimulatePredictor(const PredictorBuilder& build,
+                              std::span<const HistoryRecord> history);
+
 // One run of SimulatePredictor.
 class Simulator {
  public:
+  explicit Simulator(const PredictorBuilder& build);
   // `parameters` are not owned and must outlive the simulator.
   explicit Simulator(NativeSimulatorConfigurations& parameters);
 
@@ -72,7 +83,7 @@ class Simulator {
   void CancelScheduledHibernations();
 
   NativeSimulatorHistorian historian_;
-  CyclicProbabilityPredictor predictor_;
+  std::unique_ptr<IPredictor> predictor_;
   std::vector<PredictionRecord> predictions_;
   SimEvent current_ = {};
   SimTimeLine queue_;  // the events still to come

@@ -1,0 +1,44 @@
+#ifndef DOZEWELL_PREDICTION_RATES_RATE_DECISION_H_
+#define DOZEWELL_PREDICTION_RATES_RATE_DECISION_H_
+
+#include <cstdint>
+#include <optional>
+
+#include "prediction/rates/rate_factors.h"
+
+namespace dozewell {
+
+// How long a machine sleeps that never hibernates, in minutes: as far as sleeps are looked at.
+inline constexpr int32_t kNeverMinutes = kLongestSleepSeconds / 60;
+
+// What decides besides the forecast.
+struct RateWishes {
+  int32_t weight;          // of not waiting for a resume, of 100; the rest is for saving power
+  double meanIdleSeconds;  // the length of a sleep to expect
+  bool isBeginner;         // too little is learnt to hibernate soon
+  bool canWake;            // the machine can be woken from hibernation
+};
+
+// Minutes from the suspend on.
+struct RateDecision {
+  // A second time asleep, from `wake` on until `hibernate`.
+  struct Second {
+    int32_t wake;
+    int32_t hibernate;
+
+    bool operator==(const Second&) const = default;
+  };
+
+  int32_t hibernate;
+  std::optional<Second> second;
+
+  bool operator==(const RateDecision&) const = default;
+};
+
+// When a machine that is suspended at a wall-clock time should hibernate, so that time asleep is
+// spent where somebody is likely to come back.
+RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend);
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_PREDICTION_RATES_RATE_DECISION_H_

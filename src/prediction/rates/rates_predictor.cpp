@@ -1,0 +1,79 @@
+#include "prediction/rates/rates_predictor.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "prediction/tracker.h"
+#include "settings/setting_names.h"
+
+namespace dozewell {
+namespace {
+
+constexpr int64_t kMinute = 60;
+constexpr int64_t kFewestSleeps = 3;
+
+// The scoring weight of the chosen strength.
+int32_t ReadWeight(IConfigurations& configuration) {
+  constexpr int32_t kWithoutEntry = 50;
+  const auto weights = ReadPredictorNumbers(configuration, kScoringWeightsName);
+  const int32_t strength = ReadPredictorNumber(configuration, kStrengthName, -1);
+  const bool hasEntry = strength >= 0 && strength < std::ssize(weights);
+  return hasEntry ? weights[static_cast<size_t>(strength)] : kWithoutEntry;
+}
+
+}  // namespace
+
+RatesPredictor::RatesPredictor(IConfigurations* configuration, IHistorian* historian,
+                               WakeQuestion canWake)
+    : configuration_(configuration),
+      historian_(historian),
+      canWake_(std::move(canWake)),
+      weight_(ReadWeight(*configuration)) {
+  historian_->RegisterListener(this);
+  configuration_->RegisterListener(this);
+}
+
+RatesPredictor::~RatesPredictor() {
+  historian_->UnregisterListener();
+  configuration_->UnregisterListener();
+}
+
+std::vector<PredictionRecord> RatesPredictor::GetPredictions(const tm& time) {
+  const int64_t suspend = SecondsFromTm(time);
+  if (suspend == kInvalidTime) return {};
+  const RateDecision decision = DecideByRates(
+      state_.factors,
+      {weight_, state_.learnt.MeanIdleSeconds(), state_.learnt.sleeps < kFewestSleeps, canWake_()},
+      suspend);
+  std::vector<PredictionRecord> predictions = {{time, decision.hibernate}};
+  if (decision.second) {
+    const auto [wake, hibernate] = *decision.second;
+    tm wakeTime;
+    if (TmFromSeconds(suspend + wake * kMinute, wakeTime)) {
+      predictions.push_back({wakeTime, hibernate - wake});
+    }
+  }
+  return predictions;
+}
+
+std::vector<PredictionRecord> RatesPredictor::PredictHibernate(const tm& time) {
+  std::vector<PredictionRecord> predictions = GetPredictions(time);
+  if (predictions.size() > 1) predictions.pop_back();
+  return predictions;
+}
+
+std::vector<PredictionRecord> RatesPredictor::PredictWake(const tm& time) {
+  std::vector<PredictionRecord> predictions = GetPredictions(time);
+  if (predictions.size() < 2) return {};
+  return {predictions[1]};
+}
+
+float RatesPredictor::GetSlotProbability(int) { return kUnknownProbability; }
+
+void RatesPredictor::OnTimeLineEvent(const TimeLineEvent& event) {
+  state_.Take(event.state, SecondsFromTm(event.time));
+}
+
+void RatesPredictor::OnConfigurationChanged(std::string) { weight_ = ReadWeight(*configuration_); }
+
+}  // namespace dozewell
