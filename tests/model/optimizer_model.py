@@ -53,8 +53,8 @@ def simulate_fixed_timeout(records, timeout_seconds):
 
 
 class Simulator:
-    """One replay of a history with a predictor that learns as it goes. The predictor is a tracker, or
-    answers the same two calls: `process_event` and `get_predictions`."""
+    """One replay of a history with a predictor that learns as it goes: a tracker, or what answers
+    the same two calls, `process_event` and `get_predictions`."""
 
     LEARNT_CODES = {ACTIVE: 0, LIMBO: 2, ASLEEP: 1, HIBERNATING: 1, PREDICTED_HIBERNATION: 1,
                     WAKE_BACK: 1}

@@ -4,9 +4,10 @@ timeouts: what each sleep would have come to, decided from what came before it a
     python3 -m tests.model.rates_walk --traces FOLDER --years 12
     python3 -m tests.model.rates_walk --history year.csv another.csv
 
-Fails when, without a wake, a score is more than 1 below the best fixed timeout in hindsight, or when
-a recorded history does not come to what it is known to come to. A made-up user without any habits
-may cost 2: there is nothing to learn, and the best of many timeouts in hindsight is partly luck.
+Fails when, without a wake, a score is more than 1 below the best fixed timeout in hindsight, or
+when a recorded history does not come to what it is known to come to. A made-up user without any
+habits may cost 2: there is nothing to learn, and the best of many timeouts in hindsight is partly
+luck.
 """
 
 import functools

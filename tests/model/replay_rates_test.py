@@ -1,4 +1,4 @@
-"""Compares what the replay tool plays with the return-rate predictor with the model, event for event.
+"""Compares what the replay tool plays with the return-rate predictor to the model, event by event.
 
     python3 -m tests.model.replay_rates_test --tool build/native/dozewell-replay --cases 40
 
