@@ -4,6 +4,7 @@
 FUZZ_RUNS=${FUZZ_RUNS:-5000}
 MODEL_CASES=${MODEL_CASES:-100}
 SEARCH_CASES=${SEARCH_CASES:-60}
+RATES_CASES=${RATES_CASES:-60}
 
 # A line for each suite, in the order in which they begin: its name, what it needs, its command.
 # It can need
@@ -30,6 +31,7 @@ rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine 
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
 model of the optimizer against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
+model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
