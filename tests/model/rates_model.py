@@ -21,7 +21,7 @@ Where a rule leaves room, this is how it is read:
 - The forecast includes the piece in which the chance falls below 0.0001. Its end is always a
   choice, however early it is, and means never.
 - The times of hibernating, waking and hibernating again are each rounded up to whole minutes after
-  the suspend, so the second stretch is the difference of two such times.
+  the suspend, so the second stretch is the difference of two such times, and at least a minute.
 - Hibernating alone wins a tie with a second stretch.
 - A strength that is absent, negative or beyond the list has the weight 50.
 
@@ -339,8 +339,11 @@ Plan = namedtuple("Plan", "hibernate wake end", defaults=(None, None))
 def best_plan(expected, lam, shortest, with_wake):
     starts = expected.starts
     places = best_places(starts, gains(expected, lam), shortest, with_wake)
-    return Plan(*(NEVER if place == len(starts) - 1 else -(-starts[place] // MINUTE)
+    plan = Plan(*(NEVER if place == len(starts) - 1 else -(-starts[place] // MINUTE)
                   for place in places))
+    if plan.wake is not None and plan.end == plan.wake:
+        return plan._replace(end=plan.end + 1)  # A timeout of no minutes would be none.
+    return plan
 
 
 def best_places(starts, gained, shortest, with_wake):
@@ -384,8 +387,10 @@ class Predictor:
 
     def process_event(self, tm, state):
         """Of several suspends in a row the first counts, and so does the first of several
-        activations."""
-        seconds = described(model.seconds_of(tm))
+        activations. A time that the calendar lacks changes nothing."""
+        seconds = model.seconds_of(tm)
+        if seconds == -1:
+            return
         if state != model.ACTIVATING:
             if self.suspended is None:
                 self.suspended = seconds
@@ -407,14 +412,11 @@ class Predictor:
         return best_plan(expected, lam, SHORTEST_UNLEARNT if few else SHORTEST, self.with_wake)
 
     def get_predictions(self, tm):
-        plan = self.plan(described(model.seconds_of(tm)))
+        suspend = model.seconds_of(tm)
+        if suspend == -1:
+            return []
+        plan = self.plan(suspend)
         records = [(tm, plan.hibernate)]
         if plan.wake is not None:
             records.append((model.add_seconds(tm, plan.wake * MINUTE), plan.end - plan.wake))
         return records
-
-
-def described(seconds):
-    if seconds == -1:
-        raise model.NotDescribed("a time that the calendar lacks")
-    return seconds

@@ -132,6 +132,14 @@ class Events(unittest.TestCase):
     def test_a_history_may_begin_with_a_suspend(self):
         self.assertEqual(predictor((5, 65)).learnt.sleeps, 1)
 
+    def test_a_time_that_the_calendar_lacks_changes_nothing(self):
+        made = rates.Predictor()
+        for tm, state in ((model.tm_of(100), SUSPEND), (model.INVALID_TM, ACTIVATING),
+                          (model.INVALID_TM, SUSPEND), (model.tm_of(160), ACTIVATING)):
+            made.process_event(tm, state)
+        self.assertEqual((made.learnt.sleeps, made.learnt.idle_seconds), (1, 60))
+        self.assertEqual(made.get_predictions(model.INVALID_TM), [])
+
     def test_after_a_clock_set_back_the_next_sleep_is_learnt(self):
         made = predictor((1000, 900), (950, 1010))
         self.assertEqual((made.learnt.sleeps, made.learnt.last_resume), (1, 1010))
@@ -308,6 +316,10 @@ class Choices(unittest.TestCase):
     def test_a_second_stretch_to_the_end_lasts_eight_days(self):
         made = Forecast([0, 181, 7001, 8000], [1.0, 1.0, 0.9], [0.0, 0.1, 0.9])
         self.assertEqual(rates.best_plan(made, 5000, 180, True), Plan(4, 117, 11520))
+
+    def test_a_second_stretch_lasts_a_minute_at_least(self):
+        made = Forecast([0, 180, 1830, 1860, 9000], [1.0, 1.0, 1.0, 0.5], [0.0, 0.0, 0.5, 0.0])
+        self.assertEqual(rates.best_plan(made, 5000, 180, True), Plan(3, 31, 32))
 
 
 class Plans(unittest.TestCase):
