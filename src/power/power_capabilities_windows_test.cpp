@@ -1,7 +1,5 @@
 #include <doctest/doctest.h>
 #include <windows.h>
-// After windows.h, which it needs.
-#include <powrprof.h>
 
 #include <cstring>
 
@@ -13,9 +11,17 @@ namespace dozewell {
 
 using namespace support;
 
+namespace {
+
+// As powrprof.h declares it. That header cannot be read twice, and another test of this folder
+// reads it.
+using PowerInformationCall = LONG(POWER_INFORMATION_LEVEL, void*, ULONG, void*, ULONG);
+
+}  // namespace
+
 TEST_CASE("the system's capabilities are passed on as they are, and left alone when it fails") {
   LONG status = 0;
-  const ImportStub<"CallNtPowerInformation", decltype(CallNtPowerInformation)> call{
+  const ImportStub<"CallNtPowerInformation", PowerInformationCall> call{
       [&](POWER_INFORMATION_LEVEL level, void* input, ULONG inputSize, void* output, ULONG size) {
         CHECK(level == SystemPowerCapabilities);
         CHECK(input == nullptr);
