@@ -17,6 +17,7 @@ from tests.support.expect import contains, equal
 VERSION = (ROOT / "VERSION").read_text("utf-8").strip()
 NAME = f"dozewell-{VERSION}-x64"
 PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe")
+WATCH = "dozewell-powerwatch.exe"  # beside the package
 UNREADABLE = "no-such-file.pem"
 
 
@@ -65,10 +66,11 @@ def digest(file):
 def test_a_package_without_a_key_is_not_signed_and_the_same_each_time(folder):
     msi = make_package(folder / "once")
     equal(sorted(path.name for path in msi.parent.iterdir()),
-          ["SHA256SUMS", f"{NAME}-debug.zip", f"{NAME}.contents.txt", f"{NAME}.msi"])
+          ["SHA256SUMS", f"{NAME}-debug.zip", f"{NAME}.contents.txt", f"{NAME}.msi", WATCH])
     equal(digest(make_package(folder / "again")), digest(msi))
     key, certificate = make_key(folder)
-    equal([is_signed(file, certificate) for file in (msi, *programs_in(msi, folder))], [False] * 5)
+    files = (msi, msi.with_name(WATCH), *programs_in(msi, folder))
+    equal([is_signed(file, certificate) for file in files], [False] * 6)
     make_package(folder / "signed", "--sign-key", key, "--sign-cert", certificate)
     equal(digest(make_package(folder / "after a signed one")), digest(msi))
 
@@ -77,7 +79,8 @@ def test_a_key_signs_the_programs_and_the_package(folder):
     key, certificate = make_key(folder)
     msi = make_package(folder / "signed", "--sign-cert", certificate, "--sign-key", key)
     programs = programs_in(msi, folder)
-    equal([is_signed(file, certificate) for file in (msi, *programs)], [True] * 5)
+    files = (msi, msi.with_name(WATCH), *programs)
+    equal([is_signed(file, certificate) for file in files], [True] * 6)
     installed = (msi.with_suffix(".contents.txt")).read_text("utf-8")
     for program in programs[1:]:
         contains(installed, digest(program))

@@ -2,6 +2,7 @@
 // After windows.h, which it needs.
 #include <sddl.h>
 
+#include <cwchar>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -43,7 +44,8 @@ std::optional<std::wstring> ReadStartType(SC_HANDLE service) {
 }
 
 bool SetStartType(SC_HANDLE service, const std::wstring& text) {
-  return ChangeService(service, static_cast<DWORD>(std::stoul(text)), nullptr);
+  return ChangeService(service, static_cast<DWORD>(std::wcstoul(text.c_str(), nullptr, 10)),
+                       nullptr);
 }
 
 std::optional<std::wstring> ReadDelay(SC_HANDLE service) {
