@@ -23,6 +23,7 @@ from xml.sax.saxutils import quoteattr
 import default_values
 import msi_tables
 from msi_file import Table, set_package_code
+from short_names import with_short_names
 
 PACKAGING = Path(__file__).resolve().parent
 ROOT = PACKAGING.parent
@@ -45,11 +46,11 @@ LICENCES = {
 
 def documents():
     """The installed documents: their sources by their folder and name."""
-    found = {("DOCSFOLDER", path.name): path for path in sorted((ROOT / "docs").glob("*.md"))}
-    found["DOCSFOLDER", "default-settings.ini"] = default_values.FILE
-    found["DOCSFOLDER", "LICENSE.txt"] = ROOT / "LICENSE"
+    found = {("DocsFolder", path.name): path for path in sorted((ROOT / "docs").glob("*.md"))}
+    found["DocsFolder", "default-settings.ini"] = default_values.FILE
+    found["DocsFolder", "LICENSE.txt"] = ROOT / "LICENSE"
     for name, path in LICENCES.items():
-        found["LICENCESFOLDER", name] = path
+        found["LicencesFolder", name] = path
     return found
 
 
@@ -109,14 +110,26 @@ def complete_tables(folder, msi, version):
                 table.set(first_cell, column, value)
         for key in msi_tables.DELETED_ROWS.get(name, ()):
             table.delete([key])
+        if name == "File":
+            give_short_names(table, Table.read(msi, "Component"))
         table.write(msi, folder)
+
+
+def give_short_names(files, components):
+    folder_of = {row[0]: row[components.columns.index("Directory_")] for row in components.rows}
+    component, name = files.columns.index("Component_"), files.columns.index("FileName")
+    for folder in set(folder_of.values()):
+        rows = [row for row in files.rows if folder_of[row[component]] == folder]
+        called = with_short_names([row[name] for row in rows])
+        for row in rows:
+            row[name] = called[row[name]]
 
 
 def contents(folder):
     """Installed files with their digests and sizes in bytes."""
     installed = {name: name for name in PROGRAMS}
     for place, name in documents():
-        installed[("docs/licences/" if place == "LICENCESFOLDER" else "docs/") + name] = name
+        installed[("docs/licences/" if place == "LicencesFolder" else "docs/") + name] = name
     lines = []
     for path, name in sorted(installed.items()):
         data = (folder / name).read_bytes()

@@ -13,7 +13,8 @@ import zipfile
 from pathlib import Path
 
 FILES = tuple(f"{program}.debug" for program in
-              ("DozewellService", "dozewellctl", "dozewell-replay", "dozewell-setup"))
+              ("DozewellService", "dozewellctl", "dozewell-replay", "dozewell-setup",
+               "dozewell-powerwatch"))
 
 
 def write_archive(programs, out):

@@ -11,9 +11,10 @@ class Table:
         self.rows = []
 
     @classmethod
-    def read(cls, msi, name):
+    def read(cls, msi, name, folder=None):
+        """In this folder, else the current one, msiinfo leaves what is binary in the table."""
         text = subprocess.run(["msiinfo", "export", msi, name], check=True, capture_output=True,
-                              encoding="utf-8").stdout
+                              encoding="utf-8", cwd=folder).stdout
         columns, types, keys, *rows = [line.split("\t") for line in text.splitlines()]
         table = cls(name, columns, types, len(keys) - 1)
         table.rows = rows

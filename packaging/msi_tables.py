@@ -1,10 +1,13 @@
 """What the installer package holds beyond what wixl can write: rows of its tables."""
 
+import msi_columns
 from default_values import default_values
 
 SERVICE, TOOLS = "Service", "Tools"  # components
 PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell_replay.exe")  # files
 ENGLISH = "1033"
+
+_NO_NEWER_VERSION = "NOT WIX_DOWNGRADE_DETECTED"
 
 _MACHINE = "2"  # HKEY_LOCAL_MACHINE
 _EVENT_SOURCE = r"SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
@@ -20,48 +23,69 @@ CHOICES = {
     "DEBUGLOGGING": ("DebugLogging", 1),
 }
 
-# Choices that become rights or actions and no default value. USERSMAYREAD is not remembered, since
-# the data folder's rights are.
+# Choices that become rights, a folder or actions and no default value. USERSMAYREAD is not
+# remembered, since the data folder's rights are.
+_FOLDER = "INSTALLFOLDER"
 _USERS_MAY_READ = "USERSMAYREAD"
-_OTHER_CHOICES = ("INSTALLFOLDER", "REMOVEDATA", _USERS_MAY_READ)
+_OTHER_CHOICES = (_FOLDER, "REMOVEDATA", _USERS_MAY_READ)
+_REMEMBERED = sorted((*CHOICES, _FOLDER))
+_LARGEST = {**{choice: largest for choice, (_, largest) in sorted(CHOICES.items())},
+            _USERS_MAY_READ: 1}
 
 # Kinds of custom actions.
 _SET_PROPERTY = 51
 _RUN_OWN_PROGRAM = 2
 _AS_SYSTEM_IN_SCRIPT = 1024 + 2048
 _WHEN_UNDONE = 256
+_WHEN_NOTHING_CAN_FAIL = 512
 _IGNORE_FAILURE = 64
 
 _INSTALLING = 'NOT REMOVE="ALL"'
-_INSTALLING_ANEW = "NOT Installed AND NOT WIX_UPGRADE_DETECTED"
 # The product is removed, not replaced by a newer version.
 _REMOVING = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
+# The removal of an older version notes its service's settings itself, and leaves the notes to the
+# installation of the newer one.
+_NOT_UPGRADING = "NOT WIX_UPGRADE_DETECTED"
+_NOT_REPLACED = "NOT UPGRADINGPRODUCTCODE"
 # The dot keeps the path's last backslash from the quotation mark.
-_FOLDER = '"[INSTALLFOLDER]."'
+_PATH = '"[ProgramFolder]."'
 # A user who is no administrator may start a repair, which has the system's rights.
 _STARTED_BY_USER = "Installed AND NOT AdminUser"
 
 # Steps of dozewell-setup: the command, the condition, the place in the sequence, and what is added
-# to the action's kind; without _IGNORE_FAILURE, the installation is undone when the step fails. The
-# user's timeouts are restored before the service is stopped (1900). Its process ends before its file
-# is deleted (3500) or replaced (4000). The folder for the programs is secured before anything is put
-# into it (3700), the data folder and the service before the service is started (5900).
+# to the action's kind; without _IGNORE_FAILURE, the installation is undone when the step fails.
+#
+# What undoes a step stands before it, so that it is there when the step is cut short. Steps that
+# cannot be undone wait until nothing can fail any more. The service's settings are noted before it
+# is stopped (1900). Its process ends before its file is deleted (3500) or replaced (4000). When a
+# removal is undone, the folder for the programs is made anew with its rights before the files come
+# back to it, so this step stands behind their deletion. That folder is secured before anything is
+# put into it (3700), the data folder and the service before the service is started (5900).
 _STEPS = {
-    "RestoreMachine": ("restore", _REMOVING, 1850, _IGNORE_FAILURE),
-    "StartServiceAgain": ("start-service", "Installed", 1870, _WHEN_UNDONE + _IGNORE_FAILURE),
+    "UndoService": ("undo-service", _NOT_UPGRADING, 1860, _WHEN_UNDONE + _IGNORE_FAILURE),
+    "NoteService": ("note-service", _NOT_UPGRADING, 1870, _IGNORE_FAILURE),
     "StopService": ("stop-service", "Installed", 1880, _IGNORE_FAILURE),
-    "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 2650,
-                         _IGNORE_FAILURE),
-    "RemoveInstallFolder": (f"remove-install-folder {_FOLDER}", _REMOVING, 3640, _IGNORE_FAILURE),
-    "SecureInstallFolder": (f"secure-install-folder {_FOLDER}", _INSTALLING, 3650, 0),
-    "UndoInstallFolder": (f"remove-install-folder {_FOLDER}", _INSTALLING_ANEW, 3660,
-                          _WHEN_UNDONE + _IGNORE_FAILURE),
+    "MakeInstallFolderAgain": (f"secure-install-folder {_PATH}", 'REMOVE="ALL"', 3610,
+                               _WHEN_UNDONE + _IGNORE_FAILURE),
+    "UndoInstallFolder": ("undo-install-folder", _INSTALLING, 3640, _WHEN_UNDONE + _IGNORE_FAILURE),
+    "SecureInstallFolder": (f"secure-install-folder {_PATH}", _INSTALLING, 3650, 0),
+    "AwaitDeletion": ("await-deletion", _INSTALLING, 5790, 0),
+    "UndoDataFolder": ("undo-data-folder", _INSTALLING, 5805, _WHEN_UNDONE + _IGNORE_FAILURE),
     "SecureDataFolder": (f'secure-data-folder "[{_USERS_MAY_READ}]"', _INSTALLING, 5810, 0),
     "ConfigureService": ("configure-service", _INSTALLING, 5820, _IGNORE_FAILURE),
+    "ForgetNotes": ("forget-notes", _NOT_REPLACED, 6510, _WHEN_NOTHING_CAN_FAIL + _IGNORE_FAILURE),
+    "RestoreMachine": ("restore", _REMOVING, 6520, _WHEN_NOTHING_CAN_FAIL + _IGNORE_FAILURE),
+    "RemoveLearntData": ("remove-learnt-data", _REMOVING + ' AND REMOVEDATA="1"', 6530,
+                         _WHEN_NOTHING_CAN_FAIL + _IGNORE_FAILURE),
+    "RemoveInstallFolder": (f"remove-install-folder {_PATH}", _REMOVING, 6540,
+                            _WHEN_NOTHING_CAN_FAIL + _IGNORE_FAILURE),
 }
 
 # Tables that wixl leaves out: their columns, types and number of key columns.
 NEW_TABLES = {
+    "_Validation": (("Table", "Column", "Nullable", "MinValue", "MaxValue", "KeyTable", "KeyColumn",
+                     "Category", "Set", "Description"),
+                    ("s32", "s32", "s4", "I4", "I4", "S255", "I2", "S32", "S255", "S255"), 2),
     "Environment": (("Environment", "Name", "Value", "Component_"),
                     ("s72", "l255", "L255", "s72"), 1),
 }
@@ -74,14 +98,14 @@ def added_rows():
     missing = replaced.keys() - {value.name for value in values}
     if missing:
         raise ValueError(f"the default settings lack {', '.join(sorted(missing))}")
-    choices = sorted(CHOICES)
     all_choices = sorted((*CHOICES, *_OTHER_CHOICES))
     return {
+        "_Validation": msi_columns.validation_rows(),
         "Property": [
             ("ARPNOMODIFY", "1"),
             # Otherwise AdminUser is also set for a user whose installation has the system's rights.
             ("MSIUSEREALADMINDETECTION", "1"),
-            *((value.name, value.text) for value in values if value.name in replaced),
+            *((f"Default.{value.name}", value.text) for value in values if value.name in replaced),
         ],
         "Registry": [
             ("EventMessageFile", _MACHINE, _EVENT_SOURCE, "EventMessageFile",
@@ -89,48 +113,58 @@ def added_rows():
             ("TypesSupported", _MACHINE, _EVENT_SOURCE, "TypesSupported", "#7", SERVICE),
             *(_default_value_row(value, replaced) for value in values),
             *((f"Choice.{choice}", _MACHINE, _CHOICES, choice, f"[{choice}]", SERVICE)
-              for choice in choices),
+              for choice in _REMEMBERED),
         ],
         # A folder that holds only folders is removed with the product if the product creates it.
-        "CreateFolder": [("BREVANFOLDER", SERVICE)],
-        "Environment": [("Path", "=-*PATH", "[~];[INSTALLFOLDER]", TOOLS)],
-        "AppSearch": [(f"Chosen.{choice}", f"Chosen.{choice}") for choice in choices],
+        "CreateFolder": [("BrevanFolder", SERVICE)],
+        "Environment": [("Path", "=-*PATH", "[~];[ProgramFolder]", TOOLS)],
+        "AppSearch": [(_chosen(choice), f"Chosen.{choice}") for choice in _REMEMBERED],
         # 18: a text in the 64-bit registry.
         "RegLocator": [(f"Chosen.{choice}", _MACHINE, _CHOICES, choice, "18")
-                       for choice in choices],
-        "LaunchCondition": [(_is_valid(choice, largest),
+                       for choice in _REMEMBERED],
+        "LaunchCondition": [(f"Installed OR NOT {choice} OR ({_is_valid(choice, largest)})",
                              f"{choice} must be a whole number from 0 to {largest}.")
-                            for choice, largest in
-                            (*((choice, largest) for choice, (_, largest) in
-                               sorted(CHOICES.items())), (_USERS_MAY_READ, 1))],
+                            for choice, largest in _LARGEST.items()],
         "CustomAction": [
-            *((f"Ignore.{choice}", str(_SET_PROPERTY), choice, "{}", "")
-              for choice in all_choices),
-            *((f"Remember.{choice}", str(_SET_PROPERTY), choice, f"[Chosen.{choice}]", "")
-              for choice in choices),
-            *((f"Take.{choice}", str(_SET_PROPERTY), CHOICES[choice][0], f"[{choice}]", "")
-              for choice in choices),
+            *((f"Ignore.{name}", str(_SET_PROPERTY), name, "{}", "")
+              for name in (*all_choices, *map(_chosen, _REMEMBERED))),
+            *((f"Remember.{choice}", str(_SET_PROPERTY), choice, f"[{_chosen(choice)}]", "")
+              for choice in _REMEMBERED),
+            *((f"Take.{choice}", str(_SET_PROPERTY), _taken(choice), f"[{choice}]", "")
+              for choice in _REMEMBERED),
             *((action, str(_RUN_OWN_PROGRAM + _AS_SYSTEM_IN_SCRIPT + added), "Setup", step, "")
-              for action, (step, _, _, added) in _STEPS.items()),
+              for action, (step, _, _, added) in _steps()),
         ],
         "InstallExecuteSequence": [
-            *((f"Ignore.{choice}", _STARTED_BY_USER, str(31 + place))
-              for place, choice in enumerate(all_choices)),
+            *((f"Ignore.{name}", _is_ignored(name), str(26 + place))
+              for place, name in enumerate((*all_choices, *map(_chosen, _REMEMBERED)))),
             ("AppSearch", "", "50"),
             # A choice made now replaces the one that an earlier installation remembered.
-            *((f"Remember.{choice}", f"NOT {choice} AND Chosen.{choice}", str(51 + place))
-              for place, choice in enumerate(choices)),
+            *((f"Remember.{choice}", _is_remembered(choice), str(51 + place))
+              for place, choice in enumerate(_REMEMBERED)),
             *((f"Take.{choice}", choice, str(61 + place))
-              for place, choice in enumerate(choices)),
+              for place, choice in enumerate(_REMEMBERED)),
             ("RemoveRegistryValues", "", "2600"),
             ("RemoveEnvironmentStrings", "", "3300"),
             ("RemoveFolders", "", "3600"),
             ("CreateFolders", "", "3700"),
             ("WriteRegistryValues", "", "5000"),
             ("WriteEnvironmentStrings", "", "5200"),
-            *((action, when, str(place)) for action, (_, when, place, _) in _STEPS.items()),
+            *((action, when, str(place)) for action, (_, when, place, _) in _steps()),
         ],
     }
+
+
+def _steps():
+    """The steps with what stands for those of the end where the installation cannot be undone,
+    which the installer then leaves out."""
+    for action, (command, when, place, added) in _STEPS.items():
+        if not added & _WHEN_NOTHING_CAN_FAIL:
+            yield action, (command, when, place, added)
+            continue
+        yield action, (command, f"{when} AND NOT RollbackDisabled", place, added)
+        yield f"{action}.Now", (command, f"{when} AND RollbackDisabled", place + 1,
+                                added - _WHEN_NOTHING_CAN_FAIL)
 
 
 def changed_cells(version):
@@ -143,6 +177,7 @@ def changed_cells(version):
             *sorted((*CHOICES, *_OTHER_CHOICES))])}},
         # Without its service, the installation fails.
         "ServiceInstall": {"DozewellService": {"ErrorControl": str(1 + 0x8000)}},
+        "LaunchCondition": {_NO_NEWER_VERSION: {"Condition": f"Installed OR {_NO_NEWER_VERSION}"}},
         # A failure after this point brings the previous version back.
         "InstallExecuteSequence": {"RemoveExistingProducts": {"Sequence": "1501"}},
     }
@@ -153,10 +188,34 @@ DELETED_ROWS = {"MsiFileHash": PROGRAMS}
 
 
 def _default_value_row(value, replaced):
-    text = f"[{value.name}]" if value.name in replaced else value.text
+    text = f"[Default.{value.name}]" if value.name in replaced else value.text
     return (f"Default.{value.name}", _MACHINE, value.key, value.name,
             "#" + text if value.is_number else text, SERVICE)
 
 
-def _is_valid(choice, largest):
-    return f"NOT {choice} OR ({choice} >= 0 AND {choice} <= {largest})"
+def _chosen(choice):
+    """The property with what an earlier installation remembers."""
+    return f"CHOSEN_{choice}"
+
+
+def _taken(choice):
+    """What a choice replaces: the folder of the programs or a default value."""
+    return "ProgramFolder" if choice == _FOLDER else f"Default.{CHOICES[choice][0]}"
+
+
+def _is_valid(name, largest):
+    return f"{name} >= 0 AND {name} <= {largest}"
+
+
+def _is_ignored(name):
+    """What an installed product does not take, since its launch conditions let everything pass."""
+    if name == _FOLDER:
+        return "Installed"
+    if name in _LARGEST:
+        return f"Installed AND (NOT AdminUser OR NOT ({_is_valid(name, _LARGEST[name])}))"
+    return _STARTED_BY_USER
+
+
+def _is_remembered(choice):
+    valid = f" AND {_is_valid(_chosen(choice), _LARGEST[choice])}" if choice in _LARGEST else ""
+    return f"NOT {choice} AND {_chosen(choice)}{valid}"

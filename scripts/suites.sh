@@ -4,7 +4,7 @@
 FUZZ_RUNS=${FUZZ_RUNS:-5000}
 MODEL_CASES=${MODEL_CASES:-100}
 SEARCH_CASES=${SEARCH_CASES:-60}
-RATES_CASES=${RATES_CASES:-60}
+RATES_CASES=${RATES_CASES:-40}
 
 # A line for each suite, in the order in which they begin: its name, what it needs, its command.
 # It can need
@@ -27,6 +27,8 @@ model of the rates: its own tests | python | python3 -m tests.model.rates_model_
 model of the rates, walked forward | python | python3 -m tests.model.rates_walk --years 4 --days 100 $traces
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py --build $programs
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs $programs --out build/installer-test
+powerwatch, Windows | windows:dozewell-powerwatch,dozewell-replay machine python | python3 -m tests.powerwatch_test --wine "$wine" --folder $programs
+tables of the package, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | python3 -m tests.msi_rules_test --programs $programs --out build/msi-rules-test
 rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine $programs/rpc_clients_test.exe $programs/DozewellService.exe
 unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
@@ -70,11 +72,12 @@ fuzz histories | asan:history_fuzz | passes fuzz history
 fuzz settings | asan:settings_fuzz | passes fuzz settings
 fuzz csv | asan:csv_fuzz | passes fuzz csv
 fuzz event logs | asan:event_log_fuzz | passes fuzz event_log
-imports, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs imports x86_64-w64-mingw32-objdump
-hardening, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs hardening x86_64-w64-mingw32-objdump
-resources, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python | passes check_programs resources
+fuzz powerwatch files | asan:powerwatch_fuzz | passes fuzz powerwatch
+imports, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs imports x86_64-w64-mingw32-objdump
+hardening, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs hardening x86_64-w64-mingw32-objdump
+resources, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python | passes check_programs resources
 surface, Windows | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm $programs
-package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | passes ./package
+package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python packaging signing | python3 -m tests.package_test
 size of the service, Windows | windows:DozewellService | passes loads_at_most $((600 * 1024)) $programs/DozewellService.exe
 clang-tidy | native:all tidy python idle | passes tests/checks/tidy.py --build build/native
 clang-tidy, Windows | windows:all tidy python idle | passes tidy_windows
@@ -129,7 +132,7 @@ fuzz() {
 
 # check_programs CHECK ARGUMENT...: a check of tests/checks, on the programs for Windows.
 check_programs() {
-  local names=(DozewellService dozewell-replay dozewellctl dozewell-setup)
+  local names=(DozewellService dozewell-replay dozewellctl dozewell-setup dozewell-powerwatch)
   names=("${names[@]/#/$programs/}")
   "tests/checks/$1.py" "${@:2}" "${names[@]/%/.exe}"
 }

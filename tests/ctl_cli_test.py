@@ -31,16 +31,16 @@ WEEK = ROOT / "tests" / "event_logs" / "week.xml"
 ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
 SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
-COMMANDS = ("status", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
+COMMANDS = ("status", "check", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
             "reset-history", "ping", "watch", "explain", "import-history", "report")
 GROUPS = ("wake", "power", "scheme", "strength")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
-    ("status",), ("enable",), ("disable",), ("driver",), ("wake", "get"), ("wake", "get", "1"),
-    ("wake", "set", "0", "2026-11-21 06:30"), ("wake", "raw", "1"), ("wake", "raw", "1", "90"),
-    ("power", "get"), ("power", "set", "ac", "sleep-after", "30m"), ("scheme", "get"),
-    ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
+    ("status",), ("check",), ("enable",), ("disable",), ("driver",), ("wake", "get"),
+    ("wake", "get", "1"), ("wake", "set", "0", "2026-11-21 06:30"), ("wake", "raw", "1"),
+    ("wake", "raw", "1", "90"), ("power", "get"), ("power", "set", "ac", "sleep-after", "30m"),
+    ("scheme", "get"), ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
     ("reset-history", "--yes"), ("ping",))
 
 NOT_INSTALLED = "the service is not installed; its installer package installs it"
@@ -234,7 +234,7 @@ def test_output_that_cannot_be_written(machine):
 # Without a service
 
 def test_a_service_that_is_not_installed(machine):
-    for command in SERVICE_COMMANDS[1:]:
+    for command in SERVICE_COMMANDS[2:]:
         machine.fails(3, NOT_INSTALLED, *command)
         machine.fails(3, NOT_INSTALLED, *command, "--json")
 
@@ -253,6 +253,19 @@ def test_status_without_a_service(machine):
     status = json.loads(out)
     equal((status["answers"], status["service"], status["totalAttempts"]),
           (False, "not installed", 3))
+
+
+def test_check_without_a_service(machine):
+    machine.provision(attempts=3)
+    code, out, err = machine.ctl("check")
+    equal((code, err), (3, "dozewellctl: %s\n" % NOT_INSTALLED))
+    contains(out, "\nBAD   Service           not installed\n")
+    contains(out, "\nnote  Account           the service is not installed\n")
+    contains(out, "\nBAD   RPC               does not answer\n")
+    contains(out, "\nnote  Last nights       the System log cannot be read (error 120)\n")
+    equal([line for line in out.splitlines() if not re.match("(ok  |note|BAD )  | +-> |\\d+ ok, ", line)],
+          [])
+    equal(machine.data.parent.exists(), False)
 
 
 def test_watch_where_there_is_no_event_log(machine):
@@ -511,6 +524,11 @@ def test_json_is_what_the_manual_says(machine):
                               ("reset-history", ("--yes",)), ("ping", ())):
             out = machine.works(*command.split(), *more, "--json")
             expect_documented(strict_json(out), examples[command], command)
+        code, out, err = machine.ctl("check", "--try", "--json")
+        check = strict_json(out)
+        expect_documented(check, examples["check"], "check")
+        equal((code, err), (1, "dozewellctl: %d of %d lines are BAD\n" %
+                            (check["bad"], len(check["lines"]))))
         examples = documented_examples("dozewell-replay")
         machine.data.mkdir(parents=True, exist_ok=True)
         for command, more in (("explain", ()), ("report", ("--out", "ü.html"))):

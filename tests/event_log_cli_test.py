@@ -197,6 +197,54 @@ def test_without_a_zone_this_machines_counts(tool):
         del tool.environment["TZ"]
 
 
+# What dozewell-powerwatch wrote
+
+WATCH = ROOT / "lab" / "recordings" / "a_laptops_evening.csv"
+# It woke at 20:32 to go on into hibernation.
+EVENING = """\
+2026-11-20 17:40:41 in use
+2026-11-20 20:02:11 asleep
+2026-11-20 22:15:40 in use
+2026-11-20 23:30:05 asleep
+2026-11-21 08:03:30 in use
+2026-11-21 08:40:00 asleep
+"""
+
+
+def test_a_file_of_the_watch_is_known_by_its_content(tool):
+    shutil.copy(WATCH, tool.folder / "w.csv")
+    out = tool.works("import", "--from-event-log", "w.csv", "--out", "h.dat")
+    equal(out, "h.dat: 6 records; from the watch: 6 records, 2026-11-20 17:40 to "
+               "2026-11-21 08:40\n"
+               "1 wake left out: the machine went straight back to sleep\n")
+    equal(told(tool), EVENING)
+
+
+def test_a_watched_evening_extends_a_history(tool):
+    shutil.copy(WATCH, tool.folder / "w.csv")
+    write_history(tool, "h.dat", ("2026-11-21 08:00:00", 0), ("2026-11-21 18:00:00", 1))
+    tool.works("import", "--from-event-log", "w.csv", "--history", "h.dat", "--out", "h.dat")
+    equal(told(tool), "".join(EVENING.splitlines(True)[:4]) +
+          "2026-11-21 08:00:00 in use\n2026-11-21 18:00:00 asleep\n")
+
+
+def test_a_file_of_the_watch_has_its_own_local_time(tool):
+    shutil.copy(WATCH, tool.folder / "w.csv")
+    fails(tool, "--zone: w.csv has its machine's local time itself", "w.csv", "--out", "h.dat",
+          "--zone", "UTC0")
+
+
+def test_a_line_that_the_watch_did_not_write_is_named(tool):
+    lines = WATCH.read_bytes().splitlines(True)
+    tool.write("w.csv", b"".join(lines) + lines[6][:30])
+    fails(tool, "w.csv: line 15: not 10 columns with commas between", "w.csv", "--out", "h.dat")
+    tool.write("w.csv", b"".join(lines).replace(b"13,18,", b"13,x,", 1))
+    fails(tool, "w.csv: line 7: type is no number: x", "w.csv", "--out", "h.dat")
+    tool.write("w.csv", lines[0])
+    fails(tool, "w.csv: no event of it tells when the machine was in use", "w.csv", "--out",
+          "h.dat")
+
+
 # Before another history, and what is learnt
 
 def test_only_what_is_older_comes_before_a_history(tool):

@@ -5,45 +5,28 @@ bytes, and, under Wine, what is on a machine after it was installed, repaired, u
 
 Works on the machine that WINEPREFIX names, on which the product must not be installed: it empties
 this product's registry keys and data folder there. Wine's installer does not show a service's
-delayed start and restarts, nor whose rights an action has; of these only the tables are tested.
+delayed start and restarts, nor whose rights an action has, and it undoes no repair; of these only
+the tables are tested.
 """
 
-import configparser
 import contextlib
 import functools
-import hashlib
 import inspect
 import os
-import re
-import shlex
 import shutil
 import struct
-import subprocess
 import sys
-import tempfile
 from pathlib import Path
 
-from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
 from tests.support.expect import equal
+from tests.support.installer_machine import (
+    EVENT_KEY, PRODUCT_KEY, SECTION, SERVICE_KEY, Z7_KEY, Machine, changes, expect_installed,
+    expect_removed, expect_still_learnt, learn)
+from tests.support.installer_packages import (
+    VERSION, Packages, as_a_user, build_package, digest, that_fails)
 from tests.support.programs import wait_until
-
-sys.path.append(str(ROOT / "packaging"))
-from msi_file import Table  # in that folder
-
-VERSION = (ROOT / "VERSION").read_text("utf-8").strip()
-NEXT_VERSION = re.sub(r"\d+$", lambda last: str(int(last.group()) + 1), VERSION)
-DATE = "1790000000"
-
-PRODUCT_KEY = r"HKLM\SOFTWARE\Corisk"
-Z7_KEY = PRODUCT_KEY + r"\Z7"
-SECTION = r"\Predictors\CyclicProbabilityPredictor"
-SERVICE_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\DozewellService"
-EVENT_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
-ENVIRONMENT_KEY = r"HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment"
-UNINSTALL_KEY = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall"
-PROGRAM_FOLDER = "C:\\Program Files\\Brevan\\Dozewell\\"
 
 PROGRAMS = ("DozewellService", "dozewellctl", "dozewell-replay")
 INSTALL_ERROR = 1603 & 0xFF  # Wine passes on the lowest byte
@@ -51,259 +34,8 @@ INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 
 # The properties that an administrator may give: those that become default values, and all.
 CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
+SWITCHES = ("DEBUGLOGGING", "FEATUREENABLED", "USERSMAYREAD")
 ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
-
-
-def build_package(programs, out, version, **environment):
-    done = subprocess.run(
-        [ROOT / "packaging" / "build_msi.py", "--programs", programs, "--out", out, "--version",
-         version], env={**os.environ, "SOURCE_DATE_EPOCH": DATE, **environment}, check=True,
-        capture_output=True, text=True)
-    return Package(Path(done.stdout.strip()))
-
-
-class Package:
-    def __init__(self, path):
-        self.path = path
-
-    def table(self, name):
-        """Rows as dictionaries."""
-        text = subprocess.run(["msiinfo", "export", self.path, name], check=True,
-                              capture_output=True, encoding="utf-8").stdout
-        columns, _, _, *rows = [line.split("\t") for line in text.splitlines()]
-        return [dict(zip(columns, row)) for row in rows]
-
-    def cells(self, table, key, value):
-        """The cells of one column of a table, by those of another."""
-        return {row[key]: row[value] for row in self.table(table)}
-
-    @property
-    def properties(self):
-        return self.cells("Property", "Property", "Value")
-
-    def contents(self):
-        """Digests of the installed files by their path, from the list beside the package."""
-        lines = self.path.with_suffix(".contents.txt").read_text("utf-8").splitlines()
-        rows = [re.fullmatch(r"([0-9a-f]{64}) +(\d+)  (\S+)", line).groups() for line in lines]
-        return {path: digest for digest, _, path in rows}
-
-    def summary(self, field):
-        text = subprocess.run(["msiinfo", "suminfo", self.path], check=True, capture_output=True,
-                              text=True).stdout
-        return re.search(rf"^{re.escape(field)}: (.*)$", text, re.MULTILINE).group(1)
-
-
-def default_values():
-    """The values of default-settings.ini as the registry must show them: by key, then by name."""
-    ini = configparser.ConfigParser(interpolation=None)
-    ini.optionxform = str
-    ini.read(ROOT / "packaging" / "default-settings.ini", "utf-8")
-    numbers = {**ini["Settings"], **ini["Start"]}
-    return {Z7_KEY + r"\Default": {name: ("REG_DWORD", hex(int(value)))
-                                   for name, value in numbers.items()},
-            Z7_KEY + r"\Default" + SECTION: {name: ("REG_SZ", value)
-                                             for name, value in ini[SECTION[12:]].items()}}
-
-
-def as_a_user(package):
-    """The package whose repairs are started by somebody who is no administrator, which nobody is
-    under Wine. Repairs are those of the package that was installed."""
-    path = package.path.with_name("as-a-user.msi")
-    shutil.copy(package.path, path)
-    with tempfile.TemporaryDirectory() as scratch:
-        for name, row in (("CustomAction", ("BeUser", "51", "AdminUser", "{}")),
-                          ("InstallExecuteSequence", ("BeUser", "Installed", "30"))):
-            table = Table.read(path, name)
-            table.add(row)
-            table.write(path, Path(scratch))
-    return Package(path)
-
-
-class Packages:
-    """A package of this version and one of the next, of the same programs."""
-
-    def __init__(self, programs, out):
-        self.programs = programs
-        self.out = out
-        self.this = build_package(programs, out, VERSION)
-        self.following = build_package(programs, out, NEXT_VERSION)
-
-
-class Machine:
-    """The Wine machine, and the packages to put on it."""
-
-    def __init__(self, wine, packages):
-        self.wine = shlex.split(wine)
-        self.drive = Path(os.environ["WINEPREFIX"]) / "drive_c"
-        self.program_folder = self.drive / "Program Files" / "Brevan" / "Dozewell"
-        self.data = self.drive / "ProgramData" / "Brevan" / "Z7"
-        self.package, self.next_package = packages.this, packages.following
-
-    def run(self, *command):
-        # Programs of the current folder would be found first; this one has none.
-        done = programs.run([*self.wine, *command], cwd=self.drive, stdin=subprocess.DEVNULL,
-                            capture_output=True)
-        return done.returncode, done.stdout.decode(errors="replace").replace("\r\n", "\n")
-
-    def msiexec(self, option, package, **properties):
-        code, _ = self.run("msiexec", option, f"Z:{package.path}".replace("/", "\\"), "/qn",
-                           *(f"{name}={value}" for name, value in properties.items()))
-        return code
-
-    def install(self, package=None, **properties):
-        equal(self.msiexec("/i", package or self.package, **properties), 0)
-
-    def repair(self, package=None, **properties):
-        # These options are what /fa stands for, which Wine's msiexec does not know.
-        equal(self.msiexec("/i", package or self.package, REINSTALL="ALL", REINSTALLMODE="amus",
-                           **properties), 0)
-
-    def remove(self, package=None, **properties):
-        equal(self.msiexec("/x", package or self.package, **properties), 0)
-
-    def values(self, key):
-        """All values below a registry key: by key, then by name their type and data."""
-        code, text = self.run("reg", "query", key, "/s")
-        found, values = {}, None
-        for line in text.splitlines() if code == 0 else ():
-            if line.startswith("HKEY_LOCAL_MACHINE\\"):
-                values = found.setdefault(line.replace("HKEY_LOCAL_MACHINE", "HKLM", 1), {})
-            elif line.strip():
-                name, kind, *data = line.strip().split("    ")
-                values[name] = (kind, *data)
-        return {key: values for key, values in found.items() if values}
-
-    def value(self, key, name):
-        """The data of a value as text, or None."""
-        return self.values(key).get(key, {}).get(name, (None, None))[-1]
-
-    def set_value(self, key, name, kind, data):
-        equal(self.run("reg", "add", key, "/v", name, "/t", kind, "/d", str(data), "/f")[0], 0)
-
-    def service_state(self):
-        """As the service control manager tells it, or None without the service."""
-        code, text = self.run("sc", "query", "DozewellService")
-        return re.search(r"STATE +: \d+ +(\w+)", text).group(1) if code == 0 else None
-
-    def ctl(self, *arguments):
-        # By its name alone, so that it must be in a folder of the machine's path.
-        return self.run("dozewellctl", *arguments)
-
-    def installed_files(self):
-        """Digests of the files in the program folder by their path."""
-        return {str(path.relative_to(self.program_folder)): digest(path)
-                for path in self.program_folder.rglob("*") if path.is_file()}
-
-    def products(self):
-        """Name and version of what Windows lists as installed."""
-        return [(values["DisplayName"][-1], values["DisplayVersion"][-1])
-                for values in self.values(UNINSTALL_KEY).values()
-                if values.get("Publisher", ("",))[-1] == "Brevan"]
-
-    def folders(self):
-        """Every file and folder that is not Wine's own."""
-        own = self.drive / "windows"
-        return {str(path.relative_to(self.drive)) for path in self.drive.rglob("*")
-                if own not in path.parents}
-
-    def registry(self):
-        """All keys and values that a product or a service may have."""
-        found = set()
-        for key in (r"HKLM\SOFTWARE", r"HKLM\SYSTEM\CurrentControlSet\Services"):
-            self.run("regedit", "/E", "C:\\exported.reg",
-                     key.replace("HKLM", "HKEY_LOCAL_MACHINE"))
-            file = self.drive / "exported.reg"
-            text = file.read_text("utf-16").replace("\\\n", "")
-            file.unlink()
-            for line in filter(None, text.splitlines()):
-                is_key = line.startswith("[")
-                if is_key:
-                    key = line[1:-1].replace("HKEY_LOCAL_MACHINE", "HKLM", 1)
-                # Wine's installer leaves empty keys behind.
-                if not (is_key and r"\CurrentVersion\Installer" in key):
-                    found.add(key if is_key else f"{key}: {line}")
-        return found
-
-    def everything(self):
-        return self.folders() | self.registry()
-
-    def clean(self):
-        if self.products():
-            any(self.msiexec("/x", package) == 0 for package in (self.package, self.next_package))
-        self.run("reg", "delete", PRODUCT_KEY, "/f")
-        for path in self.data.parents[1].glob("Brevan*"):
-            shutil.rmtree(path) if path.is_dir() else path.unlink()
-
-
-def digest(path):
-    return hashlib.sha256(path.read_bytes()).hexdigest()
-
-
-def changes(machine, before):
-    """What was added to and removed from the machine's folders and registry."""
-    after = machine.everything()
-    return after - before, before - after
-
-
-def expect_installed(machine, package, **chosen):
-    """Checks everything that an installation with these choices leaves on a machine, except who can
-    read what was learnt."""
-    equal(machine.installed_files(), package.contents(), "files")
-    expected = default_values()
-    section = expected[Z7_KEY + r"\Default" + SECTION]
-    for choice, value in chosen.items():
-        name = {"FEATUREENABLED": "EnableZ7Feature", "TOTALATTEMPTS": "TotalAttempts",
-                "STRENGTH": "Strength", "HISTORYLIMIT": "HistoryLimit",
-                "DEBUGLOGGING": "DebugLogging"}[choice]
-        if name in section:
-            section[name] = ("REG_SZ", str(value))
-        else:
-            expected[Z7_KEY + r"\Default"][name] = ("REG_DWORD", hex(value))
-    equal(machine.values(Z7_KEY + r"\Default"), expected, "default values")
-    equal(machine.values(EVENT_KEY)[EVENT_KEY],
-          {"EventMessageFile": ("REG_EXPAND_SZ", PROGRAM_FOLDER + "DozewellService.exe"),
-           "TypesSupported": ("REG_DWORD", "0x7")}, "event source")
-    equal(machine.service_state(), "RUNNING", "state of the service")
-    service = machine.values(SERVICE_KEY)[SERVICE_KEY]
-    equal({name: service[name][-1] for name in ("Description", "DisplayName", "ErrorControl",
-                                                "ImagePath", "ObjectName", "Start", "Type")},
-          {"Description": "Brevan dozewell service", "DisplayName": "DozewellService",
-           "ErrorControl": "0x1", "ImagePath": f'"{PROGRAM_FOLDER}DozewellService.exe"',
-           "ObjectName": "LocalSystem", "Start": "0x2", "Type": "0x10"}, "service")
-    equal(machine.products(), [("Dozewell", package.properties["ProductVersion"])], "products")
-    equal(path_entries(machine).count(PROGRAM_FOLDER), 1, "entries of the path")
-    equal(machine.ctl("--version"), (0, f"dozewellctl {VERSION}\n"), "dozewellctl by its name")
-    equal(machine.data.is_dir(), True, "data folder")
-    for folder in (machine.data, machine.data.parent):
-        equal(folder.stat().st_mode & 0o002, 0, f"everybody may write to {folder}")
-
-
-def expect_removed(machine):
-    equal(machine.ctl("--version")[0] != 0, True, "dozewellctl is still found")
-    equal(machine.service_state(), None, "state of the service")
-    equal((machine.drive / "Program Files" / "Brevan").exists(), False, "program folder")
-    equal(machine.products(), [], "products")
-    equal(machine.values(EVENT_KEY), {}, "event source")
-    equal(machine.values(Z7_KEY + r"\Default"), {}, "default values")
-    equal(machine.values(Z7_KEY + r"\Installer"), {}, "choices")
-    equal(path_entries(machine).count(PROGRAM_FOLDER), 0, "entries of the path")
-
-
-def path_entries(machine):
-    return machine.value(ENVIRONMENT_KEY, "PATH").split(";")
-
-
-def learn(machine):
-    """Writes learnt data, and live settings as the service and its clients do."""
-    (machine.data / "zs7state.dat").write_bytes(b"learnt")
-    machine.set_value(Z7_KEY + r"\Current", "EnableZ7Feature", "REG_DWORD", 1)
-    machine.set_value(Z7_KEY + r"\Current" + SECTION, "Strength", "REG_SZ", "7")
-
-
-def expect_still_learnt(machine):
-    equal((machine.data / "zs7state.dat").read_bytes(), b"learnt")
-    equal(machine.value(Z7_KEY + r"\Current", "EnableZ7Feature"), "0x1")
-    equal(machine.value(Z7_KEY + r"\Current" + SECTION, "Strength"), "7")
 
 
 # The package
@@ -347,7 +79,8 @@ def test_every_program_has_the_version(packages):
             equal(field, (parts[0] << 16 | parts[1], parts[2] << 16), name)
         for text in (VERSION, "Brevan", f"{name}.exe"):
             equal(text.encode("utf-16-le") + b"\0\0" in data, True, f"{text} in {name}")
-    versions = packages.this.cells("File", "FileName", "Version")
+    versions = {name.split("|")[-1]: version for name, version in
+                packages.this.cells("File", "FileName", "Version").items()}
     equal({name: versions[f"{name}.exe"] for name in PROGRAMS},
           dict.fromkeys(PROGRAMS, VERSION + ".0"))
 
@@ -380,37 +113,55 @@ def test_steps_are_taken_as_the_system_and_in_their_place(packages):
     actions = {row["Action"]: row for row in packages.this.table("CustomAction")}
     setup = 2 + 1024 + 2048  # a program of the package, in the script, not as the user
     when_undone = 256
+    when_done = 512
     goes_on = 64
-    folder = '"[INSTALLFOLDER]."'
+    folder = '"[ProgramFolder]."'
     for name, command, added in (
-            ("RestoreMachine", "restore", goes_on),
-            ("StartServiceAgain", "start-service", when_undone + goes_on),
+            ("UndoService", "undo-service", when_undone + goes_on),
+            ("NoteService", "note-service", goes_on),
             ("StopService", "stop-service", goes_on),
-            ("RemoveLearntData", "remove-learnt-data", goes_on),
-            ("RemoveInstallFolder", f"remove-install-folder {folder}", goes_on),
-            ("UndoInstallFolder", f"remove-install-folder {folder}", when_undone + goes_on),
+            ("MakeInstallFolderAgain", f"secure-install-folder {folder}", when_undone + goes_on),
+            ("UndoInstallFolder", "undo-install-folder", when_undone + goes_on),
             ("SecureInstallFolder", f"secure-install-folder {folder}", 0),
+            ("AwaitDeletion", "await-deletion", 0),
+            ("UndoDataFolder", "undo-data-folder", when_undone + goes_on),
             ("SecureDataFolder", 'secure-data-folder "[USERSMAYREAD]"', 0),
-            ("ConfigureService", "configure-service", goes_on)):
+            ("ConfigureService", "configure-service", goes_on),
+            ("ForgetNotes", "forget-notes", when_done + goes_on),
+            ("ForgetNotes.Now", "forget-notes", goes_on),
+            ("RestoreMachine", "restore", when_done + goes_on),
+            ("RestoreMachine.Now", "restore", goes_on),
+            ("RemoveLearntData", "remove-learnt-data", when_done + goes_on),
+            ("RemoveLearntData.Now", "remove-learnt-data", goes_on),
+            ("RemoveInstallFolder", f"remove-install-folder {folder}", when_done + goes_on),
+            ("RemoveInstallFolder.Now", f"remove-install-folder {folder}", goes_on)):
         equal((actions[name]["Source"], actions[name]["Target"], actions[name]["Type"]),
               ("Setup", command, str(setup + added)), name)
+    equal(sum(row["Source"] == "Setup" for row in actions.values()), 18, "all steps")
     sequence = packages.this.cells("InstallExecuteSequence", "Action", "Sequence")
     order = sorted(sequence, key=lambda action: int(sequence[action]))
     for first, second in (
             ("AppSearch", "Remember.STRENGTH"), ("Remember.STRENGTH", "Take.STRENGTH"),
             ("Take.STRENGTH", "LaunchConditions"), ("InstallInitialize", "RemoveExistingProducts"),
-            ("RemoveExistingProducts", "ProcessComponents"), ("InstallInitialize", "RestoreMachine"),
-            ("RestoreMachine", "StopService"), ("StartServiceAgain", "StopService"),
-            ("StopService", "StopServices"), ("DeleteServices", "RemoveLearntData"),
-            ("RemoveFolders", "RemoveInstallFolder"), ("SecureInstallFolder", "UndoInstallFolder"),
-            ("UndoInstallFolder", "CreateFolders"), ("CreateFolders", "InstallFiles"),
-            ("RemoveRegistryValues", "RemoveLearntData"), ("WriteRegistryValues", "StartServices"),
+            ("RemoveExistingProducts", "ProcessComponents"), ("InstallInitialize", "NoteService"),
+            ("NoteService", "StopService"), ("StopService", "StopServices"),
+            ("RemoveFolders", "MakeInstallFolderAgain"), ("CreateFolders", "InstallFiles"),
+            ("SecureInstallFolder", "CreateFolders"), ("WriteRegistryValues", "StartServices"),
+            ("DeleteServices", "AwaitDeletion"), ("AwaitDeletion", "InstallServices"),
             ("InstallServices", "SecureDataFolder"), ("SecureDataFolder", "StartServices"),
             ("InstallServices", "ConfigureService"), ("ConfigureService", "StartServices"),
-            ("StartServices", "InstallFinalize")):
+            ("PublishProduct", "ForgetNotes"), ("ForgetNotes", "RestoreMachine"),
+            ("RestoreMachine", "RemoveLearntData"), ("RemoveLearntData", "RemoveInstallFolder"),
+            ("RemoveInstallFolder", "InstallFinalize"),
+            # What undoes a step stands before it.
+            ("UndoService", "NoteService"), ("UndoInstallFolder", "SecureInstallFolder"),
+            ("UndoDataFolder", "SecureDataFolder")):
         equal(order.index(first) < order.index(second), True, f"{first} before {second}")
     conditions = packages.this.cells("InstallExecuteSequence", "Action", "Condition")
-    equal(conditions["RestoreMachine"], 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE')
+    removing = 'REMOVE="ALL" AND NOT UPGRADINGPRODUCTCODE'
+    equal(conditions["RestoreMachine"], f"{removing} AND NOT RollbackDisabled")
+    equal(conditions["RestoreMachine.Now"], f"{removing} AND RollbackDisabled")
+    equal(conditions["NoteService"], "NOT WIX_UPGRADE_DETECTED")
     equal(conditions["StopService"], "Installed")
     equal(conditions["SecureInstallFolder"], 'NOT REMOVE="ALL"')
 
@@ -423,7 +174,12 @@ def test_choices_reach_an_installation_with_more_rights(packages):
     equal(properties["MSIUSEREALADMINDETECTION"], "1")
     conditions = packages.this.cells("InstallExecuteSequence", "Action", "Condition")
     for choice in ALL_CHOICES:
-        equal(conditions[f"Ignore.{choice}"], "Installed AND NOT AdminUser", choice)
+        equal(conditions[f"Ignore.{choice}"],
+              {"INSTALLFOLDER": "Installed", "REMOVEDATA": "Installed AND NOT AdminUser"}.get(
+                  choice, f"Installed AND (NOT AdminUser OR NOT ({choice} >= 0 AND {choice} <= "
+                  f"{1 if choice in SWITCHES else 2147483647}))"), choice)
+    for choice in (*CHOICES, "INSTALLFOLDER"):
+        equal(conditions[f"Ignore.CHOSEN_{choice}"], "Installed AND NOT AdminUser", choice)
 
 
 # Installing
@@ -515,18 +271,51 @@ def test_a_folder_for_the_programs_that_others_may_change_is_refused(machine):
     equal(changes(machine, before), (set(), set()))
 
 
-def test_a_folder_for_the_programs_is_made_for_administrators(machine):
+def test_a_folder_for_the_programs_is_made_for_administrators_and_remembered(machine):
     before = machine.everything()
     machine.install(INSTALLFOLDER="C:\\made\\here")
-    folder = machine.drive / "made" / "here"
+    expect_programs_in(machine, "made", "here")
+    # Another one cannot be chosen for what is installed.
+    machine.repair(INSTALLFOLDER="C:\\elsewhere", STRENGTH=1)
+    expect_programs_in(machine, "made", "here")
+    machine.install(machine.next_package)
+    expect_programs_in(machine, "made", "here")
+    equal((machine.drive / "elsewhere").exists(), False, "another folder")
+    machine.remove(machine.next_package, REMOVEDATA=1)
+    equal(changes(machine, before), (set(), set()))
+
+
+def expect_programs_in(machine, *parts):
+    folder = machine.drive.joinpath(*parts)
     for path in (folder, folder.parent):
         equal(path.stat().st_mode & 0o022, 0, f"others may write to {path}")
-    equal((folder / "DozewellService.exe").is_file(), True)
+    for name in ("DozewellService.exe", "docs/settings.md", "docs/licences/JSON.txt"):
+        equal((folder / name).is_file(), True, name)
+    equal(machine.program_folder.exists(), False, "the usual folder")
     equal(machine.values(SERVICE_KEY)[SERVICE_KEY]["ImagePath"][-1],
-          '"C:\\made\\here\\DozewellService.exe"')
+          '"C:\\' + "\\".join(parts) + '\\DozewellService.exe"')
     equal(machine.service_state(), "RUNNING", "state of the service")
-    machine.remove(INSTALLFOLDER="C:\\made\\here", REMOVEDATA=1)
+
+
+def test_a_failed_installation_gives_back_what_it_changed(machine):
+    machine.data.mkdir(parents=True)
+    (machine.data / "zs7state.dat").write_bytes(b"somebody's")
+    (machine.data / "cpredict.z7").mkdir()
+    places = (machine.data.parent, machine.data, machine.data / "zs7state.dat")
+    for path in places:
+        path.chmod(0o777)
+    before = machine.everything()
+    equal(machine.msiexec("/i", that_fails(machine.package, "NOT Installed"),
+                          INSTALLFOLDER="C:\\made\\here"), INSTALL_FAILURE)
     equal(changes(machine, before), (set(), set()))
+    for path in places:
+        equal(path.stat().st_mode & 0o002, 0o002, f"rights of {path}")
+    expect_removed(machine)
+    # With the same package all of that is changed.
+    machine.install()
+    for path in places:
+        equal(path.stat().st_mode & 0o002, 0, f"rights of {path}")
+    equal((machine.data / "cpredict.z7.untrusted").is_dir(), True)
 
 
 def test_a_data_folder_of_somebody_else_is_not_used(machine):
@@ -580,6 +369,16 @@ def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
     machine.install(FEATUREENABLED=0)
     machine.repair(**chosen, USERSMAYREAD=1)
     expect_installed(machine, machine.package, **chosen)
+
+
+def test_choices_that_are_out_of_range_do_not_keep_a_product_from_being_repaired(machine):
+    machine.install(STRENGTH=1, HISTORYLIMIT=9)
+    machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "most")
+    machine.repair(HISTORYLIMIT="-1", DEBUGLOGGING="yes", USERSMAYREAD=7)
+    expect_installed(machine, machine.package, HISTORYLIMIT=9)
+    machine.set_value(Z7_KEY + r"\Installer", "HISTORYLIMIT", "REG_SZ", "all")
+    machine.remove(FEATUREENABLED="off")
+    expect_removed(machine)
 
 
 # Upgrading
@@ -639,6 +438,18 @@ def test_removing_gives_the_users_timeouts_back(machine):
         equal(machine.value(Z7_KEY + r"\Current", "HA_AC"), None)
         equal(machine.value(Z7_KEY + r"\Current", "HA_DC"), None)
         equal(machine.value(Z7_KEY + r"\Current", "ServiceStatus"), "0x1")
+
+
+def test_a_failed_removal_takes_nothing_that_cannot_be_brought_back(machine):
+    package = that_fails(machine.package, 'REMOVE="ALL"')
+    # Without the feature, the service neither saves anything nor restores a timeout.
+    machine.install(package, FEATUREENABLED=0)
+    learn(machine)
+    machine.set_value(Z7_KEY + r"\Current", "EnableZ7Feature", "REG_DWORD", 0)
+    machine.set_value(Z7_KEY + r"\Current", "HA_AC", "REG_DWORD", 180)
+    equal(machine.msiexec("/x", package, REMOVEDATA=1), INSTALL_FAILURE)
+    equal((machine.data / "zs7state.dat").read_bytes(), b"learnt")
+    equal(machine.value(Z7_KEY + r"\Current", "HA_AC"), "0xb4")
 
 
 def test_a_removed_version_can_come_back(machine):

@@ -23,6 +23,9 @@ _KERNEL_DRIVER, _DEMAND_START = 1, 3
 _SYSTEM_CLASS = "{4D36E97D-E325-11CE-BFC1-08002BE10318}"
 # The programs that load the lab's stand-ins.
 _SERVED = ("DozewellService.exe", "dozewell-setup.exe")
+# Those that the client loads, from the system's folder.
+_CLIENT = "dozewellctl.exe"
+_CLIENT_LIBRARIES = {"powrprof": "lab/client/powrprof.dll", "wevtapi": "lab/client/wevtapi.dll"}
 
 
 class Installation:
@@ -70,7 +73,7 @@ class Installation:
         self._start_agent()
         if is_new:
             self._install_driver()
-        self._prefer_the_labs_library()
+        self._prefer_the_labs_libraries()
         self.wine.waiting.until(self._driver_answers, "the driver does not answer")
         finished.touch()
 
@@ -79,6 +82,7 @@ class Installation:
             "lab/agent.exe": "lab",
             "lab/dozewell_lab.sys": "windows/system32/drivers",
             "lab/powrprof.dll": _PROGRAM_FOLDER,
+            **dict.fromkeys(_CLIENT_LIBRARIES.values(), "windows/system32"),
             **dict.fromkeys(_SERVED, _PROGRAM_FOLDER),
         }
         for file, place in places.items():
@@ -111,11 +115,13 @@ class Installation:
                        f"C:\\windows\\system32\\drivers\\{_DRIVER}.sys")
         self.agent.ask("start-service", _DRIVER)
 
-    def _prefer_the_labs_library(self):
-        for program in _SERVED:
-            Registry(self.agent).write(
-                "powrprof", "native,builtin",
-                f"HKCU\\Software\\Wine\\AppDefaults\\{program}\\DllOverrides")
+    def _prefer_the_labs_libraries(self):
+        libraries = {**dict.fromkeys(_SERVED, ["powrprof"]), _CLIENT: list(_CLIENT_LIBRARIES)}
+        for program, names in libraries.items():
+            for name in names:
+                Registry(self.agent).write(
+                    name, "native,builtin",
+                    f"HKCU\\Software\\Wine\\AppDefaults\\{program}\\DllOverrides")
 
     def _driver_answers(self):
         try:

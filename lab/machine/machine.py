@@ -13,6 +13,7 @@ from pathlib import Path
 from typing import NamedTuple
 
 from machine import service_control
+from machine.client_view import ClientView
 from machine.clock import Clock
 from machine.installation import PROGRAM
 from machine.installer_package import InstallerPackage
@@ -89,6 +90,7 @@ class Machine:
         self.schemes = PowerSchemes(self._state)
         self.record = Record(self._state, self.waiting)
         self.registry = Registry(agent)
+        self.client_view = ClientView(self._state, self.registry, installation.token_file.parent)
         self.service = Service(agent, PROGRAM, self.waiting)
         self.client = self._tool(installation.build / "dozewellctl.exe")
         self.replay = self._tool(installation.build / "dozewell-replay.exe")
@@ -117,6 +119,7 @@ class Machine:
         shutil.rmtree(self.data_folder.parent, ignore_errors=True)
         self.driver.reset()
         self.schemes.reset()
+        self.client_view.reset()
         self.clock.reset(START_OF_TIME)
         self._state.awake_ms = 0
         self._state.busy_threads = 0

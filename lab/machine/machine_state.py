@@ -13,6 +13,7 @@ POWER_SCHEMES = {
     "high performance": uuid.UUID("8c5e7fda-e8bf-4a96-9a85-a6e23a8c635c"),
     "custom": uuid.UUID("5b1a2ab6-5d0c-4c1e-9c0e-2f6c3f4a7d10"),
 }
+POWER_CAPABILITIES = 76
 MAX_SYSTEM_CALLS = 64
 RECORD_CAPACITY = 32 << 20
 
@@ -47,6 +48,10 @@ class MachineState(ctypes.Structure):
         ("active_scheme", ctypes.c_uint32),
         ("zone", ctypes.c_char * 32),
         ("schemes", PowerScheme * len(POWER_SCHEMES)),
+        ("setting_policies", ctypes.c_uint32 * len(POWER_SETTINGS) * len(POWER_SOURCES)),
+        ("scheme_policy", ctypes.c_uint32),
+        ("capabilities", ctypes.c_uint8 * POWER_CAPABILITIES),
+        ("gives_up_privileges", ctypes.c_uint32),
         ("calls", SystemCall * MAX_SYSTEM_CALLS),
         ("record_size", ctypes.c_uint32),
         ("record", ctypes.c_char * RECORD_CAPACITY),

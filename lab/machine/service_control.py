@@ -57,9 +57,10 @@ class Service:
         self._program = program
         self._waiting = waiting
 
-    def create(self):
-        """Creates the service as its installer does, without starting it."""
-        self._agent.ask("create-service", NAME, OWN_PROCESS, AUTO_START, f'"{self._program}"')
+    def create(self, command=None, start=AUTO_START):
+        """Creates the service as its installer does, without starting it; or in another way."""
+        self._agent.ask("create-service", NAME, OWN_PROCESS, start,
+                        command or f'"{self._program}"')
 
     def start(self):
         self._agent.ask("start-service", NAME)

@@ -44,6 +44,7 @@ def all_is_shown_on_one_screen(machine):
         "Start attempts      10 of 10: the controller starts with the service\n"
         "Controller          should run: the feature is on and enough start attempts were made\n"
         "Predictions         on\n"
+        "Machine             sleeps and hibernates\n"
         "Power scheme        balanced\n" + POWER +
         "Wake timers         enabled\n"
         "  0, the alarm      2026-11-22 06:30\n"
@@ -63,6 +64,9 @@ def all_is_shown_on_one_screen(machine):
         "serviceState": 4, "serviceError": 0,
         "alarmFields": {"year": 26, "month": 11, "day": 22, "hour": 6, "minute": 30},
         "lastOptimizerRunUtcSeconds": 1767249000, "eventsError": NO_EVENT_LOG,
+        "machine": {"sleeps": True, "hibernates": True, "hibernationFile": True,
+                    "modernStandby": False, "fastStartup": False, "wakeTimersForbidden": False,
+                    "hibernateAfterUnderPolicy": False, "driver": True},
     }, "status as JSON")
 
 
@@ -88,6 +92,7 @@ def what_the_machine_lacks_is_shown(machine):
         "Start attempts      0 of 0: the controller starts with the service\n"
         "Controller          should run: the feature is on and enough start attempts were made\n"
         "Predictions         off, as DisablePrediction is 1\n"
+        "Machine             no driver\n"
         "Power scheme        not balanced, power-saver or high-performance, or could not be "
         "read\n" + POWER +
         "Wake timers         none: the driver does not answer\n"

@@ -23,8 +23,8 @@ struct EngineObjects {
   std::unique_ptr<IPredictor> predictor;
 
   // Deletes the predictor and builds the chosen one over configurations and historian. The new one
-  // takes over what the old one could not save. Throws what its constructor throws; then there is no
-  // predictor.
+  // takes over what the old one could not save. Throws what its constructor throws; then there is
+  // no predictor.
   PredictorChoice RenewPredictor();
 };
 

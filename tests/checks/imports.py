@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Checks that Windows programs import no library that somebody could put beside them, and no timers,
-because they do nothing periodically: imports.py OBJDUMP PROGRAM..."""
+"""Checks that Windows programs import no library that somebody could put beside them, no timers,
+because they do nothing periodically, and nothing that changes rights of all that is in a folder:
+imports.py OBJDUMP PROGRAM..."""
 
 import re
 import subprocess
@@ -15,6 +16,9 @@ KNOWN = {"advapi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "rpcrt4.dll"
 PROTECTED = {"DozewellService.exe": {"powrprof.dll"}, "dozewell-setup.exe": {"powrprof.dll"}}
 TIMERS = re.compile(r"\b(SetTimer|\w*WaitableTimer\w*|\w*TimerQueue\w*|\w*ThreadpoolTimer\w*|"
                     r"timeSetEvent)\b")
+# They go through all that is in a folder, and change that too.
+SPREADING = re.compile(r"\b((?:Tree)?SetNamedSecurityInfo\w*|TreeResetNamedSecurityInfo\w*|"
+                       r"SetSecurityInfo)\b")
 
 
 def main():
@@ -32,6 +36,9 @@ def main():
             errors += 1
         for name in sorted(set(TIMERS.findall(headers))):
             print(f"{program}: imports {name}, a timer")
+            errors += 1
+        for name in sorted(set(SPREADING.findall(headers))):
+            print(f"{program}: imports {name}, which changes rights of all that is in a folder")
             errors += 1
     return 1 if errors else 0
 

@@ -14,7 +14,7 @@ PAGE = ROOT / "docs" / "developing.md"
 HEADING = "## Everything that the system is asked\n"
 LEAF = "_windows.cpp"
 
-ROW = re.compile(r"^\| `((?:src|tools)/\w+/\w+)` \|[^|]*\|([^|]*)\|$", re.MULTILINE)
+ROW = re.compile(r"^\| `((?:src|tools)(?:/\w+)+)` \|[^|]*\|([^|]*)\|$", re.MULTILINE)
 CALL = re.compile(r"`(\w+)`")
 # What an object needs from elsewhere: imported functions, with a prefix where the header says that
 # they are. Our own functions are mangled, and those of C begin with a small letter.

@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "ctl/ctl.h"
+#include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "ctl/fakes/utc_time_fake.h"
 #include "fakes/clock_fake.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
 
@@ -15,6 +17,8 @@ namespace dozewell::fakes {
 
 ClientMachine::ClientMachine() {
   client = {};
+  checked = {};
+  power = {};
   ResetSettings();
   settings.dataFolder = folder_.File(L"");
   clock = {};

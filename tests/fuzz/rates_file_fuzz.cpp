@@ -1,4 +1,4 @@
-// Loads a file of the predictor of rates of any content, learns more from it, predicts and saves.
+// Loads a file of the predictor of rates of any content, learns more and predicts.
 
 #include <cstring>
 #include <memory>
@@ -32,7 +32,8 @@ void Run(fuzz::Input input) {
   HistorianImpl historian;
   const bool canWake = input.Take<uint8_t>() % 2 == 0;
   RatesPredictor predictor(&configuration, &historian, [=] { return canWake; });
-  std::vector<TimeLineEvent> events(input.Take<uint8_t>() % 8);
+  // Few, so that most of the time goes into files and not into fits.
+  std::vector<TimeLineEvent> events(input.Take<uint8_t>() % 3);
   for (TimeLineEvent& event : events) event = input.Take<TimeLineEvent>();
   const bool isFitting = input.Take<uint8_t>() % 2 == 0;
   const auto state = ReadRatesFile(isFitting ? FittingFile(input) : input.TakeRest());
@@ -44,8 +45,6 @@ void Run(fuzz::Input input) {
       fuzz::Require(prediction.minutes > 0 && prediction.minutes <= kNeverMinutes);
     }
   }
-  const auto saved = ReadRatesFile(RatesFileOf(predictor.State()));
-  fuzz::Require(!saved || *saved == predictor.State());
 }
 
 }  // namespace

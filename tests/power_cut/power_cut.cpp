@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "base/durable_file.h"
+#include "base/exception.h"
 #include "base/numbers.h"
 #include "controller/engine.h"
 #include "power_cut/system_steps.h"
@@ -128,6 +129,15 @@ class RatesSave : public DataSave {
       state->Take(IsSuspend(event) ? Suspend : Activating, TimeOf(event));
     }
     return RatesFileOf(*state);
+  }
+  // The data file of an earlier save makes the predictor of slots refuse older events, which the
+  // controller would log.
+  void Add(int event) override {
+    try {
+      DataSave::Add(event);
+    } catch (const FixedTextException&) {
+      return;
+    }
   }
 };
 

@@ -25,34 +25,35 @@ PSECURITY_DESCRIPTOR DescriptorOf(const std::wstring& text) {
 }
 
 std::wstring had;
-std::vector<std::string> given;
+std::vector<GivenAccess> given;
 
 DWORD Get(HANDLE, SE_OBJECT_TYPE, SECURITY_INFORMATION, PSID* owner, PSID*, PACL* list, PACL*,
           PSECURITY_DESCRIPTOR* descriptor) {
   *descriptor = DescriptorOf(had);
   BOOL present = FALSE;
   BOOL defaulted = FALSE;
+  if (owner != nullptr) GetSecurityDescriptorOwner(*descriptor, owner, &defaulted);
+  if (list == nullptr) return ERROR_SUCCESS;
   *list = nullptr;
-  GetSecurityDescriptorOwner(*descriptor, owner, &defaulted);
   GetSecurityDescriptorDacl(*descriptor, &present, list, &defaulted);
   return ERROR_SUCCESS;
 }
 
-DWORD Set(HANDLE, SE_OBJECT_TYPE, SECURITY_INFORMATION parts, PSID owner, PSID, PACL list, PACL) {
-  SECURITY_DESCRIPTOR descriptor;
-  InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION);
-  SetSecurityDescriptorOwner(&descriptor, owner, FALSE);
-  SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE);
-  if ((parts & PROTECTED_DACL_SECURITY_INFORMATION) != 0) {
-    SetSecurityDescriptorControl(&descriptor, SE_DACL_PROTECTED, SE_DACL_PROTECTED);
-  }
-  given.push_back(AccessText(&descriptor, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION));
-  return ERROR_SUCCESS;
+std::string NameOf(HANDLE file) {
+  wchar_t path[MAX_PATH] = {};
+  GetFinalPathNameByHandleW(file, path, MAX_PATH, 0);
+  const std::string whole = NarrowToUtf8(path);
+  return whole.substr(whole.rfind('\\') + 1);
+}
+
+BOOL Set(HANDLE file, SECURITY_INFORMATION parts, PSECURITY_DESCRIPTOR descriptor) {
+  given.push_back({NameOf(file), AccessText(descriptor, parts)});
+  return TRUE;
 }
 
 struct Stubs {
   ImportStub<"GetSecurityInfo", decltype(GetSecurityInfo)> get{Get};
-  ImportStub<"SetSecurityInfo", decltype(SetSecurityInfo)> set{Set};
+  ImportStub<"SetKernelObjectSecurity", decltype(SetKernelObjectSecurity)> set{Set};
 };
 std::unique_ptr<Stubs> stubs;
 
@@ -86,6 +87,6 @@ FileAccessStub::~FileAccessStub() {
 
 void FileAccessStub::Have(const std::wstring& access) { had = access; }
 
-std::vector<std::string> FileAccessStub::TakeGiven() { return std::exchange(given, {}); }
+std::vector<GivenAccess> FileAccessStub::TakeGiven() { return std::exchange(given, {}); }
 
 }  // namespace dozewell::support

@@ -14,6 +14,14 @@ std::string AccessText(void* descriptor, uint32_t parts);
 // Gives everybody all rights on a file or folder.
 void LetEverybodyWrite(const std::wstring& path);
 
+// A file or folder, by the last part of its path, and the rights that it was given, as text.
+struct GivenAccess {
+  std::string name;
+  std::string access;
+
+  bool operator==(const GivenAccess&) const = default;
+};
+
 // Stands in for the access rights of all open files and folders, which the system under a test may
 // not be able to keep. Ends with the object; at most one at a time.
 class FileAccessStub {
@@ -25,8 +33,8 @@ class FileAccessStub {
 
   // The rights that every one has, as text. They stay what they are when others are given.
   void Have(const std::wstring& access);
-  // What has been given since it was last asked, as text, one for each file or folder.
-  std::vector<std::string> TakeGiven();
+  // What has been given since it was last asked.
+  std::vector<GivenAccess> TakeGiven();
 };
 
 }  // namespace dozewell::support

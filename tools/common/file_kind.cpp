@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "base/wall_clock.h"
+#include "common/powerwatch_format.h"
 #include "common/tool_error.h"
 #include "prediction/history_file.h"
 #include "prediction/tracker_data.h"
@@ -34,6 +35,11 @@ bool IsHistory(Content content) {
   };
   return records.size() >= 2 && std::ranges::all_of(records, isPlausible) &&
          std::ranges::adjacent_find(records, isNotLater) == records.end();
+}
+
+bool IsPowerwatchFile(Content content) {
+  return content.size() >= kPowerwatchHeader.size() &&
+         std::equal(kPowerwatchHeader.begin(), kPowerwatchHeader.end(), content.begin());
 }
 
 const char* TextKind(Content content) { return IsUtf16(content) ? "UTF-16 text" : "text"; }
@@ -80,6 +86,9 @@ void RequireCsv(const std::string& name, Content content) {
   if (IsUtf16(content)) throw WrongFile(name, kCsv, "UTF-16 text; it must be UTF-8");
   if (IsDataFile(content)) throw WrongFile(name, kCsv, std::string("a ") + kDataFile);
   if (IsHistory(content)) throw WrongFile(name, kCsv, std::string("a ") + kHistory);
+  if (IsPowerwatchFile(content)) {
+    throw WrongFile(name, kCsv, "a file of dozewell-powerwatch; import --from-event-log reads it");
+  }
 }
 
 }  // namespace dozewell

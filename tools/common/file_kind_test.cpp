@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/history_io.h"
+#include "common/powerwatch_format.h"
 #include "common/tool_error.h"
 #include "prediction/tracker_data.h"
 
@@ -105,6 +106,16 @@ TEST_CASE("what is needed is refused when it looks like something else") {
   for (const auto require : {RequireHistory, RequireDataFile, RequireCsv}) {
     CHECK_NOTHROW(require("x", Bytes{}));
   }
+}
+
+TEST_CASE("a file of the watch is no history, and the error says what reads it") {
+  Bytes watched(kPowerwatchHeader.begin(), kPowerwatchHeader.end());
+  CHECK_THROWS_WITH_AS(RequireCsv("x", watched),
+                       "x: no CSV history: it looks like a file of dozewell-powerwatch; import "
+                       "--from-event-log reads it",
+                       ToolError);
+  watched.pop_back();
+  CHECK_NOTHROW(RequireCsv("x", watched));
 }
 
 TEST_CASE("only what is surely a history is no data file") {

@@ -24,6 +24,7 @@ struct Options {
   std::optional<std::string> out;
   std::optional<std::string> from;
   bool yes = false;
+  bool tryWriting = false;
   bool json = false;
 };
 
@@ -54,6 +55,7 @@ struct Command {
   std::vector<const CommandArgument*> required;
   std::vector<const CommandArgument*> optional;
   bool takesYes = false;
+  bool takesTry = false;
 };
 
 // All commands, in the order of the help.

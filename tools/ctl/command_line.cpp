@@ -8,7 +8,7 @@ namespace dozewell::ctl {
 namespace {
 
 constexpr const char* kFooter =
-    "Exit codes: 0 done, 1 refused by the service or not available, 2 wrong usage,\n"
+    "Exit codes: 0 done, 1 refused by the service, not available or BAD, 2 wrong usage,\n"
     "3 the service does not answer.\n"
     "\n"
     "Example:\n"
@@ -37,6 +37,11 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
   for (const auto* argument : command.optional)
     syntax.values.push_back(SyntaxOf(*argument, options, false));
   if (command.takesYes) syntax.flags.push_back({"--yes", "Do not ask first", &options.yes});
+  if (command.takesTry) {
+    syntax.flags.push_back({"--try",
+                            "Also write each hibernate-after timeout as it is, and time it",
+                            &options.tryWriting});
+  }
   syntax.flags.push_back({"--json", "Print JSON for programs", &options.json});
   return syntax;
 }

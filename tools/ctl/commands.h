@@ -9,6 +9,7 @@ namespace dozewell::ctl {
 // what the engine throws.
 
 void RunStatus(const Options& options, const Console& console);
+void RunCheck(const Options& options, const Console& console);
 void RunPing(const Options& options, const Console& console);
 void RunEnable(const Options& options, const Console& console);
 void RunDisable(const Options& options, const Console& console);

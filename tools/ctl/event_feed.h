@@ -16,6 +16,13 @@ namespace dozewell::ctl {
 // caller.
 uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take);
 
+// The same for those of the last days that tell of sleeps, wakes, starts and shut-downs, and some
+// others.
+uint32_t ReadSleepEvents(uint32_t days, const std::function<void(const std::string& xml)>& take);
+
+// The same for the service's events of the last days.
+uint32_t ReadServiceEvents(uint32_t days, const std::function<void(const std::string& xml)>& take);
+
 // The service's last events, up to `count`, oldest first.
 uint32_t ReadLastEvents(size_t count, std::vector<std::string>& events);
 

@@ -13,7 +13,13 @@ namespace {
 
 // A source that is not registered writes to this log.
 constexpr wchar_t kLog[] = L"Application";
+constexpr wchar_t kSource[] = L"Provider[@Name='Dozewell Service']";
 constexpr wchar_t kQuery[] = L"*[System[Provider[@Name='Dozewell Service']]]";
+
+// Those that log how a machine sleeps, wakes, starts and shuts down.
+constexpr wchar_t kSleepSources[] =
+    L"Provider[@Name='Microsoft-Windows-Kernel-Power' or @Name='Microsoft-Windows-Kernel-General' "
+    L"or @Name='Microsoft-Windows-Power-Troubleshooter' or @Name='EventLog']";
 
 struct EventCloser {
   void operator()(void* handle) const { EvtClose(handle); }
@@ -74,7 +80,26 @@ uint32_t Drain(EVT_HANDLE results, const std::function<void(const std::string&)>
   }
 }
 
+uint32_t ReadRecent(const wchar_t* log, const wchar_t* source, uint32_t days,
+                    const std::function<void(const std::string& xml)>& take) {
+  constexpr uint64_t kMillisecondsPerDay = 86'400'000;
+  const std::wstring query = L"*[System[" + std::wstring(source) +
+                             L" and TimeCreated[timediff(@SystemTime) <= " +
+                             std::to_wstring(days * kMillisecondsPerDay) + L"]]]";
+  ExpectReason();
+  const EventHandle results(EvtQuery(nullptr, log, query.c_str(), EvtQueryChannelPath));
+  return results ? Drain(results.get(), take) : GetLastError();
+}
+
 }  // namespace
+
+uint32_t ReadSleepEvents(uint32_t days, const std::function<void(const std::string& xml)>& take) {
+  return ReadRecent(L"System", kSleepSources, days, take);
+}
+
+uint32_t ReadServiceEvents(uint32_t days, const std::function<void(const std::string& xml)>& take) {
+  return ReadRecent(kLog, kSource, days, take);
+}
 
 uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take) {
   ExpectReason();

@@ -15,6 +15,10 @@ void ConnectToPipe();
 // or the system does not tell.
 std::optional<uint32_t> PipeServerProcess();
 
+// The connection itself (a HANDLE), which may be asked for the pipe's access list; null without
+// one.
+void* PipeConnection();
+
 }  // namespace dozewell::ctl
 
 #endif  // DOZEWELL_CTL_PIPE_SERVER_H_

@@ -41,4 +41,6 @@ std::optional<uint32_t> PipeServerProcess() {
   return process;
 }
 
+void* PipeConnection() { return connection.get(); }
+
 }  // namespace dozewell::ctl

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "ctl/fakes/utc_time_fake.h"
 #include "fakes/client_machine.h"
@@ -13,6 +14,7 @@
 namespace dozewell::ctl {
 namespace {
 
+using fakes::checked;
 using fakes::client;
 using fakes::ClientMachine;
 using fakes::ClientRun;
@@ -43,6 +45,7 @@ TEST_CASE("the status fits on a screen") {
         "Start attempts      3 of 3: the controller starts with the service\n"
         "Controller          should run: the feature is on and enough start attempts were made\n"
         "Predictions         on\n"
+        "Machine             sleeps and hibernates\n"
         "Power scheme        balanced\n"
         "                    ac                  dc\n"
         "  display-off       10 min              5 min\n"
@@ -74,7 +77,10 @@ TEST_CASE("the status fits on a screen") {
         "{\"time\":\"2026-11-21T09:05:09\",\"level\":\"error\",\"text\":\"broken\","
         "\"utcSeconds\":1795248309}],\"serviceState\":4,\"serviceError\":0,\"alarmFields\":{"
         "\"year\":26,\"month\":11,\"day\":22,\"hour\":6,\"minute\":30},"
-        "\"lastOptimizerRunUtcSeconds\":1793491200,\"eventsError\":0}\n");
+        "\"lastOptimizerRunUtcSeconds\":1793491200,\"eventsError\":0,\"machine\":{"
+        "\"sleeps\":true,\"hibernates\":true,\"hibernationFile\":true,\"modernStandby\":false,"
+        "\"fastStartup\":false,\"wakeTimersForbidden\":false,"
+        "\"hibernateAfterUnderPolicy\":false,\"driver\":true}}\n");
 }
 
 TEST_CASE("the status shows what is not there") {
@@ -84,6 +90,9 @@ TEST_CASE("the status shows what is not there") {
   client.refused = {"GetFeatureEnabled", "GetActiveScheme", "GetPowerSettings", "GetDriverEnabled",
                     "GetStrength"};
   client.eventsError = 120;
+  checked.capabilities->bytes[PowerCapabilities::kModernStandby] = 1;
+  checked.capabilities->bytes[PowerCapabilities::kHibernationFile] = 0;
+  checked.numbers["Power HiberbootEnabled"] = 1;
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(1)},
                              {L"CurrentAttempt", fakes::Number32(1)},
                              {L"DisablePrediction", fakes::Number32(1)}};
@@ -96,6 +105,7 @@ TEST_CASE("the status shows what is not there") {
         "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations\n"
         "Predictions         off, as DisablePrediction is 1\n"
+        "Machine             Modern Standby, no hibernation file, Fast Startup, no driver\n"
         "Power scheme        not balanced, power-saver or high-performance, or could not be read\n"
         "                    ac                  dc\n"
         "  display-off       not available       not available\n"
@@ -114,6 +124,7 @@ TEST_CASE("the status of a service that does not answer comes from the machine")
   ClientMachine::Provision();
   client.unreachable = kServerUnavailable;
   client.service = {0, 1};
+  checked.capabilities = std::nullopt;
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(0)}};
   settings.current.predictorValues[{kPredictorSection, "Strength"}] = fakes::Text("2");
   const std::string message =
@@ -127,6 +138,7 @@ TEST_CASE("the status of a service that does not answer comes from the machine")
         "Start attempts      3 of 3: the controller starts with the service\n"
         "Controller          does not run: the service does not answer\n"
         "Predictions         on\n"
+        "Machine             what it can do is not known\n"
         "Power scheme        not known, as the service does not answer\n"
         "Wake timers         not known, as the service does not answer\n"
         "Strength            2, for which the optimizer has stored nothing yet\n"

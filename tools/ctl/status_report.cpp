@@ -26,6 +26,7 @@ void AskService(StatusReport& report) {
   report.scheme = Ask<uint32_t>(CallGetActiveScheme);
   for (size_t i = 0; i < report.power.size(); ++i) report.power[i] = ReadPower(kSources[i].number);
   report.driverEnabled = Ask<bool>(CallGetDriverEnabled);
+  report.machine.hasDriver = report.driverEnabled.has_value();
   report.alarm = Ask<WakeTime>([](WakeTime& time) { return CallGetWakeTime(kAlarmWord, time); });
   report.duration =
       Ask<int32_t>([](int32_t& count) { return CallGetWakeRaw(kDurationWord, count); });
@@ -57,6 +58,7 @@ StatusReport MakeStatusReport() {
   report.ping = CallPing();
   report.service = QueryService();
   ReadSettings(report);
+  report.machine = ReadMachineKind();
   if (report.ping.IsDone()) AskService(report);
   report.strengthHasResult = StrengthHasResult(report.strength);
   report.controller = ExpectController(

@@ -11,6 +11,7 @@
 #include "common/json.h"
 #include "ctl/controller_outlook.h"
 #include "ctl/event_text.h"
+#include "ctl/machine_kind.h"
 #include "ctl/power_reading.h"
 #include "ctl/service_calls.h"
 #include "ctl/service_query.h"
@@ -27,6 +28,7 @@ struct StatusReport {
   std::optional<uint32_t> totalAttempts;
   ControllerOutlook controller;
   bool predictionsEnabled;
+  MachineKind machine;
   std::optional<uint32_t> scheme;  // see kSchemes
   std::array<PowerReading, std::size(kSources)> power;
   std::optional<bool> driverEnabled;

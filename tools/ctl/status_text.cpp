@@ -102,8 +102,9 @@ std::string StatusText(const StatusReport& report) {
          Line("Start attempts", AttemptsText(report.currentAttempt, report.totalAttempts)) +
          Line("Controller", ExpectedText(report.controller.runs) + report.controller.why) +
          Line("Predictions", report.predictionsEnabled ? "on" : "off, as DisablePrediction is 1") +
-         PowerText(report) + TimersText(report) + Line("Strength", StrengthText(report)) +
-         Line("Last optimizer run", LastRunText(report)) + EventsText(report);
+         Line("Machine", KindText(report.machine)) + PowerText(report) + TimersText(report) +
+         Line("Strength", StrengthText(report)) + Line("Last optimizer run", LastRunText(report)) +
+         EventsText(report);
 }
 
 Json StatusJson(const StatusReport& report) {
@@ -131,6 +132,7 @@ Json StatusJson(const StatusReport& report) {
       {"alarmFields", report.alarm ? WakeTimeJson(*report.alarm) : Json()},
       {"lastOptimizerRunUtcSeconds", OptionalJson(report.lastOptimizerRun)},
       {"eventsError", report.eventsError},
+      {"machine", KindJson(report.machine)},
   };
 }
 

@@ -77,6 +77,21 @@ DWORD WINAPI PowerWriteDCValueIndex(HKEY root, const GUID* scheme, const GUID* s
   return PassOn(function, root, scheme, subgroup, setting, value);
 }
 
+DWORD WINAPI PowerSettingAccessCheck(POWER_DATA_ACCESSOR accessor, const GUID* setting) {
+  static const auto function =
+      Find<decltype(PowerSettingAccessCheck)>(kPower, "PowerSettingAccessCheck");
+  return PassOn(function, accessor, setting);
+}
+
+LONG WINAPI CallNtPowerInformation(POWER_INFORMATION_LEVEL level, void* input, ULONG inputSize,
+                                   void* output, ULONG outputSize) {
+  constexpr LONG kNotImplemented = static_cast<LONG>(0xC0000002);
+  static const auto function =
+      Find<decltype(CallNtPowerInformation)>(kPower, "CallNtPowerInformation");
+  return function == nullptr ? kNotImplemented
+                             : function(level, input, inputSize, output, outputSize);
+}
+
 EVT_HANDLE WINAPI EvtQuery(EVT_HANDLE session, const wchar_t* path, const wchar_t* query,
                            DWORD flags) {
   static const auto function = Find<decltype(EvtQuery)>(kEventLog, "EvtQuery");

@@ -109,8 +109,8 @@ std::string FindingsText(const EventLogImport& import) {
 }
 
 std::string ImportText(const EventLogImport& import, const std::string& history) {
-  return history + ": " + std::to_string(import.history.records.size()) +
-         " records; from the event log: " + AddedText(import) + "\n" + FindingsText(import);
+  return history + ": " + std::to_string(import.history.records.size()) + " records; from " +
+         import.source + ": " + AddedText(import) + "\n" + FindingsText(import);
 }
 
 std::string LearntText(const std::string& data, bool learnt) {

@@ -29,6 +29,7 @@ ExtendedHistory PutBefore(const std::vector<HistoryRecord>& older,
 
 // What was made of an event log and the existing history.
 struct EventLogImport {
+  const char* source = "the event log";  // as the user knows it
   size_t events = 0;
   EventLogHistory log;
   ExtendedHistory history;

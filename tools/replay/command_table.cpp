@@ -11,7 +11,7 @@ constexpr CommandOption kImportedHistory = {"--history", "FILE",
                                             "CSV history; with an event log, the history to extend",
                                             &Options::history};
 constexpr CommandOption kEventLog = {
-    "--from-event-log", "FILE", "What wevtutil qe System /f:xml exports of the Windows System log",
+    "--from-event-log", "FILE", "What wevtutil qe System /f:xml or dozewell-powerwatch has written",
     &Options::eventLog};
 constexpr CommandOption kZone = {"--zone", "RULES",
                                  "Time zone of that log's machine; without one, this machine's",

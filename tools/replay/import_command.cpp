@@ -21,6 +21,7 @@
 #include "event_log/zone_rules.h"
 #include "import/event_log_import.h"
 #include "import/lost_records.h"
+#include "import/powerwatch_file.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/saved_text.h"
@@ -103,14 +104,27 @@ std::optional<History> HistoryToExtend(const Options& options, std::vector<std::
   return LoadHistoryIfExists(*options.history, warnings);
 }
 
+// What the file that is imported is, which shows in its content.
+EventLogImport ImportLog(const Options& options, const LocalClock& clock,
+                         const std::optional<History>& history) {
+  const std::string& name = options.eventLog.value();
+  const auto content = ReadInput(name, kMostOfEventLog);
+  if (!IsPowerwatch(AsText(content))) {
+    return ImportEvents(name, ParseEventLog(AsText(content), name), clock, history);
+  }
+  if (options.zone) throw ToolError("--zone: " + name + " has its machine's local time itself");
+  PowerwatchLog watched = ParsePowerwatch(AsText(content), name);
+  EventLogImport import = ImportEvents(name, std::move(watched.events), watched.clock, history);
+  import.source = "the watch";
+  return import;
+}
+
 void ImportEventLog(const Options& options, Results& results) {
   const LocalClock clock = ClockOf(options.zone);
-  const std::string& name = options.eventLog.value();
   const std::string& out = options.out.value();
   RequireOtherOutputs(options);
   const auto history = HistoryToExtend(options, results.warnings);
-  const auto events = ParseEventLog(AsText(ReadInput(name, kMostOfEventLog)), name);
-  const EventLogImport import = ImportEvents(name, events, clock, history);
+  const EventLogImport import = ImportLog(options, clock, history);
   // A history that is extended only gains records.
   if (!options.history || !IsSameFile(*options.history, out)) {
     RequireConsent(options, import.history.records, ", --history " + out + " extends it");

@@ -5,9 +5,8 @@
 #include <iterator>
 
 #include "base/wall_clock.h"
-#include "service/service_host.h"
-#include "service/service_manager.h"
 #include "setup/local_memory.h"
+#include "setup/own_service.h"
 #include "setup/service_command.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
@@ -65,10 +64,10 @@ void SetRestarts(SC_HANDLE service) {
 }  // namespace
 
 void ConfigureService() {
-  const ServiceHandle manager = OpenManager();
-  const ServiceHandle opened =
-      manager == nullptr ? nullptr : OpenExistingService(manager.get(), kServiceName);
-  if (opened == nullptr) throw SystemError("the service cannot be opened", LastSystemError());
+  const ServiceHandle opened = OpenOwnService();
+  if (opened == nullptr) {
+    throw SystemError("the service cannot be opened", ERROR_SERVICE_DOES_NOT_EXIST);
+  }
   const auto service = static_cast<SC_HANDLE>(opened.get());
   QuotePath(service);
   CloseUserControls(service);

@@ -8,6 +8,7 @@
 #include "setup/restore.h"
 #include "setup/setup.h"
 #include "setup/system_steps.h"
+#include "setup/undo_notes.h"
 
 namespace {
 
@@ -29,11 +30,16 @@ std::string Take(const std::string& folder) {
 constexpr Step kSteps[] = {
     {"secure-install-folder", "FOLDER", Take<dozewell::setup::SecureInstallFolder>},
     {"remove-install-folder", "FOLDER", Take<dozewell::setup::RemoveInstallFolder>},
+    {"undo-install-folder", nullptr, Take<dozewell::setup::UndoInstallFolder>},
     {"secure-data-folder", "USERSMAYREAD", dozewell::setup::SecureDataFolder},
+    {"undo-data-folder", nullptr, Take<dozewell::setup::UndoDataFolder>},
+    {"note-service", nullptr, Take<dozewell::setup::NoteService>},
+    {"await-deletion", nullptr, Take<dozewell::setup::AwaitDeletion>},
     {"configure-service", nullptr, Take<dozewell::setup::ConfigureService>},
     {"restore", nullptr, Take<dozewell::setup::RestoreMachine>},
     {"stop-service", nullptr, Take<dozewell::setup::StopService>},
-    {"start-service", nullptr, Take<dozewell::setup::StartServiceAgain>},
+    {"undo-service", nullptr, Take<dozewell::setup::UndoService>},
+    {"forget-notes", nullptr, Take<dozewell::setup::ForgetUndoNotes>},
     {"remove-learnt-data", nullptr, Take<dozewell::setup::RemoveLearntData>},
 };
 

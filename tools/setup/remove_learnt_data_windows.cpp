@@ -9,6 +9,7 @@
 #include "prediction/rates/rates_file.h"
 #include "settings/data_folder.h"
 #include "settings/setting_names.h"
+#include "setup/empty_key.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
 
@@ -21,17 +22,6 @@ void DeleteLearntFile(const std::wstring& path) {
   if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) {
     throw SystemError(NarrowToUtf8(path) + ": cannot be deleted", error);
   }
-}
-
-void DeleteKeyIfEmpty(const wchar_t* path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-  DWORD keys = 1;
-  DWORD values = 1;
-  RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
-                   nullptr, nullptr, nullptr);
-  RegCloseKey(key);
-  if (keys == 0 && values == 0) RegDeleteKeyW(HKEY_LOCAL_MACHINE, path);
 }
 
 void DeleteFolders() {
@@ -52,8 +42,7 @@ void DeleteSettings() {
   if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
     throw SystemError("the settings cannot be deleted", static_cast<uint32_t>(status));
   }
-  DeleteKeyIfEmpty(kProductKey);
-  DeleteKeyIfEmpty(kVendorKey);
+  DeleteProductKeysIfEmpty();
 }
 
 }  // namespace

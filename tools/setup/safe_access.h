@@ -13,16 +13,20 @@ namespace dozewell::setup {
 enum class Readers { kAdministrators, kUsers };
 
 // Rights with which administrators own a folder or file, and they and the system alone can change
-// it. What is created in such a folder inherits them, and nothing is inherited from outside.
+// it, or what they were before. What is created in a safe folder inherits its rights, and nothing
+// is inherited from outside.
 class SafeAccess {
  public:
   // Throws SystemError.
   explicit SafeAccess(Readers readers);
+  // Rights that a folder or file had before, as AccessTextOf tells them. Throws SystemError.
+  explicit SafeAccess(const std::wstring& text);
 
   // False when something of that name exists. Throws SystemError on any other failure.
   bool CreateFolder(const std::wstring& path) const;
 
-  // Gives an open file or folder these rights and this owner. Returns the system's error code.
+  // Gives an open file or folder these rights and this owner, and leaves what is in a folder as it
+  // is. Returns the system's error code.
   uint32_t Give(void* file) const;
 
  private:
@@ -57,6 +61,9 @@ extern const uint32_t kRightsToRead;
 
 // Whether others can change a file, or a folder and what is or will be in it.
 bool OthersMayChange(const AccessOfOthers& access);
+
+// Owner and rights of an open file or folder as text; empty when they cannot be read.
+std::wstring AccessTextOf(void* file);
 
 }  // namespace dozewell::setup
 

@@ -72,11 +72,13 @@ const uint32_t kRightsToChange = kRightsToReplace | FILE_WRITE_DATA | FILE_APPEN
                                  FILE_WRITE_EA | FILE_WRITE_ATTRIBUTES | GENERIC_WRITE;
 const uint32_t kRightsToRead = FILE_READ_DATA | GENERIC_READ | GENERIC_ALL;
 
-SafeAccess::SafeAccess(Readers readers) {
+SafeAccess::SafeAccess(Readers readers)
+    : SafeAccess(std::wstring(readers == Readers::kUsers ? kForUsers : kForAdministrators)) {}
+
+SafeAccess::SafeAccess(const std::wstring& text) {
   PSECURITY_DESCRIPTOR descriptor = nullptr;
-  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(
-          readers == Readers::kUsers ? kForUsers : kForAdministrators, SDDL_REVISION_1, &descriptor,
-          nullptr) == 0) {
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1,
+                                                           &descriptor, nullptr) == 0) {
     throw SystemError("access rights cannot be made", GetLastError());
   }
   descriptor_.reset(descriptor);
@@ -92,17 +94,26 @@ bool SafeAccess::CreateFolder(const std::wstring& path) const {
   return false;
 }
 
+// SetSecurityInfo would go through all that is in a folder and change that too.
 uint32_t SafeAccess::Give(void* file) const {
-  PSID owner = nullptr;
-  PACL list = nullptr;
-  BOOL present = FALSE;
-  BOOL defaulted = FALSE;
-  GetSecurityDescriptorOwner(descriptor_.get(), &owner, &defaulted);
-  GetSecurityDescriptorDacl(descriptor_.get(), &present, &list, &defaulted);
-  return SetSecurityInfo(
-      file, SE_FILE_OBJECT,
-      OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
-      owner, nullptr, list, nullptr);
+  SECURITY_DESCRIPTOR_CONTROL control = 0;
+  DWORD revision = 0;
+  if (GetSecurityDescriptorControl(descriptor_.get(), &control, &revision) == 0) {
+    return GetLastError();
+  }
+  // Keeps the mark that rights were inherited.
+  if ((control & SE_DACL_AUTO_INHERITED) != 0) {
+    SetSecurityDescriptorControl(descriptor_.get(), SE_DACL_AUTO_INHERIT_REQ,
+                                 SE_DACL_AUTO_INHERIT_REQ);
+  }
+  const SECURITY_INFORMATION protection = (control & SE_DACL_PROTECTED) != 0
+                                              ? PROTECTED_DACL_SECURITY_INFORMATION
+                                              : UNPROTECTED_DACL_SECURITY_INFORMATION;
+  return SetKernelObjectSecurity(
+             file, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION | protection,
+             descriptor_.get()) != 0
+             ? ERROR_SUCCESS
+             : GetLastError();
 }
 
 SystemHandle OpenAsItIs(const std::wstring& path, bool toChange) {
@@ -147,6 +158,23 @@ AccessOfOthers ReadAccessOfOthers(void* file) {
     }
   }
   return access;
+}
+
+std::wstring AccessTextOf(void* file) {
+  constexpr SECURITY_INFORMATION kParts = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  if (GetSecurityInfo(file, SE_FILE_OBJECT, kParts, nullptr, nullptr, nullptr, nullptr,
+                      &descriptor) != ERROR_SUCCESS) {
+    return {};
+  }
+  const LocalMemory freedAtEnd(descriptor);
+  wchar_t* text = nullptr;
+  if (ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1, kParts,
+                                                           &text, nullptr) == 0) {
+    return {};
+  }
+  const LocalMemory textFreedAtEnd(text);
+  return text;
 }
 
 bool OthersMayChange(const AccessOfOthers& access) {

@@ -82,18 +82,29 @@ class Machine {
   const ProgramDataAt programData_;
 };
 
-// A machine on which something was learnt, and saves were interrupted.
+// A machine on which something was learnt, saves were interrupted, and somebody keeps a report.
 class LearntMachine : public Machine {
  public:
   LearntMachine() {
     CreateDirectoryW(Outer().c_str(), nullptr);
     CreateDirectoryW(Inner().c_str(), nullptr);
-    for (const wchar_t* const name : {L"zs7state.dat", L"zs7state.dat.part", L"zs7state.dat.new",
-                                      L"zs7state.dat.unread", L"cpredict.z7", L"rates.z7"}) {
+    for (const wchar_t* const name :
+         {L"report.html", L"zs7state.dat", L"zs7state.dat.part", L"zs7state.dat.new",
+          L"zs7state.dat.unread", L"cpredict.z7", L"rates.z7"}) {
       WriteFileAt(Inner() + L"\\" + name, "learnt");
     }
   }
 };
+
+// These rights for the two folders and each file of learnt data, and for nothing else.
+std::vector<GivenAccess> GivenToAll(const std::string& access) {
+  std::vector<GivenAccess> given;
+  for (const char* const name : {"Brevan", "Z7", "zs7state.dat", "zs7state.dat.part",
+                                 "zs7state.dat.new", "zs7state.dat.unread", "cpredict.z7"}) {
+    given.push_back({name, access});
+  }
+  return given;
+}
 
 }  // namespace
 
@@ -179,12 +190,10 @@ TEST_CASE("who can read a new data folder is chosen, and without a choice users 
 TEST_CASE("the rights of an existing data folder and of all in it are chosen, or kept and told") {
   const LearntMachine machine;
   const std::string name = NarrowToUtf8(machine.Inner());
-  // The two folders, the history and its side files, and the data file.
-  constexpr size_t kPlaces = 7;
   FileAccessStub access;
   access.Have(L"O:BAD:P(A;;FA;;;BA)(A;;FA;;;SY)(A;;0x1200a9;;;BU)");
   CHECK(SecureDataFolder("0").empty());
-  CHECK(access.TakeGiven() == Texts(kPlaces, kForAdministrators));
+  CHECK(access.TakeGiven() == GivenToAll(kForAdministrators));
   CHECK(SecureDataFolder("") == name +
                                     ": users may read what was learnt, as before; "
                                     "USERSMAYREAD=0 takes that from them");
@@ -192,7 +201,7 @@ TEST_CASE("the rights of an existing data folder and of all in it are chosen, or
 
   access.Have(L"O:SYD:P(A;;FA;;;BA)(A;;FA;;;SY)");
   CHECK(SecureDataFolder("1").empty());
-  CHECK(access.TakeGiven() == Texts(kPlaces, kForUsers));
+  CHECK(access.TakeGiven() == GivenToAll(kForUsers));
   CHECK(SecureDataFolder("") == name +
                                     ": only administrators may read what was learnt, as before; "
                                     "USERSMAYREAD=1 lets users read it");
@@ -204,11 +213,11 @@ TEST_CASE("rights with which others could change the data folder are taken, read
   FileAccessStub access;
   access.Have(L"O:BAD:(A;;FA;;;BA)(A;;0x1301bf;;;AU)");
   SecureDataFolder("");
-  CHECK(access.TakeGiven() == Texts(7, kForUsers));
+  CHECK(access.TakeGiven() == GivenToAll(kForUsers));
   // To write only.
   access.Have(L"O:BAD:(A;;FA;;;BA)(A;;0x2;;;AU)");
   SecureDataFolder("");
-  CHECK(access.TakeGiven() == Texts(7, kForAdministrators));
+  CHECK(access.TakeGiven() == GivenToAll(kForAdministrators));
 }
 
 TEST_CASE("who can read the data folder is 0 or 1") {

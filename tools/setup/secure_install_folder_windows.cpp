@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "base/utf8.h"
+#include "setup/folder_changes.h"
 #include "setup/safe_access.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
+#include "setup/undo_notes.h"
 
 namespace dozewell::setup {
 namespace {
@@ -81,9 +83,9 @@ void ExpectNothingOfOthersIn(const std::wstring& folder) {
 }
 
 // Makes a folder, and is content with one that others cannot change.
-void SecureFolder(const std::wstring& path, bool isInnermost, bool isRoot) {
-  if (!isRoot && OpenIfExists(path) == nullptr) {
-    SafeAccess(Readers::kUsers).CreateFolder(path);
+void SecureFolder(const std::wstring& path, bool isInnermost, bool isRoot, UndoNotes& notes) {
+  if (!isRoot && OpenIfExists(path) == nullptr && SafeAccess(Readers::kUsers).CreateFolder(path)) {
+    notes.Add(NoteOf({FolderChange::kMade, path, L""}));
   }
   const SystemHandle folder = OpenIfExists(path);
   if (folder == nullptr || KindOf(folder.get()) != FileKind::kFolder) {
@@ -100,8 +102,9 @@ void SecureFolder(const std::wstring& path, bool isInnermost, bool isRoot) {
 void SecureInstallFolder(const std::string& folder) {
   const std::wstring path = WholePath(folder);
   const std::vector<std::wstring> folders = FoldersOf(path);
+  UndoNotes notes(kInstallFolderNotes);
   for (const std::wstring& each : folders) {
-    SecureFolder(each, each == folders.back(), each == folders.front());
+    SecureFolder(each, each == folders.back(), each == folders.front(), notes);
   }
   ExpectNothingOfOthersIn(path);
 }

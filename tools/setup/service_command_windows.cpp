@@ -6,8 +6,10 @@
 #include "setup/system_error.h"
 
 namespace dozewell::setup {
+namespace {
 
-std::wstring CommandOf(void* service) {
+// The bytes of a QUERY_SERVICE_CONFIGW and of the texts that it points to.
+std::vector<BYTE> ConfigurationOf(void* service) {
   const auto handle = static_cast<SC_HANDLE>(service);
   DWORD size = 0;
   QueryServiceConfigW(handle, nullptr, 0, &size);
@@ -16,7 +18,21 @@ std::wstring CommandOf(void* service) {
   if (QueryServiceConfigW(handle, config, static_cast<DWORD>(bytes.size()), &size) == 0) {
     throw SystemError("the service's configuration cannot be read", GetLastError());
   }
-  return config->lpBinaryPathName;
+  return bytes;
+}
+
+const QUERY_SERVICE_CONFIGW& AsConfiguration(const std::vector<BYTE>& bytes) {
+  return *reinterpret_cast<const QUERY_SERVICE_CONFIGW*>(bytes.data());
+}
+
+}  // namespace
+
+std::wstring CommandOf(void* service) {
+  return AsConfiguration(ConfigurationOf(service)).lpBinaryPathName;
+}
+
+uint32_t StartTypeOf(void* service) {
+  return AsConfiguration(ConfigurationOf(service)).dwStartType;
 }
 
 }  // namespace dozewell::setup

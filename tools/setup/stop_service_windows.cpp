@@ -7,8 +7,8 @@
 
 #include "base/utf8.h"
 #include "common/system_handle.h"
-#include "service/service_host.h"
-#include "service/service_manager.h"
+#include "setup/deadline.h"
+#include "setup/own_service.h"
 #include "setup/service_command.h"
 #include "setup/system_error.h"
 #include "setup/system_steps.h"
@@ -17,20 +17,6 @@ namespace dozewell::setup {
 namespace {
 
 constexpr uint32_t kLongestWaitMs = 30'000;
-
-// One moment by which all waits have ended.
-class Deadline {
- public:
-  explicit Deadline(uint32_t milliseconds) : end_(GetTickCount64() + milliseconds) {}
-
-  DWORD MillisecondsLeft() const {
-    const ULONGLONG now = GetTickCount64();
-    return now < end_ ? static_cast<DWORD>(end_ - now) : 0;
-  }
-
- private:
-  ULONGLONG end_;
-};
 
 SystemHandle Open(DWORD process, DWORD access) {
   return SystemHandle(process == 0 ? nullptr : OpenProcess(access, FALSE, process));
@@ -84,22 +70,11 @@ std::vector<SystemHandle> ProcessesOf(const std::wstring& program) {
   return found;
 }
 
-// Null when there is no such service.
-ServiceHandle OpenOwnService(void* manager) {
-  ServiceHandle service;
-  if (manager != nullptr) service = OpenExistingService(manager, kServiceName);
-  if (service == nullptr && LastSystemError() != ERROR_SERVICE_DOES_NOT_EXIST) {
-    throw SystemError("the service cannot be opened", LastSystemError());
-  }
-  return service;
-}
-
 }  // namespace
 
 void StopService(uint32_t milliseconds) {
   const Deadline deadline(milliseconds);
-  const ServiceHandle manager = OpenManager();
-  const ServiceHandle service = OpenOwnService(manager.get());
+  const ServiceHandle service = OpenOwnService();
   if (service == nullptr) return;
   const std::wstring program = ProgramOf(CommandOf(service.get()));
   // Opened before the stop, since the service control manager forgets it then.
@@ -116,15 +91,5 @@ void StopService(uint32_t milliseconds) {
 }
 
 void StopService() { StopService(kLongestWaitMs); }
-
-void StartServiceAgain() {
-  const ServiceHandle manager = OpenManager();
-  const ServiceHandle service = OpenOwnService(manager.get());
-  if (service == nullptr || StartExistingService(service.get())) return;
-  const uint32_t error = LastSystemError();
-  if (error != ERROR_SERVICE_ALREADY_RUNNING && error != ERROR_SERVICE_DISABLED) {
-    throw SystemError("the service cannot be started again", error);
-  }
-}
 
 }  // namespace dozewell::setup

@@ -113,21 +113,4 @@ TEST_CASE("all waits for the service's program end by one moment") {
   CHECK(waits[1] < waits[0]);
 }
 
-TEST_CASE("a service that is missing or runs need not be started again") {
-  CHECK_NOTHROW(StartServiceAgain());
-  const InstalledService service(L"C:\\none.exe");
-  const ImportStub<"StartServiceW", decltype(StartServiceW)> start{
-      [](SC_HANDLE, DWORD, const wchar_t**) {
-        SetLastError(ERROR_SERVICE_ALREADY_RUNNING);
-        return FALSE;
-      }};
-  CHECK_NOTHROW(StartServiceAgain());
-  CHECK(TakeSystemCalls().size() == 1);
-}
-
-TEST_CASE("a service that cannot be started again is reported") {
-  const InstalledService service(L"C:\\none.exe");
-  CHECK_THROWS_WITH(StartServiceAgain(), "the service cannot be started again (error 2)");
-}
-
 }  // namespace dozewell::setup

@@ -36,9 +36,22 @@ void RemoveInstallFolder(const std::string& folder);
 void StopService(uint32_t milliseconds);
 void StopService();  // with the time that an installation has
 
-// Starts the service, which may run already or be missing or disabled: after an installation that
-// stopped it was undone.
-void StartServiceAgain();
+// Waits while the service is being deleted, for at most so many milliseconds: it is there until
+// every program that looks at it has closed its handle, and no other can be made before.
+void AwaitDeletion(uint32_t milliseconds);
+void AwaitDeletion();  // with the time that an installation has
+
+// What the steps above change is noted, and undone by these when the installation fails.
+
+// Forgets all notes, and notes what is set for the service, if there is one, and whether it runs.
+void NoteService();
+// Sets that again for the service, which the installer may have deleted and made anew meanwhile,
+// starts it if it ran, and forgets all notes.
+void UndoService();
+// Take folders away that were made, give back rights and put back what was moved aside. A folder
+// that something is in stays.
+void UndoDataFolder();
+void UndoInstallFolder();
 
 // Deletes what was learnt and the live settings, and the folders and keys that they were in if
 // nothing else is there. It is no error if some of it does not exist.

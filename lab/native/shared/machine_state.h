@@ -16,7 +16,8 @@ inline constexpr wchar_t kMachineStateFile[] = L"C:\\lab\\machine.bin";
 
 inline constexpr size_t kPowerSources = 2;   // AC, DC
 inline constexpr size_t kPowerSettings = 5;  // as in kPowerSettingTable of the power schemes
-inline constexpr size_t kPowerSchemes = 4;   // three that every Windows has, one of the user's own
+inline constexpr size_t kPowerCapabilities = 76;
+inline constexpr size_t kPowerSchemes = 4;  // three that every Windows has, one of the user's own
 inline constexpr size_t kMaxSystemCalls = 64;
 inline constexpr size_t kRecordCapacity = 32 << 20;
 
@@ -51,6 +52,12 @@ struct MachineState {
   // The system's time zone, as the C runtime understands it: "EST5EDT".
   char zone[32];
   PowerScheme schemes[kPowerSchemes];
+  // A policy decides on a setting, or on which scheme is active, when these are not 0.
+  std::atomic<uint32_t> settingPolicies[kPowerSources][kPowerSettings];
+  std::atomic<uint32_t> schemePolicy;
+  std::array<uint8_t, kPowerCapabilities> capabilities;  // SYSTEM_POWER_CAPABILITIES
+  // The service's configuration, as the client sees it, keeps no privilege but the harmless one.
+  std::atomic<uint32_t> givesUpPrivileges;
   SystemCallState calls[kMaxSystemCalls];
   // What the service did, in order: lines of UTF-8 back to back. A size above the capacity tells
   // the test that lines were lost.

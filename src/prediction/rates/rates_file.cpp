@@ -1,10 +1,12 @@
 #include "prediction/rates/rates_file.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "base/durable_file.h"
 #include "base/wall_clock.h"

@@ -1,7 +1,7 @@
 #include "prediction/rates/sleep_pieces.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 #include "base/wall_clock.h"
 
@@ -13,17 +13,19 @@ constexpr int64_t kHour = 3600;
 constexpr int64_t kClockMark = 10 * kMinute;
 
 // Where each class begins.
-constexpr std::array<int64_t, kAwayClasses> kAwayClassEdges = {
-    0,         3 * kMinute, 10 * kMinute, 25 * kMinute, kHour, 5 * kHour / 2,
-    6 * kHour, 12 * kHour,  24 * kHour,   60 * kHour};
+constexpr int64_t kAwayClassEdges[] = {0,          3 * kMinute,   10 * kMinute, 25 * kMinute,
+                                       kHour,      5 * kHour / 2, 6 * kHour,    12 * kHour,
+                                       24 * kHour, 60 * kHour};
+
+static_assert(std::size(kAwayClassEdges) == kAwayClasses);
 
 // In minutes away.
-constexpr std::array<int64_t, 13> kAwayMarks = {1, 2, 3, 5, 7, 10, 15, 20, 25, 30, 40, 50, 60};
+constexpr int64_t kAwayMarks[] = {1, 2, 3, 5, 7, 10, 15, 20, 25, 30, 40, 50, 60};
 
 int64_t NextMark(int64_t suspend, int64_t start) {
   const int64_t clockMark = (start / kClockMark + 1) * kClockMark;
   const auto* const awayMark = std::ranges::upper_bound(kAwayMarks, (start - suspend) / kMinute);
-  if (awayMark == kAwayMarks.end()) return clockMark;
+  if (awayMark == std::end(kAwayMarks)) return clockMark;
   return std::min(clockMark, suspend + *awayMark * kMinute);
 }
 
@@ -31,7 +33,7 @@ int64_t NextMark(int64_t suspend, int64_t start) {
 
 size_t AwayClassOf(int64_t secondsAway) {
   const auto* const next = std::ranges::upper_bound(kAwayClassEdges, secondsAway);
-  return static_cast<size_t>(next - kAwayClassEdges.begin()) - 1;
+  return static_cast<size_t>(next - std::begin(kAwayClassEdges)) - 1;
 }
 
 RateCell CellOf(int64_t suspend, int64_t moment) {

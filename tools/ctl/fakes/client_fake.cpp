@@ -133,6 +133,14 @@ uint32_t ReadSystemLog(const std::function<void(const std::string& xml)>& take) 
   return client.eventsError;
 }
 
+uint32_t ReadSleepEvents(uint32_t, const std::function<void(const std::string& xml)>& take) {
+  return ReadSystemLog(take);
+}
+
+uint32_t ReadServiceEvents(uint32_t, const std::function<void(const std::string& xml)>& take) {
+  return WatchEvents(take);
+}
+
 uint32_t ReadLastEvents(size_t count, std::vector<std::string>& events) {
   const size_t got = std::min(count, client.events.size());
   events.assign(client.events.end() - static_cast<std::ptrdiff_t>(got), client.events.end());

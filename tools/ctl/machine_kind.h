@@ -1,0 +1,52 @@
+#ifndef DOZEWELL_CTL_MACHINE_KIND_H_
+#define DOZEWELL_CTL_MACHINE_KIND_H_
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/json.h"
+#include "power/power_capabilities.h"
+#include "power/scheme_settings.h"
+
+namespace dozewell::ctl {
+
+// A setting as it holds for one power source.
+struct SettingInForce {
+  std::optional<uint32_t> value;    // the system's own number
+  std::optional<bool> underPolicy;  // a policy decides on it, and no scheme
+};
+
+// What the service finds on a machine: its ways to sleep, and who decides on them. What the system
+// does not tell is empty.
+struct MachineKind {
+  std::optional<PowerCapabilities> capabilities;
+  std::optional<uint32_t> fastStartupSetting;    // 1 is on
+  std::array<SettingInForce, 2> hibernateAfter;  // in seconds, by kPowerSourceAC and its like
+  std::array<SettingInForce, 2> wakeTimers;      // 0 is never
+  std::optional<bool> hasDriver;                 // one that answers the service
+};
+
+// Reads all but hasDriver, which the service knows. It changes nothing.
+MachineKind ReadMachineKind();
+
+// The value of the active scheme, or of the policy that overrules it.
+SettingInForce ReadSettingInForce(uint32_t source, const SchemeSetting& setting);
+
+// A shut-down hibernates the system's own session. Nothing when the system does not tell.
+std::optional<bool> StartsFast(const MachineKind& kind);
+
+bool IsUnderPolicy(const std::array<SettingInForce, 2>& setting);
+
+// A policy allows no wake timer on mains, on battery or both.
+bool AreWakeTimersForbidden(const MachineKind& kind);
+
+// What a user should know of the machine in a few words: "Modern Standby, no driver".
+std::string KindText(const MachineKind& kind);
+Json KindJson(const MachineKind& kind);
+
+}  // namespace dozewell::ctl
+
+#endif  // DOZEWELL_CTL_MACHINE_KIND_H_
