@@ -37,8 +37,8 @@ WINE_PACKAGES=(wine wine64 winbind tzdata)
 WINDOWS_PACKAGES=("${CROSS_PACKAGES[@]}" "${PYTHON_PACKAGES[@]}" "${WINE_PACKAGES[@]}")
 # To make an installer package of that.
 PACKAGING_PACKAGES=(wixl msitools faketime git)
-# To sign such a package.
-SIGNING_PACKAGES=(osslsigncode)
+# To sign such a package, and to make a key for that.
+SIGNING_PACKAGES=(osslsigncode openssl)
 FORMAT_PACKAGES=(clang-format)
 TIDY_PACKAGES=(clang-tidy)
 PYFLAKES_PACKAGES=(pyflakes3)
