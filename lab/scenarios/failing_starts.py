@@ -77,7 +77,7 @@ def _fail_each(machine, function, error=ACCESS_DENIED):
 
 def settings_that_cannot_be_opened(machine):
     expect(_fail_each(machine, "RegOpenKeyExW"),
-           Outcome(at_once=16, later=6, reported=2 * [NO_COUNTERS]), "outcome")
+           Outcome(at_once=17, later=6, reported=2 * [NO_COUNTERS]), "outcome")
 
 
 def settings_that_cannot_be_read(machine):
@@ -87,11 +87,11 @@ def settings_that_cannot_be_read(machine):
 
 
 def predictor_values_whose_keys_cannot_be_opened(machine):
-    expect(_fail_each(machine, "RegOpenKeyExA"), Outcome(at_once=18, later=6), "outcome")
+    expect(_fail_each(machine, "RegOpenKeyExA"), Outcome(at_once=21, later=6), "outcome")
 
 
 def predictor_values_that_cannot_be_read(machine):
-    expect(_fail_each(machine, "RegQueryValueExA"), Outcome(at_once=10, later=6), "outcome")
+    expect(_fail_each(machine, "RegQueryValueExA"), Outcome(at_once=11, later=6), "outcome")
 
 
 def everything_else(machine):
