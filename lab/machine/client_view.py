@@ -1,4 +1,5 @@
-"""What dozewellctl is told of the machine and the service is not: ways to sleep, policies, logs."""
+"""What dozewellctl is told of the machine and the service is not: ways to sleep, policies, logs, and
+a call that fails."""
 
 from datetime import datetime, timezone
 
@@ -33,6 +34,7 @@ class ClientView:
             source[:] = [0] * len(POWER_SETTINGS)
         self._state.scheme_policy = 0
         self._state.gives_up_privileges = 0
+        self._state.fails_for_client = b""
         self._registry.delete_key(_POLICIES)
         self._registry.delete_key(_EVENT_SOURCE)
         self.set_fast_startup(0)
@@ -58,6 +60,11 @@ class ClientView:
 
     def give_up_privileges(self):
         self._state.gives_up_privileges = 1
+
+    def fail(self, function):
+        """Has a function of the system fail, one of those that native/client_stand_ins ask Fails()
+        about."""
+        self._state.fails_for_client = function.encode()
 
     def register_event_source(self, file):
         self._registry.write("EventMessageFile", file, _EVENT_SOURCE)

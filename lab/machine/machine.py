@@ -97,6 +97,7 @@ class Machine:
         self.packets = self._tool(installation.build / "rpc_wire_test.exe")
         self.crowd = self._tool(installation.build / "rpc_clients_test.exe")
         self.package = InstallerPackage(installation, self.take_step)
+        self.program_file = self._wine.drive / "Program Files" / "Dozewell" / SERVICE_PROGRAM
         self.data_folder = self._wine.drive / "ProgramData" / "Brevan" / "Z7"
         # Where the program runs when it is run with an argument.
         self.current_folder = self._wine.drive

@@ -52,6 +52,7 @@ class MachineState(ctypes.Structure):
         ("scheme_policy", ctypes.c_uint32),
         ("capabilities", ctypes.c_uint8 * POWER_CAPABILITIES),
         ("gives_up_privileges", ctypes.c_uint32),
+        ("fails_for_client", ctypes.c_char * 40),
         ("calls", SystemCall * MAX_SYSTEM_CALLS),
         ("record_size", ctypes.c_uint32),
         ("record", ctypes.c_char * RECORD_CAPACITY),

@@ -101,6 +101,10 @@ class Service:
         service as running until it is started again."""
         self._agent.ask("kill-process", self.status().process)
 
+    def lose_privilege(self, privilege):
+        """Takes a privilege from the service's process, until the next start."""
+        self._agent.ask("remove-privilege", self.status().process, privilege)
+
     def stop_somehow(self):
         """Stops the service, by killing and starting it first if it does not take the control."""
         if self.has_stopped():

@@ -1,15 +1,17 @@
 """What dozewellctl check says of a machine, good or bad."""
 
 import json
+import os
 
 from machine.client_view import (HIBERNATION_FILE, KERNEL_POWER, MODERN_STANDBY, S3, S4, SLEPT, WOKE)
 from machine.installation import PROGRAM
+from machine.machine import HISTORY_FILE
 from steps.client import DONE, NOT_DONE, NOT_REACHABLE
 from steps.expect import expect, expect_true
 from steps.living import machine_that_knows_office_hours
 from steps.nights import come_back_at, suspend_at, wake_by_timer_at
 
-DEMAND_START = 3
+DEMAND_START, DISABLED = 3, 4
 
 
 def _check(machine, options="--json"):
@@ -143,6 +145,24 @@ def a_timeout_that_nobody_knows(machine):
     expect(list(_bad_lines(machine)), ["scheme", "policy"], "lines that are BAD")
 
 
+def a_machine_without_an_active_power_scheme(machine):
+    _running_service(machine)
+    machine.client_view.fail("PowerGetActiveScheme")
+    _expect_bad(machine, "scheme", "Windows names no active power scheme")
+
+
+def a_timeout_that_cannot_be_read(machine):
+    _running_service(machine)
+    machine.client_view.fail("PowerReadDCValueIndex")
+    _expect_bad(machine, "scheme", "hibernates after 3 h 00 min on mains, not known on battery")
+
+
+def a_machine_without_a_time_zone(machine):
+    _running_service(machine)
+    machine.client_view.fail("GetDynamicTimeZoneInformation")
+    _expect_bad(machine, "zone", "Windows knows of none")
+
+
 def a_service_that_is_not_there_or_stopped(machine):
     machine.provision()
     for what in "not installed", "stopped":
@@ -161,6 +181,14 @@ def a_service_that_only_starts_by_hand(machine):
     _expect_bad(machine, "start", "only when somebody starts it")
 
 
+def a_service_that_is_disabled(machine):
+    machine.provision()
+    machine.service.create(start=DISABLED)
+    answer = _check(machine, "")
+    expect(answer.exit_code, NOT_REACHABLE, "exit code")
+    expect_true("\nBAD   Start             disabled\n" in answer.output, "no line of the start")
+
+
 def a_service_that_another_program_may_take_the_place_of(machine):
     machine.provision()
     machine.service.create(command=PROGRAM)
@@ -173,6 +201,14 @@ def a_service_whose_program_is_not_there(machine):
     answer = _check(machine, "")
     expect_true("\nBAD   Program           C:\\lab\\gone.exe is not there\n" in answer.output,
                 "no line of the program")
+
+
+def a_service_whose_program_others_may_replace(machine):
+    _running_service(machine)
+    mode = machine.program_file.stat().st_mode
+    machine.program_file.chmod(0o777)
+    _expect_bad(machine, "program", "DozewellService.exe can be replaced by Everyone")
+    machine.program_file.chmod(mode)
 
 
 def a_service_in_another_account(machine):
@@ -189,6 +225,12 @@ def a_service_that_gives_up_its_privilege(machine):
     _running_service(machine)
     machine.client_view.give_up_privileges()
     _expect_bad(machine, "privilege", "gives up SeShutdownPrivilege")
+
+
+def a_service_whose_token_lacks_the_privilege(machine):
+    _running_service(machine)
+    machine.service.lose_privilege("SeShutdownPrivilege")
+    _expect_bad(machine, "privilege", "its token lacks SeShutdownPrivilege")
 
 
 def a_process_in_the_services_place(machine):
@@ -236,6 +278,41 @@ def a_data_folder_that_others_may_change(machine):
     machine.restart_service()
     machine.data_folder.chmod(0o777)
     _expect_bad(machine, "data-folder", "Brevan\\Z7 can be changed by Everyone")
+
+
+def a_data_folder_of_somebody_else(machine):
+    if os.geteuid() != 0:
+        print("a folder of somebody else cannot be made without root")
+        return
+    _running_service(machine)
+    machine.restart_service()
+    os.chown(machine.data_folder, 12345, 12345)
+    _expect_bad(machine, "data-folder", "Brevan\\Z7 belongs to anonymous users")
+
+
+def a_data_folder_that_is_a_link(machine):
+    _running_service(machine)
+    machine.restart_service()
+    aside = machine.data_folder.rename(machine.data_folder.with_name("aside"))
+    machine.data_folder.symlink_to(aside)
+    _expect_bad(machine, "data-folder", "Brevan\\Z7 is a link")
+
+
+def a_data_file_with_a_second_name(machine):
+    _running_service(machine)
+    machine.restart_service()
+    history = machine.data_folder / HISTORY_FILE
+    history.with_name("second name").hardlink_to(history)
+    _expect_bad(machine, "data-folder", f"{HISTORY_FILE} has a second name")
+
+
+def a_machine_without_a_folder_for_program_data(machine):
+    _running_service(machine)
+    machine.client_view.fail("SHGetKnownFolderPath")
+    bad = _bad_lines(machine)
+    # A predictor finds no file in it either.
+    expect(list(bad), ["weights", "data-folder"], "lines that are BAD")
+    expect(bad["data-folder"], "Windows does not say where it is", "the folder's line")
 
 
 def an_event_source_without_its_texts(machine):

@@ -28,6 +28,7 @@ Fields AnswerCommand(const Fields& request) {
       {"describe-service", DescribeTheService},
       {"delete-service", DeleteTheService},
       {"kill-process", KillProcess},
+      {"remove-privilege", RemovePrivilege},
       {"control-lab-device", ControlLabDevice},
   };
   const auto command = commands.find(request[0]);

@@ -35,6 +35,8 @@ Fields DeleteTheService(const Fields& arguments);
 
 // PROCESS; waits until it is gone
 Fields KillProcess(const Fields& arguments);
+// PROCESS PRIVILEGE; the process has it no more
+Fields RemovePrivilege(const Fields& arguments);
 
 // CODE INPUT OUTPUTSIZE -> OUTPUT, for a control of the lab driver's private device
 Fields ControlLabDevice(const Fields& arguments);

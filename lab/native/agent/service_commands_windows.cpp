@@ -101,4 +101,20 @@ Fields KillProcess(const Fields& arguments) {
   return {};
 }
 
+Fields RemovePrivilege(const Fields& arguments) {
+  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, ToNumber(arguments[0]));
+  Check(process != nullptr);
+  HANDLE token = nullptr;
+  Check(OpenProcessToken(process, TOKEN_ADJUST_PRIVILEGES, &token) != 0);
+  TOKEN_PRIVILEGES removed = {};
+  removed.PrivilegeCount = 1;
+  removed.Privileges[0].Attributes = SE_PRIVILEGE_REMOVED;
+  Check(LookupPrivilegeValueW(nullptr, ToWide(arguments[1]).c_str(), &removed.Privileges[0].Luid) !=
+        0);
+  Check(AdjustTokenPrivileges(token, FALSE, &removed, 0, nullptr, nullptr) != 0);
+  CloseHandle(token);
+  CloseHandle(process);
+  return {};
+}
+
 }  // namespace dozewell::lab

@@ -2,6 +2,7 @@
 #include <windows.h>
 // After windows.h, which it needs.
 #include <powrprof.h>
+#include <shlobj.h>
 
 #include <cstring>
 #include <string_view>
@@ -11,12 +12,14 @@
 #include "support/program_imports.h"
 
 // What dozewellctl sees of the machine's power settings: the same as the service. It is not
-// recorded, and no call is made to fail, since both are for what the service does.
+// recorded or counted, since both are for what the service does.
 
 namespace dozewell::lab {
 namespace {
 
 MachineState* TheMachine = nullptr;
+
+bool Fails(std::string_view function) { return function == TheMachine->failsForClient; }
 
 DWORD ReadValue(size_t source, const GUID* scheme, const GUID* subgroup, const GUID* setting,
                 DWORD* value) {
@@ -44,14 +47,23 @@ __time64_t GetTime(__time64_t* time) {
   return now;
 }
 
-decltype(QueryServiceConfig2W)* SystemQuery = nullptr;
+DWORD WINAPI GetZone(DYNAMIC_TIME_ZONE_INFORMATION* zone) {
+  return Fails("GetDynamicTimeZoneInformation") ? TIME_ZONE_ID_INVALID
+                                                : GetDynamicTimeZoneInformation(zone);
+}
+
+HRESULT WINAPI GetFolder(const KNOWNFOLDERID& folder, DWORD flags, HANDLE user, wchar_t** path) {
+  if (!Fails("SHGetKnownFolderPath")) return SHGetKnownFolderPath(folder, flags, user, path);
+  *path = nullptr;
+  return E_FAIL;
+}
 
 BOOL WINAPI QueryConfiguration(SC_HANDLE service, DWORD level, BYTE* buffer, DWORD size,
                                DWORD* needed) {
   constexpr std::wstring_view kKept(L"SeChangeNotifyPrivilege\0", 25);
   constexpr DWORD kSize = sizeof(SERVICE_REQUIRED_PRIVILEGES_INFOW) + 25 * sizeof(wchar_t);
   if (level != SERVICE_CONFIG_REQUIRED_PRIVILEGES_INFO || TheMachine->givesUpPrivileges == 0) {
-    return SystemQuery(service, level, buffer, size, needed);
+    return QueryServiceConfig2W(service, level, buffer, size, needed);
   }
   *needed = kSize;
   if (size < kSize) {
@@ -65,25 +77,62 @@ BOOL WINAPI QueryConfiguration(SC_HANDLE service, DWORD level, BYTE* buffer, DWO
   return TRUE;
 }
 
-// From now on the program has the machine's clock, and what the test makes of the service's
-// configuration.
+// Wine knows a link to a folder by its name, but always opens what it leads to. So a link that is
+// opened itself is kept in mind until the next file is opened.
+HANDLE TheLink = nullptr;
+
+bool IsLink(const wchar_t* path) {
+  const DWORD attributes = GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+HANDLE WINAPI OpenFileOrLink(const wchar_t* path, DWORD access, DWORD sharing,
+                             SECURITY_ATTRIBUTES* security, DWORD disposition, DWORD flags,
+                             HANDLE likeFile) {
+  const bool opensLink = (flags & FILE_FLAG_OPEN_REPARSE_POINT) != 0 && IsLink(path);
+  const HANDLE file = CreateFileW(path, access, sharing, security, disposition, flags, likeFile);
+  TheLink = opensLink ? file : nullptr;
+  return file;
+}
+
+BOOL WINAPI DescribeFile(HANDLE file, BY_HANDLE_FILE_INFORMATION* information) {
+  if (GetFileInformationByHandle(file, information) == FALSE) return FALSE;
+  if (file == TheLink) information->dwFileAttributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+  return TRUE;
+}
+
+struct StandIn {
+  std::string_view name;
+  void* function;
+};
+
+// From now on the program has the machine's clock, what the test makes of the service's
+// configuration, links to folders, and the failure that the test wants.
 bool EnterClient() {
   TheMachine = MapMachineState();
   if (TheMachine == nullptr) return false;
-  support::VisitImports(GetModuleHandleW(nullptr), [](const char* name, uint64_t& address) {
-    if (std::string_view(name) == "_time64") {
-      support::ReplaceAddress(address, reinterpret_cast<void*>(GetTime));
-    } else if (std::string_view(name) == "QueryServiceConfig2W") {
-      SystemQuery = reinterpret_cast<decltype(SystemQuery)>(
-          support::ReplaceAddress(address, reinterpret_cast<void*>(QueryConfiguration)));
-    }
-  });
+  const StandIn standIns[] = {
+      {"_time64", reinterpret_cast<void*>(GetTime)},
+      {"QueryServiceConfig2W", reinterpret_cast<void*>(QueryConfiguration)},
+      {"GetDynamicTimeZoneInformation", reinterpret_cast<void*>(GetZone)},
+      {"CreateFileW", reinterpret_cast<void*>(OpenFileOrLink)},
+      {"GetFileInformationByHandle", reinterpret_cast<void*>(DescribeFile)},
+      {"SHGetKnownFolderPath", reinterpret_cast<void*>(GetFolder)},
+  };
+  support::VisitImports(GetModuleHandleW(nullptr),
+                        [&standIns](const char* name, uint64_t& address) {
+                          for (const StandIn& standIn : standIns) {
+                            if (standIn.name == name)
+                              support::ReplaceAddress(address, standIn.function);
+                          }
+                        });
   return true;
 }
 
 }  // namespace
 }  // namespace dozewell::lab
 
+using dozewell::lab::Fails;
 using dozewell::lab::TheMachine;
 
 LONG WINAPI CallNtPowerInformation(POWER_INFORMATION_LEVEL level, void*, ULONG, void* output,
@@ -107,6 +156,7 @@ DWORD WINAPI PowerSettingAccessCheck(POWER_DATA_ACCESSOR accessor, const GUID* s
 }
 
 DWORD WINAPI PowerGetActiveScheme(HKEY, GUID** scheme) {
+  if (Fails("PowerGetActiveScheme")) return ERROR_FILE_NOT_FOUND;
   // The caller frees it.
   *scheme = static_cast<GUID*>(LocalAlloc(0, sizeof(GUID)));
   if (*scheme == nullptr) return ERROR_NOT_ENOUGH_MEMORY;
@@ -128,6 +178,7 @@ DWORD WINAPI PowerReadACValueIndex(HKEY, const GUID* scheme, const GUID* subgrou
 
 DWORD WINAPI PowerReadDCValueIndex(HKEY, const GUID* scheme, const GUID* subgroup,
                                    const GUID* setting, DWORD* value) {
+  if (Fails("PowerReadDCValueIndex")) return ERROR_FILE_NOT_FOUND;
   return dozewell::lab::ReadValue(1, scheme, subgroup, setting, value);
 }
 

@@ -58,6 +58,8 @@ struct MachineState {
   std::array<uint8_t, kPowerCapabilities> capabilities;  // SYSTEM_POWER_CAPABILITIES
   // The service's configuration, as the client sees it, keeps no privilege but the harmless one.
   std::atomic<uint32_t> givesUpPrivileges;
+  // The function of the system that fails whenever the client calls it; empty for none.
+  char failsForClient[40];
   SystemCallState calls[kMaxSystemCalls];
   // What the service did, in order: lines of UTF-8 back to back. A size above the capacity tells
   // the test that lines were lost.

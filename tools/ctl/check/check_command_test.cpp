@@ -145,6 +145,7 @@ TEST_CASE("what keeps the service from its work is BAD, in a line of its own and
       {"start", Verdict::Bad, "only when somebody starts it",
        [] { checked.configuration.startType = kStartsOnDemand; }},
       {"start", Verdict::Bad, "disabled", [] { checked.configuration.startType = kNeverStarts; }},
+      {"start", Verdict::Bad, "of type 1", [] { checked.configuration.startType = 1; }},
       {"program", Verdict::Bad, "without quotation marks",
        [] { checked.configuration.command = kProgram; }},
       {"program", Verdict::Bad, "is not there", [] { checked.paths.erase(kProgram); }},
