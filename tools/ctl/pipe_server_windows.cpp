@@ -18,7 +18,7 @@ HANDLE OpenPipe(const wchar_t* path) {
 }  // namespace
 
 void ConnectToPipe() {
-  constexpr DWORD kBusyMs = 2000;
+  constexpr DWORD kBusyMs = 10'000;
   if (connection) return;
   const std::wstring path = std::wstring(L"\\\\.") + kRpcEndpoint;
   HANDLE opened = OpenPipe(path.c_str());

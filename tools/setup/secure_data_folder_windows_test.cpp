@@ -99,8 +99,9 @@ class LearntMachine : public Machine {
 // These rights for the two folders and each file of learnt data, and for nothing else.
 std::vector<GivenAccess> GivenToAll(const std::string& access) {
   std::vector<GivenAccess> given;
-  for (const char* const name : {"Brevan", "Z7", "zs7state.dat", "zs7state.dat.part",
-                                 "zs7state.dat.new", "zs7state.dat.unread", "cpredict.z7"}) {
+  for (const char* const name :
+       {"Brevan", "Z7", "zs7state.dat", "zs7state.dat.part", "zs7state.dat.new",
+        "zs7state.dat.unread", "cpredict.z7", "rates.z7"}) {
     given.push_back({name, access});
   }
   return given;
