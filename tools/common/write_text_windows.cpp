@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 
 #include "base/utf8.h"
@@ -15,7 +16,7 @@ constexpr size_t kMostAtOnce = 8192;
 
 // Null when the stream leads elsewhere than to a console.
 HANDLE ConsoleOf(std::FILE* stream) {
-  const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+  const auto handle = std::bit_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
   DWORD mode = 0;
   return GetConsoleMode(handle, &mode) != 0 ? handle : nullptr;
 }

@@ -1,6 +1,7 @@
 #include <windows.h>
 
-#include <ranges>
+#include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -57,8 +58,9 @@ uint32_t UndoChange(const FolderChange& change) {
 // Undoes as much as possible.
 void UndoFolders(const wchar_t* step) {
   std::string failures;
-  const std::vector<std::wstring> notes = ReadUndoNotes(step);
-  for (const std::wstring& note : std::views::reverse(notes)) {
+  std::vector<std::wstring> notes = ReadUndoNotes(step);
+  std::ranges::reverse(notes);
+  for (const std::wstring& note : notes) {
     const FolderChange change = FolderChangeOf(note);
     const uint32_t error = UndoChange(change);
     if (error == ERROR_SUCCESS) continue;

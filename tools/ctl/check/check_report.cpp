@@ -1,6 +1,7 @@
 #include "ctl/check/check_report.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "common/format_text.h"
 #include "common/plain_text.h"
@@ -47,7 +48,7 @@ std::string TriedText(const TriedTimeouts& tried) {
 
 double Rounded(double milliseconds) {
   constexpr double kHundredths = 100;
-  return static_cast<double>(static_cast<int64_t>(milliseconds * kHundredths + 0.5)) / kHundredths;
+  return std::round(milliseconds * kHundredths) / kHundredths;
 }
 
 Json TriedJson(const TriedTimeouts& tried) {

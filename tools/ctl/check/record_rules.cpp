@@ -28,6 +28,7 @@ std::string ListText(const std::vector<std::string>& items) {
 
 std::string TimesText(const std::vector<int64_t>& times) {
   std::vector<std::string> texts;
+  texts.reserve(times.size());
   for (const int64_t time : times) texts.push_back(TimeText(time));
   return ListText(texts);
 }

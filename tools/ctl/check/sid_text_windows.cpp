@@ -10,7 +10,7 @@ namespace dozewell::ctl {
 std::string SidText(void* sid) {
   wchar_t* text = nullptr;
   if (ConvertSidToStringSidW(sid, &text) == 0) return {};
-  const std::string copy = NarrowToUtf8(text);
+  std::string copy = NarrowToUtf8(text);
   LocalFree(text);
   return copy;
 }
