@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/wall_clock.h"
+
 namespace dozewell {
 
 // How returns are told apart: by the time of day, by how long the machine has been away, and by the
@@ -16,7 +18,7 @@ inline constexpr size_t kRateCells = kWeekdays * kClockCells * kAwayClasses;
 inline constexpr int64_t kSecondsPerClockCell = 1200;
 
 // A sleep is looked at no further than this.
-inline constexpr int64_t kLongestSleepSeconds = int64_t{8} * 86400;
+inline constexpr int64_t kLongestSleepSeconds = 8 * kSecondsPerDay;
 
 struct RateCell {
   size_t weekday;  // 0 is Sunday
