@@ -217,7 +217,9 @@ void EndOptimizerThread() {
 bool Run() {
   const TempFolder folder;
   quiet::dataFolder = folder.Path() + L"\\";
-  quiet::predictors = {kSlotsPredictor, kRatesPredictor};
+  // Rates fit themselves anew after each sleep, so more of them would make a long test of it.
+  quiet::predictors = {kSlotsPredictor, kSlotsPredictor, kSlotsPredictor,
+                       kSlotsPredictor, kSlotsPredictor, kRatesPredictor};
   FeatureEnabled = true;
   OpenDriverDevice();
   StartThread(Watch);
