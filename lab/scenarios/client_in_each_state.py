@@ -3,12 +3,15 @@ is told that its request was taken. The controller only carries it out while the
 in any other state it reports it and goes on as before."""
 
 from machine.registry import CURRENT, predictor_key
-from machine.service_record import information
+from machine.service_record import error, information
 from steps.client import NO_RESULT, done
 from steps.expect import expect
 from steps.nights import events, stamped
 from steps.states import (ACTIVE, BACK_TO_SLEEP, GOING_TO_HIBERNATE, OFF, SUSPENDED, UNINITIALIZED,
                           bring_to, undefined_event)
+
+INVALID_HANDLE = 6
+NOT_HEARD = error("SetServiceStatus error 6\n")
 
 # What the history file holds until a reset.
 KEPT = b"a history of 16."
@@ -79,4 +82,6 @@ def once_off_it_does_neither(machine):
     _expect_reported(machine, OFF)
     event = "5/1/2026 13:0:0 - Activating"
     machine.clock.pass_until("2026-01-05 13:00")
-    expect(events(machine.resume()), undefined_event(OFF, event), "what comes next")
+    # The answer says again that the service has stopped, after which the system ends its process.
+    machine.calls.fail("SetServiceStatus", INVALID_HANDLE)
+    expect(events(machine.resume()), [*undefined_event(OFF, event), NOT_HEARD], "what comes next")
