@@ -10,6 +10,7 @@ from machine.lab_device import Driver
 from machine.link import CallFailed, Link
 from machine.machine_state import MachineState, create_machine_state
 from machine.registry import Registry
+from machine.waiting import Hang
 from machine.wine import ZONE, Wine
 
 PROGRAM = "C:\\Program Files\\Dozewell\\DozewellService.exe"
@@ -51,7 +52,12 @@ class Installation:
         # One folder is one machine, for one user at a time.
         fcntl.flock(self._lock, fcntl.LOCK_EX)
         try:
-            self._boot()
+            try:
+                self._boot()
+            except Hang:
+                # Wine rarely forgets to load the driver while it boots. Twice would be our fault.
+                self.wine.switch_off()
+                self._boot()
         except BaseException:
             self.wine.switch_off()
             raise
