@@ -16,7 +16,7 @@ PREDICTED = 10, 10
 NEXT_PREDICTED = 610, 610
 
 NOT_SUPPORTED = 50
-DISABLED_BY_POLICY = 1260
+REFUSED_BY_POLICY = 1260
 NOT_SET = [error(f"Failed to set passed HA value for {source}") for source in ("AC", "DC")]
 NOT_GIVEN_BACK = [error(f"Failed to set cached HA value for {source}") for source in ("AC", "DC")]
 FAILED_TO_SLEEP = success("Failed to move the system to sleep")
@@ -154,7 +154,7 @@ def use_after_a_sleep_that_was_refused_is_missed_until_the_next_resume(machine):
 def under_a_policy_the_timeouts_stay_as_they_are(machine):
     machine_that_knows_office_hours(machine)
     for source in "AC", "DC":
-        machine.calls.fail(f"PowerWrite{source}ValueIndex", DISABLED_BY_POLICY)
+        machine.calls.fail(f"PowerWrite{source}ValueIndex", REFUSED_BY_POLICY)
     step = suspend_at(machine, "2026-02-02 18:00")
     expect([event for event in events(step) if event.kind == "error"], NOT_SET, "errors")
     expect(events(step)[-1], information("Suspended"), "state after the suspend")
@@ -172,7 +172,7 @@ def a_policy_that_is_made_while_the_machine_sleeps_keeps_the_predicted_timeouts(
     machine_that_knows_office_hours(machine)
     machine.suspend()
     for source in "AC", "DC":
-        machine.calls.fail(f"PowerWrite{source}ValueIndex", DISABLED_BY_POLICY)
+        machine.calls.fail(f"PowerWrite{source}ValueIndex", REFUSED_BY_POLICY)
     step = come_back_at(machine, "2026-02-03 07:00")
     expect([event for event in events(step) if event.kind == "error"], NOT_GIVEN_BACK, "errors")
     _expect_resumed(step)
