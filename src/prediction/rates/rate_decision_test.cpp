@@ -69,6 +69,23 @@ TEST_CASE("a machine is woken for the time of likely returns") {
         RateDecision{3, RateDecision::Second{600, 720}});
 }
 
+TEST_CASE("a wake has to gain more than ten minutes asleep") {
+  const RateFactors factors = RatesWithReturns(8, 10, 1e-4);
+  double returning = 0;
+  double asleep = 0;  // seconds, of 08:00 to 10:00
+  for (const ForecastPiece& piece : ForecastReturn(factors, kEvening)) {
+    if (piece.start < 10 * 3600 || piece.start >= 12 * 3600) continue;
+    returning += piece.returning;
+    asleep += piece.seconds * (piece.stillAway - piece.returning / 2);
+  }
+  RateWishes wishes = Wishes(50);
+  wishes.meanIdleSeconds = (asleep + 601) / returning;
+  CHECK(DecideByRates(factors, wishes, kEvening) ==
+        RateDecision{3, RateDecision::Second{600, 720}});
+  wishes.meanIdleSeconds = (asleep + 599) / returning;
+  CHECK(DecideByRates(factors, wishes, kEvening) == RateDecision{3, std::nullopt});
+}
+
 TEST_CASE("a machine that cannot be woken stays hibernated or asleep until then") {
   RateWishes wishes = Wishes(50);
   wishes.canWake = false;
