@@ -82,7 +82,8 @@ TEST_CASE("the status fits on a screen") {
         "\"lastOptimizerRunUtcSeconds\":1793491200,\"eventsError\":0,\"machine\":{"
         "\"sleeps\":true,\"hibernates\":true,\"hibernationFile\":true,\"modernStandby\":false,"
         "\"fastStartup\":false,\"wakeTimersForbidden\":false,"
-        "\"hibernateAfterUnderPolicy\":false,\"driver\":true}}\n");
+        "\"hibernateAfterUnderPolicy\":false,\"driver\":true,"
+        "\"wakeTimer\":\"driver\",\"wakeTimerLimits\":[]}}\n");
 }
 
 TEST_CASE("the status shows what is not there") {
