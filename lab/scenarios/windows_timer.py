@@ -28,8 +28,11 @@ def _choose_timer(machine, wake_timer="windows"):
 
 def _asleep(machine):
     """Since six in the evening, with the timer armed for eight in the morning."""
-    _choose_timer(machine)
+    machine.driver.hide()
     machine_that_knows_office_hours(machine)
+    # Until now no timer woke the machine, as its user came at the times that it would be armed for.
+    _choose_timer(machine)
+    machine.restart_service()
     return machine.suspend()
 
 
@@ -88,12 +91,21 @@ def a_user_who_comes_long_after_a_forbidden_wake_is_not_put_to_sleep(machine):
         machine.schemes.set("wake-timers", 0, source)
     _hibernated(machine)
     _expect_armed_until(machine, MORNING)
-    step = come_back_at(machine, "2026-02-03 10:00")
-    _expect_awake(machine, step, "the user's return")
+    machine.clock.pass_until("2026-02-03 10:00", awake=False)
     machine.timer.fire()
+    step = machine.resume()
+    _expect_awake(machine, step, "the user's return")
     step = suspend_at(machine, "2026-02-03 10:10")
     step = come_back_at(machine, "2026-02-03 10:11")
     _expect_awake(machine, step, "the return after a second sleep")
+
+
+def a_user_who_comes_when_a_forbidden_wake_is_due_is_not_put_to_sleep(machine):
+    for source in POWER_SOURCES:
+        machine.schemes.set("wake-timers", 0, source)
+    _hibernated(machine)
+    step = come_back_at(machine, "2026-02-03 08:00:30")
+    _expect_awake(machine, step, "the user's return")
 
 
 def a_timer_that_fires_in_use_ends_no_later_sleep(machine):

@@ -7,6 +7,7 @@
 #include "base/clock.h"
 #include "power/last_sleep.h"
 #include "power/wake_timer.h"
+#include "power/wake_timers_allowed.h"
 #include "settings/setting_names.h"
 #include "settings/settings_store.h"
 
@@ -153,10 +154,13 @@ void TimerDevice::Disarm() {
 }
 
 // A sleep that ended long after the due time was ended by somebody else, and so was one that began
-// after it: taken for the timer's, it would put the machine back to sleep under its user's hands.
+// after it, or one that no timer may end: taken for the timer's, it would put the machine back to
+// sleep under its user's hands. A machine that is left awake falls asleep by itself when nobody
+// touches it.
 void TimerDevice::Fire(int64_t now) {
   const int64_t due = *due_;
   due_.reset();
+  if (!AreWakeTimersAllowed()) return;
   const auto sleep = ReadLastSleep();
   if (!sleep) {
     if (now <= due + kLatestWakeSeconds) expiry_ = Expiry{std::nullopt};

@@ -8,6 +8,7 @@
 #include "fakes/clock_fake.h"
 #include "fakes/driver_fake.h"
 #include "fakes/machine.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/wake_timer_fake.h"
 #include "power/open_driver_device.h"
@@ -32,6 +33,7 @@ struct TimerMachine {
     fakes::driver.present = false;
     fakes::settings.current.predictorValues[{kPredictorSection, kWakeTimerName}] =
         fakes::Text("windows");
+    fakes::power.values["balanced AC wake timers"] = 1;
     OpenDriverDevice();
     PassTo(kEvening);
     systemTimer.calls.clear();
@@ -278,6 +280,15 @@ TEST_CASE("where the last sleep is not known, only a read right after the due ti
     // The next question may be about the next resume.
     CHECK_FALSE(HasExpired());
   }
+}
+
+TEST_CASE("where no timer may wake the machine it has ended no sleep") {
+  TimerMachine machine;
+  ArmForNight();
+  fakes::power.values["balanced AC wake timers"] = 0;
+  fakes::SetLastSleep(kEvening, kMorning + 30);
+  TimerMachine::PassTo(kMorning + 30);
+  CHECK_FALSE(HasExpired());
 }
 
 TEST_CASE("a sleep that is not known any more has not been ended by the timer") {
