@@ -1,4 +1,5 @@
 #include "ctl/commands.h"
+#include "ctl/live_identity.h"
 #include "ctl/require_done.h"
 #include "ctl/status_report.h"
 
@@ -7,7 +8,7 @@ namespace dozewell::ctl {
 // What is known of a service that does not answer is worth showing too.
 void RunStatus(const Options& options, const Console& console) {
   const StatusReport report = MakeStatusReport();
-  console.print(options.json ? JsonLine(StatusJson(report)) : StatusText(report));
+  console.print(options.json ? LiveLine(StatusJson(report)) : StatusText(report));
   RequireReachable(report.ping);
 }
 
