@@ -1,7 +1,7 @@
 """What the installer package holds beyond what wixl can write: rows of its tables."""
 
 import msi_columns
-from default_values import default_values
+from default_values import default_values, number_of_strengths
 
 SERVICE, TOOLS = "Service", "Tools"  # components
 PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell_replay.exe")  # files
@@ -18,7 +18,7 @@ _CHOICES = r"SOFTWARE\Corisk\Z7\Installer"
 CHOICES = {
     "FEATUREENABLED": ("EnableZ7Feature", 1),
     "TOTALATTEMPTS": ("TotalAttempts", 2147483647),
-    "STRENGTH": ("Strength", 2147483647),
+    "STRENGTH": ("Strength", number_of_strengths() - 1),
     "HISTORYLIMIT": ("HistoryLimit", 2147483647),
     "DEBUGLOGGING": ("DebugLogging", 1),
 }

@@ -35,6 +35,7 @@ INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 # The properties that an administrator may give: those that become default values, and all.
 CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
 SWITCHES = ("DEBUGLOGGING", "FEATUREENABLED", "USERSMAYREAD")
+LARGEST = {**dict.fromkeys(SWITCHES, 1), "STRENGTH": 4}  # of a choice; of the others 2147483647
 ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
 
 
@@ -177,7 +178,7 @@ def test_choices_reach_an_installation_with_more_rights(packages):
         equal(conditions[f"Ignore.{choice}"],
               {"INSTALLFOLDER": "Installed", "REMOVEDATA": "Installed AND NOT AdminUser"}.get(
                   choice, f"Installed AND (NOT AdminUser OR NOT ({choice} >= 0 AND {choice} <= "
-                  f"{1 if choice in SWITCHES else 2147483647}))"), choice)
+                  f"{LARGEST.get(choice, 2147483647)}))"), choice)
     for choice in (*CHOICES, "INSTALLFOLDER"):
         equal(conditions[f"Ignore.CHOSEN_{choice}"], "Installed AND NOT AdminUser", choice)
 
@@ -226,6 +227,7 @@ def test_choices_are_laid_down(machine):
 def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
+                          ("STRENGTH", "5"), ("STRENGTH", "99"),
                           ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes"),
                           ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes")):
         equal(machine.msiexec("/i", machine.package, **{choice: value}), INSTALL_ERROR,
@@ -233,7 +235,9 @@ def test_invalid_choices_are_refused(machine):
     expect_removed(machine)
     equal(machine.values(PRODUCT_KEY), {})
     texts = machine.package.cells("LaunchCondition", "Condition", "Description").values()
-    equal("FEATUREENABLED must be a whole number from 0 to 1." in texts, True)
+    for text in ("FEATUREENABLED must be a whole number from 0 to 1.",
+                 "STRENGTH must be a whole number from 0 to 4."):
+        equal(text in texts, True, text)
 
 
 def test_a_failed_installation_leaves_nothing(machine):
@@ -347,6 +351,22 @@ def test_repairing_brings_back_what_was_damaged(machine):
     expect_still_learnt(machine)
 
 
+def test_repairing_by_the_options_of_the_pages_brings_programs_back(machine):
+    machine.install(FEATUREENABLED=0)
+    learn(machine)
+    # Each kind of repair, and what is wrong with the program before it.
+    for option, damage in (("/fomus", None), ("/femus", b"damaged"), ("/fa", b"damaged")):
+        program = machine.program_folder / "dozewellctl.exe"
+        program.unlink()
+        if damage:
+            program.write_bytes(damage)
+        # Wine's msiexec knows the product by its code only.
+        code = machine.package.properties["ProductCode"]
+        equal(machine.run("msiexec", option, code, "/qn")[0], 0, option)
+        expect_installed(machine, machine.package, FEATUREENABLED=0)
+        expect_still_learnt(machine)
+
+
 def test_repairing_can_change_a_choice(machine):
     machine.install(FEATUREENABLED=0, STRENGTH=1)
     machine.repair(STRENGTH=2)
@@ -390,6 +410,13 @@ def test_upgrading_keeps_choices_and_what_was_learnt(machine):
     machine.install(machine.next_package, STRENGTH=1)
     expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1)
     expect_still_learnt(machine)
+
+
+def test_a_strength_that_an_older_package_has_accepted_does_not_stop_an_upgrade(machine):
+    machine.install(FEATUREENABLED=0)
+    machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "99")
+    machine.install(machine.next_package)
+    expect_installed(machine, machine.next_package, FEATUREENABLED=0)
 
 
 def test_an_older_version_does_not_replace_a_newer_one(machine):
