@@ -5,8 +5,12 @@
 #include "base/durable_file.h"
 #include "base/file.h"
 #include "common/machine_identity.h"
+#include "common/named_file.h"
+#include "common/output_file.h"
 #include "common/tool_error.h"
 #include "prediction/cyclic_probability_predictor.h"
+#include "prediction/history_file.h"
+#include "prediction/rates/rates_file.h"
 #include "prediction/tracker_data.h"
 #include "settings/data_folder.h"
 
@@ -27,6 +31,13 @@ std::optional<tm> TimeOfSavedData() {
   if (content.failure || content.bytes.size() < sizeof(header)) return std::nullopt;
   std::memcpy(&header, content.bytes.data(), sizeof(header));
   return TimeOfLast(header);
+}
+
+void RequireNoServiceFile(const std::string& output) {
+  const auto live = [](const wchar_t* name) { return PathToSystem(LiveFilePath(name)); };
+  RequireNoInput(output, {{"the service's history", live(kHistoryFileName)},
+                          {"the service's data file", live(kDataFileName)},
+                          {"the service's data file", live(kRatesFileName)}});
 }
 
 }  // namespace dozewell::ctl

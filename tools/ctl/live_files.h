@@ -16,6 +16,9 @@ std::wstring LiveFilePath(const wchar_t* name);
 // be told.
 std::optional<tm> TimeOfSavedData();
 
+// Throws ToolError when an output, as the user named it, is one of the service's own files.
+void RequireNoServiceFile(const std::string& output);
+
 }  // namespace dozewell::ctl
 
 #endif  // DOZEWELL_CTL_LIVE_FILES_H_

@@ -19,7 +19,6 @@
 #include "ctl/live_files.h"
 #include "ctl/live_identity.h"
 #include "power/hibernate_after.h"
-#include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
 
@@ -35,8 +34,6 @@ int64_t LiveHibernateAfterSeconds() {
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
-
-std::string ServiceFile(const wchar_t* name) { return PathToSystem(LiveFilePath(name)); }
 
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
@@ -62,8 +59,7 @@ void RunReport(const Options& options, const Console& console) {
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
-  RequireNoInput(name, {{"the service's history", ServiceFile(kHistoryFileName)},
-                        {"the service's data file", ServiceFile(kDataFileName)}});
+  RequireNoServiceFile(name);
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
   RequireReadableData();
