@@ -11,6 +11,7 @@
 #include "ctl/check/service_configuration.h"
 #include "ctl/check/service_token.h"
 #include "ctl/check/system_facts.h"
+#include "ctl/time_zone.h"
 
 namespace dozewell::fakes {
 
