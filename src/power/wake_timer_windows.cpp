@@ -9,7 +9,7 @@ constexpr int64_t kTicksPerSecond = 10'000'000;
 constexpr int64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
 // What powercfg /waketimers and the System log say of a wake.
-wchar_t Reason[] = L"Dozewell Service: sleep ahead of the predicted use";
+wchar_t WakeReason[] = L"Dozewell Service: sleep ahead of the predicted use";
 
 }  // namespace
 
@@ -22,7 +22,7 @@ WakeTimerArming ArmWakeTimer(void* timer, int64_t utcSeconds) {
   REASON_CONTEXT context = {};
   context.Version = POWER_REQUEST_CONTEXT_VERSION;
   context.Flags = POWER_REQUEST_CONTEXT_SIMPLE_STRING;
-  context.Reason.SimpleReasonString = Reason;
+  context.Reason.SimpleReasonString = WakeReason;
   // A timer with a reason wakes the machine. Where it cannot, the call succeeds with an error.
   SetLastError(ERROR_SUCCESS);
   if (SetWaitableTimerEx(timer, &due, 0, nullptr, nullptr, &context, 0) == FALSE) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that Windows programs import no library that somebody could put beside them, no timers,
-because they do nothing periodically, and nothing that changes rights of all that is in a folder:
+"""Checks that Windows programs import no library that somebody could put beside them, no timers but
+the service's wake timer, because they do nothing periodically, and nothing that changes rights of all that is in a folder:
 imports.py OBJDUMP PROGRAM..."""
 
 import re
