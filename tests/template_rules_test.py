@@ -20,6 +20,7 @@ from tests.support.expect import contains, equal
 
 sys.path += [str(ROOT / "tests" / "checks"), str(ROOT / "packaging")]
 from default_values import default_values  # in these folders
+from policy.policies import LEFT_OUT
 from policy.settings_page import Setting, settings
 from policy.template import DEFINITIONS, TEXTS, make_template
 from template_rules import RULES, Template, broken_rules
@@ -213,6 +214,13 @@ def test_each_rule_finds_what_breaks_it_and_no_other_does(template):
 def test_the_page_has_all_values_of_the_service_and_no_other(_):
     names = set(re.findall(r'Name\[\] = L?"(\w+)"', SETTING_NAMES.read_text("utf-8")))
     equal(settings().keys() - {"Best%d"}, names)
+
+
+def test_the_pages_say_what_is_not_offered_and_why(_):
+    page = (ROOT / "docs" / "deploying.md").read_text("utf-8").partition("| not offered |")[2]
+    rows = [line.strip("|").split("|") for line in page.splitlines() if line.startswith("| `")]
+    said = {name: why.strip() for names, why in rows for name in re.findall(r"`([^`]+)`", names)}
+    equal(said, LEFT_OUT)
 
 
 def test_explanations_are_those_of_the_page(template):
