@@ -45,7 +45,7 @@ def _ini(text):
 
 
 def _csv(text):
-    rows = list(csv.reader(io.StringIO(text), strict=True))
+    rows = [row for row in csv.reader(io.StringIO(text), strict=True) if row[0][:1] != "#"]
     if len({len(row) for row in rows}) != 1:
         raise ValueError("the rows differ in length")
 

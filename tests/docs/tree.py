@@ -25,7 +25,7 @@ def changed(root, file, old, new):
         copy = Path(scratch)
         names = subprocess.run(["git", "ls-files", "-z"], cwd=root, capture_output=True, check=True,
                                text=True).stdout.split("\0")
-        for name in filter(None, names):
+        for name in sorted(set(filter(None, names))):
             if (root / name).is_file():
                 (copy / name).parent.mkdir(parents=True, exist_ok=True)
                 _link_or_copy(root / name, copy / name)
