@@ -4,7 +4,6 @@ finds, and is given the pages and the sources of one tree."""
 import ast
 import configparser
 import csv
-import io
 import json
 import re
 import shlex
@@ -45,7 +44,8 @@ def _ini(text):
 
 
 def _csv(text):
-    rows = [row for row in csv.reader(io.StringIO(text), strict=True) if row[0][:1] != "#"]
+    lines = [line for line in text.splitlines() if not line.startswith("#")]
+    rows = list(csv.reader(lines, strict=True))
     if len({len(row) for row in rows}) != 1:
         raise ValueError("the rows differ in length")
 
@@ -202,7 +202,8 @@ def folders(tree):
             if path.rstrip("\\") != outer and not (path + "\\").startswith(known):
                 yield f"{place}: the sources know no folder {path} of program data"
         for path in re.findall(r"Program(?: Files|Files%)\\([\w\\]+)", text):
-            if not path.startswith((inside, "Dozewell")):
+            is_ours = outer in path or "Dozewell" in path
+            if is_ours and not path.startswith((inside, "Dozewell")):
                 yield f"{place}: the package knows no folder {path} of programs"
 
 
