@@ -45,10 +45,10 @@ struct MachineState {
   std::atomic<uint32_t> servicePort;  // 0 until the service has registered its control handler
   // Threads that the service started and that are not asleep.
   std::atomic<uint32_t> busyThreads;
-  std::atomic<int64_t> clock;          // seconds since 1970, UTC; moves only when a test moves it
-  std::atomic<uint64_t> awakeMs;       // how long the machine has been awake
-  // By the clock that counts on in sleep and hibernation: now, and when the machine last fell asleep
-  // and woke.
+  std::atomic<int64_t> clock;     // seconds since 1970, UTC; moves only when a test moves it
+  std::atomic<uint64_t> awakeMs;  // how long the machine has been awake
+  // By the clock that counts on in sleep and hibernation: now, and when the machine last fell
+  // asleep and woke.
   std::atomic<uint64_t> uptimeMs;
   std::atomic<uint64_t> lastSleepMs;
   std::atomic<uint64_t> lastWakeMs;
