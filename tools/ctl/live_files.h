@@ -9,6 +9,9 @@ namespace dozewell::ctl {
 // Windows does not know of such a folder.
 std::wstring LiveFilePath(const wchar_t* name);
 
+// Throws ToolError when an output, as the user named it, is one of the service's own files.
+void RequireNoServiceFile(const std::string& output);
+
 }  // namespace dozewell::ctl
 
 #endif  // DOZEWELL_CTL_LIVE_FILES_H_

@@ -18,7 +18,6 @@
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
 #include "power/hibernate_after.h"
-#include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
 
@@ -34,8 +33,6 @@ int64_t LiveHibernateAfterSeconds() {
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
-
-std::string ServiceFile(const wchar_t* name) { return PathToSystem(LiveFilePath(name)); }
 
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
@@ -61,8 +58,7 @@ void RunReport(const Options& options, const Console& console) {
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
-  RequireNoInput(name, {{"the service's history", ServiceFile(kHistoryFileName)},
-                        {"the service's data file", ServiceFile(kDataFileName)}});
+  RequireNoServiceFile(name);
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
   RequireReadableData();
