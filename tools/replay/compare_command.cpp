@@ -8,14 +8,14 @@
 #include "common/optimizer_inputs.h"
 #include "common/problem_place.h"
 #include "common/simulated_parameters.h"
-#include "common/walk_forward.h"
-#include "common/week_samples.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
 #include "replay/table_text.h"
 #include "replay/walk_text.h"
+#include "walk/walk_forward.h"
+#include "walk/week_samples.h"
 
 namespace dozewell::replay {
 namespace {
