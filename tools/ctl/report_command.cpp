@@ -17,6 +17,7 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
+#include "ctl/live_identity.h"
 #include "power/hibernate_after.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
@@ -66,11 +67,12 @@ void RunReport(const Options& options, const Console& console) {
   std::vector<std::string> warnings = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(warnings);
   for (const std::string& warning : warnings) console.warn("warning: " + warning);
-  const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
-                                               now, LiveHibernateAfterSeconds(), warnings});
+  const std::string page =
+      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
+                          LiveHibernateAfterSeconds(), warnings, LiveIdentity()});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
-  console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
+  console.print(options.json ? LiveLine({{"file", name}, {"bytes", page.size()}})
                              : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 

@@ -5,6 +5,7 @@
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_files.h"
+#include "ctl/live_identity.h"
 #include "ctl/require_done.h"
 #include "ctl/status_metrics.h"
 #include "ctl/status_report.h"
@@ -40,7 +41,7 @@ void RunStatus(const Options& options, const Console& console) {
   if (options.metrics) {
     WriteMetrics(StatusMetrics(report), options, console);
   } else {
-    console.print(options.json ? JsonLine(StatusJson(report)) : StatusText(report));
+    console.print(options.json ? LiveLine(StatusJson(report)) : StatusText(report));
   }
   RequireReachable(report.ping);
 }

@@ -10,9 +10,10 @@
 #include "common/simulated_parameters.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
-#include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
+#include "replay/search_habits.h"
 #include "replay/table_text.h"
+#include "replay/taken_settings.h"
 #include "replay/walk_text.h"
 #include "walk/walk_forward.h"
 #include "walk/week_samples.h"
@@ -60,17 +61,12 @@ std::string Table(const std::vector<Choice>& choices) {
   return table;
 }
 
-SearchHabits Habits(const FileConfigurations& configuration) {
-  return {configuration.ServiceNumber(kOptimizerIntervalName, kDefaultOptimizerIntervalDays),
-          configuration.ServiceNumber(kOptimizerDelayName, kDefaultOptimizerDelayMinutes),
-          configuration.ServiceNumber(kHistoryLimitName, kDefaultHistoryLimitDays)};
-}
-
 }  // namespace
 
 void RunCompare(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  results.identity.time = TimeOfLast(history.records);
+  FileConfigurations configuration = TakeSettings(options, results);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   const auto place = [&] {
@@ -83,16 +79,17 @@ void RunCompare(const Options& options, Results& results) {
   Walk walk;
   TellPlaceIn(history, place, [&] {
     choices = AllChoices(Compare(records, configuration, timeoutSeconds));
-    walk = WalkForward(records, configuration, timeoutSeconds, Habits(configuration));
+    walk = WalkForward(records, configuration, timeoutSeconds, HabitsOf(configuration));
   });
   const WeekSamples samples(records, walk.weeks);
   if (options.json) {
-    results.output = JsonLine({{"records", records.size()},
-                               {"choices", ChoicesJson(choices)},
-                               {"sleeps", walk.sleeps},
-                               {"weeks", walk.weeks},
-                               {"searches", SearchesJson(walk)},
-                               {"walkForward", WalkJson(walk, samples)}});
+    results.output = IdentifiedLine({{"records", records.size()},
+                                     {"choices", ChoicesJson(choices)},
+                                     {"sleeps", walk.sleeps},
+                                     {"weeks", walk.weeks},
+                                     {"searches", SearchesJson(walk)},
+                                     {"walkForward", WalkJson(walk, samples)}},
+                                    results.identity);
   } else {
     results.output = Table(choices) + "\n" + WalkText(walk, samples, timeoutSeconds);
   }
