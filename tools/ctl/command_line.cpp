@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kFooter =
     "Exit codes: 0 done, 1 refused by the service, not available or BAD, 2 wrong usage,\n"
-    "3 the service does not answer.\n"
+    "3 the service does not answer, 4 nothing is known of what it has learnt.\n"
     "\n"
     "Example:\n"
     "  dozewellctl status\n"

@@ -36,7 +36,7 @@ int64_t LiveHibernateAfterSeconds() {
 }
 
 // Only the file needs a warning: without the folder, the engine has failed before.
-std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
+std::vector<HistoryRecord> SavedHistory(std::vector<std::string>& warnings) {
   const std::wstring path = LiveFilePath(kHistoryFileName);
   const std::string name = NarrowToUtf8(path);
   FileContent content = ReadDurableFile(path);
@@ -45,6 +45,14 @@ std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
   }
   warnings.push_back(name + ": ignored: it cannot be opened");
   return {};
+}
+
+std::vector<HistoryRecord> LiveHistory(const UnsavedLearning& unsaved,
+                                       std::vector<std::string>& warnings) {
+  std::vector<HistoryRecord> history = SavedHistory(warnings);
+  const std::vector<HistoryRecord> unsavedRecords = RecordsAfter(unsaved, TimeOfLast(history));
+  history.insert(history.end(), unsavedRecords.begin(), unsavedRecords.end());
+  return history;
 }
 
 }  // namespace
@@ -64,15 +72,19 @@ void RunReport(const Options& options, const Console& console) {
   now.tm_sec = 0;
   RequireReadableData();
   LiveEngine engine;
-  std::vector<std::string> warnings = engine.Warnings();
-  const std::vector<HistoryRecord> history = LiveHistory(warnings);
-  for (const std::string& warning : warnings) console.warn("warning: " + warning);
-  const std::string page =
-      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
-                          LiveHibernateAfterSeconds(), warnings, LiveIdentity()});
+  const UnsavedLearning unsaved = ReadUnsavedLearning();
+  const AsOf asOf = engine.CatchUp(unsaved);
+  std::vector<std::string> notes = engine.Warnings();
+  const std::vector<HistoryRecord> history = LiveHistory(unsaved, notes);
+  for (const std::string& warning : notes) console.warn("warning: " + warning);
+  notes.insert(notes.begin(), AsOfText(asOf));
+  const MachineIdentity identity = LiveIdentity(*engine.Tracker().GetData());
+  const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
+                                               now, LiveHibernateAfterSeconds(), notes, identity});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
-  console.print(options.json ? LiveLine({{"file", name}, {"bytes", page.size()}})
+  const Json document = {{"file", name}, {"bytes", page.size()}, {"asOf", AsOfJson(asOf)}};
+  console.print(options.json ? IdentifiedLine(document, identity)
                              : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 
