@@ -43,7 +43,7 @@ std::string SettingsMark(IConfigurations& configuration, bool isPredictionDisabl
                          (isPredictionDisabled ? " disabled" : "");
   for (const char* const key : kPredictorKeys) {
     settings += '\n';
-    settings += TrimBlanks(configuration.GetValue(kPredictorSection, key));
+    settings += TrimBlanks(InOneLine(configuration.GetValue(kPredictorSection, key)));
   }
   return FormatText("%016llx", static_cast<unsigned long long>(HashOf(settings)));
 }

@@ -23,6 +23,7 @@ struct Options {
   std::optional<std::string> at;
   std::optional<std::string> out;
   std::optional<std::string> from;
+  std::optional<std::string> file;
   bool yes = false;
   bool tryWriting = false;
   bool metrics = false;

@@ -37,6 +37,9 @@ constexpr CommandArgument kFrom = {
     "--from", "FILE", "What wevtutil qe System /f:xml exported here; without one, the log itself",
     &Options::from};
 
+constexpr CommandArgument kSettingsOut = {"FILE", "", "File to write; without one, standard output",
+                                          &Options::file};
+
 }  // namespace
 
 std::span<const Command> Commands() {
@@ -147,6 +150,19 @@ std::span<const Command> Commands() {
        RunReport,
        {},
        {&kOut}},
+      {"settings show",
+       "Show the settings in force, each with the key that it comes from",
+       {"settings show"},
+       RunSettingsShow,
+       {},
+       {}},
+      {"settings export",
+       "Write the settings in force as the file that dozewell-replay --settings takes",
+       {"settings export", "settings export office-7.ini"},
+       RunSettingsExport,
+       {},
+       {&kSettingsOut},
+       true},
       {"import-history",
        "Extend the history backwards from the Windows event log, while the service is stopped",
        {"import-history", "import-history --from system.xml --yes"},
@@ -167,6 +183,7 @@ const char* GroupDescription(std::string_view group) {
       {"wake", "The driver's wake timers: get, set, raw"},
       {"power", "The power scheme's settings for sleep: get, set"},
       {"scheme", "The active power scheme: get, set"},
+      {"settings", "The settings in force: show, export"},
       {"strength", "Which of the optimizer's results is used: get, set"},
   };
   const Group* const found = std::ranges::find(kGroups, group, &Group::name);
