@@ -33,8 +33,9 @@ SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
 COMMANDS = ("status", "check", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
-            "reset-history", "ping", "watch", "explain", "import-history", "report")
-GROUPS = ("wake", "power", "scheme", "strength")
+            "reset-history", "ping", "watch", "settings show", "settings export", "explain",
+            "import-history", "report")
+GROUPS = ("wake", "power", "scheme", "strength", "settings")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
     ("status",), ("check",), ("enable",), ("disable",), ("driver",), ("wake", "get"),
@@ -222,6 +223,8 @@ def test_help_of_each_command(machine):
             equal(" ".join(words).startswith(command), True)
             if command == "import-history":
                 equal(machine.ctl(*words)[0], 1)
+            elif command.startswith("settings"):
+                equal(machine.ctl(*words)[0], 0)
             elif command not in ("watch", "explain", "report"):
                 equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
 

@@ -48,7 +48,7 @@ def the_manual_shows_status_and_explanation_as_they_look(machine):
         if command != "status":
             machine.client_view.log_service_events(start)
         shown = ["> dozewellctl " + command, *_output(machine, command).splitlines()]
-        block = "".join(f"    {line}".rstrip() + "\n" for line in shown)
+        block = "".join(f"{line}\n" for line in shown)
         expect_true(block in manual, f"{MANUAL.name} does not show this:\n{block}")
 
 
@@ -111,7 +111,7 @@ def an_explanation_has_the_service_do_nothing_and_does_without_it(machine):
     machine.stop_service()
     without = _output(machine, EVENING)
     expect(_words(without), _words(explained), "explanation without a service")
-    expect(without.splitlines()[0], "As of the last save, 2026-02-02 18:00:00, since the service "
+    expect(without.splitlines()[0], "As of the last save, 2026-02-02 08:00:00, since the service "
            "does not answer.", "how new it is")
 
 

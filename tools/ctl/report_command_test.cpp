@@ -62,11 +62,13 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
                  "<p class=\"note\">As of the last save, 2026-11-20 08:00:00, since it is "
                  "not known when the service started.</p>"));
   CHECK(Contains(html, "OFFICE-7; zone W. Europe Standard Time; data to 2026-11-20 08:00:00; "));
-  CHECK(Contains(html, "the score of a fixed timeout of 45 minutes"));
+  CHECK(Contains(html, "Nothing is known yet"));
 
   const std::vector<HistoryRecord> history = Mornings(3);
   WriteWholeFile(settings.dataFolder + L"zs7state.dat", history.data(),
                  history.size() * sizeof(HistoryRecord));
+  run = Ctl(machine, {"report", "--out", page});
+  CHECK(Contains(Content(page), "the score of a fixed timeout of 45 minutes"));
   fakes::power.acLineStatus = kLineUnknown;
   run = Ctl(machine, {"report", "--json", "--out", page});
   html = Content(page);
@@ -77,7 +79,7 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
   CHECK(run.messages == Calls{});
   CHECK(Contains(html, "The history has 6 records"));
   // There is none for AC.
-  CHECK(Contains(html, "the score of a fixed timeout of 10 minutes"));
+  CHECK(Contains(html, "the score of a fixed timeout of 180 minutes"));
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
 }
 

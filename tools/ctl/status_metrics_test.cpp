@@ -5,6 +5,7 @@
 
 #include "base/file.h"
 #include "base/utf8.h"
+#include "common/version.h"
 #include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
@@ -23,12 +24,13 @@ using fakes::kServerUnavailable;
 using fakes::settings;
 using fakes::Works;
 
-// The lines that hold a number.
+// The lines that hold a number, without that of the program itself.
 std::string Numbers(const std::string& metrics) {
   std::string numbers;
   for (size_t start = 0; start < metrics.size();) {
     const size_t end = metrics.find('\n', start) + 1;
-    if (metrics[start] != '#') numbers += metrics.substr(start, end - start);
+    const std::string line = metrics.substr(start, end - start);
+    if (line[0] != '#' && !line.starts_with("dozewell_build_info")) numbers += line;
     start = end;
   }
   return numbers;
@@ -85,8 +87,12 @@ TEST_CASE("metrics tell what the status does") {
   CHECK(run.messages.empty());
   CHECK(Numbers(run.output) == kRunning);
   CHECK(
-      run.output.starts_with("# HELP dozewell_up Whether the service answers.\n# TYPE dozewell_up "
-                             "gauge\ndozewell_up 1\n"));
+      run.output.starts_with(std::string("# HELP dozewell_build_info The version of dozewellctl.\n"
+                                         "# TYPE dozewell_build_info gauge\n"
+                                         "dozewell_build_info{version=\"") +
+                             kVersion +
+                             "\"} 1\n"
+                             "# HELP dozewell_up Whether the service answers.\n"));
   CHECK(Ctl(machine, {"status", "--metrics", "--out", "-"}).output == run.output);
 }
 
