@@ -33,8 +33,8 @@ SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
 COMMANDS = ("status", "check", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
-            "reset-history", "ping", "watch", "settings show", "settings export", "explain",
-            "import-history", "report")
+            "reset-history", "ping", "watch", "settings show", "settings export", "export",
+            "explain", "import-history", "report")
 GROUPS = ("wake", "power", "scheme", "strength", "settings")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
@@ -225,6 +225,8 @@ def test_help_of_each_command(machine):
                 equal(machine.ctl(*words)[0], 1)
             elif command.startswith("settings"):
                 equal(machine.ctl(*words)[0], 0)
+            elif command == "export":
+                equal(machine.ctl(*words)[0], 4)
             elif command not in ("watch", "explain", "report"):
                 equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
 

@@ -24,9 +24,11 @@ struct Options {
   std::optional<std::string> out;
   std::optional<std::string> from;
   std::optional<std::string> file;
+  std::optional<std::string> weeks;
   bool yes = false;
   bool tryWriting = false;
   bool metrics = false;
+  bool anonymous = false;
   bool json = false;
 };
 
@@ -59,6 +61,7 @@ struct Command {
   bool takesYes = false;
   bool takesTry = false;
   bool takesMetrics = false;
+  bool takesAnonymous = false;
 };
 
 // All commands, in the order of the help.

@@ -46,6 +46,10 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
     syntax.flags.push_back(
         {"--metrics", "Print metrics for collectors that read text files", &options.metrics});
   }
+  if (command.takesAnonymous) {
+    syntax.flags.push_back(
+        {"--anonymous", "Without names, and with times cut to the minute", &options.anonymous});
+  }
   syntax.flags.push_back({"--json", "Print JSON for programs", &options.json});
   return syntax;
 }

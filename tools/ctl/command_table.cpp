@@ -40,6 +40,12 @@ constexpr CommandArgument kFrom = {
 constexpr CommandArgument kSettingsOut = {"FILE", "", "File to write; without one, standard output",
                                           &Options::file};
 
+constexpr CommandArgument kExportOut = {"FILE", "", "CSV history to write, which ends in .csv",
+                                        &Options::file};
+constexpr CommandArgument kWeeks = {
+    "--weeks", "N", "With --anonymous: weeks by which all times are moved, -2000 to 2000",
+    &Options::weeks};
+
 }  // namespace
 
 std::span<const Command> Commands() {
@@ -163,6 +169,16 @@ std::span<const Command> Commands() {
        RunSettingsExport,
        {},
        {&kSettingsOut},
+       true},
+      {"export",
+       "Write the history and the settings into one file, for use on other computers",
+       {"export office-7.csv", "export --anonymous --weeks -3 pc.csv"},
+       RunExport,
+       {&kExportOut},
+       {&kWeeks},
+       true,
+       false,
+       false,
        true},
       {"import-history",
        "Extend the history backwards from the Windows event log, while the service is stopped",

@@ -1,14 +1,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/clock.h"
-#include "base/durable_file.h"
-#include "base/file.h"
-#include "base/utf8.h"
-#include "common/history_io.h"
 #include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
@@ -17,9 +12,9 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
+#include "ctl/live_history.h"
 #include "ctl/live_identity.h"
 #include "power/hibernate_after.h"
-#include "prediction/history_file.h"
 #include "report/report.h"
 
 namespace dozewell::ctl {
@@ -33,26 +28,6 @@ int64_t LiveHibernateAfterSeconds() {
   constexpr int64_t kMinute = 60;
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : ComparedTimeoutSeconds(std::nullopt);
-}
-
-// Only the file needs a warning: without the folder, the engine has failed before.
-std::vector<HistoryRecord> SavedHistory(std::vector<std::string>& warnings) {
-  const std::wstring path = LiveFilePath(kHistoryFileName);
-  const std::string name = NarrowToUtf8(path);
-  FileContent content = ReadDurableFile(path);
-  if (!content.failure) {
-    return IncreasingRecords(DatHistory(name, std::move(content.bytes), warnings).bytes);
-  }
-  warnings.push_back(name + ": ignored: it cannot be opened");
-  return {};
-}
-
-std::vector<HistoryRecord> LiveHistory(const UnsavedLearning& unsaved,
-                                       std::vector<std::string>& warnings) {
-  std::vector<HistoryRecord> history = SavedHistory(warnings);
-  const std::vector<HistoryRecord> unsavedRecords = RecordsAfter(unsaved, TimeOfLast(history));
-  history.insert(history.end(), unsavedRecords.begin(), unsavedRecords.end());
-  return history;
 }
 
 }  // namespace
