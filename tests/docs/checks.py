@@ -102,10 +102,15 @@ def sentences(tree):
 
 
 def exit_codes(tree):
-    """The tables of exit codes have all codes, each in its own row, and no others."""
+    """The tables of exit codes have their codes, each in its own row, and no others; the first has
+    all codes."""
+    unknown = tree.sources.ctl_exit_codes.keys() - EXIT_CODE_TABLES[0][2].keys()
+    for kind in sorted(unknown):
+        yield f"{EXIT_CODE_TABLES[0][1]} does not say what {kind} is"
     for heading, name, words in EXIT_CODE_TABLES:
         rows = {cells[0]: cells[1] for cells in tree.pages[name].table(heading)}
-        codes = {str(code): kind for kind, code in tree.sources.ctl_exit_codes.items()}
+        codes = {str(code): kind for kind, code in tree.sources.ctl_exit_codes.items()
+                 if kind in words}
         if rows.keys() != codes.keys():
             yield f"{name} has the codes {sorted(rows)}, the program {sorted(codes)}"
         for code in rows.keys() & codes.keys():

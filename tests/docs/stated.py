@@ -17,7 +17,7 @@ def stated(sources):
     yield "docs/settings.md", f"client ({numbers['ClientSwitchTotalAttempts']} when absent)"
     yield "docs/settings.md", f"client ({numbers['ClientSwitchCurrentAttempt']} when absent)"
 
-    fixed = sources.constant("tools/common/optimizer_inputs.cpp", "kDefaultMinutes")
+    fixed = sources.constant("tools/common/optimizer_inputs.cpp", "kUsualMinutes")
     yield "docs/report.md", f"`--hibernate-after`, {fixed} minutes without it"
     yield CTL, f"({fixed} minutes when that cannot be read)"
 
@@ -69,7 +69,7 @@ def _exit_codes(sources):
 # The tables of exit codes: the heading of the first cell, the page, and a word of each code's row.
 EXIT_CODE_TABLES = (
     ("code", CTL, {"Done": "done", "NotDone": "not done", "Usage": "makes no sense",
-                   "NotReachable": "does not answer"}),
+                   "NotReachable": "does not answer", "NothingLearnt": "no history"}),
     ("exit code", "docs/check.md", {"Done": "no line is BAD", "NotDone": "at least one is",
                                     "Usage": "makes no sense", "NotReachable": "does not answer"}),
 )
