@@ -40,6 +40,7 @@ model of the optimizer against native and Windows | native:dozewell-replay windo
 model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
 model of walking forward against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_walk_test "$WALK_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
+exported settings against the service, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,lab wine python | lab/compare_settings.py --build $programs --folder build/play-settings $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
 metrics, Windows | windows:DozewellService,dozewellctl machine python metrics | /usr/bin/python3 -m tests.ctl_metrics_test --wine "$wine" --folder $programs

@@ -81,6 +81,9 @@ def test_each_answer_says_which_machine_it_is_about(tool):
     tool.write("same.ini", "# Others' comments\n" + SETTINGS.replace("=70", "= 70 "))
     equal(identity(tool, "suspend", "--data", "office.z7", "--settings", "same.ini"),
           {**learnt, "name": None, "zone": None})
+    # What programs read stays as it is until somebody names the machine.
+    unnamed = printed(tool, "predict", "--data", "office.z7", "--settings", "same.ini")
+    equal({tuple(item) for item in unnamed}, {("time", "minutes")})
     tool.write("other.ini", SETTINGS.replace("StrengthHigh=70", "StrengthHigh=71"))
     other = identity(tool, "suspend", "--data", "office.z7", "--settings", "other.ini")
     equal(other["settings"] != learnt["settings"], True)
@@ -96,6 +99,8 @@ def test_csv_and_pages_say_which_machine_they_are_about(tool):
     equal((told["name"], told["settings"], told["zone"]), ("OFFICE-7", None, None))
     # What reads CSV reads past it.
     equal(identity(tool, "baseline", "--history", "e.csv")["time"], told["time"])
+    tool.works("export", "--history", "o.dat", "--out", "nameless.csv")
+    equal(tool.read("e.csv").split(b"\n", 1)[1], tool.read("nameless.csv"))
     found = tool.works("search", "--history", "e.csv", "--each", "--machine", "OFFICE-7")
     equal(strict_json(found.splitlines()[0][2:] + "\n")["name"], "OFFICE-7")
     tool.works("learn", "--history", "e.csv", "--data", "o.z7")

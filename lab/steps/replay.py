@@ -64,9 +64,11 @@ class Replay:
         return known
 
     def _with(self, settings):
-        """The options for settings, which are a ConfigParser."""
+        """The options for settings, which are a ConfigParser or a file."""
         if settings is None:
             return []
+        if isinstance(settings, Path):
+            return ["--settings", settings]
         file = self._folder / "settings.ini"
         with open(file, "w", encoding="utf-8") as out:
             settings.write(out, space_around_delimiters=False)

@@ -112,7 +112,6 @@ TEST_CASE("metrics of a service that does not answer are those that are known wi
   CHECK(Numbers(run.output) ==
         "dozewell_up 0\n"
         "dozewell_service_running 0\n"
-        "dozewell_feature_enabled 1\n"
         "dozewell_predictions_enabled 0\n"
         "dozewell_controller{expected=\"no\"} 1\n"
         "dozewell_controller{expected=\"maybe\"} 0\n"

@@ -82,10 +82,10 @@ constexpr const char* kTimeLineDetails =
 
 constexpr const char* kSearchDetails =
     "\n\n"
-    "The CSV begins with a comment that names the machine. Its columns are the weights of the "
-    "last,\n"
-    "the second-last and the older observations, the high and the low strength, the day grouping,\n"
-    "the seconds asleep and hibernated, the resumes from sleep and from hibernation.";
+    "The CSV has no header but a comment with the machine, if it has a name. Its columns are the\n"
+    "weights of the last, the second-last and the older observations, the high and the low\n"
+    "strength, the day grouping, the seconds asleep and hibernated, the resumes from sleep and\n"
+    "from hibernation.";
 
 constexpr const char* kCompareDetails =
     "\n\n"
