@@ -329,7 +329,7 @@ def test_the_contents_come_first_and_name_what_follows(browser, pages):
     equal([text for text, _ in links],
           ["What will happen tonight", "What it has learnt, and how sure it is",
            "What it was worth", "Why",
-           "Every choice, replayed", "What a search chooses", "The recorded past"])
+           "Every choice, walked forward", "Every choice, replayed", "What a search chooses", "The recorded past"])
     equal(browser.evaluate("[...document.querySelectorAll('main h2')].map(h => [h.innerText, "
                            "'#' + h.parentElement.id])"), links)
     equal(browser.evaluate("document.querySelector('nav').getBoundingClientRect().bottom < 250"),
@@ -415,7 +415,7 @@ def test_each_colour_has_one_meaning_and_a_place_in_a_legend(browser, pages):
             "[...new Set([...document.querySelectorAll('.strip i, .map td, .bar')].map("
             "e => e.className.replace('bar ', '')))].sort()")
         equal(set(used) - set(legends), {"bar", "score"})
-        equal(browser.evaluate("getComputedStyle(document.querySelector('.gain .bar')).background"),
+        equal(browser.evaluate("getComputedStyle(document.querySelector('#choices .bar')).background"),
               legends["asleep"])
 
 
@@ -562,12 +562,39 @@ def test_every_idle_stretch_is_listed_and_their_number_told(browser, pages):
 
 def test_figures_of_searched_sets_are_called_hindsight(browser, pages):
     browser.open(pages.learnt)
-    groups = browser.evaluate("[...document.querySelectorAll('.gain .group')].map("
+    groups = browser.evaluate("[...document.querySelectorAll('#choices .group')].map("
                               "g => [g.innerText, [...g.closest('tbody').rows].slice(1).map("
                               "r => r.cells[0].innerText)])")
     equal([names for title, names in groups if title.startswith("Hindsight: ")],
           [["strength 0", "strength 1", "strength 2"]])
     contains(text_of(browser, "#search .explanation"), "All scores are hindsight")
+    groups = browser.evaluate("[...document.querySelectorAll('#walked .group')].map("
+                              "g => g.innerText)")
+    contains(groups, "Hindsight: the timeout that turned out best")
+
+
+def test_the_worth_is_what_compare_walks_forward(browser, pages):
+    walk = json.loads(pages.run("compare", "--history", "office60.csv", "--settings", "s.ini",
+                                "--hibernate-after", "180", "--json"))
+    choices = {choice["name"]: choice for choice in walk["walkForward"]}
+    browser.open(pages.learnt)
+    shown = dict(browser.evaluate("[...document.querySelectorAll('#worth tbody tr')].map("
+                                  "r => [r.cells[0].innerText, "
+                                  "[...r.cells].slice(1).map(c => c.innerText)])"))
+    # The settings have strength 1.
+    for row, name in (("the user's own, 180 minutes", "180 minutes"),
+                      ("timeout chosen on the past", "timeout of the past, strength 1"),
+                      ("the service, with wakes", "service, strength 1"),
+                      ("the service, without wakes", "service without wake, strength 1"),
+                      ("best possible", "clairvoyant")):
+        score = [s for s in choices[name]["scores"] if s["strength"] == 1][0]
+        equal(shown.pop(row), ["%.1f" % (choices[name]["sleepSeconds"] / 3600),
+                               "%d" % choices[name]["resumesFromHibernate"],
+                               "%.1f (%.1f to %.1f)" % (score["score"], score["low"],
+                                                        score["high"])])
+    equal(shown, {})
+    equal(text_of(browser, "#worth .explanation").split(",")[0],
+          "%d recorded sleeps in %d weeks" % (walk["sleeps"], walk["weeks"]))
 
 
 def test_a_machine_without_records_is_told_so(browser, pages):
@@ -580,7 +607,7 @@ def test_a_machine_without_records_is_told_so(browser, pages):
 def test_what_is_compared_is_compared_with_one_timeout(browser, pages):
     browser.open(pages.learnt)
     text = browser.evaluate("document.body.innerText")
-    equal(set(re.findall("fixed timeout of (\\d+) minutes", text)), {"180"})
+    equal(set(re.findall(r"(?:fixed timeout of |own timeout[ ,(]+)(\d+) minutes", text)), {"180"})
 
 
 def test_the_keyboard_reaches_all_that_can_be_used(browser, pages):
@@ -600,7 +627,7 @@ def test_the_keyboard_reaches_all_that_can_be_used(browser, pages):
         equal((outline, visible), ("solid 3", True))
         reached.append(name)
     equal(reached, usable)
-    equal(len(usable), 7 + 4)
+    equal(len(usable), 8 + 4)
     browser.open(pages.learnt)
     browser.press("Tab")
     browser.press("Tab")

@@ -24,7 +24,7 @@ std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::str
   Learn(tracker, Mornings(learntDays));
   tm now;
   TmFromSeconds(SimTime(kRecordedDays, 9, 3), now);
-  return MakeReport({configuration, tracker, history, now, 600, std::move(notes)});
+  return MakeReport({configuration, tracker, history, now, 600, {}, std::move(notes)});
 }
 
 }  // namespace
@@ -37,7 +37,8 @@ TEST_CASE("a page has all sections and stands alone") {
   CHECK(Contains(page,
                  "Dozewell report of Sun 11 Jan 2026, 09:03. The history has 20 records, "
                  "from Thu 1 Jan 2026 to Sat 10 Jan 2026."));
-  for (const char* const id : {"tonight", "learnt", "worth", "why", "choices", "search", "past"}) {
+  for (const char* const id :
+       {"tonight", "learnt", "worth", "why", "walked", "choices", "search", "past"}) {
     CHECK(CountOf(std::string("<section id=\"") + id + "\"", page) == 1);
     CHECK(CountOf(std::string("<a href=\"#") + id + "\">", page) == 1);
   }
