@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <exception>
 #include <optional>
+#include <string_view>
 
 #include "base/numbers.h"
 #include "common/comparison.h"
@@ -52,10 +53,18 @@ std::string HistoryText(const std::vector<HistoryRecord>& history) {
          DateOf(history.front()) + " to " + DateOf(history.back()) + ".";
 }
 
+std::string Note(std::string_view text) {
+  return HtmlElement("p", {{"class", "note"}}, HtmlText(text));
+}
+
 std::string Header(const ReportInput& input) {
   std::string notes;
-  for (const std::string& note : input.notes) {
-    notes += HtmlElement("p", {{"class", "note"}}, HtmlText(note));
+  for (const std::string& note : input.notes) notes += Note(note);
+  if (ReadPredictorChoice(input.configuration).kind == PredictorKind::Rates) {
+    notes += Note(
+        "The service predicts with rates here. Tonight, what was learnt and why are those of "
+        "slots, "
+        "which go on learning beside them.");
   }
   return HtmlElement(
              "header",
