@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "walk/search_calendar.h"
+
 namespace dozewell::ctl {
 
 // Settings of this machine as the service reads them.
@@ -16,6 +18,9 @@ bool StrengthHasResult(int32_t strength);
 
 // A counter of the start gate; nothing when it is absent, which keeps the gate shut.
 std::optional<uint32_t> ReadAttempts(const wchar_t* name);
+
+// When the service searches.
+SearchHabits ReadSearchHabits();
 
 }  // namespace dozewell::ctl
 
