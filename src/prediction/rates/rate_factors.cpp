@@ -21,15 +21,6 @@ constexpr size_t LocalIndex(const RateCell& cell) { return cell.clock * kAwayCla
 
 constexpr double CellsOfMinutes(double minutes) { return minutes * 60 / kSecondsPerClockCell; }
 
-template <typename Visit>
-void ForEachCell(Visit visit) {
-  for (size_t weekday = 0; weekday < kWeekdays; ++weekday) {
-    for (size_t clock = 0; clock < kClockCells; ++clock) {
-      for (size_t away = 0; away < kAwayClasses; ++away) visit(RateCell{weekday, clock, away});
-    }
-  }
-}
-
 void SmoothAway(std::span<double> numbers, const Bell& bell) {
   for (size_t first = 0; first < numbers.size(); first += kAwayClasses) {
     Smooth(numbers, {first, kAwayClasses, 1, /*isRing=*/false}, bell);
