@@ -19,12 +19,14 @@ format | format | passes clang_format
 floors | python | passes tests/checks/floors.py
 messages | python | passes tests/checks/messages.py
 links | python | passes tests/checks/links.py
+docs | native:dozewell-replay python pages | /usr/bin/python3 -m tests.docs_test --tool build/native/dozewell-replay
 Python | pyflakes | passes pyflakes3 tests lab packaging scripts
 shell | shellcheck | passes shellcheck -x test run package .ci/run scripts/*.sh
 model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 model of the rates: its own tests | python | python3 -m tests.model.rates_model_test
 model of the rates, walked forward | python | python3 -m tests.model.rates_walk --years 4 --days 100 $traces
+administrative template | python | python3 -m tests.template_rules_test
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py --build $programs
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs $programs --out build/installer-test
 powerwatch, Windows | windows:dozewell-powerwatch,dozewell-replay machine python | python3 -m tests.powerwatch_test --wine "$wine" --folder $programs
@@ -37,6 +39,7 @@ model of the rates against native and Windows | native:dozewell-replay windows:d
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
+metrics, Windows | windows:DozewellService,dozewellctl machine python metrics | /usr/bin/python3 -m tests.ctl_metrics_test --wine "$wine" --folder $programs
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine $programs/rpc_wire_test.exe $programs/DozewellService.exe
 command line, Windows | windows:dozewell-replay machine python | replay_test replay_cli_test windows
 JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_test windows

@@ -22,8 +22,8 @@ from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
 from tests.support.expect import equal
 from tests.support.installer_machine import (
-    EVENT_KEY, PRODUCT_KEY, SECTION, SERVICE_KEY, Z7_KEY, Machine, changes, expect_installed,
-    expect_removed, expect_still_learnt, learn)
+    EVENT_KEY, PRODUCT_KEY, SECTION, SERVICE_KEY, VALUES_OF_CHOICES, Z7_KEY, Machine, changes,
+    expect_installed, expect_removed, expect_still_learnt, learn)
 from tests.support.installer_packages import (
     VERSION, Packages, as_a_user, build_package, digest, that_fails)
 from tests.support.programs import wait_until
@@ -33,8 +33,10 @@ INSTALL_ERROR = 1603 & 0xFF  # Wine passes on the lowest byte
 INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 
 # The properties that an administrator may give: those that become default values, and all.
-CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
+CHOICES = tuple(sorted(VALUES_OF_CHOICES))
+WORDS = {"PREDICTOR": ("slots", "rates"), "WAKETIMER": ("driver", "windows")}
 SWITCHES = ("DEBUGLOGGING", "FEATUREENABLED", "USERSMAYREAD")
+LARGEST = {**dict.fromkeys(SWITCHES, 1), "STRENGTH": 4}  # of a choice; of the others 2147483647
 ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
 
 
@@ -48,7 +50,7 @@ def test_the_same_inputs_give_the_same_bytes(packages):
     shutil.copytree(packages.programs, copies, ignore=lambda folder, names: [
         name for name in names if not name.startswith(("dozewell", "Dozewell"))])
     again = build_package(copies, out / "again", VERSION, TZ="Asia/Tokyo", LC_ALL="C")
-    for suffix in (".msi", ".contents.txt"):
+    for suffix in (".msi", ".contents.txt", ".deployment.json"):
         equal(digest(again.path.with_suffix(suffix)),
               digest(packages.this.path.with_suffix(suffix)), suffix)
     with open(copies / "dozewellctl.exe", "ab") as program:
@@ -89,11 +91,28 @@ def test_all_documents_are_there(packages):
     expected = {f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md")}
     expected |= {"docs/LICENSE.txt", "docs/default-settings.ini"}
     expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "JSON", "mingw-w64")}
+    expected |= {"policy/Dozewell.admx", "policy/en-US/Dozewell.adml"}
     expected |= {f"{name}.exe" for name in PROGRAMS}
     equal(set(packages.this.contents()), expected)
     for path in ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe"):
         equal(packages.this.contents()[path], digest(packages.programs / path), path)
     equal(packages.this.table("Shortcut"), [])
+
+
+def test_deploying_tools_are_told_what_the_package_and_the_page_say(packages):
+    page = (ROOT / "docs" / "deploying.md").read_text("utf-8")
+    for package in (packages.this, packages.following):
+        told, properties = package.deployment(), package.properties
+        equal((told["name"], told["publisher"], told["version"], told["productCode"],
+               told["upgradeCode"]),
+              tuple(properties[name] for name in ("ProductName", "Manufacturer", "ProductVersion",
+                                                  "ProductCode", "UpgradeCode")))
+        equal(told["file"], package.path.name)
+    told = packages.this.deployment()
+    for text in (told["install"], told["uninstall"].replace(told["productCode"], "{ProductCode}"),
+                 told["detection"]["command"], told["upgradeCode"],
+                 *map(str, sum(told["exitCodes"].values(), []))):
+        equal(text in page, True, text)
 
 
 def test_the_service_is_described_to_windows(packages):
@@ -176,10 +195,16 @@ def test_choices_reach_an_installation_with_more_rights(packages):
     for choice in ALL_CHOICES:
         equal(conditions[f"Ignore.{choice}"],
               {"INSTALLFOLDER": "Installed", "REMOVEDATA": "Installed AND NOT AdminUser"}.get(
-                  choice, f"Installed AND (NOT AdminUser OR NOT ({choice} >= 0 AND {choice} <= "
-                  f"{1 if choice in SWITCHES else 2147483647}))"), choice)
+                  choice, f"Installed AND (NOT AdminUser OR NOT ({is_valid(choice)}))"), choice)
     for choice in (*CHOICES, "INSTALLFOLDER"):
         equal(conditions[f"Ignore.CHOSEN_{choice}"], "Installed AND NOT AdminUser", choice)
+
+
+def is_valid(choice):
+    """The condition under which a choice is taken."""
+    if choice in WORDS:
+        return " OR ".join(f'{choice} = "{word}"' for word in WORDS[choice])
+    return f"{choice} >= 0 AND {choice} <= {LARGEST.get(choice, 2147483647)}"
 
 
 # Installing
@@ -187,8 +212,9 @@ def test_choices_reach_an_installation_with_more_rights(packages):
 def test_installing_puts_everything_in_place(machine):
     machine.install()
     expect_installed(machine, machine.package)
-    equal({values for values in machine.values(Z7_KEY + r"\Installer").popitem()[1].values()},
-          {("REG_SZ",)}, "choices")
+    remembered = machine.values(Z7_KEY + r"\Installer").popitem()[1]
+    equal(remembered.pop("Version"), ("REG_SZ", VERSION))
+    equal(set(remembered.values()), {("REG_SZ",)}, "choices")
 
 
 def test_an_installed_service_works_on_its_first_start(machine):
@@ -197,6 +223,18 @@ def test_an_installed_service_works_on_its_first_start(machine):
                "the controller is not started")
     equal(machine.value(Z7_KEY + r"\Current", "ServiceStatus"), "0x0")
     equal(machine.ctl("ping")[0], 0)
+
+
+def test_the_chosen_predictor_learns(machine):
+    # The predictor of rates keeps a file of its own, which a stop saves.
+    for chosen, saved in (({}, False), ({"PREDICTOR": "rates"}, True)):
+        machine.clean()
+        machine.install(**chosen)
+        wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+                   "the controller is not started")
+        machine.run("net", "stop", "DozewellService")
+        equal((machine.data / "cpredict.z7").exists(), True, "the first predictor's file")
+        equal((machine.data / "rates.z7").exists(), saved, f"the second one's, with {chosen}")
 
 
 def test_installing_leaves_other_values_alone(machine):
@@ -215,7 +253,7 @@ def test_installing_leaves_other_values_alone(machine):
 
 def test_choices_are_laid_down(machine):
     chosen = {"FEATUREENABLED": 0, "TOTALATTEMPTS": 10, "STRENGTH": 2, "HISTORYLIMIT": 90,
-              "DEBUGLOGGING": 1}
+              "DEBUGLOGGING": 1, "PREDICTOR": "rates", "WAKETIMER": "windows"}
     machine.install(**chosen)
     expect_installed(machine, machine.package, **chosen)
     wait_until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
@@ -226,14 +264,20 @@ def test_choices_are_laid_down(machine):
 def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
+                          ("STRENGTH", "5"), ("STRENGTH", "99"),
                           ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes"),
-                          ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes")):
+                          ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes"),
+                          ("PREDICTOR", "Rates"), ("PREDICTOR", "1"), ("PREDICTOR", "rates,slots"),
+                          ("WAKETIMER", "on"), ("WAKETIMER", "window")):
         equal(machine.msiexec("/i", machine.package, **{choice: value}), INSTALL_ERROR,
               f"{choice}={value}")
     expect_removed(machine)
     equal(machine.values(PRODUCT_KEY), {})
     texts = machine.package.cells("LaunchCondition", "Condition", "Description").values()
-    equal("FEATUREENABLED must be a whole number from 0 to 1." in texts, True)
+    for text in ("FEATUREENABLED must be a whole number from 0 to 1.",
+                 "STRENGTH must be a whole number from 0 to 4.",
+                 "WAKETIMER must be driver or windows."):
+        equal(text in texts, True, text)
 
 
 def test_a_failed_installation_leaves_nothing(machine):
@@ -332,6 +376,46 @@ def test_a_data_folder_of_somebody_else_is_not_used(machine):
     equal((aside / "Z7" / "zs7state.dat").read_bytes(), b"planted")
 
 
+# Deploying, in the words of the file for tools that do that
+
+def command(machine, text):
+    """Exit code and output of a command, where the packages are in the current folder."""
+    for package in (machine.package, machine.next_package):
+        shutil.copy(package.path, machine.drive)
+    try:
+        return machine.run(*text.split())
+    finally:
+        for package in (machine.package, machine.next_package):
+            (machine.drive / package.path.name).unlink()
+
+
+def detected_version(machine, told):
+    """By the rule that a package tells, or None."""
+    code, text = command(machine, told["detection"]["command"])
+    if code != 0:
+        return None
+    name, kind, version = text.split()[-3:]
+    equal((name, kind), (told["detection"]["value"], "REG_SZ"))
+    return version
+
+
+def test_a_tool_installs_detects_upgrades_and_removes_as_it_is_told(machine):
+    this, following = machine.package.deployment(), machine.next_package.deployment()
+    equal(detected_version(machine, this), None)
+    equal(command(machine, this["install"] + " FEATUREENABLED=0 INSTALLFOLDER=C:\\made\\here")[0], 0)
+    equal(detected_version(machine, this), this["detection"]["version"])
+    # The rule of the next version finds that it is still to be installed.
+    equal(detected_version(machine, following) == following["detection"]["version"], False)
+    equal(command(machine, following["install"])[0], 0)
+    equal(detected_version(machine, following), following["detection"]["version"])
+    equal(machine.value(Z7_KEY + r"\Default", "EnableZ7Feature"), "0x0")
+    # An older one is refused, which no exit code calls done.
+    equal(command(machine, this["install"])[0], INSTALL_ERROR)
+    equal(command(machine, following["uninstall"])[0], 0)
+    equal(detected_version(machine, following), None)
+    expect_removed(machine)
+
+
 # Repairing
 
 def test_repairing_brings_back_what_was_damaged(machine):
@@ -347,15 +431,32 @@ def test_repairing_brings_back_what_was_damaged(machine):
     expect_still_learnt(machine)
 
 
+def test_repairing_by_the_options_of_the_pages_brings_programs_back(machine):
+    machine.install(FEATUREENABLED=0)
+    learn(machine)
+    # Wine's msiexec has no /f. Such an option stands for these properties.
+    for mode, damage in (("omus", None), ("emus", b"damaged"), ("a", b"damaged")):
+        program = machine.program_folder / "dozewellctl.exe"
+        program.unlink()
+        if damage:
+            program.write_bytes(damage)
+        machine.repair(REINSTALLMODE=mode)
+        expect_installed(machine, machine.package, FEATUREENABLED=0)
+        equal(machine.value(Z7_KEY + r"\Current" + SECTION, "Strength"), "7", mode)
+
+
 def test_repairing_can_change_a_choice(machine):
-    machine.install(FEATUREENABLED=0, STRENGTH=1)
-    machine.repair(STRENGTH=2)
-    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2)
+    machine.install(FEATUREENABLED=0, STRENGTH=1, WAKETIMER="windows")
+    machine.repair(STRENGTH=2, PREDICTOR="rates")
+    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2, WAKETIMER="windows",
+                     PREDICTOR="rates")
+    machine.repair(WAKETIMER="driver")
+    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2, PREDICTOR="rates")
 
 
 def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
     chosen = {"DEBUGLOGGING": 1, "FEATUREENABLED": 1, "HISTORYLIMIT": 9, "STRENGTH": 4,
-              "TOTALATTEMPTS": 9}
+              "TOTALATTEMPTS": 9, "PREDICTOR": "rates", "WAKETIMER": "windows"}
     package = as_a_user(machine.package)
     machine.install(package, FEATUREENABLED=0)
     learn(machine)
@@ -372,9 +473,10 @@ def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
 
 
 def test_choices_that_are_out_of_range_do_not_keep_a_product_from_being_repaired(machine):
-    machine.install(STRENGTH=1, HISTORYLIMIT=9)
+    machine.install(STRENGTH=1, HISTORYLIMIT=9, PREDICTOR="rates")
     machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "most")
-    machine.repair(HISTORYLIMIT="-1", DEBUGLOGGING="yes", USERSMAYREAD=7)
+    machine.set_value(Z7_KEY + r"\Installer", "PREDICTOR", "REG_SZ", "best")
+    machine.repair(HISTORYLIMIT="-1", DEBUGLOGGING="yes", USERSMAYREAD=7, WAKETIMER="yes")
     expect_installed(machine, machine.package, HISTORYLIMIT=9)
     machine.set_value(Z7_KEY + r"\Installer", "HISTORYLIMIT", "REG_SZ", "all")
     machine.remove(FEATUREENABLED="off")
@@ -384,12 +486,20 @@ def test_choices_that_are_out_of_range_do_not_keep_a_product_from_being_repaired
 # Upgrading
 
 def test_upgrading_keeps_choices_and_what_was_learnt(machine):
-    machine.install(FEATUREENABLED=0, TOTALATTEMPTS=3)
+    machine.install(FEATUREENABLED=0, TOTALATTEMPTS=3, PREDICTOR="rates")
     learn(machine)
     (machine.program_folder / "dozewellctl.exe").write_bytes(b"of before")
     machine.install(machine.next_package, STRENGTH=1)
-    expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1)
+    expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1,
+                     PREDICTOR="rates")
     expect_still_learnt(machine)
+
+
+def test_a_strength_that_an_older_package_has_accepted_does_not_stop_an_upgrade(machine):
+    machine.install(FEATUREENABLED=0)
+    machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "99")
+    machine.install(machine.next_package)
+    expect_installed(machine, machine.next_package, FEATUREENABLED=0)
 
 
 def test_an_older_version_does_not_replace_a_newer_one(machine):

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "common/machine_identity.h"
+
 namespace dozewell::replay {
 
 // What the user gave on the command line, as text. Options that a command requires are there when
@@ -28,6 +30,7 @@ struct Options {
   std::optional<std::string> eventLog;
   std::optional<std::string> zone;
   std::optional<std::string> predictor;
+  std::optional<std::string> machine;
   bool json = false;
   bool timeLine = false;
   bool each = false;
@@ -44,6 +47,8 @@ struct Results {
   std::vector<std::string> warnings;  // printed in any case, a line each
   // Keys that the settings file lacks although they have a default, which a file replaces.
   std::vector<std::string> missingSettings;
+  // Whose data and settings they are; commands add what they learn of that.
+  MachineIdentity identity;
 };
 
 // An option of the command line with a value.

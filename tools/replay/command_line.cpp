@@ -12,6 +12,11 @@ constexpr const char* kExample =
     "  dozewell-replay predict --data office.z7 --at 2024-03-01T18:00:00\n"
     "\n";
 
+// Every command takes it.
+constexpr CommandOption kMachine = {
+    "--machine", "NAME", "The machine's name in what is printed; else that of the settings",
+    &Options::machine};
+
 ValueSyntax SyntaxOf(const CommandOption& option, Options& options, bool required) {
   return {option.name, option.placeholder, option.description, required, &(options.*option.text)};
 }
@@ -25,6 +30,7 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
     syntax.values.push_back(SyntaxOf(*option, options, false));
   for (const auto* flag : command.flags)
     syntax.flags.push_back({flag->name, flag->description, &(options.*flag->given)});
+  syntax.values.push_back(SyntaxOf(kMachine, options, false));
   return syntax;
 }
 
