@@ -43,7 +43,10 @@ std::vector<Sample> AbilitySamples(const MachineKind& machine) {
           sample("hibernation_file", capability(&PowerCapabilities::HasHibernationFile)),
           sample("modern_standby", capability(&PowerCapabilities::HasModernStandby)),
           sample("fast_startup", StartsFast(machine)),
-          sample("driver", machine.hasDriver)};
+          sample("driver", machine.hasDriver),
+          sample("windows_timer", machine.hasDriver ? std::optional<bool>(machine.windowsTimer ==
+                                                                          WindowsTimer::Wakes)
+                                                    : std::nullopt)};
 }
 
 // "hibernate_after_seconds".

@@ -9,6 +9,7 @@
 #include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 
 namespace dozewell::ctl {
@@ -21,6 +22,7 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::kServerUnavailable;
+using fakes::power;
 using fakes::settings;
 using fakes::Works;
 
@@ -57,6 +59,7 @@ constexpr const char* kRunning =
     "dozewell_machine_ability{ability=\"modern_standby\"} 0\n"
     "dozewell_machine_ability{ability=\"fast_startup\"} 0\n"
     "dozewell_machine_ability{ability=\"driver\"} 1\n"
+    "dozewell_machine_ability{ability=\"windows_timer\"} 0\n"
     "dozewell_wake_timers_forbidden 0\n"
     "dozewell_hibernate_after_under_policy 0\n"
     "dozewell_wake_timers_enabled 1\n"
@@ -101,7 +104,7 @@ TEST_CASE("metrics of a service that does not answer are those that are known wi
   ClientMachine::Provision();
   client.unreachable = kServerUnavailable;
   client.service = {1060, 0};
-  checked.capabilities = std::nullopt;
+  power.capabilities = std::nullopt;
   settings.current.values = {{L"DisablePrediction", fakes::Number32(1)}};
   const ClientRun run = Ctl(machine, {"status", "--metrics"});
   CHECK(run.exitCode == 3);

@@ -95,6 +95,11 @@ TimesAsleep BestTimes(const Turns& turns, bool canWake) {
 
 }  // namespace
 
+RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
+  constexpr int64_t kFewestSleeps = 3;
+  return {weight, learnt.MeanIdleSeconds(), learnt.sleeps < kFewestSleeps, canWake};
+}
+
 RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
   if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
   if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};
