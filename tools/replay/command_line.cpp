@@ -25,6 +25,10 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
     syntax.values.push_back(SyntaxOf(*option, options, false));
   for (const auto* flag : command.flags)
     syntax.flags.push_back({flag->name, flag->description, &(options.*flag->given)});
+  if (command.list != nullptr) {
+    const auto& [placeholder, description, texts] = *command.list;
+    syntax.list = {placeholder, description, &(options.*texts)};
+  }
   return syntax;
 }
 

@@ -10,31 +10,19 @@
 #include "common/simulated_parameters.h"
 #include "common/text.h"
 #include "optimizer/simulator/simulator.h"
+#include "report/document.h"
 #include "report/figure_text.h"
 #include "report/gain_section.h"
 #include "report/now_section.h"
 #include "report/outlook_section.h"
 #include "report/past_section.h"
 #include "report/section.h"
-#include "report/style.h"
 #include "report/week_section.h"
 #include "report/winners_section.h"
 #include "settings/setting_names.h"
 
 namespace dozewell::report {
 namespace {
-
-constexpr const char* kHead =
-    "<!DOCTYPE html>\n"
-    "<html lang=\"en\">\n"
-    "<head>\n"
-    "<meta charset=\"utf-8\">\n"
-    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-    "<meta name=\"color-scheme\" content=\"light dark\">\n"
-    // Even if a text smuggled something in, nothing is loaded and nothing runs.
-    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-    "'unsafe-inline'; img-src data:\">\n"
-    "<link rel=\"icon\" href=\"data:,\">\n";
 
 std::vector<float> Probabilities(ITracker& tracker) {
   std::vector<float> probabilities(static_cast<size_t>(tracker.GetData()->slotCount));
@@ -94,9 +82,7 @@ std::string MakeReport(const ReportInput& input) {
       NowSection(Explain(input.tracker, input.now)) +
       WeekSection(ShapeOf(*input.tracker.GetData()), Probabilities(input.tracker)) +
       OutlookSection(input.tracker, input.now) + ReplaySections(input);
-  return kHead + HtmlElement("title", HtmlText(title)) + "\n" +
-         HtmlElement("style", std::string("\n") + kStyle) + "\n</head>\n<body>\n" + Header(input) +
-         HtmlElement("main", "\n" + sections) + "\n</body>\n</html>\n";
+  return Document(title, Header(input) + HtmlElement("main", "\n" + sections));
 }
 
 }  // namespace dozewell::report
