@@ -1,7 +1,8 @@
 """What the installer package holds beyond what wixl can write: rows of its tables."""
 
 import msi_columns
-from default_values import default_values
+from default_values import KEY, SECTION, DefaultValue, default_values
+from msi_choices import Number, Word
 
 SERVICE, TOOLS = "Service", "Tools"  # components
 PROGRAMS = ("DozewellService.exe", "dozewellctl.exe", "dozewell_replay.exe")  # files
@@ -13,14 +14,16 @@ _MACHINE = "2"  # HKEY_LOCAL_MACHINE
 _EVENT_SOURCE = r"SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
 _CHOICES = r"SOFTWARE\Corisk\Z7\Installer"
 
-# Properties that an administrator may give, the default value that each replaces, and the largest
-# number.
+# Properties that an administrator may give, the default value that each replaces, and what it may
+# be.
 CHOICES = {
-    "FEATUREENABLED": ("EnableZ7Feature", 1),
-    "TOTALATTEMPTS": ("TotalAttempts", 2147483647),
-    "STRENGTH": ("Strength", 2147483647),
-    "HISTORYLIMIT": ("HistoryLimit", 2147483647),
-    "DEBUGLOGGING": ("DebugLogging", 1),
+    "FEATUREENABLED": ("EnableZ7Feature", Number(1)),
+    "TOTALATTEMPTS": ("TotalAttempts", Number()),
+    "STRENGTH": ("Strength", Number()),
+    "HISTORYLIMIT": ("HistoryLimit", Number()),
+    "DEBUGLOGGING": ("DebugLogging", Number(1)),
+    "PREDICTOR": ("Predictor", Word("slots", "rates")),
+    "WAKETIMER": ("WakeTimer", Word("driver", "windows")),
 }
 
 # Choices that become rights, a folder or actions and no default value. USERSMAYREAD is not
@@ -29,8 +32,8 @@ _FOLDER = "INSTALLFOLDER"
 _USERS_MAY_READ = "USERSMAYREAD"
 _OTHER_CHOICES = (_FOLDER, "REMOVEDATA", _USERS_MAY_READ)
 _REMEMBERED = sorted((*CHOICES, _FOLDER))
-_LARGEST = {**{choice: largest for choice, (_, largest) in sorted(CHOICES.items())},
-            _USERS_MAY_READ: 1}
+_MAY_BE = {**{choice: may_be for choice, (_, may_be) in sorted(CHOICES.items())},
+           _USERS_MAY_READ: Number(1)}
 
 # Kinds of custom actions.
 _SET_PROPERTY = 51
@@ -94,7 +97,7 @@ NEW_TABLES = {
 def added_rows():
     """Rows by table; each row in the order of the table's columns."""
     replaced = {name: choice for choice, (name, _) in CHOICES.items()}
-    values = default_values()
+    values = [*default_values(), *_options()]
     missing = replaced.keys() - {value.name for value in values}
     if missing:
         raise ValueError(f"the default settings lack {', '.join(sorted(missing))}")
@@ -122,9 +125,9 @@ def added_rows():
         # 18: a text in the 64-bit registry.
         "RegLocator": [(f"Chosen.{choice}", _MACHINE, _CHOICES, choice, "18")
                        for choice in _REMEMBERED],
-        "LaunchCondition": [(f"Installed OR NOT {choice} OR ({_is_valid(choice, largest)})",
-                             f"{choice} must be a whole number from 0 to {largest}.")
-                            for choice, largest in _LARGEST.items()],
+        "LaunchCondition": [(f"Installed OR NOT {choice} OR ({may_be.condition(choice)})",
+                             f"{choice} must be {may_be.rule()}.")
+                            for choice, may_be in _MAY_BE.items()],
         "CustomAction": [
             *((f"Ignore.{name}", str(_SET_PROPERTY), name, "{}", "")
               for name in (*all_choices, *map(_chosen, _REMEMBERED))),
@@ -193,6 +196,13 @@ def _default_value_row(value, replaced):
             "#" + text if value.is_number else text, SERVICE)
 
 
+def _options():
+    """Values that a choice lays down although the default settings do not have them, since the
+    service works the same without them: each with its first word, until another is chosen."""
+    return [DefaultValue(rf"{KEY}\Predictors\{SECTION}", name, may_be.words[0], False)
+            for name, may_be in CHOICES.values() if isinstance(may_be, Word)]
+
+
 def _chosen(choice):
     """The property with what an earlier installation remembers."""
     return f"CHOSEN_{choice}"
@@ -203,19 +213,16 @@ def _taken(choice):
     return "ProgramFolder" if choice == _FOLDER else f"Default.{CHOICES[choice][0]}"
 
 
-def _is_valid(name, largest):
-    return f"{name} >= 0 AND {name} <= {largest}"
-
-
 def _is_ignored(name):
     """What an installed product does not take, since its launch conditions let everything pass."""
     if name == _FOLDER:
         return "Installed"
-    if name in _LARGEST:
-        return f"Installed AND (NOT AdminUser OR NOT ({_is_valid(name, _LARGEST[name])}))"
+    if name in _MAY_BE:
+        return f"Installed AND (NOT AdminUser OR NOT ({_MAY_BE[name].condition(name)}))"
     return _STARTED_BY_USER
 
 
 def _is_remembered(choice):
-    valid = f" AND {_is_valid(_chosen(choice), _LARGEST[choice])}" if choice in _LARGEST else ""
-    return f"NOT {choice} AND {_chosen(choice)}{valid}"
+    chosen = _chosen(choice)
+    valid = f" AND ({_MAY_BE[choice].condition(chosen)})" if choice in _MAY_BE else ""
+    return f"NOT {choice} AND {chosen}{valid}"

@@ -22,8 +22,8 @@ from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
 from tests.support.expect import equal
 from tests.support.installer_machine import (
-    EVENT_KEY, PRODUCT_KEY, SECTION, SERVICE_KEY, Z7_KEY, Machine, changes, expect_installed,
-    expect_removed, expect_still_learnt, learn)
+    EVENT_KEY, PRODUCT_KEY, SECTION, SERVICE_KEY, VALUES_OF_CHOICES, Z7_KEY, Machine, changes,
+    expect_installed, expect_removed, expect_still_learnt, learn)
 from tests.support.installer_packages import (
     VERSION, Packages, as_a_user, build_package, digest, that_fails)
 from tests.support.programs import wait_until
@@ -33,7 +33,8 @@ INSTALL_ERROR = 1603 & 0xFF  # Wine passes on the lowest byte
 INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 
 # The properties that an administrator may give: those that become default values, and all.
-CHOICES = ("DEBUGLOGGING", "FEATUREENABLED", "HISTORYLIMIT", "STRENGTH", "TOTALATTEMPTS")
+CHOICES = tuple(sorted(VALUES_OF_CHOICES))
+WORDS = {"PREDICTOR": ("slots", "rates"), "WAKETIMER": ("driver", "windows")}
 SWITCHES = ("DEBUGLOGGING", "FEATUREENABLED", "USERSMAYREAD")
 ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
 
@@ -176,10 +177,16 @@ def test_choices_reach_an_installation_with_more_rights(packages):
     for choice in ALL_CHOICES:
         equal(conditions[f"Ignore.{choice}"],
               {"INSTALLFOLDER": "Installed", "REMOVEDATA": "Installed AND NOT AdminUser"}.get(
-                  choice, f"Installed AND (NOT AdminUser OR NOT ({choice} >= 0 AND {choice} <= "
-                  f"{1 if choice in SWITCHES else 2147483647}))"), choice)
+                  choice, f"Installed AND (NOT AdminUser OR NOT ({is_valid(choice)}))"), choice)
     for choice in (*CHOICES, "INSTALLFOLDER"):
         equal(conditions[f"Ignore.CHOSEN_{choice}"], "Installed AND NOT AdminUser", choice)
+
+
+def is_valid(choice):
+    """The condition under which a choice is taken."""
+    if choice in WORDS:
+        return " OR ".join(f'{choice} = "{word}"' for word in WORDS[choice])
+    return f"{choice} >= 0 AND {choice} <= {1 if choice in SWITCHES else 2147483647}"
 
 
 # Installing
@@ -199,6 +206,18 @@ def test_an_installed_service_works_on_its_first_start(machine):
     equal(machine.ctl("ping")[0], 0)
 
 
+def test_the_chosen_predictor_learns(machine):
+    # The predictor of rates keeps a file of its own, which a stop saves.
+    for chosen, saved in (({}, False), ({"PREDICTOR": "rates"}, True)):
+        machine.clean()
+        machine.install(**chosen)
+        wait_until(lambda: machine.value(Z7_KEY + r"\Current", "ServiceFeedback") == "0x1",
+                   "the controller is not started")
+        machine.run("net", "stop", "DozewellService")
+        equal((machine.data / "cpredict.z7").exists(), True, "the first predictor's file")
+        equal((machine.data / "rates.z7").exists(), saved, f"the second one's, with {chosen}")
+
+
 def test_installing_leaves_other_values_alone(machine):
     branding = {Z7_KEY + r"\Branding": {"HistoryLimit": ("REG_DWORD", "0x1e")}}
     machine.set_value(Z7_KEY + r"\Branding", "HistoryLimit", "REG_DWORD", 30)
@@ -215,7 +234,7 @@ def test_installing_leaves_other_values_alone(machine):
 
 def test_choices_are_laid_down(machine):
     chosen = {"FEATUREENABLED": 0, "TOTALATTEMPTS": 10, "STRENGTH": 2, "HISTORYLIMIT": 90,
-              "DEBUGLOGGING": 1}
+              "DEBUGLOGGING": 1, "PREDICTOR": "rates", "WAKETIMER": "windows"}
     machine.install(**chosen)
     expect_installed(machine, machine.package, **chosen)
     wait_until(lambda: machine.value(Z7_KEY + r"\Current", "CurrentAttempt") == "0x1",
@@ -227,13 +246,16 @@ def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
                           ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes"),
-                          ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes")):
+                          ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes"),
+                          ("PREDICTOR", "Rates"), ("PREDICTOR", "1"), ("PREDICTOR", "rates,slots"),
+                          ("WAKETIMER", "on"), ("WAKETIMER", "window")):
         equal(machine.msiexec("/i", machine.package, **{choice: value}), INSTALL_ERROR,
               f"{choice}={value}")
     expect_removed(machine)
     equal(machine.values(PRODUCT_KEY), {})
     texts = machine.package.cells("LaunchCondition", "Condition", "Description").values()
     equal("FEATUREENABLED must be a whole number from 0 to 1." in texts, True)
+    equal("WAKETIMER must be driver or windows." in texts, True)
 
 
 def test_a_failed_installation_leaves_nothing(machine):
@@ -348,14 +370,17 @@ def test_repairing_brings_back_what_was_damaged(machine):
 
 
 def test_repairing_can_change_a_choice(machine):
-    machine.install(FEATUREENABLED=0, STRENGTH=1)
-    machine.repair(STRENGTH=2)
-    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2)
+    machine.install(FEATUREENABLED=0, STRENGTH=1, WAKETIMER="windows")
+    machine.repair(STRENGTH=2, PREDICTOR="rates")
+    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2, WAKETIMER="windows",
+                     PREDICTOR="rates")
+    machine.repair(WAKETIMER="driver")
+    expect_installed(machine, machine.package, FEATUREENABLED=0, STRENGTH=2, PREDICTOR="rates")
 
 
 def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
     chosen = {"DEBUGLOGGING": 1, "FEATUREENABLED": 1, "HISTORYLIMIT": 9, "STRENGTH": 4,
-              "TOTALATTEMPTS": 9}
+              "TOTALATTEMPTS": 9, "PREDICTOR": "rates", "WAKETIMER": "windows"}
     package = as_a_user(machine.package)
     machine.install(package, FEATUREENABLED=0)
     learn(machine)
@@ -372,9 +397,10 @@ def test_choices_of_a_user_who_starts_a_repair_are_ignored(machine):
 
 
 def test_choices_that_are_out_of_range_do_not_keep_a_product_from_being_repaired(machine):
-    machine.install(STRENGTH=1, HISTORYLIMIT=9)
+    machine.install(STRENGTH=1, HISTORYLIMIT=9, PREDICTOR="rates")
     machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "most")
-    machine.repair(HISTORYLIMIT="-1", DEBUGLOGGING="yes", USERSMAYREAD=7)
+    machine.set_value(Z7_KEY + r"\Installer", "PREDICTOR", "REG_SZ", "best")
+    machine.repair(HISTORYLIMIT="-1", DEBUGLOGGING="yes", USERSMAYREAD=7, WAKETIMER="yes")
     expect_installed(machine, machine.package, HISTORYLIMIT=9)
     machine.set_value(Z7_KEY + r"\Installer", "HISTORYLIMIT", "REG_SZ", "all")
     machine.remove(FEATUREENABLED="off")
@@ -384,11 +410,12 @@ def test_choices_that_are_out_of_range_do_not_keep_a_product_from_being_repaired
 # Upgrading
 
 def test_upgrading_keeps_choices_and_what_was_learnt(machine):
-    machine.install(FEATUREENABLED=0, TOTALATTEMPTS=3)
+    machine.install(FEATUREENABLED=0, TOTALATTEMPTS=3, PREDICTOR="rates")
     learn(machine)
     (machine.program_folder / "dozewellctl.exe").write_bytes(b"of before")
     machine.install(machine.next_package, STRENGTH=1)
-    expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1)
+    expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1,
+                     PREDICTOR="rates")
     expect_still_learnt(machine)
 
 

@@ -10,7 +10,7 @@ import sys
 
 from tests.replay_cli_test import COMMANDS, NOTHING_KNOWN, SLOTS, header
 from tests.support.cli import ROOT, SETTINGS, main
-from tests.support.expect import equal
+from tests.support.expect import contains, equal
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = str(ROOT / "tests" / "event_logs" / "week.xml")
@@ -59,6 +59,50 @@ def test_each_command_prints_what_the_manual_says(tool):
     equal(sorted(lines), sorted(COMMANDS))
     for command, options in lines.items():
         expect_documented(printed(tool, command, *options), examples[command], command)
+
+
+def identity(tool, *arguments):
+    document = printed(tool, *arguments)
+    return (document[0] if isinstance(document, list) else document)["identity"]
+
+
+def test_each_answer_says_which_machine_it_is_about(tool):
+    make_history(tool)
+    tool.write("s.ini", SETTINGS + "[Machine]\nName=OFFICE-7\nZone=W. Europe Standard Time\n")
+    data = ("--data", "office.z7", "--settings", "s.ini")
+    learnt = identity(tool, "learn", "--history", "office.csv", *data)
+    equal((learnt["name"], learnt["zone"]), ("OFFICE-7", "W. Europe Standard Time"))
+    for command in ("suspend", "explain", "predict", "week"):
+        equal(identity(tool, command, *data), learnt, command)
+    for command in ("compare", "simulate", "search"):
+        equal(identity(tool, command, "--history", "office.csv", "--settings", "s.ini"), learnt)
+    equal(identity(tool, "suspend", *data, "--machine", "ü")["name"], "ü")
+    # A mark tells settings apart, and only them.
+    tool.write("same.ini", "# Others' comments\n" + SETTINGS.replace("=70", "= 70 "))
+    equal(identity(tool, "suspend", "--data", "office.z7", "--settings", "same.ini"),
+          {**learnt, "name": None, "zone": None})
+    tool.write("other.ini", SETTINGS.replace("StrengthHigh=70", "StrengthHigh=71"))
+    other = identity(tool, "suspend", "--data", "office.z7", "--settings", "other.ini")
+    equal(other["settings"] != learnt["settings"], True)
+
+
+def test_csv_and_pages_say_which_machine_they_are_about(tool):
+    make_history(tool)
+    tool.works("import", "--history", "office.csv", "--out", "o.dat")
+    tool.works("export", "--history", "o.dat", "--out", "e.csv", "--machine", "OFFICE-7")
+    comment = tool.read("e.csv").decode().splitlines()[0]
+    equal(comment[:2], "# ")
+    told = strict_json(comment[2:] + "\n")
+    equal((told["name"], told["settings"], told["zone"]), ("OFFICE-7", None, None))
+    # What reads CSV reads past it.
+    equal(identity(tool, "baseline", "--history", "e.csv")["time"], told["time"])
+    found = tool.works("search", "--history", "e.csv", "--each", "--machine", "OFFICE-7")
+    equal(strict_json(found.splitlines()[0][2:] + "\n")["name"], "OFFICE-7")
+    tool.works("learn", "--history", "e.csv", "--data", "o.z7")
+    tool.works("report", "--history", "e.csv", "--data", "o.z7", "--out", "r.html", "--machine",
+               "<OFFICE-7>")
+    contains(tool.read("r.html").decode(), "&lt;OFFICE-7&gt;; data to " +
+             told["time"].replace("T", " ") + "; settings ")
 
 
 def test_lists_are_there_only_when_they_are_asked_for(tool):

@@ -537,9 +537,9 @@ def read_records(content):
 
 
 def read_csv(text):
-    """Records of a CSV history with a header line and whole seconds."""
-    lines = text.split("\n")[1:]
-    pairs = [line.strip().split(",") for line in lines if line.strip()]
+    """Records of a CSV history with a header line and whole seconds. Comments begin with #."""
+    lines = [line.strip() for line in text.split("\n")]
+    pairs = [line.split(",") for line in lines if line and not line.startswith("#")][1:]
     return [(float(time), int(asleep)) for time, asleep in pairs]
 
 

@@ -499,7 +499,9 @@ class History(unittest.TestCase):
         self.assertEqual((refused, slots(t), t.block.last_time), ([], {}, at(10)))
 
     def test_csv_rows_are_records(self):
-        self.assertEqual(model.read_csv("epoch_wallclock_seconds,asleep\r\n7,1\r\n"), [(7.0, 1)])
+        text = "epoch_wallclock_seconds,asleep\r\n7,1\r\n"
+        self.assertEqual(model.read_csv(text), [(7.0, 1)])
+        self.assertEqual(model.read_csv("# {}\n" + text), [(7.0, 1)])
 
 
 class Merging(unittest.TestCase):

@@ -3,6 +3,7 @@ folder of its own for each case, and the example that most of them start from.""
 
 import functools
 import os
+import re
 import shlex
 import shutil
 import struct
@@ -46,6 +47,8 @@ epoch_wallclock_seconds,asleep
 115200,0
 129600,1
 """
+# The last key of a document, or of each object in a list.
+IDENTITY = re.compile(r',"identity":\{[^{}]*\}(?=[}\]])')
 
 
 class Tool:
@@ -69,12 +72,14 @@ class Tool:
         return programs.run([*self.command, *arguments], cwd=self.folder, **options)
 
     def works(self, *arguments, warnings=()):
-        """Runs without an error and returns what was printed."""
+        """Runs without an error and returns what was printed, with --json without the machine's
+        identity."""
         done = self.run(*arguments)
         expected = "".join("dozewell-replay: warning: %s\n" % warning for warning in warnings)
         equal(done.stderr.decode(), expected)
         equal(done.returncode, 0)
-        return done.stdout.decode()
+        out = done.stdout.decode()
+        return IDENTITY.sub("", out) if "--json" in arguments else out
 
     def fails(self, error, *arguments, warnings=(), **options):
         """Fails with an error, and prints nothing but one line for it and the warnings."""
@@ -90,6 +95,12 @@ class Tool:
 
     def read(self, name):
         return (self.folder / name).read_bytes()
+
+    def csv(self, name):
+        """The content of a CSV history without its first line, which says whose it is."""
+        comment, rest = self.read(name).split(b"\n", 1)
+        equal(comment[:10], b'# {"name":', name)
+        return rest
 
     def files(self):
         return {str(path.relative_to(self.folder)): path.read_bytes()

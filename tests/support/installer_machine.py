@@ -20,19 +20,27 @@ SERVICE_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\DozewellService"
 EVENT_KEY = r"HKLM\SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
 ENVIRONMENT_KEY = r"HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment"
 UNINSTALL_KEY = r"HKLM\SOFTWARE\Microsoft\Windows\CurrentVersion\Uninstall"
+# What the package lays down beyond its default settings, and the value that each choice becomes.
+OPTIONS = {"Predictor": "slots", "WakeTimer": "driver"}
+VALUES_OF_CHOICES = {"FEATUREENABLED": "EnableZ7Feature", "TOTALATTEMPTS": "TotalAttempts",
+                     "STRENGTH": "Strength", "HISTORYLIMIT": "HistoryLimit",
+                     "DEBUGLOGGING": "DebugLogging", "PREDICTOR": "Predictor",
+                     "WAKETIMER": "WakeTimer"}
 PROGRAM_FOLDER = "C:\\Program Files\\Brevan\\Dozewell\\"
 
 
 def default_values():
-    """The values of default-settings.ini as the registry must show them: by key, then by name."""
+    """The values of default-settings.ini and the options as the registry must show them: by key, then
+    by name."""
     ini = configparser.ConfigParser(interpolation=None)
     ini.optionxform = str
     ini.read(ROOT / "packaging" / "default-settings.ini", "utf-8")
     numbers = {**ini["Settings"], **ini["Start"]}
+    texts = {**ini[SECTION[12:]], **OPTIONS}
     return {Z7_KEY + r"\Default": {name: ("REG_DWORD", hex(int(value)))
                                    for name, value in numbers.items()},
             Z7_KEY + r"\Default" + SECTION: {name: ("REG_SZ", value)
-                                             for name, value in ini[SECTION[12:]].items()}}
+                                             for name, value in texts.items()}}
 
 
 class Machine:
@@ -153,9 +161,7 @@ def expect_installed(machine, package, **chosen):
     expected = default_values()
     section = expected[Z7_KEY + r"\Default" + SECTION]
     for choice, value in chosen.items():
-        name = {"FEATUREENABLED": "EnableZ7Feature", "TOTALATTEMPTS": "TotalAttempts",
-                "STRENGTH": "Strength", "HISTORYLIMIT": "HistoryLimit",
-                "DEBUGLOGGING": "DebugLogging"}[choice]
+        name = VALUES_OF_CHOICES[choice]
         if name in section:
             section[name] = ("REG_SZ", str(value))
         else:

@@ -51,19 +51,43 @@ def documented_examples(program):
     return examples
 
 
+def without_identity(document):
+    """A document without the machine's identity, which is last in it, or in each of its objects."""
+    if isinstance(document, list):
+        return [without_identity(item) for item in document]
+    if not isinstance(document, dict):
+        return document
+    equal(list(document)[-1], "identity", "the last key")
+    return {key: value for key, value in document.items() if key != "identity"}
+
+
+def _identities(document):
+    if isinstance(document, dict):
+        return [document["identity"]]
+    return [item["identity"] for item in document if isinstance(item, dict)]
+
+
 def expect_documented(got, example, where="the document"):
-    """Expects that a document has the keys of an example, in its order, and values of its kinds.
-    Anything may be null."""
+    """Expects that a document has the keys of an example, in its order, and values of its kinds,
+    and the machine's identity behind them. Anything but the program's version may be null."""
+    _expect_kinds(without_identity(got), example, where)
+    documented = documented_examples("The machine")["identity"]["identity"]
+    for identity in _identities(got):
+        _expect_kinds(identity, documented, f"the identity in {where}")
+        equal(isinstance(identity["version"], str), True, f"a version in {where}")
+
+
+def _expect_kinds(got, example, where):
     if got is None or example is None:
         return
     if isinstance(example, dict):
         equal(list(got), list(example), f"keys of {where}")
         for key, value in example.items():
-            expect_documented(got[key], value, f"{where}, {key}")
+            _expect_kinds(got[key], value, f"{where}, {key}")
     elif isinstance(example, list):
         equal(isinstance(got, list), True, f"{where} is a list")
         for item in got if example else []:
-            expect_documented(item, example[0], f"an item of {where}")
+            _expect_kinds(item, example[0], f"an item of {where}")
     else:
         kinds = (int, float) if type(example) in (int, float) else (type(example),)
         equal(type(got) in kinds, True, f"kind of {where}, {got!r}")

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/tool_error.h"
+#include "common/version.h"
 
 namespace dozewell {
 namespace {
@@ -102,7 +103,7 @@ CLI::App& AddByName(CLI::App& program, const ProgramSyntax& syntax, const Comman
 
 void SetUp(CLI::App& program, const ProgramSyntax& syntax) {
   program.set_help_flag("-h,--help", "Explain the options");
-  program.set_version_flag("--version", std::string(syntax.name) + " " + DOZEWELL_VERSION,
+  program.set_version_flag("--version", std::string(syntax.name) + " " + kVersion,
                            "Print the version");
   program.allow_windows_style_options(false);
   program.require_subcommand(0, 1);

@@ -55,7 +55,8 @@ std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string&
   bool first = true;
   for (std::string_view line : SplitLines(text)) {
     ++lineNumber;
-    if (TrimBlanks(line).empty()) continue;
+    const std::string_view content = TrimBlanks(line);
+    if (content.empty() || content.front() == '#') continue;
     const auto columns = SplitColumns(line);
     const bool namesColumns = first && columns && EqualIgnoringCase(columns->asleep, kAsleepColumn);
     first = false;
@@ -66,8 +67,9 @@ std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string&
   return records;
 }
 
-std::string FormatHistoryCsv(std::span<const HistoryRecord> records) {
-  std::string text;
+std::string FormatHistoryCsv(std::span<const HistoryRecord> records,
+                             const MachineIdentity& identity) {
+  std::string text = IdentityComment(identity);
   text.append(kTimeColumn).append(",").append(kAsleepColumn).append("\n");
   for (const HistoryRecord& record : records) {
     text += DoubleText(record.time) + "," + std::to_string(record.asleep) + "\n";

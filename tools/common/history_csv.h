@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/machine_identity.h"
 #include "prediction/history_file.h"
 
 namespace dozewell {
@@ -17,13 +18,15 @@ struct CsvRecord {
 };
 
 // The records of a CSV history, in the order of its lines. Its columns are a time, in wall-clock
-// seconds or as an ISO local time, and whether the machine went to sleep. Blank lines are skipped,
-// as is a first line that names the columns. Throws ToolError, with `name` and the number of the
-// line, for any other line.
+// seconds or as an ISO local time, and whether the machine went to sleep. Blank lines and those
+// that begin with # are skipped, as is a first line that names the columns. Throws ToolError, with
+// `name` and the number of the line, for any other line.
 std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string& name);
 
-// A CSV history with a line that names the columns, and without the records' reserved bytes.
-std::string FormatHistoryCsv(std::span<const HistoryRecord> records);
+// A CSV history with a comment that says which machine's it is, with a line that names the columns,
+// and without the records' reserved bytes.
+std::string FormatHistoryCsv(std::span<const HistoryRecord> records,
+                             const MachineIdentity& identity);
 
 }  // namespace dozewell
 

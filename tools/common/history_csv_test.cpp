@@ -97,9 +97,17 @@ TEST_CASE("a bad CSV line is refused with its number") {
 
 TEST_CASE("a history is written as CSV without its reserved bytes") {
   const HistoryRecord records[] = {{1337027146, 0, 7}, {1337027146.5, 4294967295U, 0}};
-  CHECK(FormatHistoryCsv(records) ==
-        "epoch_wallclock_seconds,asleep\n1337027146,0\n1337027146.5,4294967295\n");
-  CHECK(FormatHistoryCsv({}) == "epoch_wallclock_seconds,asleep\n");
+  const MachineIdentity identity = {.name = "OFFICE-7", .version = "1"};
+  const std::string head =
+      "# {\"name\":\"OFFICE-7\",\"version\":\"1\",\"settings\":null,\"zone\":null,\"time\":null}\n"
+      "epoch_wallclock_seconds,asleep\n";
+  CHECK(FormatHistoryCsv(records, identity) == head + "1337027146,0\n1337027146.5,4294967295\n");
+  CHECK(FormatHistoryCsv({}, identity) == head);
+}
+
+TEST_CASE("comments in CSV are skipped and counted as lines") {
+  CHECK(Parse("# one\ntime,asleep\n  # two\n10,1\n")[0].line == 4);
+  CHECK(ParseError("#\n10;1") == "h.csv: line 2: not two columns with a comma between them");
 }
 
 TEST_CASE("every time comes back from CSV as the double it was") {
@@ -107,7 +115,7 @@ TEST_CASE("every time comes back from CSV as the double it was") {
                       -9223372036854775808.0, 9007199254740993.0}) {
     CAPTURE(time);
     const HistoryRecord record = {time, 1, 0};
-    const auto records = Parse(FormatHistoryCsv({&record, 1}));
+    const auto records = Parse(FormatHistoryCsv({&record, 1}, {}));
     REQUIRE(records.size() == 1);
     CHECK(std::bit_cast<uint64_t>(records[0].record.time) == std::bit_cast<uint64_t>(time));
   }

@@ -115,16 +115,19 @@ History DatHistory(const std::string& name, std::vector<unsigned char> content,
   return Examined(FromDat(name, std::move(content)), warnings);
 }
 
-void SaveHistory(const std::string& name, std::span<const HistoryRecord> records) {
+void SaveHistory(const std::string& name, std::span<const HistoryRecord> records,
+                 const MachineIdentity& identity) {
   if (IsCsvName(name)) {
-    SaveCsvHistory(name, records);
+    SaveCsvHistory(name, records, identity);
   } else {
     SaveDatHistory(name, records);
   }
 }
 
-void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records) {
-  const std::string text = FormatHistoryCsv(records);
+void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records,
+                    MachineIdentity identity) {
+  identity.time = TimeOfLast(records);
+  const std::string text = FormatHistoryCsv(records, identity);
   OutputFile(name).Write(text.data(), text.size());
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "common/machine_identity.h"
 #include "prediction/history_file.h"
 
 namespace dozewell {
@@ -40,8 +41,11 @@ History LoadDatHistory(const std::string& name, std::vector<std::string>& warnin
 History DatHistory(const std::string& name, std::vector<unsigned char> content,
                    std::vector<std::string>& warnings);
 
-void SaveHistory(const std::string& name, std::span<const HistoryRecord> records);
-void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records);
+// Only CSV says which machine's history it is, with the last record's time.
+void SaveHistory(const std::string& name, std::span<const HistoryRecord> records,
+                 const MachineIdentity& identity);
+void SaveCsvHistory(const std::string& name, std::span<const HistoryRecord> records,
+                    MachineIdentity identity);
 void SaveDatHistory(const std::string& name, std::span<const HistoryRecord> records);
 
 }  // namespace dozewell

@@ -75,14 +75,15 @@ TEST_CASE("a history is written by its name") {
   const TempFolder folder;
   const std::string csv = FileName(folder, L"h.csv");
   const std::string dat = FileName(folder, L"h.dat");
-  SaveHistory(csv, kRecords);
-  SaveHistory(dat, kRecords);
-  CHECK(Content(csv) == kCsv);
+  SaveHistory(csv, kRecords, {});
+  SaveHistory(dat, kRecords, {});
+  const std::string written = IdentityComment({.time = TimeOfLast(kRecords)}) + std::string(kCsv);
+  CHECK(Content(csv) == written);
   const std::string_view bytes(reinterpret_cast<const char*>(kRecords), sizeof(kRecords));
   CHECK(Content(dat) == bytes);
-  SaveCsvHistory(dat, kRecords);
+  SaveCsvHistory(dat, kRecords, {});
   SaveDatHistory(csv, kRecords);
-  CHECK(Content(dat) == kCsv);
+  CHECK(Content(dat) == written);
   CHECK(Content(csv) == bytes);
 }
 

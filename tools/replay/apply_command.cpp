@@ -55,7 +55,7 @@ std::string Text(const std::string& strength, const BestSetApplication& applicat
 
 void RunApply(const Options& options, Results& results) {
   const BestSetApplication application = ReadBestSet(ChosenText(options.best.value()));
-  results.output = options.json ? JsonLine(ApplicationJson(application))
+  results.output = options.json ? IdentifiedLine(ApplicationJson(application), results.identity)
                                 : Text(options.strength.value(), application);
 }
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "common/machine_identity.h"
+
 namespace dozewell::replay {
 
 // What the user gave on the command line, as text. Options that a command requires are there when
@@ -36,6 +38,7 @@ struct Options {
   std::optional<std::string> wattsHibernated;
   std::optional<std::string> price;
   std::optional<std::string> threads;
+  std::optional<std::string> machine;
   std::vector<std::string> folders;
   bool json = false;
   bool timeLine = false;
@@ -55,6 +58,8 @@ struct Results {
   std::vector<std::string> warnings;  // printed in any case, a line each
   // Keys that the settings file lacks although they have a default, which a file replaces.
   std::vector<std::string> missingSettings;
+  // Whose data and settings they are; commands add what they learn of that.
+  MachineIdentity identity;
 };
 
 // An option of the command line with a value.

@@ -12,6 +12,11 @@ constexpr const char* kExample =
     "  dozewell-replay predict --data office.z7 --at 2024-03-01T18:00:00\n"
     "\n";
 
+// Every command takes it that is about one machine.
+constexpr CommandOption kMachine = {
+    "--machine", "NAME", "The machine's name in what is printed; else that of the settings",
+    &Options::machine};
+
 ValueSyntax SyntaxOf(const CommandOption& option, Options& options, bool required) {
   return {option.name, option.placeholder, option.description, required, &(options.*option.text)};
 }
@@ -28,6 +33,8 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
   if (command.list != nullptr) {
     const auto& [placeholder, description, texts] = *command.list;
     syntax.list = {placeholder, description, &(options.*texts)};
+  } else {
+    syntax.values.push_back(SyntaxOf(kMachine, options, false));
   }
   return syntax;
 }

@@ -78,10 +78,10 @@ constexpr const char* kTimeLineDetails =
 
 constexpr const char* kSearchDetails =
     "\n\n"
-    "The CSV has no header. Its columns are the weights of the last, the second-last and the "
-    "older\n"
-    "observations, the high and the low strength, the day grouping, the seconds asleep and\n"
-    "hibernated, the resumes from sleep and from hibernation.";
+    "The CSV begins with a comment that names the machine. Its columns are the weights of the "
+    "last,\n"
+    "the second-last and the older observations, the high and the low strength, the day grouping,\n"
+    "the seconds asleep and hibernated, the resumes from sleep and from hibernation.";
 
 constexpr const char* kCompareDetails =
     "\n\n"

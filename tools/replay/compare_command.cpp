@@ -11,8 +11,8 @@
 #include "common/simulated_parameters.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
-#include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
+#include "replay/taken_settings.h"
 
 namespace dozewell::replay {
 namespace {
@@ -75,7 +75,8 @@ std::string Table(const std::vector<Choice>& choices) {
 
 void RunCompare(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  results.identity.time = TimeOfLast(history.records);
+  FileConfigurations configuration = TakeSettings(options, results);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   NativeSimulatorConfigurations parameters = SimulatedParameters(configuration);
   const auto place = [&] {
@@ -85,8 +86,9 @@ void RunCompare(const Options& options, Results& results) {
   };
   const std::vector<Choice> choices = AllChoices(TellPlaceIn(
       history, place, [&] { return Compare(history.records, configuration, timeoutSeconds); }));
-  results.output =
-      options.json ? JsonLine(ComparisonJson(history.records.size(), choices)) : Table(choices);
+  results.output = options.json ? IdentifiedLine(ComparisonJson(history.records.size(), choices),
+                                                 results.identity)
+                                : Table(choices);
 }
 
 }  // namespace dozewell::replay

@@ -9,8 +9,8 @@ void RunExplain(const Options& options, Results& results) {
   LearntData learnt(options, results);
   ArbitraryCycleProbabilityTracker& tracker = learnt.Tracker();
   const Explanation explanation = Explain(tracker, learnt.TimeOrLastEvent("--at", options.at));
-  results.output =
-      options.json ? JsonLine(ExplanationJson(explanation)) : ExplanationText(explanation);
+  results.output = options.json ? IdentifiedLine(ExplanationJson(explanation), results.identity)
+                                : ExplanationText(explanation);
 }
 
 }  // namespace dozewell::replay

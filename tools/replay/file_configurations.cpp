@@ -1,6 +1,7 @@
 #include "replay/file_configurations.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/numbers.h"
 #include "base/utf8.h"
@@ -10,13 +11,29 @@ namespace dozewell::replay {
 namespace {
 
 constexpr const char* kSettingsSection = "Settings";
+constexpr const char* kMachineSection = "Machine";
 
 bool HasDefault(const std::string& section, const std::string& key) {
   static const SettingsFile kDefaults = LoadSettings(std::nullopt);
   return kDefaults.Has(section, key);
 }
 
+std::optional<std::string> IfAny(std::string text) {
+  return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
 }  // namespace
+
+MachineIdentity FileConfigurations::Identity() const {
+  // Keys that only the mark asks for are not missed.
+  std::vector<std::string> ignored;
+  FileConfigurations copy(settings_, ignored);
+  MachineIdentity identity;
+  identity.name = IfAny(settings_.Value(kMachineSection, "Name"));
+  identity.settings = SettingsMark(copy, copy.IsPredictionDisabled());
+  identity.zone = IfAny(settings_.Value(kMachineSection, "Zone"));
+  return identity;
+}
 
 std::string FileConfigurations::Value(const std::string& section, const std::string& key) {
   const bool isKnownMissing = std::ranges::find(missing_, key) != missing_.end();

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/machine_identity.h"
 #include "prediction/configurations.h"
 #include "replay/settings_file.h"
 
@@ -21,6 +22,8 @@ class FileConfigurations : public IConfigurations {
 
   // What the user knows the settings as.
   const std::string& Name() const { return settings_.Name(); }
+  // Whose settings they are, by name and time zone, as far as the file says so, and their mark.
+  MachineIdentity Identity() const;
   // The setting DisablePrediction, which the service looks at before it asks for predictions.
   bool IsPredictionDisabled();
 

@@ -22,16 +22,16 @@ void RunMerge(const Options& options, Results& results) {
   const auto pending = WholeRecords(LoadHistory(options.pending.value(), results.warnings).bytes);
   const auto merged =
       MergeHistory(history ? &history->bytes : nullptr, pending, HistoryCutoff(now, limit));
-  SaveHistory(options.out.value(), merged);
-  results.output = SavedText(options, merged.size());
+  SaveHistory(options.out.value(), merged, results.identity);
+  results.output = SavedText(options, merged, results.identity);
 }
 
 void RunExport(const Options& options, Results& results) {
   RequireNoInput(options.out.value(), {{"--history", options.history}});
   const auto records =
       WholeRecords(LoadDatHistory(options.history.value(), results.warnings).bytes);
-  SaveCsvHistory(options.out.value(), records);
-  results.output = SavedText(options, records.size());
+  SaveCsvHistory(options.out.value(), records, results.identity);
+  results.output = SavedText(options, records, results.identity);
 }
 
 void RunSample(const Options& options, Results& results) {
@@ -43,8 +43,8 @@ void RunSample(const Options& options, Results& results) {
   const auto seed = ParseNumberOption<uint64_t>("--seed", options.seed.value(), 0,
                                                 std::numeric_limits<uint64_t>::max());
   const auto records = MakeSampleHistory(*kind, days, seed);
-  SaveHistory(options.out.value(), records);
-  results.output = SavedText(options, records.size());
+  SaveHistory(options.out.value(), records, results.identity);
+  results.output = SavedText(options, records, results.identity);
 }
 
 }  // namespace dozewell::replay

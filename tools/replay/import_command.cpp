@@ -23,8 +23,8 @@
 #include "import/lost_records.h"
 #include "import/powerwatch_file.h"
 #include "replay/commands.h"
-#include "replay/file_configurations.h"
 #include "replay/saved_text.h"
+#include "replay/taken_settings.h"
 
 namespace dozewell::replay {
 namespace {
@@ -52,7 +52,7 @@ void ImportCsv(const Options& options, Results& results) {
   const auto records = WholeRecords(LoadCsvHistory(*options.history, results.warnings).bytes);
   RequireConsent(options, records, "");
   SaveDatHistory(options.out.value(), records);
-  results.output = SavedText(options, records.size());
+  results.output = SavedText(options, records, results.identity);
 }
 
 LocalClock ClockOf(const std::optional<std::string>& zone) {
@@ -75,7 +75,7 @@ std::optional<Learning> LearnIfNew(const Options& options, const History& histor
   const bool isThere =
       !IsStandardStream(*options.data) && ReadInputIfExists(NameThatCounts(*options.data));
   if (isThere) return std::nullopt;
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  FileConfigurations configuration = TakeSettings(options, results);
   const auto place = [&] {
     return PlaceOfProblem(configuration, {configuration.Name(), *options.data});
   };
@@ -131,11 +131,12 @@ void ImportEventLog(const Options& options, Results& results) {
   }
 
   auto learning = LearnIfNew(options, ToHistory(out, import.history.records), results);
-  SaveHistory(out, import.history.records);
+  results.identity.time = TimeOfLast(import.history.records);
+  SaveHistory(out, import.history.records, results.identity);
   if (learning) learning->Commit();
 
   if (options.json) {
-    results.output = JsonLine(ImportJson(import, learning.has_value()));
+    results.output = IdentifiedLine(ImportJson(import, learning.has_value()), results.identity);
     return;
   }
   results.output = ImportText(import, out);

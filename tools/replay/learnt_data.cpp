@@ -8,6 +8,7 @@
 #include "common/problem_place.h"
 #include "common/service_file.h"
 #include "common/tool_error.h"
+#include "replay/taken_settings.h"
 
 namespace dozewell::replay {
 namespace {
@@ -22,13 +23,14 @@ std::vector<unsigned char> ReadDataFile(const std::string& name) {
 
 LearntData::LearntData(const Options& options, Results& results)
     : name_(options.data.value()),
-      configuration_(LoadSettings(options.settings), results.missingSettings),
+      configuration_(TakeSettings(options, results)),
       content_(ReadDataFile(name_)),
       loaded_(TellPlace(
           [this] {
             return PlaceOfProblem(configuration_, {configuration_.Name(), name_});
           },
           [this] { return LoadTracker(configuration_, content_); })) {
+  results.identity.time = TimeOfLast(*loaded_.tracker.GetData());
   if (const char* why = WhyIgnored(loaded_.state)) {
     results.warnings.push_back(name_ + ": ignored: " + why);
   }

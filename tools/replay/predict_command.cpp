@@ -36,7 +36,8 @@ void RunPredict(const Options& options, Results& results) {
   LearntData learnt(options, results);
   const tm time = learnt.TimeOrLastEvent("--at", options.at);
   const auto predictions = learnt.Tracker().GetPredictions(time);
-  results.output = options.json ? JsonLine(PredictionsJson(predictions)) : Text(predictions);
+  results.output = options.json ? IdentifiedLine(PredictionsJson(predictions), results.identity)
+                                : Text(predictions);
 }
 
 }  // namespace dozewell::replay

@@ -18,7 +18,7 @@ void RunProbabilities(const Options& options, Results& results) {
       text += std::to_string(slot) + " " + FloatText(probability) + "\n";
     }
   }
-  results.output = options.json ? JsonLine(list) : text;
+  results.output = options.json ? IdentifiedLine(list, results.identity) : text;
 }
 
 }  // namespace dozewell::replay

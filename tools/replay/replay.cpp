@@ -29,6 +29,7 @@ void RunCommandLine(const std::vector<std::string>& arguments, const Streams& st
   parsed.options.colour = streams.outputShowsColours;
   parsed.options.progress = streams.messagesGoToTerminal;
   parsed.options.canAsk = streams.questionsCanBeAnswered;
+  results.identity.name = parsed.options.machine;
   const bool isOutputTaken = WritesFileToOutput(*parsed.command, parsed.options);
   parsed.command->run(parsed.options, results);
   if (isOutputTaken) results.output.clear();

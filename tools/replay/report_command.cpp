@@ -17,11 +17,12 @@ void RunReport(const Options& options, Results& results) {
   // The page shows the warnings too.
   const std::string page = report::MakeReport(
       {learnt.Configuration(), tracker, history, learnt.TimeOrLastEvent("--now", options.now),
-       HibernateAfterSeconds(options.hibernateAfter), results.warnings});
+       HibernateAfterSeconds(options.hibernateAfter), results.warnings, results.identity});
   const std::string& name = options.out.value();
   OutputFile(name).Write(page.data(), page.size());
-  results.output = options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
-                                : name + ": " + std::to_string(page.size()) + " bytes\n";
+  results.output = options.json
+                       ? IdentifiedLine({{"file", name}, {"bytes", page.size()}}, results.identity)
+                       : name + ": " + std::to_string(page.size()) + " bytes\n";
 }
 
 }  // namespace dozewell::replay

@@ -1,12 +1,12 @@
 #include "replay/saved_text.h"
 
-#include "common/json.h"
-
 namespace dozewell::replay {
 
-std::string SavedText(const Options& options, size_t records) {
-  return options.json ? JsonLine({{"records", records}})
-                      : options.out.value() + ": " + std::to_string(records) + " records\n";
+std::string SavedText(const Options& options, std::span<const HistoryRecord> records,
+                      MachineIdentity identity) {
+  identity.time = TimeOfLast(records);
+  return options.json ? IdentifiedLine({{"records", records.size()}}, identity)
+                      : options.out.value() + ": " + std::to_string(records.size()) + " records\n";
 }
 
 }  // namespace dozewell::replay

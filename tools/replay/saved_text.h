@@ -1,15 +1,17 @@
 #ifndef DOZEWELL_REPLAY_SAVED_TEXT_H_
 #define DOZEWELL_REPLAY_SAVED_TEXT_H_
 
-#include <cstddef>
+#include <span>
 #include <string>
 
+#include "prediction/history_file.h"
 #include "replay/command.h"
 
 namespace dozewell::replay {
 
-// What a command says that has saved so many records in the file that the user named.
-std::string SavedText(const Options& options, size_t records);
+// What a command says that has saved these records in the file that the user named.
+std::string SavedText(const Options& options, std::span<const HistoryRecord> records,
+                      MachineIdentity identity);
 
 }  // namespace dozewell::replay
 

@@ -14,9 +14,9 @@
 #include "optimizer/simulator/simulator.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
-#include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
 #include "replay/progress_bar.h"
+#include "replay/taken_settings.h"
 #include "settings/setting_names.h"
 
 namespace dozewell::replay {
@@ -34,7 +34,8 @@ struct Search {
 
 Search RunOn(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  results.identity.time = TimeOfLast(history.records);
+  FileConfigurations configuration = TakeSettings(options, results);
   Search search = {};
   search.records = history.records.size();
   search.timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
@@ -142,8 +143,12 @@ std::string Text(const Search& search) {
 
 void RunSearch(const Options& options, Results& results) {
   const Search search = RunOn(options, results);
-  results.output =
-      options.json ? JsonLine(SearchJson(search, options.each)) : EachSet(search) + Text(search);
+  if (options.json) {
+    results.output = IdentifiedLine(SearchJson(search, options.each), results.identity);
+    return;
+  }
+  if (options.each) results.output = IdentityComment(results.identity) + EachSet(search);
+  results.output += Text(search);
 }
 
 }  // namespace dozewell::replay

@@ -8,8 +8,8 @@
 #include "common/simulated_rates.h"
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
-#include "replay/file_configurations.h"
 #include "replay/outcomes_text.h"
+#include "replay/taken_settings.h"
 #include "settings/setting_names.h"
 
 namespace dozewell::replay {
@@ -21,7 +21,7 @@ void Report(const SimTimeLine& timeLine, const Options& options, Results& result
   if (options.json) {
     Json json = OutcomesJson(outcomes);
     if (options.timeLine) json["timeline"] = TimeLineJson(timeLine);
-    results.output = JsonLine(json);
+    results.output = IdentifiedLine(json, results.identity);
   } else {
     if (options.timeLine) results.output = TimeLineText(timeLine);
     results.output += OutcomesText(outcomes);
@@ -45,7 +45,8 @@ bool IsOfRates(const Options& options) {
 void RunSimulate(const Options& options, Results& results) {
   const bool isOfRates = IsOfRates(options);
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
-  FileConfigurations configuration(LoadSettings(options.settings), results.missingSettings);
+  results.identity.time = TimeOfLast(history.records);
+  FileConfigurations configuration = TakeSettings(options, results);
   if (isOfRates) {
     const auto place = [&] { return *options.history; };
     const auto simulate = [&] {
@@ -64,6 +65,7 @@ void RunSimulate(const Options& options, Results& results) {
 
 void RunBaseline(const Options& options, Results& results) {
   const auto history = LoadSimulatedHistory(options.history.value(), results.warnings);
+  results.identity.time = TimeOfLast(history.records);
   const int64_t timeoutSeconds = HibernateAfterSeconds(options.hibernateAfter);
   const auto place = [&] { return *options.history; };
   const auto simulate = [&] { return SimulateFixedTimeout(history.records, timeoutSeconds); };

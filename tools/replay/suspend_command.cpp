@@ -32,7 +32,9 @@ void RunSuspend(const Options& options, Results& results) {
   std::vector<PredictionRecord> predictions;
   if (!learnt.IsPredictionDisabled()) predictions = learnt.Tracker().GetPredictions(now);
   const SuspendDecision decision = DecideSuspend(predictions, now);
-  results.output = options.json ? JsonLine(SuspendDecisionJson(decision, now)) : Text(decision);
+  results.output = options.json
+                       ? IdentifiedLine(SuspendDecisionJson(decision, now), results.identity)
+                       : Text(decision);
 }
 
 }  // namespace dozewell::replay

@@ -34,7 +34,8 @@ void RunWeek(const Options& options, Results& results) {
   }
   const std::optional<CycleCells> cells = MakeCycleCells(shape, probabilities);
   if (!cells) throw ToolError("only a cycle of whole days of up to 100 hours has a picture");
-  results.output = options.json ? JsonLine(CellsJson(*cells)) : DrawCycle(*cells, options.colour);
+  results.output = options.json ? IdentifiedLine(CellsJson(*cells), results.identity)
+                                : DrawCycle(*cells, options.colour);
 }
 
 }  // namespace dozewell::replay

@@ -53,6 +53,7 @@ std::string Header(const ReportInput& input) {
                  HtmlElement("p", {{"class", "lead"}},
                              HtmlText("Dozewell report of " + LongDateText(input.now) + ", " +
                                       TimeText(input.now) + ". " + HistoryText(input.history))) +
+                 HtmlElement("p", {{"class", "identity"}}, HtmlText(IdentityText(input.identity))) +
                  notes) +
          "\n";
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "common/machine_identity.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
@@ -18,6 +19,7 @@ struct ReportInput {
   tm now;                                     // a valid local time
   int64_t hibernateAfterSeconds;              // the timeout to compare with; 0 is never
   std::vector<std::string> notes;             // what the reader has to know first
+  MachineIdentity identity = {};              // whose data and settings these are
 };
 
 // A page of HTML that stands alone: it loads nothing and runs no script. The same input makes the
