@@ -26,6 +26,7 @@ FLOORS = {
     "tools/common/": 10,
     "tools/event_log/": 11,
     "tools/report/": 11,
+    "tools/fleet/": 12,
     "tools/import/": 12,
     "tools/replay/": 13,
     "tools/ctl/": 13,

@@ -1,6 +1,8 @@
 #include "fleet/page.h"
 
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "common/html.h"
 #include "common/text.h"
@@ -86,7 +88,9 @@ std::string LosersText(const FleetTotals& totals) {
   if (number > std::ssize(totals.Losers())) {
     text += ", of which these " + std::to_string(totals.Losers().size()) + " lose most";
   }
-  return text + ".";
+  return text +
+         ". The points are those that it scores less; beside them, where its score lies in 95 of "
+         "100 draws of the history's weeks.";
 }
 
 std::vector<PageSection> Sections(const FleetTotals& totals, const EnergyRates& rates) {
@@ -110,7 +114,13 @@ std::vector<PageSection> Sections(const FleetTotals& totals, const EnergyRates& 
       {"losers", "Who loses", LosersText(totals), LosersTable(totals)}};
   if (!totals.Broken().empty()) {
     sections.push_back({"broken", "Broken histories",
-                        "These are in no figure above.", BrokenTable(totals)});
+                        "These are in no figure above.",
+                        NotedTable("Histories that could not be judged", totals.Broken())});
+  }
+  if (!totals.Damaged().empty()) {
+    sections.push_back({"damaged", "Damaged histories",
+                        "These were judged as far as they can be read, as the service reads them.",
+                        NotedTable("Histories with damage", totals.Damaged())});
   }
   return sections;
 }

@@ -125,10 +125,16 @@ std::string SpreadTable(const FleetTotals& totals, const char* caption,
 }
 
 std::string LosersTable(const FleetTotals& totals) {
+  const auto bounds = [](const std::optional<ScoreBounds>& of) {
+    constexpr double kThousand = 1000;
+    return of ? DecimalText(static_cast<double>(of->low) / kThousand, kScoreDecimals) + " to " +
+                    DecimalText(static_cast<double>(of->high) / kThousand, kScoreDecimals)
+              : "";
+  };
   std::string rows;
   for (const Loser& loser : totals.Losers()) {
     rows += Row(MachineName(loser.path),
-                Number(DecimalText(loser.gain, kScoreDecimals)) +
+                Number(DecimalText(loser.gain, kScoreDecimals)) + Number(bounds(loser.bounds)) +
                     Number(HoursText(loser.own.sleepSeconds)) +
                     Number(HoursText(loser.service.sleepSeconds)) +
                     Number(loser.own.resumesFromHibernate) +
@@ -136,17 +142,17 @@ std::string LosersTable(const FleetTotals& totals) {
                     Words(DayText(loser.to)) + Words(loser.path));
   }
   return Table("Machines that lose most",
-               {"machine", "score", "asleep now", "asleep then", "waits now", "waits then",
+               {"machine", "points", "score then", "asleep now", "asleep then", "waits now", "waits then",
                 "records", "data to", "history"},
                rows);
 }
 
-std::string BrokenTable(const FleetTotals& totals) {
+std::string NotedTable(const char* caption, const std::vector<NotedHistory>& histories) {
   std::string rows;
-  for (const auto& [path, reason] : totals.Broken()) {
-    rows += Row(MachineName(path), Words(reason) + Words(path));
+  for (const auto& [path, what] : histories) {
+    rows += Row(MachineName(path), Words(what) + Words(path));
   }
-  return Table("Histories that could not be judged", {"machine", "why", "history"}, rows);
+  return Table(caption, {"machine", "what is wrong", "history"}, rows);
 }
 
 }  // namespace dozewell::fleet

@@ -2,6 +2,7 @@
 #define DOZEWELL_FLEET_PAGE_TABLES_H_
 
 #include <string>
+#include <vector>
 
 #include "fleet/energy.h"
 #include "fleet/totals.h"
@@ -22,7 +23,8 @@ std::string SpreadTable(const FleetTotals& totals, const char* caption,
 
 std::string LosersTable(const FleetTotals& totals);
 
-std::string BrokenTable(const FleetTotals& totals);
+// Histories with something wrong.
+std::string NotedTable(const char* caption, const std::vector<NotedHistory>& histories);
 
 }  // namespace dozewell::fleet
 

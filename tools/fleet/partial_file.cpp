@@ -27,10 +27,12 @@ Json RowJson(const MachineRow& row) {
                                     outcome.resumesFromSleep, outcome.resumesFromHibernate}));
   }
   return {{"path", row.path},
-          {"reason", row.reason.empty() ? Json() : Json(row.reason)},
+          {"reason", row.reason},
+          {"damage", row.damage},
           {"records", row.records},
           {"from", row.from},
           {"to", row.to},
+          {"bounds", row.bounds ? Json::array({row.bounds->low, row.bounds->high}) : Json()},
           {"outcomes", outcomes}};
 }
 
@@ -49,9 +51,14 @@ Outcomes OutcomesOf(const Json& json) {
 }
 
 MachineRow RowOf(const Json& json) {
-  MachineRow row = {json.at("path").get<std::string>(), "", CountOf<int64_t>(json.at("records")),
-                    json.at("from").get<int64_t>(), json.at("to").get<int64_t>()};
-  if (!json.at("reason").is_null()) json.at("reason").get_to(row.reason);
+  MachineRow row = {json.at("path").get<std::string>(), json.at("reason").get<std::string>(),
+                    json.at("damage").get<std::string>()};
+  row.records = CountOf<int64_t>(json.at("records"));
+  row.from = json.at("from").get<int64_t>();
+  row.to = json.at("to").get<int64_t>();
+  if (const Json& bounds = json.at("bounds"); !bounds.is_null()) {
+    row.bounds = {bounds.at(0).get<int64_t>(), bounds.at(1).get<int64_t>()};
+  }
   for (const Json& outcome : json.at("outcomes")) row.outcomes.push_back(OutcomesOf(outcome));
   return row;
 }
@@ -95,15 +102,19 @@ PartialReader::PartialReader(std::string name) : name_(std::move(name)) {
 std::optional<std::string> PartialReader::NextLine() {
   std::string line;
   std::array<char, 65536> portion;
-  while (std::fgets(portion.data(), static_cast<int>(portion.size()), file_.get()) != nullptr) {
+  while (file_ && std::fgets(portion.data(), static_cast<int>(portion.size()), file_.get()) != nullptr) {
     line += portion.data();
     if (!line.ends_with('\n')) continue;
     ++line_;
     wholeBytes_ += std::ssize(line);
     return line;
   }
-  if (std::ferror(file_.get()) != 0) throw ToolError(WithReason(name_ + ": cannot be read"));
-  hasRest_ = !line.empty();
+  if (file_ && std::ferror(file_.get()) != 0) {
+    throw ToolError(WithReason(name_ + ": cannot be read"));
+  }
+  // Windows does not put another file in the place of an open one.
+  file_.reset();
+  hasRest_ = hasRest_ || !line.empty();
   return std::nullopt;
 }
 

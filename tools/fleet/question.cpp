@@ -22,14 +22,16 @@ constexpr std::pair<WalkedKind, const char*> kKinds[] = {
     {WalkedKind::Clairvoyant, "clairvoyant"},
 };
 
-const char* KindText(WalkedKind kind) {
-  return std::ranges::find(kKinds, kind, &std::pair<WalkedKind, const char*>::first)->second;
+Json KindJson(std::optional<WalkedKind> kind) {
+  if (!kind) return nullptr;
+  return std::ranges::find(kKinds, *kind, &std::pair<WalkedKind, const char*>::first)->second;
 }
 
-WalkedKind KindOf(const std::string& text) {
-  const auto* const found = std::ranges::find_if(
-      kKinds, [&text](const auto& entry) { return entry.second == text; });
-  if (found == std::end(kKinds)) throw ToolError("no kind of choice: " + text);
+std::optional<WalkedKind> KindOf(const Json& json) {
+  if (json.is_null()) return std::nullopt;
+  const auto* const found =
+      std::ranges::find_if(kKinds, [&json](const auto& entry) { return json == entry.second; });
+  if (found == std::end(kKinds)) throw ToolError("no kind of choice: " + json.dump());
   return found->first;
 }
 
@@ -39,7 +41,7 @@ std::optional<Number> OptionalOf(const Json& json) {
 }
 
 FleetChoice ChoiceOf(const Json& json) {
-  return {json.at("name").get<std::string>(), KindOf(json.at("kind").get<std::string>()),
+  return {json.at("name").get<std::string>(), KindOf(json.at("kind")),
           OptionalOf<size_t>(json.at("strength")),
           OptionalOf<int64_t>(json.at("hibernateAfterMinutes"))};
 }
@@ -69,12 +71,14 @@ Json QuestionJson(const FleetQuestion& question) {
   Json choices = Json::array();
   for (const auto& [name, kind, strength, minutes] : question.choices) {
     choices.push_back({{"name", name},
-                       {"kind", KindText(kind)},
+                       {"kind", KindJson(kind)},
                        {"strength", OptionalJson(strength)},
                        {"hibernateAfterMinutes", OptionalJson(minutes)}});
   }
   return {{"version", question.version},
           {"settings", question.settings},
+          {"searches", Json::array({question.habits.intervalDays, question.habits.delayMinutes,
+                                    question.habits.historyLimitDays})},
           {"userTimeoutSeconds", question.userTimeoutSeconds},
           {"weights", question.weights},
           {"strength", question.strength},
@@ -86,6 +90,9 @@ FleetQuestion QuestionOf(const Json& json) {
   FleetQuestion question;
   json.at("version").get_to(question.version);
   json.at("settings").get_to(question.settings);
+  const Json& habits = json.at("searches");
+  question.habits = {habits.at(0).get<uint32_t>(), habits.at(1).get<uint32_t>(),
+                     habits.at(2).get<uint32_t>()};
   json.at("userTimeoutSeconds").get_to(question.userTimeoutSeconds);
   json.at("weights").get_to(question.weights);
   json.at("strength").get_to(question.strength);

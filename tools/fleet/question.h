@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/json.h"
+#include "common/search_calendar.h"
 #include "common/walk_forward.h"
 
 namespace dozewell::fleet {
@@ -15,7 +16,7 @@ namespace dozewell::fleet {
 // A way to spend the sleeps of every machine, as compare names it.
 struct FleetChoice {
   std::string name;
-  WalkedKind kind;
+  std::optional<WalkedKind> kind = {};  // of one that is walked forward
   std::optional<size_t> strength = {};
   std::optional<int64_t> hibernateAfterMinutes = {};  // of a timeout; 0 is never
 
@@ -35,6 +36,7 @@ struct FleetPart {
 struct FleetQuestion {
   std::string version;             // of the program that judges
   std::string settings;            // a text that differs when the settings do
+  SearchHabits habits;
   int64_t userTimeoutSeconds = 0;  // 0 is never
   std::vector<int32_t> weights;    // by strength
   size_t strength = 0;             // the one that the settings choose

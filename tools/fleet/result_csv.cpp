@@ -9,7 +9,8 @@
 namespace dozewell::fleet {
 namespace {
 
-constexpr const char* kMachineColumns[] = {"machine", "path", "records", "from", "to", "broken"};
+constexpr const char* kMachineColumns[] = {"machine", "path", "records", "from", "to",
+                                           "broken",  "damaged"};
 constexpr const char* kChoiceColumns[] = {"sleepSeconds",         "hibernateSeconds",
                                           "resumesFromSleep",     "resumesFromHibernate",
                                           "kilowattHours",        "cost"};
@@ -60,7 +61,7 @@ std::string CsvLine(const MachineRow& row, const FleetQuestion& question,
                     const EnergyRates& rates) {
   std::string line = Cell(MachineName(row.path)) + ',' + Cell(row.path) + ',' +
                      std::to_string(row.records) + ',' + TimeText(row, row.from) + ',' +
-                     TimeText(row, row.to) + ',' + Cell(row.reason);
+                     TimeText(row, row.to) + ',' + Cell(row.reason) + ',' + Cell(row.damage);
   for (const Outcomes& outcomes : row.outcomes) {
     line += ',' + std::to_string(outcomes.sleepSeconds) + ',' +
             std::to_string(outcomes.hibernateSeconds) + ',' +

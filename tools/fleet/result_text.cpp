@@ -63,8 +63,8 @@ std::string Recommended(const FleetTotals& totals, WalkedKind kind, const char* 
 
 Json TotalsJson(const FleetTotals& totals) {
   Json broken = Json::array();
-  for (const auto& [path, reason] : totals.Broken()) {
-    broken.push_back({{"path", path}, {"reason", reason}});
+  for (const auto& [path, what] : totals.Broken()) {
+    broken.push_back({{"path", path}, {"reason", what}});
   }
   Json choices = Json::array();
   const FleetQuestion& question = totals.Question();

@@ -46,8 +46,8 @@ void FleetTotals::AddLoser(const MachineRow& row) {
   const std::optional<double> gain = service_ ? Gain(row, *service_) : std::nullopt;
   if (!gain || *gain >= 0) return;
   ++numberOfLosers_;
-  const Loser loser = {row.path, *gain,  row.records,          row.from,
-                       row.to,   row.outcomes[own_], row.outcomes[*service_]};
+  const Loser loser = {row.path, *gain,      row.records,         row.from,
+                       row.to,   row.bounds, row.outcomes[own_], row.outcomes[*service_]};
   losers_.insert(std::ranges::upper_bound(losers_, loser, LosesMore), loser);
   if (losers_.size() > kMostLosers) losers_.pop_back();
 }
@@ -57,6 +57,7 @@ void FleetTotals::Add(const MachineRow& row) {
     broken_.push_back({row.path, row.reason});
     return;
   }
+  if (!row.damage.empty()) damaged_.push_back({row.path, row.damage});
   AddTo(all_, row);
   AddTo(byGroup_[groups_.Of(row.path)], row);
   for (auto& [choice, spread] : spreads_) spread.Count(row, choice, Gain(row, choice));

@@ -25,9 +25,10 @@ struct GroupTotals {
   std::vector<OutcomeSums> sums;  // by choice
 };
 
-struct BrokenHistory {
+// A history with something wrong.
+struct NotedHistory {
   std::string path;
-  std::string reason;
+  std::string what;
 };
 
 // A machine to which the service is worth less than its user's own timeout.
@@ -37,6 +38,7 @@ struct Loser {
   int64_t records;
   int64_t from;
   int64_t to;
+  std::optional<ScoreBounds> bounds;
   Outcomes own;
   Outcomes service;
 };
@@ -48,7 +50,7 @@ struct SpreadOfChoice {
 };
 
 // What all machines come to. Of a machine nothing is kept but these counts, so memory does not grow
-// with their number, except by the broken ones.
+// with their number, but for those with something wrong.
 class FleetTotals {
  public:
   // Both must outlive the object.
@@ -60,7 +62,9 @@ class FleetTotals {
   // All machines that were judged.
   const GroupTotals& All() const { return all_; }
   const std::map<std::string, GroupTotals>& ByGroup() const { return byGroup_; }
-  const std::vector<BrokenHistory>& Broken() const { return broken_; }
+  // Those that could not be judged, and those that were as far as they can be read.
+  const std::vector<NotedHistory>& Broken() const { return broken_; }
+  const std::vector<NotedHistory>& Damaged() const { return damaged_; }
   const std::vector<SpreadOfChoice>& Spreads() const { return spreads_; }
   // Those that lose most first, and how many lose at all.
   const std::vector<Loser>& Losers() const { return losers_; }
@@ -79,7 +83,8 @@ class FleetTotals {
   std::optional<size_t> service_;  // with the strength in force
   GroupTotals all_;
   std::map<std::string, GroupTotals> byGroup_;
-  std::vector<BrokenHistory> broken_;
+  std::vector<NotedHistory> broken_;
+  std::vector<NotedHistory> damaged_;
   std::vector<SpreadOfChoice> spreads_;
   std::vector<Loser> losers_;
   int64_t numberOfLosers_ = 0;
