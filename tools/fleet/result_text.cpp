@@ -11,8 +11,8 @@
 namespace dozewell::fleet {
 namespace {
 
-constexpr int kKilowattHourDecimals = 1;
-constexpr int kCostDecimals = 2;
+constexpr int kTableEnergyDecimals = 1;
+constexpr int kTableCostDecimals = 2;
 constexpr size_t kNameWidth = 34;
 
 std::string Left(std::string text, size_t width) {
@@ -40,8 +40,8 @@ std::string TableOf(const GroupTotals& totals, const FleetQuestion& question,
                        {HoursText(sums.sleepSeconds), HoursText(sums.hibernateSeconds),
                         std::to_string(sums.resumesFromSleep),
                         std::to_string(sums.resumesFromHibernate),
-                        DecimalText(rates.KilowattHours(sums), kKilowattHourDecimals),
-                        DecimalText(rates.Cost(sums), kCostDecimals)});
+                        DecimalText(rates.KilowattHours(sums), kTableEnergyDecimals),
+                        DecimalText(rates.Cost(sums), kTableCostDecimals)});
   }
   return table;
 }

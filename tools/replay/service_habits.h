@@ -1,0 +1,14 @@
+#ifndef DOZEWELL_REPLAY_SERVICE_HABITS_H_
+#define DOZEWELL_REPLAY_SERVICE_HABITS_H_
+
+#include "common/search_calendar.h"
+#include "replay/file_configurations.h"
+
+namespace dozewell::replay {
+
+// When a service with these settings searches.
+SearchHabits HabitsOf(FileConfigurations& configuration);
+
+}  // namespace dozewell::replay
+
+#endif  // DOZEWELL_REPLAY_SERVICE_HABITS_H_
