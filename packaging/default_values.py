@@ -20,6 +20,12 @@ class DefaultValue(NamedTuple):
     is_number: bool  # a DWORD, else a text
 
 
+def number_of_strengths(file=FILE):
+    """How many strengths there are to choose among: the entries of WR."""
+    weights, = (value.text for value in default_values(file) if value.name == "WR")
+    return len(weights.replace(",", " ").split())
+
+
 def default_values(file=FILE):
     ini = configparser.ConfigParser(interpolation=None)
     ini.optionxform = str

@@ -1,7 +1,8 @@
 """What the installer package holds beyond what wixl can write: rows of its tables."""
 
 import msi_columns
-from default_values import KEY, SECTION, DefaultValue, default_values
+from default_values import (
+    KEY, SECTION, DefaultValue, default_values, number_of_strengths)
 from msi_choices import Number, Word
 
 SERVICE, TOOLS = "Service", "Tools"  # components
@@ -19,7 +20,7 @@ _CHOICES = r"SOFTWARE\Corisk\Z7\Installer"
 CHOICES = {
     "FEATUREENABLED": ("EnableZ7Feature", Number(1)),
     "TOTALATTEMPTS": ("TotalAttempts", Number()),
-    "STRENGTH": ("Strength", Number()),
+    "STRENGTH": ("Strength", Number(number_of_strengths() - 1)),
     "HISTORYLIMIT": ("HistoryLimit", Number()),
     "DEBUGLOGGING": ("DebugLogging", Number(1)),
     "PREDICTOR": ("Predictor", Word("slots", "rates")),

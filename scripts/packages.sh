@@ -39,6 +39,8 @@ WINDOWS_PACKAGES=("${CROSS_PACKAGES[@]}" "${PYTHON_PACKAGES[@]}" "${WINE_PACKAGE
 PACKAGING_PACKAGES=(wixl msitools faketime git)
 # To sign such a package, and to make a key for that.
 SIGNING_PACKAGES=(osslsigncode openssl)
+# To read metrics as their collectors do. Only Debian's own Python finds it.
+METRICS_PACKAGES=(python3-prometheus-client)
 FORMAT_PACKAGES=(clang-format)
 TIDY_PACKAGES=(clang-tidy)
 PYFLAKES_PACKAGES=(pyflakes3)

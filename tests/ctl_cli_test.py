@@ -22,7 +22,7 @@ from pathlib import Path
 
 from tests.support import programs
 from tests.support.cases import option_parser, run, tests_in
-from tests.support.cli import ROOT, SETTINGS, WRONG_TIME
+from tests.support.cli import IDENTITY, ROOT, SETTINGS, WRONG_TIME
 from tests.support.expect import contains, equal, matches
 from tests.support.programs import wait_until
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
@@ -81,11 +81,12 @@ class Machine:
         return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
 
     def works(self, *arguments, warnings=(), **options):
-        """Runs without an error and returns what was printed."""
+        """Runs without an error and returns what was printed, with --json without the machine's
+        identity."""
         code, out, err = self.ctl(*arguments, **options)
         equal(err, "".join("dozewellctl: warning: %s\n" % warning for warning in warnings))
         equal(code, 0)
-        return out
+        return IDENTITY.sub("", out) if "--json" in arguments else out
 
     def fails(self, expected_code, error, *arguments, **options):
         """Fails with an error, and prints nothing but one line for it."""
@@ -302,7 +303,7 @@ def test_explanation_is_that_of_the_replay_tool(machine):
         equal((expected.returncode, expected.stderr), (0, b""))
         contains(expected.stdout.decode(), "1970-01-03" if form else "wakes it after")
         equal(machine.works("explain", "--at", "1970-01-03 00:10", *form),
-              expected.stdout.decode())
+              IDENTITY.sub("", expected.stdout.decode()))
     now = machine.works("explain")
     matches(now.splitlines()[0], r"A suspend at \w{3} \d{4}-\d\d-\d\d \d\d:\d\d.*")
 
@@ -312,6 +313,9 @@ def test_report_is_that_of_the_replay_tool(machine):
     (machine.scratch / "s.ini").write_text(SETTINGS)
     (machine.scratch / "h.csv").write_text("28800,0\n43200,1\n115200,0\n129600,1\n")
     machine.data.mkdir(parents=True)
+    identity = json.loads(machine.ctl("status", "--json")[1])["identity"]
+    with open(machine.scratch / "s.ini", "a", encoding="utf-8") as file:
+        file.write("[Machine]\nName=%(name)s\nZone=%(zone)s\n" % identity)
     replay = machine.program("dozewell-replay")
     for command in (("learn", "--history", "h.csv", "--settings", "s.ini", "--data", "d.z7"),
                     ("import", "--history", "h.csv", "--out", "h.dat")):
@@ -496,6 +500,7 @@ def test_reset_asks_first(machine):
         machine.write_setting("\\Current", "ServiceFeedback", "REG_DWORD", 2)
         for answer in (b"y\n", b"YES\r\n"):
             code, out, err = machine.ctl("reset-history", "--json", stdin=None, input=answer)
+            out = IDENTITY.sub("", out)
             equal((code, out, err), (0, '{"reset":true}\n', question + "\n"))
         equal(machine.read_setting("\\Current", "ServiceFeedback"), "0x1")
 
@@ -522,7 +527,8 @@ def test_json_is_what_the_manual_says(machine):
         machine.write_setting("\\Current" + SECTION, "Best1", "REG_SZ", "-1")
         for command, more in (("status", ()), ("strength set", ("1",)), ("strength get", ()),
                               ("reset-history", ("--yes",)), ("ping", ())):
-            out = machine.works(*command.split(), *more, "--json")
+            code, out, err = machine.ctl(*command.split(), *more, "--json")
+            equal((code, err), (0, ""))
             expect_documented(strict_json(out), examples[command], command)
         code, out, err = machine.ctl("check", "--try", "--json")
         check = strict_json(out)

@@ -36,6 +36,7 @@ INSTALL_FAILURE = 1627 & 0xFF  # what Wine makes of a failed action
 CHOICES = tuple(sorted(VALUES_OF_CHOICES))
 WORDS = {"PREDICTOR": ("slots", "rates"), "WAKETIMER": ("driver", "windows")}
 SWITCHES = ("DEBUGLOGGING", "FEATUREENABLED", "USERSMAYREAD")
+LARGEST = {**dict.fromkeys(SWITCHES, 1), "STRENGTH": 4}  # of a choice; of the others 2147483647
 ALL_CHOICES = (*CHOICES, "INSTALLFOLDER", "REMOVEDATA", "USERSMAYREAD")
 
 
@@ -186,7 +187,7 @@ def is_valid(choice):
     """The condition under which a choice is taken."""
     if choice in WORDS:
         return " OR ".join(f'{choice} = "{word}"' for word in WORDS[choice])
-    return f"{choice} >= 0 AND {choice} <= {1 if choice in SWITCHES else 2147483647}"
+    return f"{choice} >= 0 AND {choice} <= {LARGEST.get(choice, 2147483647)}"
 
 
 # Installing
@@ -245,6 +246,7 @@ def test_choices_are_laid_down(machine):
 def test_invalid_choices_are_refused(machine):
     for choice, value in (("FEATUREENABLED", "2"), ("FEATUREENABLED", "on"),
                           ("TOTALATTEMPTS", "-1"), ("TOTALATTEMPTS", "many"), ("STRENGTH", "1.5"),
+                          ("STRENGTH", "5"), ("STRENGTH", "99"),
                           ("HISTORYLIMIT", "90 days"), ("DEBUGLOGGING", "yes"),
                           ("USERSMAYREAD", "2"), ("USERSMAYREAD", "yes"),
                           ("PREDICTOR", "Rates"), ("PREDICTOR", "1"), ("PREDICTOR", "rates,slots"),
@@ -254,8 +256,10 @@ def test_invalid_choices_are_refused(machine):
     expect_removed(machine)
     equal(machine.values(PRODUCT_KEY), {})
     texts = machine.package.cells("LaunchCondition", "Condition", "Description").values()
-    equal("FEATUREENABLED must be a whole number from 0 to 1." in texts, True)
-    equal("WAKETIMER must be driver or windows." in texts, True)
+    for text in ("FEATUREENABLED must be a whole number from 0 to 1.",
+                 "STRENGTH must be a whole number from 0 to 4.",
+                 "WAKETIMER must be driver or windows."):
+        equal(text in texts, True, text)
 
 
 def test_a_failed_installation_leaves_nothing(machine):
@@ -369,6 +373,20 @@ def test_repairing_brings_back_what_was_damaged(machine):
     expect_still_learnt(machine)
 
 
+def test_repairing_by_the_options_of_the_pages_brings_programs_back(machine):
+    machine.install(FEATUREENABLED=0)
+    learn(machine)
+    # Wine's msiexec has no /f. Such an option stands for these properties.
+    for mode, damage in (("omus", None), ("emus", b"damaged"), ("a", b"damaged")):
+        program = machine.program_folder / "dozewellctl.exe"
+        program.unlink()
+        if damage:
+            program.write_bytes(damage)
+        machine.repair(REINSTALLMODE=mode)
+        expect_installed(machine, machine.package, FEATUREENABLED=0)
+        equal(machine.value(Z7_KEY + r"\Current" + SECTION, "Strength"), "7", mode)
+
+
 def test_repairing_can_change_a_choice(machine):
     machine.install(FEATUREENABLED=0, STRENGTH=1, WAKETIMER="windows")
     machine.repair(STRENGTH=2, PREDICTOR="rates")
@@ -417,6 +435,13 @@ def test_upgrading_keeps_choices_and_what_was_learnt(machine):
     expect_installed(machine, machine.next_package, FEATUREENABLED=0, TOTALATTEMPTS=3, STRENGTH=1,
                      PREDICTOR="rates")
     expect_still_learnt(machine)
+
+
+def test_a_strength_that_an_older_package_has_accepted_does_not_stop_an_upgrade(machine):
+    machine.install(FEATUREENABLED=0)
+    machine.set_value(Z7_KEY + r"\Installer", "STRENGTH", "REG_SZ", "99")
+    machine.install(machine.next_package)
+    expect_installed(machine, machine.next_package, FEATUREENABLED=0)
 
 
 def test_an_older_version_does_not_replace_a_newer_one(machine):

@@ -1,14 +1,18 @@
 """A command-line program, run on the machine as a user runs it."""
 
+import re
 import shlex
 from typing import NamedTuple
+
+# The last key of each document, or of each object in a list.
+IDENTITY = re.compile(r',"identity":\{[^{}]*\}(?=[}\]])')
 
 
 class Answer(NamedTuple):
     """A run of a tool, from its start to its end."""
 
     exit_code: int
-    output: str
+    output: str  # without the machine's identity, which ends each document
     error: str
     step: object  # what the service did meanwhile
 
@@ -46,4 +50,5 @@ class Run:
 
     def finish(self, typed=""):
         output, error = self._waiting.for_end(self._process, self._what, typed.encode())
-        return Answer(self._process.returncode, output.decode(), error.decode(), self._take_step())
+        return Answer(self._process.returncode, IDENTITY.sub("", output.decode()), error.decode(),
+                      self._take_step())

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Checks that the tables of docs/operating.md list every text that the service hands to the event
-log, with its type where the call gives it, and no text that the service does not have."""
+log, with its type where the call gives it, and no text that the service does not have; and that
+docs/monitoring.md says of all that may be a problem whether it is worth an alert."""
 
 import re
 import sys
@@ -8,6 +9,11 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 PAGE = ROOT / "docs" / "operating.md"
+ALERTS_PAGE = ROOT / "docs" / "monitoring.md"
+
+ALERTS = {"at once", "if often", "never"}
+# The types of events that report a problem, each also others.
+PROBLEMS = {"error", "success"}
 
 COMMENT = re.compile(r"//[^\n]*")
 LITERAL = re.compile(r'L?"((?:[^"\\\n]|\\.)*)"')
@@ -54,23 +60,40 @@ def read_sources():
     return has, needed, types
 
 
-def read_page():
-    """The first two cells of each row of the tables of events and other texts."""
+def read_page(page):
+    """The cells of each row of the tables of events and other texts."""
     listed = False
-    for line in PAGE.read_text().splitlines():
+    for line in page.read_text().splitlines():
         cells = [cell.strip() for cell in line.strip("|").split("|")]
         if not line.startswith("|"):
             listed = False
         elif cells[0] in ("event", "text"):
             listed = True
         elif listed and cells[0].startswith("`"):
-            yield cells[0].strip("`"), cells[1]
+            yield cells[0].strip("`"), *cells[1:]
+
+
+def check_alerts(events):
+    """What is wrong with the list of alerts; `events` has the types of all texts."""
+    alerts = {}
+    for text, event_type, alert, *_ in read_page(ALERTS_PAGE):
+        if events.get(text) != event_type:
+            yield f"{ALERTS_PAGE.name}: {PAGE.name} has no {event_type} event: {text}"
+        if alert not in ALERTS:
+            yield f"{ALERTS_PAGE.name}: {text}: no kind of alert: {alert}"
+        if text in alerts:
+            yield f"{ALERTS_PAGE.name} lists twice: {text}"
+        alerts[text] = alert
+    for text, event_type in events.items():
+        if event_type in PROBLEMS and text not in alerts:
+            yield f"{ALERTS_PAGE.name} does not list: {text}"
 
 
 def main():
     has, needed, types = read_sources()
     errors, on_page = [], set()
-    for text, event_type in read_page():
+    events = {text: event_type for text, event_type, *_ in read_page(PAGE)}
+    for text, event_type in events.items():
         words = pieces(text, PLACEHOLDER)
         on_page |= words
         errors += [f"no source has: {piece}" for piece in sorted(words - has)]
@@ -78,6 +101,7 @@ def main():
         if event_type != expected:
             errors.append(f"{text}: listed as {event_type}, logged as {expected}")
     errors += [f"{PAGE.name} does not list: {piece}" for piece in sorted(needed - on_page)]
+    errors += check_alerts(events)
     for error in errors:
         print(error)
     print(f"{len(needed)} texts checked, {len(errors)} errors")

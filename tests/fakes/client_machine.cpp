@@ -43,6 +43,21 @@ void ClientMachine::Provision() {
   }
 }
 
+namespace {
+
+// Each document ends with the machine's identity, as does each object of a list.
+void TakeIdentities(ClientRun& run) {
+  const std::string key = ",\"identity\":";
+  for (size_t begin = 0; (begin = run.output.find(key, begin)) != std::string::npos;) {
+    const size_t end = run.output.find('}', begin) + 1;
+    const size_t value = begin + key.size();
+    run.identity = run.output.substr(value, end - value);
+    run.output.erase(begin, end - begin);
+  }
+}
+
+}  // namespace
+
 ClientRun Ctl(const ClientMachine& machine, const std::vector<std::string>& arguments) {
   ClientRun run = {};
   const ctl::Console console = {
@@ -54,6 +69,7 @@ ClientRun Ctl(const ClientMachine& machine, const std::vector<std::string>& argu
       },
       machine.isTerminal};
   run.exitCode = ctl::RunCtl(arguments, console);
+  TakeIdentities(run);
   return run;
 }
 

@@ -33,7 +33,8 @@ class ClientMachine {
 // What one run of the client printed, reported and asked.
 struct ClientRun {
   int exitCode;
-  std::string output;
+  std::string output;    // without the machine's identity
+  std::string identity;  // that of the last document with one, as JSON
   std::vector<std::string> messages;
   std::vector<std::string> questions;
 };

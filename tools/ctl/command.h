@@ -25,6 +25,7 @@ struct Options {
   std::optional<std::string> from;
   bool yes = false;
   bool tryWriting = false;
+  bool metrics = false;
   bool json = false;
 };
 
@@ -56,6 +57,7 @@ struct Command {
   std::vector<const CommandArgument*> optional;
   bool takesYes = false;
   bool takesTry = false;
+  bool takesMetrics = false;
 };
 
 // All commands, in the order of the help.

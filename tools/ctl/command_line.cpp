@@ -42,6 +42,10 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
                             "Also write each hibernate-after timeout as it is, and time it",
                             &options.tryWriting});
   }
+  if (command.takesMetrics) {
+    syntax.flags.push_back(
+        {"--metrics", "Print metrics for collectors that read text files", &options.metrics});
+  }
   syntax.flags.push_back({"--json", "Print JSON for programs", &options.json});
   return syntax;
 }

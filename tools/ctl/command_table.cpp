@@ -30,6 +30,9 @@ constexpr CommandArgument kAt = {"--at", "TIME", "Time to explain; without one, 
 constexpr CommandArgument kOut = {"--out", "FILE",
                                   "File to write; without one, dozewell-report.html in this folder",
                                   &Options::out};
+constexpr CommandArgument kMetricsOut = {
+    "--out", "FILE", "With --metrics, the file to write; without one, standard output",
+    &Options::out};
 constexpr CommandArgument kFrom = {
     "--from", "FILE", "What wevtutil qe System /f:xml exported here; without one, the log itself",
     &Options::from};
@@ -40,10 +43,13 @@ std::span<const Command> Commands() {
   static const Command kCommands[] = {
       {"status",
        "Show the state of the service and of this machine on one screen",
-       {"status"},
+       {"status", "status --json", "status --metrics --out dozewell.prom"},
        RunStatus,
        {},
-       {}},
+       {&kMetricsOut},
+       false,
+       false,
+       true},
       {"check",
        "Check what the service needs of this machine, and say what to do",
        {"check", "check --json", "check --try"},

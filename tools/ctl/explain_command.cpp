@@ -4,6 +4,7 @@
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
+#include "ctl/live_identity.h"
 #include "ctl/time_argument.h"
 
 namespace dozewell::ctl {
@@ -24,7 +25,7 @@ void RunExplain(const Options& options, const Console& console) {
   LiveEngine engine;
   for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
   const Explanation explanation = Explain(engine.Tracker(), at);
-  console.print(options.json ? JsonLine(ExplanationJson(explanation))
+  console.print(options.json ? LiveLine(ExplanationJson(explanation))
                              : ExplanationText(explanation));
 }
 

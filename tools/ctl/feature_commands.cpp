@@ -7,6 +7,7 @@
 #include "ctl/commands.h"
 #include "ctl/disable_loss.h"
 #include "ctl/live_engine.h"
+#include "ctl/live_identity.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
 
@@ -59,7 +60,7 @@ void SwitchFeature(bool enable, const Options& options, const Console& console) 
   if (result.outcome == CallOutcome::Refused) RequireDone(result, WhyNotSwitched(enable));
   RequireReachable(result);
   if (options.json) {
-    console.print(JsonLine({{"featureEnabled", enable}}));
+    console.print(LiveLine({{"featureEnabled", enable}}));
   } else {
     console.print(std::string("The feature is ") + (enable ? "on" : "off") + ".\n");
   }
@@ -80,7 +81,7 @@ void RunDriver(const Options& options, const Console& console) {
   bool enabled = false;
   RequireDone(CallGetDriverEnabled(enabled), kNoDriver);
   if (options.json) {
-    console.print(JsonLine({{"driverEnabled", enabled}}));
+    console.print(LiveLine({{"driverEnabled", enabled}}));
   } else {
     console.print(std::string("The driver's wake timers are ") + (enabled ? "" : "not ") +
                   "enabled.\n");
@@ -94,7 +95,7 @@ void RunPing(const Options& options, const Console& console) {
   RequireDone(CallPing(), "the service answers, and says that it does not work");
   const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
   if (options.json) {
-    console.print(JsonLine({{"milliseconds", JsonNumber(std::round(taken.count() * 100) / 100)}}));
+    console.print(LiveLine({{"milliseconds", JsonNumber(std::round(taken.count() * 100) / 100)}}));
   } else {
     console.print(FormatText("The service answers, in %.2f ms.\n", taken.count()));
   }

@@ -14,6 +14,7 @@
 #include "ctl/commands.h"
 #include "ctl/event_feed.h"
 #include "ctl/live_files.h"
+#include "ctl/live_identity.h"
 #include "ctl/service_calls.h"
 #include "ctl/service_query.h"
 #include "ctl/unreachable_text.h"
@@ -123,7 +124,7 @@ void RunImportHistory(const Options& options, const Console& console) {
     Write(files, import, learns, console);
   }
   if (options.json) {
-    console.print(JsonLine(ImportJson(import, learns)));
+    console.print(LiveLine(ImportJson(import, learns)));
   } else {
     console.print(ImportText(import, files.history) + LearntText(files.data, learns));
   }

@@ -9,6 +9,7 @@
 #include "common/option_text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/live_identity.h"
 #include "ctl/power_names.h"
 #include "ctl/power_reading.h"
 #include "ctl/require_done.h"
@@ -46,7 +47,7 @@ const PowerSetting& ParseSetting(const std::string& text) {
 void ShowScheme(uint32_t scheme, const char* sentence, const Options& options,
                 const Console& console) {
   const std::string name = NameOf(kSchemes, scheme);
-  console.print(options.json ? JsonLine({{"scheme", name}}) : sentence + name + ".\n");
+  console.print(options.json ? LiveLine({{"scheme", name}}) : sentence + name + ".\n");
 }
 
 }  // namespace
@@ -58,7 +59,7 @@ void RunPowerGet(const Options& options, const Console& console) {
     readings.push_back(ReadPower(source.number));
     RequireDone(readings.back().result, "the service could not read the active power scheme");
   }
-  console.print(options.json ? JsonLine(PowerJson(sources, readings))
+  console.print(options.json ? LiveLine(PowerJson(sources, readings))
                              : PowerTable(sources, readings));
 }
 
@@ -76,7 +77,7 @@ void RunPowerSet(const Options& options, const Console& console) {
   RequireDone(
       CallSetPowerSettings(setting.mask, sourceNumber, timeouts),
       "the service could not write " + std::string(setting.name) + " into the active power scheme");
-  console.print(options.json ? JsonLine({{"source", source}, {setting.jsonName, *value}})
+  console.print(options.json ? LiveLine({{"source", source}, {setting.jsonName, *value}})
                              : std::string(setting.name) + " for " + source + " is " +
                                    PowerValueText(setting, *value) + ".\n");
 }

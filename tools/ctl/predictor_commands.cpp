@@ -7,6 +7,7 @@
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/live_identity.h"
 #include "ctl/live_settings.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
@@ -26,7 +27,7 @@ int32_t ParseStrength(const std::string& text) {
 
 void ShowStrength(int32_t strength, const char* sentence, const Options& options,
                   const Console& console) {
-  console.print(options.json ? JsonLine({{"strength", strength}})
+  console.print(options.json ? LiveLine({{"strength", strength}})
                              : sentence + std::to_string(strength) + ".\n");
 }
 
@@ -55,7 +56,7 @@ void RunResetHistory(const Options& options, const Console& console) {
   RequireDone(CallResetHistory(),
               "the history was not reset, since the controller does not run; dozewellctl status "
               "shows why");
-  console.print(options.json ? JsonLine({{"reset", true}})
+  console.print(options.json ? LiveLine({{"reset", true}})
                              : "The service has been told to forget.\n");
 }
 

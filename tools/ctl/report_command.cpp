@@ -17,8 +17,8 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
+#include "ctl/live_identity.h"
 #include "power/hibernate_after.h"
-#include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
 
@@ -34,8 +34,6 @@ int64_t LiveHibernateAfterSeconds() {
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
 }
-
-std::string ServiceFile(const wchar_t* name) { return PathToSystem(LiveFilePath(name)); }
 
 // Only the file needs a warning: without the folder, the engine has failed before.
 std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
@@ -61,8 +59,7 @@ void RunReport(const Options& options, const Console& console) {
   if (!LocalTimeNow(now)) {
     throw CommandFailure(ExitCode::NotDone, "the clock cannot be read");
   }
-  RequireNoInput(name, {{"the service's history", ServiceFile(kHistoryFileName)},
-                        {"the service's data file", ServiceFile(kDataFileName)}});
+  RequireNoServiceFile(name);
   // The page shows minutes, so pages of the same minute are the same.
   now.tm_sec = 0;
   RequireReadableData();
@@ -70,11 +67,12 @@ void RunReport(const Options& options, const Console& console) {
   std::vector<std::string> warnings = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(warnings);
   for (const std::string& warning : warnings) console.warn("warning: " + warning);
-  const std::string page = report::MakeReport({engine.Configuration(), engine.Tracker(), history,
-                                               now, LiveHibernateAfterSeconds(), warnings});
+  const std::string page =
+      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
+                          LiveHibernateAfterSeconds(), warnings, LiveIdentity()});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
-  console.print(options.json ? JsonLine({{"file", name}, {"bytes", page.size()}})
+  console.print(options.json ? LiveLine({{"file", name}, {"bytes", page.size()}})
                              : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 

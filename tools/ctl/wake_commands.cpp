@@ -9,6 +9,7 @@
 #include "common/text.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/live_identity.h"
 #include "ctl/require_done.h"
 #include "ctl/service_calls.h"
 #include "ctl/time_argument.h"
@@ -79,7 +80,7 @@ Json TimerJson(const TimerReading& reading) {
 }
 
 void ShowCount(uint32_t timer, int32_t count, const Options& options, const Console& console) {
-  console.print(options.json ? JsonLine({{"timer", timer}, {"durationMinutes", count}})
+  console.print(options.json ? LiveLine({{"timer", timer}, {"durationMinutes", count}})
                              : TimerName(timer) + ": " + DurationText(count) + "\n");
 }
 
@@ -95,7 +96,7 @@ void RunWakeGet(const Options& options, const Console& console) {
   if (options.json) {
     Json list = Json::array();
     for (const TimerReading& reading : readings) list.push_back(TimerJson(reading));
-    console.print(JsonLine(list));
+    console.print(LiveLine(list));
     return;
   }
   for (const TimerReading& reading : readings) console.print(ReadingText(reading));
@@ -114,7 +115,7 @@ void RunWakeSet(const Options& options, const Console& console) {
   if (options.json) {
     Json json = {{"timer", timer}, {"time", text}};
     json.update(WakeTimeJson(time));
-    console.print(JsonLine(json));
+    console.print(LiveLine(json));
   } else {
     console.print(TimerName(timer) + " is armed for " + text + ".\n");
   }

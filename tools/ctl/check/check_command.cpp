@@ -3,6 +3,7 @@
 #include "ctl/check/check_report.h"
 #include "ctl/command_failure.h"
 #include "ctl/commands.h"
+#include "ctl/live_identity.h"
 #include "ctl/require_done.h"
 
 namespace dozewell::ctl {
@@ -20,7 +21,7 @@ void RunCheck(const Options& options, const Console& console) {
   const CheckFacts facts = GatherFacts();
   CheckReport report = {Judge(facts), std::nullopt};
   if (options.tryWriting) report.tried = TryTimeouts(MillisecondsNow);
-  console.print(options.json ? JsonLine(CheckJson(report)) : CheckText(report));
+  console.print(options.json ? LiveLine(CheckJson(report)) : CheckText(report));
   RequireReachable(facts.ping);
   if (const size_t bad = report.Count(Verdict::Bad)) {
     throw CommandFailure(

@@ -16,6 +16,7 @@
 #include "ctl/machine_kind.h"
 #include "ctl/service_calls.h"
 #include "ctl/service_query.h"
+#include "ctl/time_zone.h"
 
 namespace dozewell::ctl {
 

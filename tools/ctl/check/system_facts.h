@@ -13,17 +13,9 @@ struct SystemVersion {
   uint32_t build;
 };
 
-// The system's time zone.
-struct Zone {
-  std::string name;            // "W. Europe Standard Time"
-  int32_t minutesBehindUtc;    // now
-  bool ignoresDaylightSaving;  // the user has switched its changes off
-};
-
 // Nothing where the system does not tell.
 std::optional<SystemVersion> ReadSystemVersion();
 std::optional<bool> IsAdministrator();  // this program, with an administrator's rights in force
-std::optional<Zone> ReadZone();
 
 }  // namespace dozewell::ctl
 

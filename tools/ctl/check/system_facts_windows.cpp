@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include "base/utf8.h"
 #include "common/system_handle.h"
 #include "ctl/check/system_facts.h"
 
@@ -29,15 +28,6 @@ std::optional<bool> IsAdministrator() {
     return std::nullopt;
   }
   return elevation.TokenIsElevated != 0;
-}
-
-std::optional<Zone> ReadZone() {
-  DYNAMIC_TIME_ZONE_INFORMATION zone = {};
-  const DWORD season = GetDynamicTimeZoneInformation(&zone);
-  if (season == TIME_ZONE_ID_INVALID) return std::nullopt;
-  const LONG seasonBias = season == TIME_ZONE_ID_DAYLIGHT ? zone.DaylightBias : zone.StandardBias;
-  return Zone{NarrowToUtf8(zone.TimeZoneKeyName), static_cast<int32_t>(zone.Bias + seasonBias),
-              zone.DynamicDaylightTimeDisabled != FALSE};
 }
 
 }  // namespace dozewell::ctl

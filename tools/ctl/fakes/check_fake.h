@@ -11,6 +11,7 @@
 #include "ctl/check/service_configuration.h"
 #include "ctl/check/service_token.h"
 #include "ctl/check/system_facts.h"
+#include "ctl/time_zone.h"
 #include "power/power_capabilities.h"
 
 namespace dozewell::fakes {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ctl/event_feed.h"
+#include "ctl/machine_name.h"
 #include "ctl/pipe_server.h"
 #include "ctl/read_access.h"
 #include "ctl/service_calls.h"
@@ -123,6 +124,8 @@ CallResult CallGetStrength(int32_t& strength) {
 bool HasCalledService() { return client.isCalled; }
 
 ServiceQuery QueryService() { return client.service; }
+
+std::optional<std::string> ReadMachineName() { return client.machineName; }
 
 bool IsReadingDenied(const std::wstring& path) { return client.denied.contains(path); }
 

@@ -31,6 +31,7 @@ struct Client {
   uint32_t scheme = 0;
   int32_t strength = 0;
 
+  std::string machineName = "OFFICE-7";
   ctl::ServiceQuery service = {0, 4};
   bool isCalled = false;
   std::set<std::wstring> denied;       // what this user may not read
