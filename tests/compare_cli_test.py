@@ -83,7 +83,8 @@ def test_everything_in_its_order(tool):
 def test_the_table(tool):
     tool.write("h.csv", HISTORY)
     tool.write("s.ini", GIVEN + RANGES + "WR=5 60\n")
-    equal(tool.works("compare", "--history", "h.csv", "--settings", "s.ini"), """\
+    table, walk = tool.works("compare", "--history", "h.csv", "--settings", "s.ini").split("\n\n")
+    equal(table + "\n", """\
                                     hours        hours resumes from resumes from
                                    asleep   hibernated        sleep  hibernation
 10 minutes                            1.5        178.5            0            9
@@ -95,6 +96,22 @@ settings                             21.3        158.7            9            0
 Best0: -1                             1.5        178.5            0            9
 Best1: 50,30,20,60,40,255            21.3        158.7            9            0
 clairvoyant                           1.5        178.5            9            0
+""")
+    equal(walk, """\
+Walked forward, as a real machine spends it: scores, and where 95 of 100 draws of weeks lie
+strength                                    0                1
+weight                                      5               60
+best timeout in hindsight    94.9 (94.9-94.9) 60.0 (60.0-60.0)
+  which is                           1 minute            never
+timeout of the past          94.8 (94.8-94.9) 57.7 (57.1-60.0)
+your timeout, 10 minutes     94.2 (94.2-94.2) 39.7 (39.7-39.7)
+settings                     98.7 (98.5-99.2) 93.0 (91.1-99.7)
+service                      98.7 (98.5-99.2) 93.0 (91.1-99.7)
+service without wake         94.6 (94.5-94.6) 39.8 (39.8-39.8)
+rates                        94.8 (93.5-99.4) 88.0 (86.0-94.7)
+rates without wake           93.3 (92.8-94.8) 60.0 (60.0-60.0)
+clairvoyant                  99.2 (99.2-99.2) 99.7 (99.7-99.7)
+9 sleeps in 2 weeks, 0 searches
 """)
 
 

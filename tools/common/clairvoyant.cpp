@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "base/numbers.h"
 #include "optimizer/simulator/native_simulator_configurations.h"
@@ -26,6 +27,13 @@ int64_t InWholeMinutes(int64_t from, int64_t time) {
 
 }  // namespace
 
+SleepPlan ClairvoyantPlan(int64_t suspend, int64_t resume) {
+  const int64_t firstSlot = WrapAdd64(SlotStart(suspend), kSlot);
+  const int64_t lastSlot = SlotStart(WrapSubtract64(resume, 1));
+  if (WrapSubtract64(lastSlot, firstSlot) < kIdleStretch) return {};
+  return {InWholeMinutes(suspend, firstSlot), lastSlot, std::nullopt};
+}
+
 SimTimeLine SimulateClairvoyant(std::span<const HistoryRecord> history) {
   constexpr int64_t kNever = 0;
   const SimTimeLine asleepThroughout = SimulateFixedTimeout(history, kNever);
@@ -34,11 +42,10 @@ SimTimeLine SimulateClairvoyant(std::span<const HistoryRecord> history) {
     const SimEvent& event = asleepThroughout[i];
     timeLine.push_back(event);
     if (event.state != SimState::Asleep || i + 1 == asleepThroughout.size()) continue;
-    const int64_t firstSlot = WrapAdd64(SlotStart(event.time), kSlot);
-    const int64_t lastSlot = SlotStart(WrapSubtract64(asleepThroughout[i + 1].time, 1));
-    if (WrapSubtract64(lastSlot, firstSlot) < kIdleStretch) continue;
-    timeLine.push_back({InWholeMinutes(event.time, firstSlot), SimState::PredictedHibernation});
-    timeLine.push_back({lastSlot, SimState::PredictedWakeBack});
+    const SleepPlan plan = ClairvoyantPlan(event.time, asleepThroughout[i + 1].time);
+    if (!plan.hibernation) continue;
+    timeLine.push_back({*plan.hibernation, SimState::PredictedHibernation});
+    timeLine.push_back({*plan.wakeBack, SimState::PredictedWakeBack});
   }
   return timeLine;
 }

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -9,10 +8,15 @@
 #include "common/optimizer_inputs.h"
 #include "common/problem_place.h"
 #include "common/simulated_parameters.h"
+#include "common/walk_forward.h"
+#include "common/week_samples.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/outcomes_text.h"
+#include "replay/service_habits.h"
+#include "replay/table_text.h"
 #include "replay/taken_settings.h"
+#include "replay/walk_text.h"
 
 namespace dozewell::replay {
 namespace {
@@ -34,37 +38,23 @@ Json ChoiceJson(const Choice& choice) {
   return json;
 }
 
-Json ComparisonJson(size_t records, const std::vector<Choice>& choices) {
+Json ChoicesJson(const std::vector<Choice>& choices) {
   Json list = Json::array();
   for (const Choice& choice : choices) list.push_back(ChoiceJson(choice));
-  return {{"records", records}, {"choices", list}};
-}
-
-std::string PaddedRight(std::string text, size_t width) {
-  text.resize(std::max(text.size(), width), ' ');
-  return text;
-}
-
-std::string PaddedLeft(const std::string& text, size_t width) {
-  return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-std::string TableLine(const std::string& name, const std::array<std::string, 4>& cells) {
-  constexpr size_t kNameWidth = 28;
-  constexpr size_t kCellWidth = 13;
-  std::string line = PaddedRight(name, kNameWidth);
-  for (const std::string& cell : cells) line += PaddedLeft(cell, kCellWidth);
-  return line + '\n';
+  return list;
 }
 
 std::string Table(const std::vector<Choice>& choices) {
-  std::string table = TableLine("", {"hours", "hours", "resumes from", "resumes from"}) +
-                      TableLine("", {"asleep", "hibernated", "sleep", "hibernation"});
+  constexpr size_t kCellWidth = 13;
+  const auto line = [](const std::string& name, const std::array<std::string, 4>& cells) {
+    return AlignedLine(name, cells, kCellWidth);
+  };
+  std::string table = line("", {"hours", "hours", "resumes from", "resumes from"}) +
+                      line("", {"asleep", "hibernated", "sleep", "hibernation"});
   for (const auto& [name, value, outcomes, minutes] : choices) {
     std::string label = name;
     if (!value.empty()) label.append(": ").append(value);
-    table +=
-        TableLine(label, {HoursText(outcomes.sleepSeconds), HoursText(outcomes.hibernateSeconds),
+    table += line(label, {HoursText(outcomes.sleepSeconds), HoursText(outcomes.hibernateSeconds),
                           std::to_string(outcomes.resumesFromSleep),
                           std::to_string(outcomes.resumesFromHibernate)});
   }
@@ -84,11 +74,25 @@ void RunCompare(const Options& options, Results& results) {
     const std::string search = PlaceOfSearchProblem(configuration, {settings, *options.history});
     return PlaceOfProblem(parameters, {settings, search});
   };
-  const std::vector<Choice> choices = AllChoices(TellPlaceIn(
-      history, place, [&] { return Compare(history.records, configuration, timeoutSeconds); }));
-  results.output = options.json ? IdentifiedLine(ComparisonJson(history.records.size(), choices),
-                                                 results.identity)
-                                : Table(choices);
+  const std::vector<HistoryRecord>& records = history.records;
+  std::vector<Choice> choices;
+  Walk walk;
+  TellPlaceIn(history, place, [&] {
+    choices = AllChoices(Compare(records, configuration, timeoutSeconds));
+    walk = WalkForward(records, configuration, timeoutSeconds, HabitsOf(configuration));
+  });
+  const WeekSamples samples(records, walk.weeks);
+  if (options.json) {
+    results.output = IdentifiedLine({{"records", records.size()},
+                                     {"choices", ChoicesJson(choices)},
+                                     {"sleeps", walk.sleeps},
+                                     {"weeks", walk.weeks},
+                                     {"searches", SearchesJson(walk)},
+                                     {"walkForward", WalkJson(walk, samples)}},
+                                    results.identity);
+  } else {
+    results.output = Table(choices) + "\n" + WalkText(walk, samples, timeoutSeconds);
+  }
 }
 
 }  // namespace dozewell::replay

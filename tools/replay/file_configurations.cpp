@@ -13,7 +13,9 @@ namespace {
 constexpr const char* kSettingsSection = "Settings";
 constexpr const char* kMachineSection = "Machine";
 
+// Sets are what a search stores, so a file may well be without.
 bool HasDefault(const std::string& section, const std::string& key) {
+  if (key.starts_with(kBestSetPrefix)) return false;
   static const SettingsFile kDefaults = LoadSettings(std::nullopt);
   return kDefaults.Has(section, key);
 }
@@ -54,6 +56,11 @@ uint32_t FileConfigurations::GetTimeResolution() {
 
 bool FileConfigurations::IsDynamicHAEnabled() {
   return Atoi(Value(kSettingsSection, NarrowToUtf8(kEnableDynamicHAName))) == 1;
+}
+
+uint32_t FileConfigurations::ServiceNumber(const wchar_t* name, uint32_t valueIfAbsent) const {
+  const std::string text = settings_.Value(kSettingsSection, NarrowToUtf8(name));
+  return text.empty() ? valueIfAbsent : static_cast<uint32_t>(Atoi(text));
 }
 
 bool FileConfigurations::IsPredictionDisabled() {

@@ -27,6 +27,9 @@ class FileConfigurations : public IConfigurations {
   // The setting DisablePrediction, which the service looks at before it asks for predictions.
   bool IsPredictionDisabled();
 
+  // A number of the service, which has its default where the file lacks it.
+  uint32_t ServiceNumber(const wchar_t* name, uint32_t valueIfAbsent) const;
+
   std::string GetValue(std::string section, std::string key) override;
   uint32_t GetTimeResolution() override;
   bool IsDynamicHAEnabled() override;

@@ -6,6 +6,14 @@
 
 namespace dozewell {
 
+Outcomes& Outcomes::operator+=(const Outcomes& other) {
+  sleepSeconds = WrapAdd64(sleepSeconds, other.sleepSeconds);
+  hibernateSeconds = WrapAdd64(hibernateSeconds, other.hibernateSeconds);
+  resumesFromSleep += other.resumesFromSleep;
+  resumesFromHibernate += other.resumesFromHibernate;
+  return *this;
+}
+
 void CountOutcomes(const SimTimeLine& timeLine, Outcomes& outcomes) {
   for (size_t i = 1; i < timeLine.size(); ++i) {
     const SimEvent& previous = timeLine[i - 1];

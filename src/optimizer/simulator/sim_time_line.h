@@ -36,6 +36,7 @@ struct Outcomes {
   int32_t resumesFromSleep = 0;
   int32_t resumesFromHibernate = 0;
 
+  Outcomes& operator+=(const Outcomes& other);
   bool operator==(const Outcomes&) const = default;
 };
 

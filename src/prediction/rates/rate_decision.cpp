@@ -76,6 +76,11 @@ int32_t MinutesOf(const std::vector<ForecastPiece>& pieces, size_t piece) {
 
 }  // namespace
 
+RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
+  constexpr int64_t kFewestSleeps = 3;
+  return {weight, learnt.MeanIdleSeconds(), learnt.sleeps < kFewestSleeps, canWake};
+}
+
 RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
   if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
   if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "prediction/rates/learnt_rates.h"
 #include "prediction/rates/rate_factors.h"
 
 namespace dozewell {
@@ -18,6 +19,9 @@ struct RateWishes {
   bool isBeginner;         // too little is learnt to hibernate soon
   bool canWake;            // the machine can be woken from hibernation
 };
+
+// The wishes of a machine that has learnt this.
+RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake);
 
 // Minutes from the suspend on.
 struct RateDecision {

@@ -10,7 +10,6 @@ namespace dozewell {
 namespace {
 
 constexpr int64_t kMinute = 60;
-constexpr int64_t kFewestSleeps = 3;
 
 // The scoring weight of the chosen strength.
 int32_t ReadWeight(IConfigurations& configuration) {
@@ -41,10 +40,8 @@ RatesPredictor::~RatesPredictor() {
 std::vector<PredictionRecord> RatesPredictor::GetPredictions(const tm& time) {
   const int64_t suspend = SecondsFromTm(time);
   if (suspend == kInvalidTime) return {};
-  const RateDecision decision = DecideByRates(
-      state_.factors,
-      {weight_, state_.learnt.MeanIdleSeconds(), state_.learnt.sleeps < kFewestSleeps, canWake_()},
-      suspend);
+  const RateDecision decision =
+      DecideByRates(state_.factors, WishesOf(state_.learnt, weight_, canWake_()), suspend);
   std::vector<PredictionRecord> predictions = {{time, decision.hibernate}};
   if (decision.second) {
     const auto [wake, hibernate] = *decision.second;

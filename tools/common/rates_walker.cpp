@@ -1,0 +1,42 @@
+#include "common/rates_walker.h"
+
+#include "prediction/rates/rate_decision.h"
+#include "prediction/time_line.h"
+
+namespace dozewell {
+namespace {
+
+SleepPlan PlanOf(const RateDecision& decision, int64_t suspend) {
+  constexpr int64_t kMinute = 60;
+  SleepPlan plan = {suspend + decision.hibernate * kMinute, std::nullopt, std::nullopt};
+  if (decision.second) {
+    plan.wakeBack = suspend + decision.second->wake * kMinute;
+    plan.secondHibernation = suspend + decision.second->hibernate * kMinute;
+  }
+  return plan;
+}
+
+}  // namespace
+
+RatesWalker::RatesWalker(WalkCounter& counter)
+    : counter_(counter),
+      firstRates_(counter.AddForStrengths(WalkedKind::Rates, "rates")),
+      firstWithoutWake_(
+          counter.AddForStrengths(WalkedKind::RatesWithoutWake, "rates without wake")) {}
+
+void RatesWalker::Walk(const WalkedSleep& sleep) {
+  const auto count = [&](size_t choice, int32_t weight, bool canWake) {
+    const RateDecision decision =
+        DecideByRates(state_.factors, WishesOf(state_.learnt, weight, canWake), sleep.suspend);
+    counter_.Count(choice, OutcomesOfSleep(sleep, PlanOf(decision, sleep.suspend)));
+  };
+  for (size_t strength = 0; strength < counter_.Result().weights.size(); ++strength) {
+    const int32_t weight = counter_.Result().weights[strength];
+    count(firstRates_ + strength, weight, true);
+    count(firstWithoutWake_ + strength, weight, false);
+  }
+  state_.Take(Suspend, sleep.suspend);
+  state_.Take(Activating, sleep.resume);
+}
+
+}  // namespace dozewell

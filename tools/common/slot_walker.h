@@ -1,0 +1,49 @@
+#ifndef DOZEWELL_COMMON_SLOT_WALKER_H_
+#define DOZEWELL_COMMON_SLOT_WALKER_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "common/search_calendar.h"
+#include "common/slot_service.h"
+#include "common/walk_counter.h"
+#include "common/walked_sleep.h"
+#include "optimizer/simulator/parameter_grid.h"
+#include "prediction/configurations.h"
+#include "prediction/history_file.h"
+
+namespace dozewell {
+
+// Walks with the described predictor: with its parameters as they are, and at each strength as the
+// service lives: a search when one is due, and what it found in force from then on.
+class SlotWalker {
+ public:
+  // History and counter must outlive the object. Throws what a simulation throws, and so do the
+  // others.
+  SlotWalker(WalkCounter& counter, std::span<const HistoryRecord> history,
+             IConfigurations& configuration, int64_t userTimeoutSeconds,
+             const SearchHabits& habits);
+
+  void Walk(const WalkedSleep& sleep);
+  // The searches that were due so far.
+  const std::vector<SearchRun>& Searches() const { return searches_; }
+
+ private:
+  void Search(std::span<const HistoryRecord> known);
+
+  WalkCounter& counter_;
+  int64_t userTimeoutSeconds_;
+  SlotService service_;
+  SearchCalendar calendar_;
+  ParameterGrid grid_;
+  std::vector<SearchRun> searches_;
+  size_t settings_;
+  size_t firstService_;
+  size_t firstWithoutWake_;
+};
+
+}  // namespace dozewell
+
+#endif  // DOZEWELL_COMMON_SLOT_WALKER_H_
