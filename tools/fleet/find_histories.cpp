@@ -26,9 +26,8 @@ FoundHistory Found(const std::string& path, const std::string& reason = "") {
 bool IsHistoryName(const std::string& name) {
   constexpr std::string_view kSuffix = ".dat";
   const std::string_view text = name;
-  return IsCsvName(name) ||
-         (text.size() >= kSuffix.size() &&
-          EqualIgnoringCase(text.substr(text.size() - kSuffix.size()), kSuffix));
+  return IsCsvName(name) || (text.size() >= kSuffix.size() &&
+                             EqualIgnoringCase(text.substr(text.size() - kSuffix.size()), kSuffix));
 }
 
 // Nothing when the folder cannot be listed; `reason` says why then.

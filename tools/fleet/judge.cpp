@@ -38,8 +38,9 @@ std::vector<Judged> AllChoices(const Comparison& comparison, const Walk& walk) {
   for (const WalkedChoice& choice : walk.choices) {
     if (choice.kind == WalkedKind::Fixed) continue;
     const bool isTaken = std::ranges::find(compared, choice.name, &Choice::name) != compared.end();
-    all.push_back({{choice.name + (isTaken ? ", walked forward" : ""), choice.kind, choice.strength},
-                   choice.outcomes});
+    all.push_back(
+        {{choice.name + (isTaken ? ", walked forward" : ""), choice.kind, choice.strength},
+         choice.outcomes});
   }
   return all;
 }
@@ -48,9 +49,9 @@ std::optional<ScoreBounds> BoundsOf(const Walk& walk, std::span<const HistoryRec
                                     size_t strength) {
   constexpr double kThousand = 1000;
   if (strength >= walk.weights.size()) return std::nullopt;
-  const auto range = WeekSamples(history, walk.weeks)
-                         .RangeOf(walk.Of(WalkedKind::Service, strength).weeks,
-                                  walk.weights[strength]);
+  const auto range =
+      WeekSamples(history, walk.weeks)
+          .RangeOf(walk.Of(WalkedKind::Service, strength).weeks, walk.weights[strength]);
   if (!range) return std::nullopt;
   return ScoreBounds{std::llround(range->low * kThousand), std::llround(range->high * kThousand)};
 }
@@ -104,7 +105,8 @@ MachineRow Judge(const FoundHistory& found, IConfigurations& configuration,
     const SimulatedHistory history = LoadSimulatedHistory(found.path, warnings);
     for (const std::string& warning : warnings) row.damage += WithoutPath(warning, found.path);
     const auto judge = [&] { JudgeRecords(history.records, configuration, question, row); };
-    TellPlaceIn(history, [&] { return found.path; }, judge);
+    TellPlaceIn(
+        history, [&] { return found.path; }, judge);
   } catch (const std::exception& error) {
     row = {found.shown, WithoutPath(error.what(), found.path)};
   }

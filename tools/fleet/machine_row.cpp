@@ -16,8 +16,8 @@ namespace {
 constexpr std::string_view kFoldersOfService[] = {"Z7", "Brevan"};
 
 bool IsFolderOfService(std::string_view name) {
-  return std::ranges::any_of(
-      kFoldersOfService, [name](std::string_view own) { return EqualIgnoringCase(name, own); });
+  return std::ranges::any_of(kFoldersOfService,
+                             [name](std::string_view own) { return EqualIgnoringCase(name, own); });
 }
 
 }  // namespace

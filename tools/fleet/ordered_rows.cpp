@@ -21,8 +21,7 @@ struct Place {
 
 }  // namespace
 
-void InOrder(size_t first, size_t count, int threads,
-             const std::function<MachineRow(size_t)>& make,
+void InOrder(size_t first, size_t count, int threads, const std::function<MachineRow(size_t)>& make,
              const std::function<void(MachineRow)>& take) {
   std::vector<Place> places(kAheadPerThread * static_cast<size_t>(threads));
   std::atomic<size_t> next = first;

@@ -113,8 +113,7 @@ std::vector<PageSection> Sections(const FleetTotals& totals, const EnergyRates& 
                        &Spread::gain)},
       {"losers", "Who loses", LosersText(totals), LosersTable(totals)}};
   if (!totals.Broken().empty()) {
-    sections.push_back({"broken", "Broken histories",
-                        "These are in no figure above.",
+    sections.push_back({"broken", "Broken histories", "These are in no figure above.",
                         NotedTable("Histories that could not be judged", totals.Broken())});
   }
   if (!totals.Damaged().empty()) {
@@ -131,8 +130,7 @@ std::string MakePage(const FleetTotals& totals, const EnergyRates& rates) {
   const std::vector<PageSection> sections = Sections(totals, rates);
   std::string content;
   for (const PageSection& section : sections) content += SectionHtml(section);
-  const std::string title =
-      "Dozewell, " + CountText(totals.All().machines, "machine", "machines");
+  const std::string title = "Dozewell, " + CountText(totals.All().machines, "machine", "machines");
   return report::Document(
       title, Header(totals, rates) + Contents(sections) + HtmlElement("main", "\n" + content),
       kOwnRules);

@@ -72,9 +72,9 @@ std::string StrengthRow(const std::string& group, const GroupTotals& totals,
 std::string Counted(int64_t count, int64_t all) {
   const double percent = all == 0 ? 0 : 100 * static_cast<double>(count) / static_cast<double>(all);
   const std::string width = "width:" + DecimalText(percent, 2) + "%";
-  return HtmlElement("td", {{"class", "number"}},
-                     std::to_string(count) +
-                         HtmlElement("i", {{"class", "share"}, {"style", width}}, ""));
+  return HtmlElement(
+      "td", {{"class", "number"}},
+      std::to_string(count) + HtmlElement("i", {{"class", "share"}, {"style", width}}, ""));
 }
 
 }  // namespace
@@ -100,8 +100,8 @@ std::string StrengthsTable(const FleetTotals& totals, const EnergyRates& rates) 
             StrengthRow(name, group, totals.Question(), "rates", WalkedKind::Rates, rates);
   }
   return Table("Recommended strengths",
-               {"group", "machines", "predictor", "recommended", "kWh now", "kWh then",
-                "waits now", "waits then"},
+               {"group", "machines", "predictor", "recommended", "kWh now", "kWh then", "waits now",
+                "waits then"},
                rows);
 }
 
@@ -142,8 +142,8 @@ std::string LosersTable(const FleetTotals& totals) {
                     Words(DayText(loser.to)) + Words(loser.path));
   }
   return Table("Machines that lose most",
-               {"machine", "points", "score then", "asleep now", "asleep then", "waits now", "waits then",
-                "records", "data to", "history"},
+               {"machine", "points", "score then", "asleep now", "asleep then", "waits now",
+                "waits then", "records", "data to", "history"},
                rows);
 }
 

@@ -102,7 +102,8 @@ PartialReader::PartialReader(std::string name) : name_(std::move(name)) {
 std::optional<std::string> PartialReader::NextLine() {
   std::string line;
   std::array<char, 65536> portion;
-  while (file_ && std::fgets(portion.data(), static_cast<int>(portion.size()), file_.get()) != nullptr) {
+  while (file_ &&
+         std::fgets(portion.data(), static_cast<int>(portion.size()), file_.get()) != nullptr) {
     line += portion.data();
     if (!line.ends_with('\n')) continue;
     ++line_;

@@ -44,8 +44,10 @@ PartialMerge::PartialMerge(std::span<const std::string> names) {
     const FleetQuestion& asked = source.reader.Question();
     if (sources_.size() == 1) question_ = AsOnePart(asked);
     if (AsOnePart(asked) != question_) {
-      throw ToolError(name + ": was made with other settings, another timeout or another version "
-                             "than " + names.front());
+      throw ToolError(name +
+                      ": was made with other settings, another timeout or another version "
+                      "than " +
+                      names.front());
     }
     ++parts[{asked.part.of, asked.part.number}];
   }

@@ -34,8 +34,8 @@ struct FleetPart {
 // What is asked about each machine. Results can be added up when all of this but the part is the
 // same.
 struct FleetQuestion {
-  std::string version;             // of the program that judges
-  std::string settings;            // a text that differs when the settings do
+  std::string version;   // of the program that judges
+  std::string settings;  // a text that differs when the settings do
   SearchHabits habits;
   int64_t userTimeoutSeconds = 0;  // 0 is never
   std::vector<int32_t> weights;    // by strength

@@ -9,15 +9,16 @@
 namespace dozewell::fleet {
 namespace {
 
-constexpr const char* kMachineColumns[] = {"machine", "path", "records", "from", "to",
-                                           "broken",  "damaged"};
-constexpr const char* kChoiceColumns[] = {"sleepSeconds",         "hibernateSeconds",
-                                          "resumesFromSleep",     "resumesFromHibernate",
-                                          "kilowattHours",        "cost"};
+constexpr const char* kMachineColumns[] = {"machine", "path",   "records", "from",
+                                           "to",      "broken", "damaged"};
+constexpr const char* kChoiceColumns[] = {"sleepSeconds",     "hibernateSeconds",
+                                          "resumesFromSleep", "resumesFromHibernate",
+                                          "kilowattHours",    "cost"};
 
 // As spreadsheets read it. A text that one would take for a formula gets an apostrophe before it.
 std::string Cell(std::string_view text) {
-  const bool isFormula = !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
+  const bool isFormula =
+      !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
   std::string cell = isFormula ? "'" : "";
   cell += text;
   if (cell.find_first_of(",\"\r\n") == std::string::npos) return cell;

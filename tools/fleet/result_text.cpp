@@ -31,17 +31,16 @@ std::string TableLine(const std::string& name, const std::array<std::string, 6>&
 
 std::string TableOf(const GroupTotals& totals, const FleetQuestion& question,
                     const EnergyRates& rates) {
-  std::string table =
-      TableLine("", {"hours", "hours", "ready", "had", "", ""}) +
-      TableLine("", {"asleep", "hibernated", "at once", "to wait", "kWh", "money"});
+  std::string table = TableLine("", {"hours", "hours", "ready", "had", "", ""}) +
+                      TableLine("", {"asleep", "hibernated", "at once", "to wait", "kWh", "money"});
   for (size_t i = 0; i < totals.sums.size(); ++i) {
     const OutcomeSums& sums = totals.sums[i];
-    table += TableLine(question.choices[i].name,
-                       {HoursText(sums.sleepSeconds), HoursText(sums.hibernateSeconds),
-                        std::to_string(sums.resumesFromSleep),
-                        std::to_string(sums.resumesFromHibernate),
-                        DecimalText(rates.KilowattHours(sums), kTableEnergyDecimals),
-                        DecimalText(rates.Cost(sums), kTableCostDecimals)});
+    table +=
+        TableLine(question.choices[i].name,
+                  {HoursText(sums.sleepSeconds), HoursText(sums.hibernateSeconds),
+                   std::to_string(sums.resumesFromSleep), std::to_string(sums.resumesFromHibernate),
+                   DecimalText(rates.KilowattHours(sums), kTableEnergyDecimals),
+                   DecimalText(rates.Cost(sums), kTableCostDecimals)});
   }
   return table;
 }
@@ -85,9 +84,8 @@ std::string TotalsText(const FleetTotals& totals, const EnergyRates& rates) {
   if (!totals.Broken().empty()) text += ", " + std::to_string(totals.Broken().size()) + " broken";
   if (totals.To() != 0) text += ", " + DayText(totals.From()) + " to " + DayText(totals.To());
   text += "\n\n" + TableOf(totals.All(), question, rates);
-  const std::string recommended =
-      Recommended(totals, WalkedKind::Service, "slots", rates) +
-      Recommended(totals, WalkedKind::Rates, "rates", rates);
+  const std::string recommended = Recommended(totals, WalkedKind::Service, "slots", rates) +
+                                  Recommended(totals, WalkedKind::Rates, "rates", rates);
   if (!recommended.empty()) text += "\nRecommended:\n" + recommended;
   return text;
 }

@@ -46,7 +46,7 @@ void FleetTotals::AddLoser(const MachineRow& row) {
   const std::optional<double> gain = service_ ? Gain(row, *service_) : std::nullopt;
   if (!gain || *gain >= 0) return;
   ++numberOfLosers_;
-  const Loser loser = {row.path, *gain,      row.records,         row.from,
+  const Loser loser = {row.path, *gain,      row.records,        row.from,
                        row.to,   row.bounds, row.outcomes[own_], row.outcomes[*service_]};
   losers_.insert(std::ranges::upper_bound(losers_, loser, LosesMore), loser);
   if (losers_.size() > kMostLosers) losers_.pop_back();

@@ -67,23 +67,19 @@ constexpr CommandOption kCsv = {"--csv", "FILE", "Table to write, with a row for
 constexpr CommandOption kPartial = {"--partial", "FILE",
                                     "Result to write machine by machine, for --resume and --merge",
                                     &Options::partial, true};
-constexpr CommandOption kPart = {"--part", "K/N",
-                                 "Take the K-th of N equal parts of the machines only",
-                                 &Options::part};
-constexpr CommandOption kGroups = {"--groups", "FILE",
-                                   "Lines NAME,GROUP, for recommendations by group",
-                                   &Options::groups};
-constexpr CommandOption kWattsAsleep = {"--watts-asleep", "WATTS",
-                                        "What a machine takes asleep; without it, 4",
-                                        &Options::wattsAsleep};
+constexpr CommandOption kPart = {
+    "--part", "K/N", "Take the K-th of N equal parts of the machines only", &Options::part};
+constexpr CommandOption kGroups = {
+    "--groups", "FILE", "Lines NAME,GROUP, for recommendations by group", &Options::groups};
+constexpr CommandOption kWattsAsleep = {
+    "--watts-asleep", "WATTS", "What a machine takes asleep; without it, 4", &Options::wattsAsleep};
 constexpr CommandOption kWattsHibernated = {"--watts-hibernated", "WATTS",
                                             "What a machine takes hibernated; without it, 2",
                                             &Options::wattsHibernated};
 constexpr CommandOption kPrice = {"--price", "MONEY",
                                   "What a kilowatt-hour costs; without it, 0.20", &Options::price};
-constexpr CommandOption kThreads = {"--threads", "N",
-                                    "Threads to use; without it, one for each processor",
-                                    &Options::threads};
+constexpr CommandOption kThreads = {
+    "--threads", "N", "Threads to use; without it, one for each processor", &Options::threads};
 constexpr CommandOption kOwnTimeout = {
     "--hibernate-after", "DURATION",
     "The users' own timeout, as 45m, 1h30m or never; without one, 10m", &Options::hibernateAfter};
@@ -101,9 +97,8 @@ constexpr CommandFlag kMerge = {"--merge", "Add up partial results, which are gi
 constexpr CommandFlag kEach = {"--each", "Print CSV with a line for each set first",
                                &Options::each};
 
-constexpr CommandList kFolders = {"FOLDER",
-                                  "Folders with histories at any depth: files *.dat and *.csv",
-                                  &Options::folders};
+constexpr CommandList kFolders = {
+    "FOLDER", "Folders with histories at any depth: files *.dat and *.csv", &Options::folders};
 
 constexpr const char* kTimeLineDetails =
     "\n\n"

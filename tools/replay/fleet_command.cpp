@@ -8,8 +8,8 @@
 
 #include "common/input_file.h"
 #include "common/named_file.h"
-#include "common/option_text.h"
 #include "common/optimizer_inputs.h"
+#include "common/option_text.h"
 #include "common/output_file.h"
 #include "common/problem_place.h"
 #include "common/standard_stream.h"

@@ -4,7 +4,7 @@
 
 namespace dozewell::replay {
 
-SearchHabits HabitsOf(FileConfigurations& configuration) {
+SearchHabits HabitsOf(const FileConfigurations& configuration) {
   return {configuration.ServiceNumber(kOptimizerIntervalName, kDefaultOptimizerIntervalDays),
           configuration.ServiceNumber(kOptimizerDelayName, kDefaultOptimizerDelayMinutes),
           configuration.ServiceNumber(kHistoryLimitName, kDefaultHistoryLimitDays)};

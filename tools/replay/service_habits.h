@@ -7,7 +7,7 @@
 namespace dozewell::replay {
 
 // When a service with these settings searches.
-SearchHabits HabitsOf(FileConfigurations& configuration);
+SearchHabits HabitsOf(const FileConfigurations& configuration);
 
 }  // namespace dozewell::replay
 
