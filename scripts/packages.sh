@@ -46,3 +46,5 @@ TIDY_PACKAGES=(clang-tidy)
 PYFLAKES_PACKAGES=(pyflakes3)
 SHELLCHECK_PACKAGES=(shellcheck)
 BROWSER_PACKAGES=(chromium fonts-liberation)
+# A cluster, for Debian's own Python.
+DASK_PACKAGES=(python3-distributed)
