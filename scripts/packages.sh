@@ -31,6 +31,8 @@ CLANG_PACKAGES=(clang libclang-rt-14-dev)
 LLD_PACKAGES=(lld)
 CROSS_PACKAGES=(g++-mingw-w64-x86-64-win32 mingw-w64-tools)
 PYTHON_PACKAGES=(python3)
+# To read the pages as Markdown. Debian's own Python finds it, /usr/bin/python3.
+PAGES_PACKAGES=(python3-markdown-it)
 # To run what was built for Windows.
 WINE_PACKAGES=(wine wine64 winbind tzdata)
 # To build for Windows and run what was built.

@@ -40,7 +40,7 @@ def the_manual_shows_status_and_explanation_as_they_look(machine):
     manual = MANUAL.read_text("utf-8")
     for command in "status", SIXTIETH_EVENING:
         shown = ["> dozewellctl " + command, *_output(machine, command).splitlines()]
-        block = "".join(f"    {line}".rstrip() + "\n" for line in shown)
+        block = "".join(f"{line}\n" for line in shown)
         expect_true(block in manual, f"{MANUAL.name} does not show this:\n{block}")
 
 

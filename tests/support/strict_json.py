@@ -43,9 +43,9 @@ def documented_examples(program):
     for level, heading, text in EXAMPLE.findall(PAGE.read_text("utf-8")):
         if level == "##":
             section = heading
-        lines = [line for line in text.splitlines() if line.startswith("    ")]
-        if section == program and lines:
-            example = json.loads("\n".join(lines), object_pairs_hook=_no_duplicates)
+        _, found, block = text.partition("```json\n")
+        if section == program and found:
+            example = json.loads(block.partition("```")[0], object_pairs_hook=_no_duplicates)
             for command in re.split(", | and ", heading):
                 examples[command] = example
     return examples
