@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "common/walked_sleep.h"
+#include "common/sleep_plan.h"
 #include "optimizer/simulator/sim_time_line.h"
 #include "prediction/history_file.h"
 

@@ -10,8 +10,8 @@
 #include "base/numbers.h"
 #include "common/comparison.h"
 #include "common/optimizer_inputs.h"
-#include "common/walk_forward.h"
-#include "common/week_samples.h"
+#include "walk/walk_forward.h"
+#include "walk/week_samples.h"
 #include "settings/setting_names.h"
 
 namespace dozewell::fleet {

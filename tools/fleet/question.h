@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "common/json.h"
-#include "common/search_calendar.h"
-#include "common/walk_forward.h"
+#include "walk/search_calendar.h"
+#include "walk/walk_forward.h"
 
 namespace dozewell::fleet {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "common/score.h"
+#include "walk/score.h"
 
 namespace dozewell::fleet {
 namespace {

@@ -8,8 +8,6 @@
 #include "common/optimizer_inputs.h"
 #include "common/problem_place.h"
 #include "common/simulated_parameters.h"
-#include "common/walk_forward.h"
-#include "common/week_samples.h"
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/outcomes_text.h"
@@ -17,6 +15,8 @@
 #include "replay/table_text.h"
 #include "replay/taken_settings.h"
 #include "replay/walk_text.h"
+#include "walk/walk_forward.h"
+#include "walk/week_samples.h"
 
 namespace dozewell::replay {
 namespace {

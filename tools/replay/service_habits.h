@@ -1,7 +1,7 @@
 #ifndef DOZEWELL_REPLAY_SERVICE_HABITS_H_
 #define DOZEWELL_REPLAY_SERVICE_HABITS_H_
 
-#include "common/search_calendar.h"
+#include "walk/search_calendar.h"
 #include "replay/file_configurations.h"
 
 namespace dozewell::replay {

@@ -40,8 +40,8 @@ std::string TenthsText(double number) {
 
 std::string RangeText(const std::optional<ScoreRange>& range) {
   if (!range) return "no resume";
-  return TenthsText(range->score) + " (" + TenthsText(range->low) + "-" +
-         TenthsText(range->high) + ")";
+  return TenthsText(range->score) + " (" + TenthsText(range->low) + "-" + TenthsText(range->high) +
+         ")";
 }
 
 // One line of the table: a cell for each strength.

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "common/json.h"
-#include "common/walk_forward.h"
-#include "common/week_samples.h"
+#include "walk/walk_forward.h"
+#include "walk/week_samples.h"
 
 namespace dozewell::replay {
 

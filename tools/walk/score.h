@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_SCORE_H_
-#define DOZEWELL_COMMON_SCORE_H_
+#ifndef DOZEWELL_WALK_SCORE_H_
+#define DOZEWELL_WALK_SCORE_H_
 
 #include <cstdint>
 #include <optional>
@@ -15,4 +15,4 @@ std::optional<double> ScoreOf(const Outcomes& outcomes, int32_t weight);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_SCORE_H_
+#endif  // DOZEWELL_WALK_SCORE_H_

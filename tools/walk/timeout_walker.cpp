@@ -1,10 +1,10 @@
-#include "common/timeout_walker.h"
+#include "walk/timeout_walker.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 
-#include "common/score.h"
+#include "walk/score.h"
 
 namespace dozewell {
 namespace {

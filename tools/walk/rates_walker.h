@@ -1,11 +1,11 @@
-#ifndef DOZEWELL_COMMON_RATES_WALKER_H_
-#define DOZEWELL_COMMON_RATES_WALKER_H_
+#ifndef DOZEWELL_WALK_RATES_WALKER_H_
+#define DOZEWELL_WALK_RATES_WALKER_H_
 
 #include <cstddef>
 
-#include "common/walk_counter.h"
-#include "common/walked_sleep.h"
 #include "prediction/rates/rates_state.h"
+#include "walk/walk_counter.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 
@@ -26,4 +26,4 @@ class RatesWalker {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_RATES_WALKER_H_
+#endif  // DOZEWELL_WALK_RATES_WALKER_H_

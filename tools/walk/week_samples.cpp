@@ -1,10 +1,10 @@
-#include "common/week_samples.h"
+#include "walk/week_samples.h"
 
 #include <algorithm>
 #include <bit>
 #include <random>
 
-#include "common/score.h"
+#include "walk/score.h"
 
 namespace dozewell {
 namespace {

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_SLOT_SERVICE_H_
-#define DOZEWELL_COMMON_SLOT_SERVICE_H_
+#ifndef DOZEWELL_WALK_SLOT_SERVICE_H_
+#define DOZEWELL_WALK_SLOT_SERVICE_H_
 
 #include <array>
 #include <cstddef>
@@ -66,4 +66,4 @@ class SlotService {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_SLOT_SERVICE_H_
+#endif  // DOZEWELL_WALK_SLOT_SERVICE_H_

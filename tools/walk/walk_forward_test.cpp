@@ -1,4 +1,4 @@
-#include "common/walk_forward.h"
+#include "walk/walk_forward.h"
 
 #include <doctest/doctest.h>
 

@@ -1,4 +1,4 @@
-#include "common/walk_counter.h"
+#include "walk/walk_counter.h"
 
 #include "base/wall_clock.h"
 

@@ -1,4 +1,4 @@
-#include "common/search_calendar.h"
+#include "walk/search_calendar.h"
 
 #include <doctest/doctest.h>
 

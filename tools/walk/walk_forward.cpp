@@ -1,14 +1,14 @@
-#include "common/walk_forward.h"
+#include "walk/walk_forward.h"
 
 #include <algorithm>
 
 #include "common/clairvoyant.h"
-#include "common/rates_walker.h"
-#include "common/slot_walker.h"
-#include "common/timeout_walker.h"
-#include "common/walk_counter.h"
-#include "common/walked_sleep.h"
 #include "settings/setting_names.h"
+#include "walk/rates_walker.h"
+#include "walk/slot_walker.h"
+#include "walk/timeout_walker.h"
+#include "walk/walk_counter.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 

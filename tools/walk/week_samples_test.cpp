@@ -1,8 +1,8 @@
-#include "common/week_samples.h"
+#include "walk/week_samples.h"
 
 #include <doctest/doctest.h>
 
-#include "common/score.h"
+#include "walk/score.h"
 
 namespace dozewell {
 namespace {

@@ -1,18 +1,18 @@
-#ifndef DOZEWELL_COMMON_SLOT_WALKER_H_
-#define DOZEWELL_COMMON_SLOT_WALKER_H_
+#ifndef DOZEWELL_WALK_SLOT_WALKER_H_
+#define DOZEWELL_WALK_SLOT_WALKER_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-#include "common/search_calendar.h"
-#include "common/slot_service.h"
-#include "common/walk_counter.h"
-#include "common/walked_sleep.h"
 #include "optimizer/simulator/parameter_grid.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
+#include "walk/search_calendar.h"
+#include "walk/slot_service.h"
+#include "walk/walk_counter.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 
@@ -46,4 +46,4 @@ class SlotWalker {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_SLOT_WALKER_H_
+#endif  // DOZEWELL_WALK_SLOT_WALKER_H_

@@ -1,4 +1,4 @@
-#include "common/slot_service.h"
+#include "walk/slot_service.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_WALKED_SLEEP_H_
-#define DOZEWELL_COMMON_WALKED_SLEEP_H_
+#ifndef DOZEWELL_WALK_WALKED_SLEEP_H_
+#define DOZEWELL_WALK_WALKED_SLEEP_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "common/sleep_plan.h"
 #include "optimizer/simulator/sim_time_line.h"
 #include "prediction/history_file.h"
 #include "prediction/suspend_decision.h"
@@ -28,17 +29,6 @@ struct WalkedSleep {
 // FixedTextException for an unknown code.
 std::vector<WalkedSleep> SleepsOf(std::span<const HistoryRecord> history);
 
-// What the machine does after a suspend while nobody comes: when it hibernates, when it is woken
-// back to sleep, and when it hibernates again. Wall-clock seconds, each later than the one before
-// it and none without that one.
-struct SleepPlan {
-  std::optional<int64_t> hibernation;
-  std::optional<int64_t> wakeBack;
-  std::optional<int64_t> secondHibernation;
-
-  bool operator==(const SleepPlan&) const = default;
-};
-
 // With a hibernate-after timeout; 0 seconds never hibernate.
 SleepPlan PlanOfTimeout(int64_t suspend, int64_t timeoutSeconds);
 
@@ -53,4 +43,4 @@ Outcomes OutcomesOfSleep(const WalkedSleep& sleep, const SleepPlan& plan);
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_WALKED_SLEEP_H_
+#endif  // DOZEWELL_WALK_WALKED_SLEEP_H_

@@ -1,4 +1,4 @@
-#include "common/slot_walker.h"
+#include "walk/slot_walker.h"
 
 #include "base/numbers.h"
 #include "optimizer/parameter_ranges.h"

@@ -1,13 +1,13 @@
-#ifndef DOZEWELL_COMMON_WALK_COUNTER_H_
-#define DOZEWELL_COMMON_WALK_COUNTER_H_
+#ifndef DOZEWELL_WALK_WALK_COUNTER_H_
+#define DOZEWELL_WALK_WALK_COUNTER_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "common/walk_forward.h"
-#include "common/walked_sleep.h"
 #include "optimizer/simulator/sim_time_line.h"
+#include "walk/walk_forward.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 
@@ -38,4 +38,4 @@ class WalkCounter {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_WALK_COUNTER_H_
+#endif  // DOZEWELL_WALK_WALK_COUNTER_H_

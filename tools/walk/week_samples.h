@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_WEEK_SAMPLES_H_
-#define DOZEWELL_COMMON_WEEK_SAMPLES_H_
+#ifndef DOZEWELL_WALK_WEEK_SAMPLES_H_
+#define DOZEWELL_WALK_WEEK_SAMPLES_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -39,4 +39,4 @@ class WeekSamples {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_WEEK_SAMPLES_H_
+#endif  // DOZEWELL_WALK_WEEK_SAMPLES_H_

@@ -1,4 +1,4 @@
-#include "common/score.h"
+#include "walk/score.h"
 
 namespace dozewell {
 

@@ -1,12 +1,12 @@
-#ifndef DOZEWELL_COMMON_TIMEOUT_WALKER_H_
-#define DOZEWELL_COMMON_TIMEOUT_WALKER_H_
+#ifndef DOZEWELL_WALK_TIMEOUT_WALKER_H_
+#define DOZEWELL_WALK_TIMEOUT_WALKER_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include "common/walk_counter.h"
-#include "common/walked_sleep.h"
+#include "walk/walk_counter.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 
@@ -35,4 +35,4 @@ class TimeoutWalker {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_TIMEOUT_WALKER_H_
+#endif  // DOZEWELL_WALK_TIMEOUT_WALKER_H_

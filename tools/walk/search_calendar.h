@@ -1,14 +1,14 @@
-#ifndef DOZEWELL_COMMON_SEARCH_CALENDAR_H_
-#define DOZEWELL_COMMON_SEARCH_CALENDAR_H_
+#ifndef DOZEWELL_WALK_SEARCH_CALENDAR_H_
+#define DOZEWELL_WALK_SEARCH_CALENDAR_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 
-#include "common/walked_sleep.h"
 #include "prediction/history_file.h"
 #include "settings/setting_names.h"
+#include "walk/walked_sleep.h"
 
 namespace dozewell {
 
@@ -59,4 +59,4 @@ class SearchCalendar {
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_SEARCH_CALENDAR_H_
+#endif  // DOZEWELL_WALK_SEARCH_CALENDAR_H_

@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_WALK_FORWARD_H_
-#define DOZEWELL_COMMON_WALK_FORWARD_H_
+#ifndef DOZEWELL_WALK_WALK_FORWARD_H_
+#define DOZEWELL_WALK_WALK_FORWARD_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "common/search_calendar.h"
 #include "optimizer/simulator/sim_time_line.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
+#include "walk/search_calendar.h"
 
 namespace dozewell {
 
@@ -62,4 +62,4 @@ Walk WalkForward(std::span<const HistoryRecord> history, IConfigurations& config
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_WALK_FORWARD_H_
+#endif  // DOZEWELL_WALK_WALK_FORWARD_H_

@@ -1,4 +1,4 @@
-#include "common/rates_walker.h"
+#include "walk/rates_walker.h"
 
 #include "prediction/rates/rate_decision.h"
 #include "prediction/time_line.h"

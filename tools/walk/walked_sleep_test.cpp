@@ -1,4 +1,4 @@
-#include "common/walked_sleep.h"
+#include "walk/walked_sleep.h"
 
 #include <doctest/doctest.h>
 
