@@ -12,12 +12,15 @@
 namespace dozewell::fleet {
 namespace {
 
-// The folders of the service's data, which a copy of it may still be in.
-constexpr std::string_view kFoldersOfService[] = {"Z7", "Brevan"};
+// The folders that the service's data is in, which a copy of it may still be in.
+constexpr std::string_view kFoldersOfService[] = {"Z7", "Brevan", "ProgramData"};
 
+// Those folders, and the drive that they are on, as it is seen from another machine.
 bool IsFolderOfService(std::string_view name) {
-  return std::ranges::any_of(kFoldersOfService,
-                             [name](std::string_view own) { return EqualIgnoringCase(name, own); });
+  return (name.size() == 2 && name.back() == '$') ||
+         std::ranges::any_of(kFoldersOfService, [name](std::string_view own) {
+           return EqualIgnoringCase(name, own);
+         });
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "walk/rates_walker.h"
 
+#include <vector>
+
 #include "prediction/rates/rate_decision.h"
+#include "prediction/rates/return_forecast.h"
 #include "prediction/time_line.h"
 
 namespace dozewell {
@@ -25,9 +28,10 @@ RatesWalker::RatesWalker(WalkCounter& counter)
           counter.AddForStrengths(WalkedKind::RatesWithoutWake, "rates without wake")) {}
 
 void RatesWalker::Walk(const WalkedSleep& sleep) {
+  const std::vector<ForecastPiece> forecast = ForecastReturn(state_.factors, sleep.suspend);
   const auto count = [&](size_t choice, int32_t weight, bool canWake) {
     const RateDecision decision =
-        DecideByRates(state_.factors, WishesOf(state_.learnt, weight, canWake), sleep.suspend);
+        DecideByForecast(forecast, WishesOf(state_.learnt, weight, canWake));
     counter_.Count(choice, OutcomesOfSleep(sleep, PlanOf(decision, sleep.suspend)));
   };
   for (size_t strength = 0; strength < counter_.Result().weights.size(); ++strength) {

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
-
-#include "prediction/rates/return_forecast.h"
 
 namespace dozewell {
 namespace {
@@ -82,9 +79,12 @@ RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
 }
 
 RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
+  return DecideByForecast(ForecastReturn(factors, suspend), wishes);
+}
+
+RateDecision DecideByForecast(const std::vector<ForecastPiece>& pieces, const RateWishes& wishes) {
   if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
   if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};
-  const std::vector<ForecastPiece> pieces = ForecastReturn(factors, suspend);
   const int32_t shortest =
       wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes;
   size_t firstAllowed = 0;

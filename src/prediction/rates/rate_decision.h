@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "prediction/rates/learnt_rates.h"
 #include "prediction/rates/rate_factors.h"
+#include "prediction/rates/return_forecast.h"
 
 namespace dozewell {
 
@@ -42,6 +44,9 @@ struct RateDecision {
 // When a machine that is suspended at a wall-clock time should hibernate, so that time asleep is
 // spent where somebody is likely to come back.
 RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend);
+
+// The same from a forecast of that suspend, for several wishes at once.
+RateDecision DecideByForecast(const std::vector<ForecastPiece>& pieces, const RateWishes& wishes);
 
 }  // namespace dozewell
 
