@@ -4,12 +4,13 @@ and settings give the same bytes.
 
     build_msi.py --programs build/windows --out build/package
 
-Writes dozewell-VERSION-x64.msi there and dozewell-VERSION-x64.contents.txt, the list of what it
-installs. SOURCE_DATE_EPOCH, in seconds since 1970, is the time that all files get.
+Writes dozewell-VERSION-x64.msi there, dozewell-VERSION-x64.contents.txt, the list of what it
+installs, and dozewell-VERSION-x64.deployment.json for tools that deploy it. SOURCE_DATE_EPOCH, in seconds since 1970, is the time that all files get.
 """
 
 import argparse
 import hashlib
+import json
 import os
 import shutil
 import subprocess
@@ -22,7 +23,9 @@ from xml.sax.saxutils import quoteattr
 
 import default_values
 import msi_tables
+from deployment import deployment
 from msi_file import Table, set_package_code
+from policy.template import DEFINITIONS, TEXTS, make_template
 from short_names import with_short_names
 
 PACKAGING = Path(__file__).resolve().parent
@@ -43,9 +46,17 @@ LICENCES = {
     "mingw-w64.txt": Path("/usr/share/doc/mingw-w64-x86-64-dev/copyright"),
 }
 
+# The administrative template, by folder and name.
+TEMPLATE = {("PolicyFolder", "Dozewell.admx"): DEFINITIONS,
+            ("PolicyEnglishFolder", "Dozewell.adml"): TEXTS}
+
+# Where the folders are, below that of the programs.
+FOLDERS = {"DocsFolder": "docs/", "LicencesFolder": "docs/licences/", "PolicyFolder": "policy/",
+           "PolicyEnglishFolder": "policy/en-US/"}
+
 
 def documents():
-    """The installed documents: their sources by their folder and name."""
+    """The documents that are copied: their sources by their folder and name."""
     found = {("DocsFolder", path.name): path for path in sorted((ROOT / "docs").glob("*.md"))}
     found["DocsFolder", "default-settings.ini"] = default_values.FILE
     found["DocsFolder", "LICENSE.txt"] = ROOT / "LICENSE"
@@ -75,21 +86,29 @@ def identifier(text):
     return str(uuid.uuid5(UPGRADE_CODE, text)).upper()
 
 
-def stage(folder, programs, date):
+def product_code(version):
+    return identifier(f"product {version}")
+
+
+def stage(folder, programs, version, date):
     """Puts all files of the package into a folder, with nothing of their own but their content."""
+    texts = make_template(version)
+    for (_, name), text in TEMPLATE.items():
+        (folder / name).write_text(texts[text], "utf-8")
     files = {name: programs / name for name in (*PROGRAMS, SETUP)}
     files |= {name: path for (_, name), path in documents().items()}
     for name, path in files.items():
         shutil.copyfile(path, folder / name)
-        os.chmod(folder / name, 0o644)
-        os.utime(folder / name, (date, date))
+    for path in folder.iterdir():
+        path.chmod(0o644)
+        os.utime(path, (date, date))
 
 
 def run_wixl(folder, msi, version, date):
-    (folder / "documents.wxs").write_text(documents_wxs(documents()), "utf-8")
+    (folder / "documents.wxs").write_text(documents_wxs([*documents(), *TEMPLATE]), "utf-8")
     shutil.copy(PACKAGING / "dozewell.wxs", folder)
     variables = {"Version": version, "UpgradeCode": str(UPGRADE_CODE).upper(),
-                 "ProductCode": identifier(f"product {version}")}
+                 "ProductCode": product_code(version)}
     # wixl writes the current local time into the package.
     clock = datetime.fromtimestamp(date, timezone.utc).strftime("%Y-%m-%d %H:%M:%S")
     defines = [word for name, value in variables.items() for word in ("-D", f"{name}={value}")]
@@ -128,8 +147,8 @@ def give_short_names(files, components):
 def contents(folder):
     """Installed files with their digests and sizes in bytes."""
     installed = {name: name for name in PROGRAMS}
-    for place, name in documents():
-        installed[("docs/licences/" if place == "LicencesFolder" else "docs/") + name] = name
+    for place, name in (*documents(), *TEMPLATE):
+        installed[FOLDERS[place] + name] = name
     lines = []
     for path, name in sorted(installed.items()):
         data = (folder / name).read_bytes()
@@ -144,7 +163,7 @@ def build(programs, out, version):
     with tempfile.TemporaryDirectory() as scratch:
         folder = Path(scratch)
         unfinished = folder / "dozewell.msi"
-        stage(folder, programs, date)
+        stage(folder, programs, version, date)
         run_wixl(folder, unfinished, version, date)
         complete_tables(folder, unfinished, version)
         # Each package has its own code, so that Windows never confuses two packages.
@@ -152,6 +171,8 @@ def build(programs, out, version):
         code = identifier("package " + hashlib.sha256(unfinished.read_bytes()).hexdigest())
         set_package_code(unfinished, code, ARCHITECTURE)
         msi.with_suffix(".contents.txt").write_text(contents(folder), "utf-8")
+        told = deployment(msi.name, version, product_code(version), str(UPGRADE_CODE).upper())
+        msi.with_suffix(".deployment.json").write_text(json.dumps(told, indent=2) + "\n", "utf-8")
         shutil.copyfile(unfinished, msi)
     return msi
 

@@ -3,6 +3,7 @@
 import msi_columns
 from default_values import (
     KEY, SECTION, DefaultValue, default_values, number_of_strengths)
+from deployment import INSTALLED_KEY, INSTALLED_VALUE
 from msi_choices import Number, Word
 
 SERVICE, TOOLS = "Service", "Tools"  # components
@@ -13,7 +14,7 @@ _NO_NEWER_VERSION = "NOT WIX_DOWNGRADE_DETECTED"
 
 _MACHINE = "2"  # HKEY_LOCAL_MACHINE
 _EVENT_SOURCE = r"SYSTEM\CurrentControlSet\Services\EventLog\Application\Dozewell Service"
-_CHOICES = r"SOFTWARE\Corisk\Z7\Installer"
+_CHOICES = INSTALLED_KEY
 
 # Properties that an administrator may give, the default value that each replaces, and what it may
 # be.
@@ -118,6 +119,9 @@ def added_rows():
             *(_default_value_row(value, replaced) for value in values),
             *((f"Choice.{choice}", _MACHINE, _CHOICES, choice, f"[{choice}]", SERVICE)
               for choice in _REMEMBERED),
+            # For tools that look for what is installed, in whatever folder it is.
+            ("Installed.Version", _MACHINE, INSTALLED_KEY, INSTALLED_VALUE, "[ProductVersion]",
+             SERVICE),
         ],
         # A folder that holds only folders is removed with the product if the product creates it.
         "CreateFolder": [("BrevanFolder", SERVICE)],

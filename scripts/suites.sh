@@ -26,6 +26,7 @@ model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 model of the rates: its own tests | python | python3 -m tests.model.rates_model_test
 model of the rates, walked forward | python | python3 -m tests.model.rates_walk --years 4 --days 100 $traces
+administrative template | python | python3 -m tests.template_rules_test
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py --build $programs
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs $programs --out build/installer-test
 powerwatch, Windows | windows:dozewell-powerwatch,dozewell-replay machine python | python3 -m tests.powerwatch_test --wine "$wine" --folder $programs

@@ -50,7 +50,7 @@ def test_the_same_inputs_give_the_same_bytes(packages):
     shutil.copytree(packages.programs, copies, ignore=lambda folder, names: [
         name for name in names if not name.startswith(("dozewell", "Dozewell"))])
     again = build_package(copies, out / "again", VERSION, TZ="Asia/Tokyo", LC_ALL="C")
-    for suffix in (".msi", ".contents.txt"):
+    for suffix in (".msi", ".contents.txt", ".deployment.json"):
         equal(digest(again.path.with_suffix(suffix)),
               digest(packages.this.path.with_suffix(suffix)), suffix)
     with open(copies / "dozewellctl.exe", "ab") as program:
@@ -91,11 +91,28 @@ def test_all_documents_are_there(packages):
     expected = {f"docs/{path.name}" for path in (ROOT / "docs").glob("*.md")}
     expected |= {"docs/LICENSE.txt", "docs/default-settings.ini"}
     expected |= {f"docs/licences/{name}.txt" for name in ("CLI11", "GCC", "JSON", "mingw-w64")}
+    expected |= {"policy/Dozewell.admx", "policy/en-US/Dozewell.adml"}
     expected |= {f"{name}.exe" for name in PROGRAMS}
     equal(set(packages.this.contents()), expected)
     for path in ("DozewellService.exe", "dozewellctl.exe", "dozewell-replay.exe"):
         equal(packages.this.contents()[path], digest(packages.programs / path), path)
     equal(packages.this.table("Shortcut"), [])
+
+
+def test_deploying_tools_are_told_what_the_package_and_the_page_say(packages):
+    page = (ROOT / "docs" / "deploying.md").read_text("utf-8")
+    for package in (packages.this, packages.following):
+        told, properties = package.deployment(), package.properties
+        equal((told["name"], told["publisher"], told["version"], told["productCode"],
+               told["upgradeCode"]),
+              tuple(properties[name] for name in ("ProductName", "Manufacturer", "ProductVersion",
+                                                  "ProductCode", "UpgradeCode")))
+        equal(told["file"], package.path.name)
+    told = packages.this.deployment()
+    for text in (told["install"], told["uninstall"].replace(told["productCode"], "{ProductCode}"),
+                 told["detection"]["command"], told["upgradeCode"],
+                 *map(str, sum(told["exitCodes"].values(), []))):
+        equal(text in page, True, text)
 
 
 def test_the_service_is_described_to_windows(packages):
@@ -195,8 +212,9 @@ def is_valid(choice):
 def test_installing_puts_everything_in_place(machine):
     machine.install()
     expect_installed(machine, machine.package)
-    equal({values for values in machine.values(Z7_KEY + r"\Installer").popitem()[1].values()},
-          {("REG_SZ",)}, "choices")
+    remembered = machine.values(Z7_KEY + r"\Installer").popitem()[1]
+    equal(remembered.pop("Version"), ("REG_SZ", VERSION))
+    equal(set(remembered.values()), {("REG_SZ",)}, "choices")
 
 
 def test_an_installed_service_works_on_its_first_start(machine):
@@ -356,6 +374,46 @@ def test_a_data_folder_of_somebody_else_is_not_used(machine):
     equal((machine.data / "zs7state.dat").exists(), False)
     aside = machine.data.parent.with_name("Brevan.untrusted")
     equal((aside / "Z7" / "zs7state.dat").read_bytes(), b"planted")
+
+
+# Deploying, in the words of the file for tools that do that
+
+def command(machine, text):
+    """Exit code and output of a command, where the packages are in the current folder."""
+    for package in (machine.package, machine.next_package):
+        shutil.copy(package.path, machine.drive)
+    try:
+        return machine.run(*text.split())
+    finally:
+        for package in (machine.package, machine.next_package):
+            (machine.drive / package.path.name).unlink()
+
+
+def detected_version(machine, told):
+    """By the rule that a package tells, or None."""
+    code, text = command(machine, told["detection"]["command"])
+    if code != 0:
+        return None
+    name, kind, version = text.split()[-3:]
+    equal((name, kind), (told["detection"]["value"], "REG_SZ"))
+    return version
+
+
+def test_a_tool_installs_detects_upgrades_and_removes_as_it_is_told(machine):
+    this, following = machine.package.deployment(), machine.next_package.deployment()
+    equal(detected_version(machine, this), None)
+    equal(command(machine, this["install"] + " FEATUREENABLED=0 INSTALLFOLDER=C:\\made\\here")[0], 0)
+    equal(detected_version(machine, this), this["detection"]["version"])
+    # The rule of the next version finds that it is still to be installed.
+    equal(detected_version(machine, following) == following["detection"]["version"], False)
+    equal(command(machine, following["install"])[0], 0)
+    equal(detected_version(machine, following), following["detection"]["version"])
+    equal(machine.value(Z7_KEY + r"\Default", "EnableZ7Feature"), "0x0")
+    # An older one is refused, which no exit code calls done.
+    equal(command(machine, this["install"])[0], INSTALL_ERROR)
+    equal(command(machine, following["uninstall"])[0], 0)
+    equal(detected_version(machine, following), None)
+    expect_removed(machine)
 
 
 # Repairing

@@ -66,7 +66,8 @@ def digest(file):
 def test_a_package_without_a_key_is_not_signed_and_the_same_each_time(folder):
     msi = make_package(folder / "once")
     equal(sorted(path.name for path in msi.parent.iterdir()),
-          ["SHA256SUMS", f"{NAME}-debug.zip", f"{NAME}.contents.txt", f"{NAME}.msi", WATCH])
+          ["SHA256SUMS", f"{NAME}-debug.zip", f"{NAME}.contents.txt", f"{NAME}.deployment.json",
+           f"{NAME}.msi", WATCH])
     equal(digest(make_package(folder / "again")), digest(msi))
     key, certificate = make_key(folder)
     files = (msi, msi.with_name(WATCH), *programs_in(msi, folder))

@@ -167,6 +167,7 @@ def expect_installed(machine, package, **chosen):
         else:
             expected[Z7_KEY + r"\Default"][name] = ("REG_DWORD", hex(value))
     equal(machine.values(Z7_KEY + r"\Default"), expected, "default values")
+    equal(machine.value(Z7_KEY + r"\Installer", "Version"), package.properties["ProductVersion"])
     equal(machine.values(EVENT_KEY)[EVENT_KEY],
           {"EventMessageFile": ("REG_EXPAND_SZ", PROGRAM_FOLDER + "DozewellService.exe"),
            "TypesSupported": ("REG_DWORD", "0x7")}, "event source")

@@ -1,6 +1,7 @@
 """Installer packages to test, made from the programs of a Windows build."""
 
 import hashlib
+import json
 import os
 import re
 import shutil
@@ -51,6 +52,10 @@ class Package:
         lines = self.path.with_suffix(".contents.txt").read_text("utf-8").splitlines()
         rows = [re.fullmatch(r"([0-9a-f]{64}) +(\d+)  (\S+)", line).groups() for line in lines]
         return {path: digest for digest, _, path in rows}
+
+    def deployment(self):
+        """What tools that deploy it are told."""
+        return json.loads(self.path.with_suffix(".deployment.json").read_text("utf-8"))
 
     def summary(self, field):
         text = subprocess.run(["msiinfo", "suminfo", self.path], check=True, capture_output=True,

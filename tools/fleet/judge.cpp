@@ -10,9 +10,9 @@
 #include "base/numbers.h"
 #include "common/comparison.h"
 #include "common/optimizer_inputs.h"
+#include "settings/setting_names.h"
 #include "walk/walk_forward.h"
 #include "walk/week_samples.h"
-#include "settings/setting_names.h"
 
 namespace dozewell::fleet {
 namespace {

@@ -18,9 +18,8 @@ constexpr std::string_view kFoldersOfService[] = {"Z7", "Brevan", "ProgramData"}
 // Those folders, and the drive that they are on, as it is seen from another machine.
 bool IsFolderOfService(std::string_view name) {
   return (name.size() == 2 && name.back() == '$') ||
-         std::ranges::any_of(kFoldersOfService, [name](std::string_view own) {
-           return EqualIgnoringCase(name, own);
-         });
+         std::ranges::any_of(kFoldersOfService,
+                             [name](std::string_view own) { return EqualIgnoringCase(name, own); });
 }
 
 }  // namespace

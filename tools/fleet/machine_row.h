@@ -34,8 +34,8 @@ struct MachineRow {
   bool operator==(const MachineRow&) const = default;
 };
 
-// What people call the machine of a history: the folder that a zs7state.dat is in, beyond those that
-// the service keeps it in, and the name of any other file without its extension.
+// What people call the machine of a history: the folder that a zs7state.dat is in, beyond those
+// that the service keeps it in, and the name of any other file without its extension.
 std::string MachineName(std::string_view path);
 
 }  // namespace dozewell::fleet

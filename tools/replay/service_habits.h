@@ -1,8 +1,8 @@
 #ifndef DOZEWELL_REPLAY_SERVICE_HABITS_H_
 #define DOZEWELL_REPLAY_SERVICE_HABITS_H_
 
-#include "walk/search_calendar.h"
 #include "replay/file_configurations.h"
+#include "walk/search_calendar.h"
 
 namespace dozewell::replay {
 
