@@ -11,7 +11,7 @@
 #include "replay/best_set_json.h"
 #include "replay/commands.h"
 #include "replay/outcomes_text.h"
-#include "replay/service_habits.h"
+#include "replay/search_habits.h"
 #include "replay/table_text.h"
 #include "replay/taken_settings.h"
 #include "replay/walk_text.h"

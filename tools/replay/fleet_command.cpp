@@ -26,7 +26,7 @@
 #include "fleet/totals.h"
 #include "replay/commands.h"
 #include "replay/progress_bar.h"
-#include "replay/service_habits.h"
+#include "replay/search_habits.h"
 #include "replay/taken_settings.h"
 
 namespace dozewell::replay {

@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/wall_clock.h"
+#include "common/local_time.h"
 #include "common/text.h"
 #include "replay/outcomes_text.h"
 #include "replay/table_text.h"
@@ -79,7 +81,9 @@ Json WalkJson(const Walk& walk, const WeekSamples& samples) {
 Json SearchesJson(const Walk& walk) {
   Json list = Json::array();
   for (const auto& [launched, isCutShort] : walk.searches) {
-    list.push_back({{"time", launched}, {"cutShort", isCutShort}});
+    tm time;
+    TmFromSeconds(launched, time);
+    list.push_back({{"time", FormatLocalTime(time)}, {"cutShort", isCutShort}});
   }
   return list;
 }

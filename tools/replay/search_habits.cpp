@@ -1,4 +1,4 @@
-#include "replay/service_habits.h"
+#include "replay/search_habits.h"
 
 #include "settings/setting_names.h"
 

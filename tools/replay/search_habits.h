@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_REPLAY_SERVICE_HABITS_H_
-#define DOZEWELL_REPLAY_SERVICE_HABITS_H_
+#ifndef DOZEWELL_REPLAY_SEARCH_HABITS_H_
+#define DOZEWELL_REPLAY_SEARCH_HABITS_H_
 
 #include "replay/file_configurations.h"
 #include "walk/search_calendar.h"
@@ -11,4 +11,4 @@ SearchHabits HabitsOf(const FileConfigurations& configuration);
 
 }  // namespace dozewell::replay
 
-#endif  // DOZEWELL_REPLAY_SERVICE_HABITS_H_
+#endif  // DOZEWELL_REPLAY_SEARCH_HABITS_H_
