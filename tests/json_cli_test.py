@@ -11,7 +11,7 @@ import sys
 from tests.replay_cli_test import COMMANDS, NOTHING_KNOWN, SLOTS, header
 from tests.support.cli import ROOT, SETTINGS, main
 from tests.support.expect import contains, equal
-from tests.support.strict_json import documented_examples, expect_documented, strict_json
+from tests.support.strict_json import documented_examples, expect_documented, expect_documented_of_many, strict_json
 
 WEEK = str(ROOT / "tests" / "event_logs" / "week.xml")
 
@@ -40,6 +40,7 @@ def all_commands(history="office.csv", data="office.z7", settings=()):
         "explain": ("--data", data, *with_settings),
         "week": ("--data", data, *with_settings),
         "compare": ("--history", history, *with_settings),
+        "fleet": (history, *with_settings),
         "simulate": ("--history", history, "--timeline", *with_settings),
         "baseline": ("--history", history, "--timeline"),
         "search": ("--history", history, "--each", *with_settings),
