@@ -15,7 +15,7 @@
 #include "base/numbers.h"
 #include "base/process_flags.h"
 #include "controller/controller.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "prediction/history_recorder.h"
 #include "rpc/procedures.h"
 #include "service/control_handler.h"

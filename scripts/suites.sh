@@ -5,6 +5,7 @@ FUZZ_RUNS=${FUZZ_RUNS:-5000}
 MODEL_CASES=${MODEL_CASES:-100}
 SEARCH_CASES=${SEARCH_CASES:-60}
 RATES_CASES=${RATES_CASES:-40}
+WALK_CASES=${WALK_CASES:-20}
 
 # A line for each suite, in the order in which they begin: its name, what it needs, its command.
 # It can need
@@ -26,6 +27,7 @@ model: its own tests | python | python3 -m tests.model.engine_model_test
 model of the optimizer: its own tests | python | python3 -m tests.model.optimizer_model_test
 model of the rates: its own tests | python | python3 -m tests.model.rates_model_test
 model of the rates, walked forward | python | python3 -m tests.model.rates_walk --years 4 --days 100 $traces
+table of walks forward | native:dozewell-replay python | python3 -m tests.walk_forward_table_test --tool build/native/dozewell-replay
 administrative template | python | python3 -m tests.template_rules_test
 scenarios, Windows | windows:DozewellService,dozewellctl,dozewell-replay,lab,rpc_wire_test,rpc_clients_test wine python packaging | lab/run_scenarios.py --build $programs
 installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup machine python packaging | python3 -m tests.installer_test --wine "$wine" --programs $programs --out build/installer-test
@@ -36,6 +38,7 @@ unit tests | native:unit_tests | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
 model of the optimizer against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
 model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
+model of walking forward against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_walk_test "$WALK_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs

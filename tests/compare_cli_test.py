@@ -115,6 +115,62 @@ clairvoyant                  99.2 (99.2-99.2) 99.7 (99.7-99.7)
 """)
 
 
+def walked(tool, settings, *options):
+    tool.write("h.csv", HISTORY)
+    tool.write("s.ini", settings)
+    return json.loads(tool.works("compare", "--history", "h.csv", "--settings", "s.ini", "--json",
+                                 *options))
+
+
+def test_the_choices_of_a_walk(tool):
+    walk = walked(tool, GIVEN + RANGES + "WR=5 60\n", "--hibernate-after", "37")
+    by_strength = [f"{name}, strength {strength}" for name in
+                   ("best timeout", "timeout of the past", "service", "service without wake",
+                    "rates", "rates without wake") for strength in (0, 1)]
+    minutes = (5, 10, 20, 30, 37, 45, 60, 90, 120, 180, 240, 360, 480, 600, 720)
+    equal([choice["name"] for choice in walk["walkForward"]],
+          ["1 minute"] + [f"{number} minutes" for number in minutes] + ["never"] +
+          by_strength[:4] + ["settings"] + by_strength[4:] + ["clairvoyant"])
+    equal((walk["sleeps"], walk["weeks"], walk["searches"]), (SLEEPS, 2, []))
+    found = {choice["name"]: choice for choice in walk["walkForward"]}
+    equal(found["37 minutes"], {
+        "name": "37 minutes", "strength": None, "sleepSeconds": SLEEPS * 37 * MINUTE,
+        "hibernateSeconds": SLEEPS * (20 * HOUR - 37 * MINUTE), "resumesFromSleep": 0,
+        "resumesFromHibernate": SLEEPS, "hibernateAfterMinutes": 37,
+        "scores": [{"strength": 0, "weight": 5, "score": 92.071, "low": 92.071, "high": 92.071},
+                   {"strength": 1, "weight": 60, "score": 38.767, "low": 38.767, "high": 38.767}]})
+    equal((found["best timeout, strength 1"]["strength"],
+           found["best timeout, strength 1"]["hibernateAfterMinutes"]), (1, 0))
+
+
+def test_nothing_known_yet_leaves_the_users_timeout(tool):
+    # The simulation leaves the machine asleep there.
+    settings = GIVEN + RANGES + "WR=60\n"
+    for timeout, minutes in (("37", 37), ("10", 10)):
+        walk = walked(tool, settings, "--hibernate-after", timeout)
+        found = {choice["name"]: choice for choice in walk["walkForward"]}["settings"]
+        equal((found["sleepSeconds"], found["resumesFromSleep"], found["resumesFromHibernate"]),
+              (minutes * MINUTE + (SLEEPS - 1) * 10 * MINUTE, SLEEPS - 1, 1))
+
+
+def test_searches_come_when_the_settings_say(tool):
+    # The first resume starts the clock; each day is in use for four hours.
+    for delay, is_cut_short in ((240, True), (239, False)):
+        walk = walked(tool, "[Settings]\nOptimizerInterval=2\nOptimizerDelay=%d\n" % delay +
+                      GIVEN + RANGES + "WR=60\n")
+        equal(walk["searches"], [{"time": f"1970-01-{day:02}T08:05:00", "cutShort": is_cut_short}
+                                 for day in (5, 8)])
+
+
+def test_a_strength_begins_with_its_stored_set(tool):
+    settings = GIVEN.replace("StrengthLow=40", "StrengthLow=0") + RANGES + "WR=60 60 60\n"
+    walk = walked(tool, settings + "Best0=50,30,20,60,40,255\nBest1=-1\n", "--hibernate-after",
+                  "never")
+    found = {choice["name"]: choice["sleepSeconds"] for choice in walk["walkForward"]}
+    equal([found[f"service, strength {strength}"] for strength in (0, 1, 2)],
+          [LEARNT[0], NEVER[0], NEVER[0]])
+
+
 def test_json_on_one_line(tool):
     tool.write("h.csv", "")
     out = tool.works("compare", "--history", "h.csv", "--json")

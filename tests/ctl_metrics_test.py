@@ -1,5 +1,5 @@
-"""Tests the metrics of dozewellctl from outside under Wine, as a collector reads them: with the
-parser of Debian's python3-prometheus-client.
+"""Tests the metrics of dozewellctl from outside under Wine, as metric collectors read them: with a
+parser of theirs.
 
     /usr/bin/python3 -m tests.ctl_metrics_test --wine "wine" --folder build/windows
 
@@ -56,6 +56,8 @@ def test_a_collector_reads_what_the_status_says(machine):
         metrics = parsed(machine.works("status", "--metrics"))
         status = json.loads(machine.works("status", "--json"))
     equal(number(metrics, "up"), 1)
+    version = (ROOT / "VERSION").read_text("utf-8").strip()
+    equal(metrics["dozewell_build_info"], {(version,): 1})
     for name, key in (("feature_enabled", "featureEnabled"), ("strength", "strength"),
                       ("predictions_enabled", "predictionsEnabled"),
                       ("start_attempts", "currentAttempt"),

@@ -11,7 +11,8 @@ import sys
 from tests.replay_cli_test import COMMANDS, NOTHING_KNOWN, SLOTS, header
 from tests.support.cli import ROOT, SETTINGS, main
 from tests.support.expect import contains, equal
-from tests.support.strict_json import documented_examples, expect_documented, expect_documented_of_many, strict_json
+from tests.support.strict_json import (documented_examples, expect_documented,
+                                       expect_documented_of_many, strict_json)
 
 WEEK = str(ROOT / "tests" / "event_logs" / "week.xml")
 

@@ -371,7 +371,11 @@ def test_week_is_plain_text_without_a_terminal(tool):
     equal(tool.works("week", "--data", "d.z7", "--settings", "s.ini"),
           "       00:00 03:00 06:00 09:00 12:00 15:00 18:00 21:00\n"
           "day 0 |                @@@@@@@@@                       |\n"
-          "      never in use | .:-=+*#%@| always in use, ? not known\n")
+          "      never in use | .:-=+*#%@| always in use, ? not known\n"
+          "\n"
+          "       00:00 03:00 06:00 09:00 12:00 15:00 18:00 21:00\n"
+          "day 0 |111111111111111122222222211111111111111111111111|\n"
+          "      how sure that is: seen 1 to 9 times, + more often, ? not known\n")
 
 
 def test_week_for_programs(tool):
@@ -379,9 +383,11 @@ def test_week_for_programs(tool):
     cells = [0] * 16 + [1] * 9 + [0] * 23
     command = ("week", "--data", "d.z7", "--settings", "s.ini", "--json")
     equal(json.loads(tool.works(*command)),
-          {"minutesPerCell": 30, "rows": [{"name": "day 0", "day": 0, "cells": cells}]})
+          {"minutesPerCell": 30, "rows": [{"name": "day 0", "day": 0, "cells": cells,
+                                               "seen": [1] * 16 + [2] * 9 + [1] * 23}]})
     tool.write("d.z7", header() + SLOTS * NOTHING_KNOWN)
-    equal(json.loads(tool.works(*command))["rows"][0]["cells"], [None] * 48)
+    row = json.loads(tool.works(*command))["rows"][0]
+    equal((row["cells"], row["seen"]), ([None] * 48, [0] * 48))
 
 
 def test_week_has_colours_on_a_terminal_unless_they_are_not_wanted(tool):

@@ -41,8 +41,8 @@ def test_the_time_that_it_predicts_from_is_that_of_the_report(tool):
 
 def test_the_timeout_to_compare_with(tool):
     tool.example()
-    contains(page(tool), "Next to a fixed timeout of 10 minutes, ")
-    contains(page(tool, "--hibernate-after", "180"), "Next to a fixed timeout of 180 minutes, ")
+    contains(page(tool), "Next to a fixed timeout of 180 minutes, ")
+    contains(page(tool, "--hibernate-after", "10"), "Next to a fixed timeout of 10 minutes, ")
     contains(page(tool, "--hibernate-after", "0"), "Next to never hibernating, ")
 
 

@@ -13,7 +13,7 @@
 #include "base/process_flags.h"
 #include "base/system_zone.h"
 #include "controller/controller.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "service/control_handler.h"
 #include "stress/quiet_machine.h"
 #include "support/temp_folder.h"

@@ -6,7 +6,9 @@ from datetime import datetime, timezone
 from machine.machine_state import POWER_SETTINGS, POWER_SOURCES
 
 # Places in SYSTEM_POWER_CAPABILITIES.
-S3, S4, HIBERNATION_FILE, FAST_STARTUP, MODERN_STANDBY = 5, 6, 8, 18, 20
+S3, S4, HIBERNATION_FILE, FAST_STARTUP, MODERN_STANDBY, TIMER_WAKE = 5, 6, 8, 18, 20, 64
+# What TIMER_WAKE holds: the deepest state that a timer wakes the machine from.
+FROM_S3, FROM_S4 = 4, 5
 
 _CONTROL = "SYSTEM\\CurrentControlSet\\Control\\Session Manager"
 _POLICIES = "SOFTWARE\\Policies\\Microsoft\\Power\\PowerSettings"
@@ -30,6 +32,7 @@ class ClientView:
         self._state.capabilities[:] = [0] * len(self._state.capabilities)
         for capability in S3, S4, HIBERNATION_FILE, FAST_STARTUP:
             self.set_capability(capability, True)
+        self.set_capability(TIMER_WAKE, FROM_S4)
         for source in self._state.setting_policies:
             source[:] = [0] * len(POWER_SETTINGS)
         self._state.scheme_policy = 0
@@ -41,8 +44,8 @@ class ClientView:
         for log in self._folder.glob("*.xml"):
             log.unlink()
 
-    def set_capability(self, capability, has):
-        self._state.capabilities[capability] = has
+    def set_capability(self, capability, value):
+        self._state.capabilities[capability] = value
 
     def set_fast_startup(self, setting):
         self._registry.write("HiberbootEnabled", setting, _CONTROL + "\\Power")

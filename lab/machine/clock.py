@@ -59,6 +59,7 @@ class Clock:
         are due; while the machine itself is not awake, no time passes for them."""
         seconds = int(timedelta(**span).total_seconds())
         self._state.clock += seconds
+        self._state.uptime_ms += seconds * 1000
         if awake:
             self._state.awake_ms += seconds * 1000
             self._wake_sleepers()

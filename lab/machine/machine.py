@@ -25,6 +25,7 @@ from machine.registry import CURRENT, DEFAULT, ROOT, Registry, predictor_key
 from machine.service_control import Service
 from machine.service_record import EVENTS, Record, of_kinds
 from machine.system_calls import SystemCalls
+from machine.system_timer import SystemTimer
 from machine.tool import Tool
 
 _LAB = Path(__file__).resolve().parents[1]
@@ -40,6 +41,8 @@ IDLE_BACKGROUND_TASK = uuid.UUID("515c31d8-f734-163d-a0fd-11a08c91e8f1")
 SERVICE_PROGRAM = "DozewellService.exe"
 # The call that the service waits in until it is stopped.
 SERVES = "RpcMgmtWaitServerListen"
+
+HOUR_MS = 3_600_000
 
 HISTORY_FILE, DATA_FILE = "zs7state.dat", "cpredict.z7"
 
@@ -86,6 +89,7 @@ class Machine:
         self.processes = self._wine.processes
         self.clock = Clock(self._state, self._wake_sleepers, installation.zone)
         self.driver = Driver(agent)
+        self.timer = SystemTimer(self._state)
         self.calls = SystemCalls(self._state, self.waiting)
         self.schemes = PowerSchemes(self._state)
         self.record = Record(self._state, self.waiting)
@@ -123,6 +127,10 @@ class Machine:
         self.client_view.reset()
         self.clock.reset(START_OF_TIME)
         self._state.awake_ms = 0
+        # The machine slept before, but it was not the service's doing.
+        self._state.uptime_ms = 10 * HOUR_MS
+        self._state.last_sleep_ms, self._state.last_wake_ms = 1 * HOUR_MS, 9 * HOUR_MS
+        self.timer.reset()
         self._state.busy_threads = 0
         self.set_mains(True)
         self.record.clear()
@@ -262,10 +270,14 @@ class Machine:
         return self.deliver(service_control.POWER_EVENT, event_type, data)
 
     def suspend(self):
-        return self.power_event(SUSPEND)
+        """Tells the service, and then the machine sleeps."""
+        step = self.power_event(SUSPEND)
+        self._state.last_sleep_ms = self._state.uptime_ms
+        return step
 
     def resume(self):
         """The resume that the system always reports, no matter what woke the machine."""
+        self._state.last_wake_ms = self._state.uptime_ms
         return self.power_event(RESUME)
 
     def change_power_status(self):

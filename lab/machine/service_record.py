@@ -16,6 +16,7 @@ class Entry(NamedTuple):
     driver                        read timer|write timer|read status, the words in or out
     setting                       write NAME VALUE, or delete NAME
     device                        search for the driver's device
+    timer                         create, arm SECONDS, or cancel: the system's waitable timer
     power-source, sleep, thread, suspend, handler, notification, config, event-log
     failed                        CALL ERROR, when a test made it fail
     """

@@ -66,7 +66,8 @@ def all_is_shown_on_one_screen(machine):
         "lastOptimizerRunUtcSeconds": 1767249000, "eventsError": NO_EVENT_LOG,
         "machine": {"sleeps": True, "hibernates": True, "hibernationFile": True,
                     "modernStandby": False, "fastStartup": False, "wakeTimersForbidden": False,
-                    "hibernateAfterUnderPolicy": False, "driver": True},
+                    "hibernateAfterUnderPolicy": False, "driver": True, "wakeTimer": "driver",
+                    "wakeTimerLimits": []},
     }, "status as JSON")
 
 

@@ -22,6 +22,13 @@ def wake_by_timer_at(machine, time):
     return _resume_at(machine, time, ENDED_BY_TIMER)
 
 
+def wake_by_system_timer(machine):
+    """The system's timer, which is in the driver's place, wakes the machine when it is due."""
+    machine.clock.pass_until(machine.timer.due, awake=False)
+    machine.timer.fire()
+    return machine.resume()
+
+
 def come_back_at(machine, time):
     """The user wakes the machine."""
     return _resume_at(machine, time, ENDED_BY_USER)

@@ -1,6 +1,6 @@
 """The machine's part while a history is played: it sleeps when the history says so, hibernates when
-the timeout in its power scheme has passed, wakes when its timer expires, and resumes when the
-history says that its user comes."""
+the timeout in its power scheme has passed, wakes when a timer expires, the driver's or the system's,
+and resumes when the history says that its user comes."""
 
 from datetime import datetime, timedelta, timezone
 from typing import NamedTuple
@@ -109,6 +109,8 @@ class Playback:
     def _be_woken(self):
         self._armed_until = None
         self._sleep.timer_wakes += 1
+        if self._machine.timer.due is not None:
+            self._machine.timer.fire()
         self._machine.driver.expire_timer()
         self._machine.driver.set_previous_sleep_status(
             ENDED_BY_TIMER if self._is_hibernated else ENDED_BY_USER)
@@ -140,6 +142,8 @@ class Playback:
         self._sleep.moments.append(Moment(now, what, step))
         if any(text.startswith("write timer") for text in step.of("driver")):
             self._armed_until = now + timedelta(minutes=self._machine.driver.armed_minutes)
+        if step.of("timer"):
+            self._armed_until = self._machine.timer.due
         # The last resume gives the user's own timeout back.
         if what != "resumes" and any(text.startswith("write") and "hibernate AC" in text
                                      for text in step.of("scheme")):

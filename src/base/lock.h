@@ -37,8 +37,9 @@ extern Lock& ControllerLock;
 // The order in which a thread may wait for locks: StatusLock (service_status.h), the one for
 // clients (procedures.cpp), the one for starts (controller.cpp), ControllerLock, EngineLock. Under
 // the locks of the pending history (history_recorder.cpp), of the optimizer's thread
-// (optimizer_thread.cpp), of the time zone (system_zone_windows.cpp) and of the right to suspend
-// (suspend_windows.cpp) no other lock is taken.
+// (optimizer_thread.cpp), of the time zone (system_zone_windows.cpp), of the right to suspend
+// (suspend_windows.cpp) and of the timer in the driver's place (timer_device.cpp) no other lock is
+// taken.
 
 }  // namespace dozewell
 

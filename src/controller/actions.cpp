@@ -15,6 +15,7 @@
 #include "diagnostics/message_format.h"
 #include "optimizer/apply_best_set.h"
 #include "optimizer/best_set.h"
+#include "power/driver_device.h"
 #include "power/driver_timer.h"
 #include "power/hibernate_after.h"
 #include "power/power_scheme.h"
@@ -178,7 +179,10 @@ void AH_RestoreHA(const SMEventData*) {
   RestoreCachedHA();
 }
 
-void AH_CancelHWTimer(const SMEventData*) { TraceToDebugger(L"AH_CancelHWTimer\n"); }
+void AH_CancelHWTimer(const SMEventData*) {
+  TraceToDebugger(L"AH_CancelHWTimer\n");
+  CancelStandInTimer();
+}
 
 void AH_ProgramSleep(const SMEventData*) {
   TraceToDebugger(L"AH_ProgramSleep\n");

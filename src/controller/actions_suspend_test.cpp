@@ -20,7 +20,7 @@
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "support/calls.h"
 #include "support/local_times.h"
 

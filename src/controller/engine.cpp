@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "power/driver_device.h"
+#include "power/wake_possible.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/rates/lasting_rates_predictor.h"
 
@@ -36,9 +36,9 @@ PredictorChoice EngineObjects::RenewPredictor() {
   const PredictorChoice choice = ReadPredictorChoice(*configurations);
   RatesInForce = choice.kind == PredictorKind::Rates;
   if (RatesInForce) {
-    predictor = std::make_unique<LastingRatesPredictor>(configurations.get(), historian.get(),
-                                                        HasDriverDevice, std::move(known.slots),
-                                                        std::move(known.rates));
+    predictor =
+        std::make_unique<LastingRatesPredictor>(configurations.get(), historian.get(), WakePossible,
+                                                std::move(known.slots), std::move(known.rates));
   } else {
     predictor = std::make_unique<CyclicProbabilityPredictor>(configurations.get(), historian.get(),
                                                              std::move(known.slots));

@@ -13,7 +13,7 @@
 #include "fakes/journal.h"
 #include "fakes/machine.h"
 #include "fakes/power_fake.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "support/calls.h"
 #include "support/local_times.h"
 

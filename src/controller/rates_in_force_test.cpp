@@ -18,7 +18,7 @@
 #include "fakes/machine.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_recorder.h"
 #include "prediction/rates/lasting_rates_predictor.h"

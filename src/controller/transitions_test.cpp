@@ -14,7 +14,7 @@
 #include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "support/calls.h"
 #include "support/local_times.h"
 

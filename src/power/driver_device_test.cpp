@@ -15,7 +15,7 @@ namespace dozewell {
 TEST_CASE("the driver's device is opened once and closed once") {
   fakes::ResetDriver();
   CHECK(DriverHandle == nullptr);
-  OpenDriverDevice();
+  CHECK(FindDriverDevice());
   CHECK(DriverHandle == &fakes::driver);
   CloseDriverDevice();
   CHECK(DriverHandle == nullptr);
@@ -26,7 +26,7 @@ TEST_CASE("the driver's device is opened once and closed once") {
 TEST_CASE("without a device the handle stays null and is not closed") {
   fakes::ResetDriver();
   fakes::driver.present = false;
-  OpenDriverDevice();
+  CHECK_FALSE(FindDriverDevice());
   CHECK(DriverHandle == nullptr);
   CloseDriverDevice();
   CHECK(fakes::driver.calls == Calls{"open"});
@@ -35,7 +35,7 @@ TEST_CASE("without a device the handle stays null and is not closed") {
 TEST_CASE("there is a device while one is open") {
   fakes::ResetDriver();
   CHECK_FALSE(HasDriverDevice());
-  OpenDriverDevice();
+  FindDriverDevice();
   CHECK(HasDriverDevice());
   CloseDriverDevice();
   CHECK_FALSE(HasDriverDevice());
@@ -64,7 +64,7 @@ TEST_CASE("a control on the invalid handle is not tried and fails") {
 
 TEST_CASE("a control passes its code and buffers on and answers what the driver does") {
   fakes::ResetDriver();
-  OpenDriverDevice();
+  FindDriverDevice();
   fakes::driver.previousSleepStatus = 5;
   uint32_t status = 9;
   CHECK(CallDriver(0x9C402410, nullptr, 0, &status, sizeof(status)));

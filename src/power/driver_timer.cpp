@@ -5,10 +5,6 @@
 namespace dozewell {
 namespace {
 
-constexpr uint32_t kWriteTimerControl = 0x9C402404;
-constexpr uint32_t kReadTimerControl = 0x9C402408;
-constexpr uint32_t kReadPreviousSleepStatusControl = 0x9C402410;
-
 bool ArmWord(size_t word, uint32_t payload) {
   TimerRecord record;
   if (!ReadDriverTimer(record)) return false;

@@ -10,6 +10,11 @@ namespace dozewell {
 // The driver's wake timers and its memory of the last sleep. Any thread; failures are silent, and
 // without a device everything fails. Nothing here is atomic towards other users of the driver.
 
+// The driver's I/O controls.
+inline constexpr uint32_t kWriteTimerControl = 0x9C402404;
+inline constexpr uint32_t kReadTimerControl = 0x9C402408;
+inline constexpr uint32_t kReadPreviousSleepStatusControl = 0x9C402410;
+
 // Both words of the hardware timer, as the driver reads and writes them.
 struct TimerRecord {
   std::array<uint32_t, 2> words = {};

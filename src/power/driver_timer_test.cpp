@@ -10,6 +10,7 @@
 #include "fakes/driver_fake.h"
 #include "power/device_io.h"
 #include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "support/calls.h"
 
 namespace dozewell {

@@ -11,6 +11,9 @@ namespace dozewell {
 // an administrator has switched off. The bytes are the system's own structure, whose fields have
 // different names in the headers of different compilers.
 struct PowerCapabilities {
+  // The system's number of hibernation among its states.
+  static constexpr uint8_t kStateS4 = 5;
+
   static constexpr size_t kS1 = 3;
   static constexpr size_t kS2 = 4;
   static constexpr size_t kS3 = 5;
@@ -19,6 +22,7 @@ struct PowerCapabilities {
   static constexpr size_t kFastStartup = 18;
   static constexpr size_t kWakeAlarm = 19;
   static constexpr size_t kModernStandby = 20;
+  static constexpr size_t kTimerWake = 64;
 
   std::array<uint8_t, 76> bytes = {};
 
@@ -34,6 +38,9 @@ struct PowerCapabilities {
   bool HasWakeAlarm() const { return bytes[kWakeAlarm] != 0; }
   // The machine goes idle in place of sleeping.
   bool HasModernStandby() const { return bytes[kModernStandby] != 0; }
+  // A timer wakes the machine from hibernation too, and not only from sleep. The field is a number
+  // of 32 bits, the deepest state that its clock wakes it from, and has only small values.
+  bool HasTimerWakeFromS4() const { return bytes[kTimerWake] >= kStateS4; }
 };
 
 // False, with `capabilities` left alone, when the system does not tell. Any thread.

@@ -3,8 +3,20 @@
 #include <doctest/doctest.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace dozewell {
+
+TEST_CASE("a timer's wake from hibernation takes a clock that wakes from so deep") {
+  PowerCapabilities capabilities;
+  CHECK_FALSE(capabilities.HasTimerWakeFromS4());
+  for (const auto& [deepest, has] :
+       {std::pair{0, false}, {1, false}, {4, false}, {5, true}, {6, true}}) {
+    capabilities.bytes[64] = static_cast<uint8_t>(deepest);
+    CHECK(capabilities.HasTimerWakeFromS4() == has);
+  }
+}
 
 TEST_CASE("each way to sleep has a byte of its own") {
   struct Row {

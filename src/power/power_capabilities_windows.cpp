@@ -23,6 +23,8 @@ static_assert(offsetof(System, HiberFilePresent) == PowerCapabilities::kHibernat
 static_assert(offsetof(System, FastSystemS4) + 1 == PowerCapabilities::kFastStartup);
 static_assert(offsetof(System, FastSystemS4) + 2 == PowerCapabilities::kWakeAlarm);
 static_assert(offsetof(System, FastSystemS4) + 3 == PowerCapabilities::kModernStandby);
+static_assert(offsetof(System, RtcWake) == PowerCapabilities::kTimerWake);
+static_assert(PowerSystemHibernate == PowerCapabilities::kStateS4);
 static_assert(offsetof(System, DiskSpinDown) == PowerCapabilities::kModernStandby + 1);
 
 }  // namespace

@@ -25,6 +25,11 @@ inline constexpr SchemeSetting kHibernateAfterSetting = {
     kSleepSubgroup, {0x9D7815A6, 0x7EE4, 0x497E, {0x88, 0x88, 0x51, 0x5A, 0x05, 0xF0, 0x23, 0x64}}};
 inline constexpr SchemeSetting kAllowWakeTimersSetting = {
     kSleepSubgroup, {0xBD3B718A, 0x0680, 0x4D9D, {0x8A, 0xB2, 0xE1, 0xD2, 0xB4, 0xAC, 0x80, 0x6D}}};
+// Its values: no timer wakes the machine, every one does, or only those that the system itself
+// calls important.
+inline constexpr uint32_t kWakeTimersForbidden = 0;
+inline constexpr uint32_t kWakeTimersAllowed = 1;
+inline constexpr uint32_t kWakeTimersImportantOnly = 2;
 inline constexpr SchemeSetting kAllowHybridSleepSetting = {
     kSleepSubgroup, {0x94AC6D29, 0x73CE, 0x41A6, {0x80, 0x9F, 0x63, 0x63, 0xBA, 0x21, 0xB4, 0x7E}}};
 

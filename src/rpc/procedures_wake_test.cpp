@@ -8,6 +8,7 @@
 
 #include "fakes/driver_fake.h"
 #include "fakes/served_machine.h"
+#include "power/driver_device.h"
 #include "rpc/procedures.h"
 
 namespace dozewell {

@@ -6,6 +6,7 @@
 #include "controller/controller.h"
 #include "diagnostics/event_writer.h"
 #include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "rpc/rpc_server.h"
 #include "service/service_host.h"
 #include "service/service_status.h"

@@ -42,6 +42,11 @@ inline constexpr wchar_t kServiceStatusName[] = L"ServiceStatus";
 inline constexpr wchar_t kServiceFeedbackName[] = L"ServiceFeedback";
 inline constexpr uint32_t kDefaultServiceFeedback = 0;
 
+// What settings clients show while the system's timer is in the driver's place; absent otherwise.
+inline constexpr wchar_t kWindowsTimerStateName[] = L"WindowsTimerState";
+inline constexpr uint32_t kWindowsTimerWakes = 1;
+inline constexpr uint32_t kWindowsTimerCannotWake = 2;
+
 // The user's own HA, in minutes, while a predicted one is in force. Absent at all other times.
 inline constexpr wchar_t kCachedHAForACName[] = L"HA_AC";
 inline constexpr wchar_t kCachedHAForDCName[] = L"HA_DC";
@@ -95,6 +100,11 @@ inline constexpr char kStrengthName[] = "Strength";
 inline constexpr char kPredictorName[] = "Predictor";
 inline constexpr char kSlotsPredictor[] = "slots";
 inline constexpr char kRatesPredictor[] = "rates";
+
+// What wakes the machine where there is no driver: kWindowsWakeTimer. Any other value, or none, is
+// nothing.
+inline constexpr char kWakeTimerName[] = "WakeTimer";
+inline constexpr char kWindowsWakeTimer[] = "windows";
 
 }  // namespace dozewell
 

@@ -19,8 +19,9 @@ COMMENT = re.compile(r"//[^\n]*")
 LITERAL = re.compile(r'L?"((?:[^"\\\n]|\\.)*)"')
 ADJACENT = re.compile(r'"\s+L?"')
 CALL = re.compile(r'LogServiceEvent\(\s*L"((?:[^"\\\n]|\\.)*)"[^;]*kEvent(\w+)\)')
-# Texts for the console and the compiler are not logged.
-ELSEWHERE = re.compile(r"(fputs|static_assert)\([^;]*;")
+# Texts for the console and the compiler, and the reason of the wake timer, are not logged by the
+# service.
+ELSEWHERE = re.compile(r"((fputs|static_assert)\(|WakeReason\[\] = )[^;]*;")
 # The names of events and states are logged without any other word.
 NAME = re.compile(r'return L"(\w+)";')
 # What stands for a value in a message: in the sources, and on the page.

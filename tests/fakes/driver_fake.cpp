@@ -13,8 +13,8 @@ namespace fakes {
 Driver driver;
 
 void ResetDriver() {
+  CloseDriverDevice();
   driver = {};
-  DriverHandle = nullptr;
 }
 
 namespace {

@@ -11,7 +11,7 @@
 
 namespace dozewell::fakes {
 
-// The driver with its device. OpenDriverDevice opens it; before that every control fails, as it
+// The driver with its device. FindDriverDevice opens it; before that every control fails, as it
 // does without a device.
 struct Driver {
   bool present = true;  // whether the device is there to be opened

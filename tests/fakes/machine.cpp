@@ -14,6 +14,7 @@
 #include "fakes/service_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
+#include "fakes/wake_timer_fake.h"
 #include "optimizer/optimizer_thread.h"
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/history_recorder.h"
@@ -27,9 +28,11 @@ namespace dozewell::fakes {
 namespace {
 
 void ResetFakes() {
-  ResetSettings();
+  // A timer that is still in the driver's place goes first, as it keeps a setting.
   ResetDriver();
+  ResetSettings();
   power = {};
+  systemTimer = {};
   eventLog = {};
   service = {};
   threads = {};

@@ -6,9 +6,21 @@
 #include "fakes/journal.h"
 #include "power/power_source.h"
 #include "power/suspend.h"
+#include "power/wake_timer_policy.h"
 
 namespace dozewell {
 namespace fakes {
+
+PowerCapabilities EveryCapability() {
+  PowerCapabilities capabilities;
+  for (const size_t has :
+       {PowerCapabilities::kS3, PowerCapabilities::kS4, PowerCapabilities::kHibernationFile,
+        PowerCapabilities::kFastStartup, PowerCapabilities::kWakeAlarm}) {
+    capabilities.bytes[has] = 1;
+  }
+  capabilities.bytes[PowerCapabilities::kTimerWake] = PowerCapabilities::kStateS4;
+  return capabilities;
+}
 
 Power power;
 
@@ -107,5 +119,12 @@ bool ReadAcLineStatus(uint8_t& status) {
 }
 
 bool SuspendSystem() { return !fakes::PowerCallFails("suspend"); }
+
+bool ReadPowerCapabilities(PowerCapabilities& capabilities) {
+  if (power.capabilities) capabilities = *power.capabilities;
+  return power.capabilities.has_value();
+}
+
+std::optional<uint32_t> ReadWakeTimerPolicy(uint32_t) { return power.wakeTimerPolicy; }
 
 }  // namespace dozewell

@@ -9,7 +9,7 @@
 #include "fakes/journal.h"
 #include "fakes/machine.h"
 #include "fakes/settings_fake.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "support/calls.h"
 
 namespace dozewell::fakes {

@@ -21,7 +21,7 @@
 #include "controller/engine.h"
 #include "controller/state_machine/state_machine.h"
 #include "optimizer/optimizer_thread.h"
-#include "power/driver_device.h"
+#include "power/open_driver_device.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
 #include "rpc/procedures.h"

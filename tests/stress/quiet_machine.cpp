@@ -10,9 +10,14 @@
 #include "diagnostics/event_log.h"
 #include "power/device_io.h"
 #include "power/driver_timer.h"
+#include "power/last_sleep.h"
+#include "power/power_capabilities.h"
 #include "power/power_scheme.h"
 #include "power/power_source.h"
+#include "power/scheme_settings.h"
 #include "power/suspend.h"
+#include "power/wake_timer.h"
+#include "power/wake_timer_policy.h"
 #include "rpc/rpc_runtime.h"
 #include "service/service_host.h"
 #include "settings/data_folder.h"
@@ -125,6 +130,20 @@ bool PerformIoControl(void*, uint32_t, const void*, size_t, void* output, size_t
 }
 
 void CloseDevice(void*) {}
+
+void* CreateWakeTimer() { return &quiet::messages; }
+WakeTimerArming ArmWakeTimer(void*, int64_t) { return WakeTimerArming::kArmed; }
+void CancelWakeTimer(void*) {}
+void CloseWakeTimer(void*) {}
+
+std::optional<LastSleep> ReadLastSleep() { return std::nullopt; }
+
+bool ReadPowerCapabilities(PowerCapabilities& capabilities) {
+  capabilities.bytes[PowerCapabilities::kTimerWake] = PowerCapabilities::kStateS4;
+  return true;
+}
+
+std::optional<uint32_t> ReadWakeTimerPolicy(uint32_t) { return kWakeTimersAllowed; }
 
 bool GetActivePowerScheme(Guid& scheme) {
   scheme = {};

@@ -8,6 +8,18 @@
 #include "common/option_text.h"
 
 namespace dozewell {
+namespace {
+
+int64_t TimeoutSeconds(const std::optional<std::string>& timeout, int64_t defaultMinutes) {
+  constexpr int64_t kSecondsPerMinute = 60;
+  constexpr int64_t kMostMinutes = std::numeric_limits<uint32_t>::max();
+  if (!timeout) return defaultMinutes * kSecondsPerMinute;
+  const auto minutes = ParseTimeout(*timeout);
+  if (minutes && *minutes <= kMostMinutes) return *minutes * kSecondsPerMinute;
+  throw ToolError(WrongValue("--hibernate-after", TimeoutRange(kMostMinutes), *timeout));
+}
+
+}  // namespace
 
 std::vector<HistoryRecord> LoadOptimizerHistory(const std::string& name,
                                                 std::vector<std::string>& warnings) {
@@ -28,13 +40,13 @@ SimulatedHistory LoadSimulatedHistory(const std::string& name, std::vector<std::
 }
 
 int64_t HibernateAfterSeconds(const std::optional<std::string>& timeout) {
-  constexpr int64_t kDefaultMinutes = 10;
-  constexpr int64_t kSecondsPerMinute = 60;
-  constexpr int64_t kMostMinutes = std::numeric_limits<uint32_t>::max();
-  if (!timeout) return kDefaultMinutes * kSecondsPerMinute;
-  const auto minutes = ParseTimeout(*timeout);
-  if (minutes && *minutes <= kMostMinutes) return *minutes * kSecondsPerMinute;
-  throw ToolError(WrongValue("--hibernate-after", TimeoutRange(kMostMinutes), *timeout));
+  constexpr int64_t kAssumedMinutes = 10;
+  return TimeoutSeconds(timeout, kAssumedMinutes);
+}
+
+int64_t ComparedTimeoutSeconds(const std::optional<std::string>& timeout) {
+  constexpr int64_t kUsualMinutes = 180;
+  return TimeoutSeconds(timeout, kUsualMinutes);
 }
 
 }  // namespace dozewell

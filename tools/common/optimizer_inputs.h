@@ -43,6 +43,9 @@ auto TellPlaceIn(const SimulatedHistory& history, Place place, Run run) {
 // assumes when it can read none. Throws ToolError.
 int64_t HibernateAfterSeconds(const std::optional<std::string>& timeout);
 
+// The same for a comparison with what a user has, who without predictions has what Windows sets.
+int64_t ComparedTimeoutSeconds(const std::optional<std::string>& timeout);
+
 }  // namespace dozewell
 
 #endif  // DOZEWELL_COMMON_OPTIMIZER_INPUTS_H_

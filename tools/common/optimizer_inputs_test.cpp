@@ -19,4 +19,9 @@ TEST_CASE("a hibernate-after timeout is 10 minutes unless one is given") {
       ToolError);
 }
 
+TEST_CASE("a timeout to compare with is three hours unless one is given") {
+  CHECK(ComparedTimeoutSeconds(std::nullopt) == 10800);
+  CHECK(ComparedTimeoutSeconds("45m") == 2700);
+}
+
 }  // namespace dozewell

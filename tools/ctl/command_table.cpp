@@ -142,7 +142,8 @@ std::span<const Command> Commands() {
        {},
        {&kAt}},
       {"report",
-       "Write a page of HTML that shows what was learnt, predicted and gained",
+       "Write a page of HTML: what will happen tonight, what was learnt, what it was worth, and "
+       "why",
        {"report", "report --out week.html"},
        RunReport,
        {},

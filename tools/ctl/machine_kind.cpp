@@ -21,6 +21,12 @@ std::optional<bool> Capability(const MachineKind& kind, bool (PowerCapabilities:
   return (*kind.capabilities.*has)();
 }
 
+Json WakeTimerJson(const MachineKind& kind) {
+  if (!kind.hasDriver) return nullptr;
+  if (*kind.hasDriver) return "driver";
+  return kind.windowsTimer == WindowsTimer::Unused ? "none" : "windows";
+}
+
 }  // namespace
 
 SettingInForce ReadSettingInForce(uint32_t source, const SchemeSetting& setting) {
@@ -59,6 +65,11 @@ std::optional<bool> StartsFast(const MachineKind& kind) {
   return *kind.fastStartupSetting == 1;
 }
 
+void NoteWakeTimer(MachineKind& kind, bool answers) {
+  kind.windowsTimer = answers ? ReadWindowsTimer() : WindowsTimer::Unused;
+  kind.hasDriver = answers && kind.windowsTimer == WindowsTimer::Unused;
+}
+
 bool IsUnderPolicy(const std::array<SettingInForce, 2>& setting) {
   return std::ranges::any_of(
       setting, [](const SettingInForce& inForce) { return inForce.underPolicy == true; });
@@ -68,6 +79,24 @@ bool AreWakeTimersForbidden(const MachineKind& kind) {
   return std::ranges::any_of(kind.wakeTimers, [](const SettingInForce& inForce) {
     return inForce.underPolicy == true && inForce.value == 0U;
   });
+}
+
+std::vector<std::string> WindowsTimerLimits(const MachineKind& kind) {
+  constexpr const char* kForbidden[] = {"Windows does not allow it on mains",
+                                        "Windows does not allow it on battery"};
+  if (kind.windowsTimer == WindowsTimer::Unused) return {};
+  std::vector<std::string> limits;
+  if (kind.windowsTimer == WindowsTimer::CannotWake) {
+    limits.emplace_back("Windows says that it cannot wake this machine");
+  }
+  if (Capability(kind, &PowerCapabilities::HasTimerWakeFromS4) == false) {
+    limits.emplace_back("the machine's clock does not wake it from hibernation");
+  }
+  for (size_t source = 0; source < kind.wakeTimers.size(); ++source) {
+    const auto& value = kind.wakeTimers[source].value;
+    if (value && *value != kWakeTimersAllowed) limits.emplace_back(kForbidden[source]);
+  }
+  return limits;
 }
 
 std::string KindText(const MachineKind& kind) {
@@ -83,7 +112,9 @@ std::string KindText(const MachineKind& kind) {
   add(StartsFast(kind) == true, "Fast Startup");
   add(AreWakeTimersForbidden(kind), "wake timers forbidden");
   add(IsUnderPolicy(kind.hibernateAfter), "hibernate-after under policy");
-  add(kind.hasDriver == false, "no driver");
+  const bool hasWindowsTimer = kind.windowsTimer != WindowsTimer::Unused;
+  add(hasWindowsTimer, "no driver but Windows' timer");
+  add(kind.hasDriver == false && !hasWindowsTimer, "no driver");
   return text.empty() ? "sleeps and hibernates" : text;
 }
 
@@ -97,6 +128,8 @@ Json KindJson(const MachineKind& kind) {
       {"wakeTimersForbidden", AreWakeTimersForbidden(kind)},
       {"hibernateAfterUnderPolicy", IsUnderPolicy(kind.hibernateAfter)},
       {"driver", OptionalJson(kind.hasDriver)},
+      {"wakeTimer", WakeTimerJson(kind)},
+      {"wakeTimerLimits", WindowsTimerLimits(kind)},
   };
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/json.h"
+#include "ctl/windows_timer.h"
 #include "power/power_capabilities.h"
 #include "power/scheme_settings.h"
 
@@ -23,14 +24,18 @@ struct SettingInForce {
 // does not tell is empty.
 struct MachineKind {
   std::optional<PowerCapabilities> capabilities;
-  std::optional<uint32_t> fastStartupSetting;    // 1 is on
-  std::array<SettingInForce, 2> hibernateAfter;  // in seconds, by kPowerSourceAC and its like
-  std::array<SettingInForce, 2> wakeTimers;      // 0 is never
-  std::optional<bool> hasDriver;                 // one that answers the service
+  std::optional<uint32_t> fastStartupSetting;        // 1 is on
+  std::array<SettingInForce, 2> hibernateAfter;      // in seconds, by kPowerSourceAC and its like
+  std::array<SettingInForce, 2> wakeTimers;          // 0 is never
+  std::optional<bool> hasDriver;                     // one that answers the service
+  WindowsTimer windowsTimer = WindowsTimer::Unused;  // in the driver's place
 };
 
-// Reads all but hasDriver, which the service knows. It changes nothing.
+// Reads all but what wakes the machine, which the service knows. It changes nothing.
 MachineKind ReadMachineKind();
+
+// Adds what wakes the machine. The service's answer on its wake timer says whether anything does.
+void NoteWakeTimer(MachineKind& kind, bool answers);
 
 // The value of the active scheme, or of the policy that overrules it.
 SettingInForce ReadSettingInForce(uint32_t source, const SchemeSetting& setting);
@@ -42,6 +47,10 @@ bool IsUnderPolicy(const std::array<SettingInForce, 2>& setting);
 
 // A policy allows no wake timer on mains, on battery or both.
 bool AreWakeTimersForbidden(const MachineKind& kind);
+
+// Why Windows' timer, in the driver's place, does not wake this machine, or not always; empty when
+// nothing is known against it or another one is in use.
+std::vector<std::string> WindowsTimerLimits(const MachineKind& kind);
 
 // What a user should know of the machine in a few words: "Modern Standby, no driver".
 std::string KindText(const MachineKind& kind);

@@ -19,7 +19,7 @@ struct Sample {
   std::optional<std::string> number;
 };
 
-// Metrics in the text format of Prometheus, version 0.0.4, all of them gauges.
+// Metrics in the text format, version 0.0.4, that metric collectors read. All of them are gauges.
 class MetricsText {
  public:
   // The metric's name has no prefix yet. `help` has no backslash and no line feed. Without a sample

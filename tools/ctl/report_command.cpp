@@ -27,12 +27,12 @@ namespace {
 
 constexpr const char* kDefaultName = "dozewell-report.html";
 
-// The user's own timeout for the power source that the machine runs on, or the optimizer's
-// assumption where it cannot be read.
+// The user's own timeout for the power source that the machine runs on, or the usual one where it
+// cannot be read.
 int64_t LiveHibernateAfterSeconds() {
   constexpr int64_t kMinute = 60;
   const std::optional<uint32_t> minutes = ReadCurrentHA();
-  return minutes ? *minutes * kMinute : HibernateAfterSeconds(std::nullopt);
+  return minutes ? *minutes * kMinute : ComparedTimeoutSeconds(std::nullopt);
 }
 
 // Only the file needs a warning: without the folder, the engine has failed before.

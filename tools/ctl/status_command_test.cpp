@@ -7,6 +7,7 @@
 #include "ctl/fakes/client_fake.h"
 #include "ctl/fakes/utc_time_fake.h"
 #include "fakes/client_machine.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
 #include "support/calls.h"
@@ -20,6 +21,7 @@ using fakes::ClientMachine;
 using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::kServerUnavailable;
+using fakes::power;
 using fakes::settings;
 using fakes::Works;
 
@@ -80,7 +82,8 @@ TEST_CASE("the status fits on a screen") {
         "\"lastOptimizerRunUtcSeconds\":1793491200,\"eventsError\":0,\"machine\":{"
         "\"sleeps\":true,\"hibernates\":true,\"hibernationFile\":true,\"modernStandby\":false,"
         "\"fastStartup\":false,\"wakeTimersForbidden\":false,"
-        "\"hibernateAfterUnderPolicy\":false,\"driver\":true}}\n");
+        "\"hibernateAfterUnderPolicy\":false,\"driver\":true,"
+        "\"wakeTimer\":\"driver\",\"wakeTimerLimits\":[]}}\n");
 }
 
 TEST_CASE("the status shows what is not there") {
@@ -90,8 +93,8 @@ TEST_CASE("the status shows what is not there") {
   client.refused = {"GetFeatureEnabled", "GetActiveScheme", "GetPowerSettings", "GetDriverEnabled",
                     "GetStrength"};
   client.eventsError = 120;
-  checked.capabilities->bytes[PowerCapabilities::kModernStandby] = 1;
-  checked.capabilities->bytes[PowerCapabilities::kHibernationFile] = 0;
+  power.capabilities->bytes[PowerCapabilities::kModernStandby] = 1;
+  power.capabilities->bytes[PowerCapabilities::kHibernationFile] = 0;
   checked.numbers["Power HiberbootEnabled"] = 1;
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(1)},
                              {L"CurrentAttempt", fakes::Number32(1)},
@@ -124,7 +127,7 @@ TEST_CASE("the status of a service that does not answer comes from the machine")
   ClientMachine::Provision();
   client.unreachable = kServerUnavailable;
   client.service = {0, 1};
-  checked.capabilities = std::nullopt;
+  power.capabilities = std::nullopt;
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(0)}};
   settings.current.predictorValues[{kPredictorSection, "Strength"}] = fakes::Text("2");
   const std::string message =

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "common/version.h"
 #include "ctl/metrics_text.h"
 #include "service/service_host.h"
 
@@ -42,7 +43,10 @@ std::vector<Sample> AbilitySamples(const MachineKind& machine) {
           sample("hibernation_file", capability(&PowerCapabilities::HasHibernationFile)),
           sample("modern_standby", capability(&PowerCapabilities::HasModernStandby)),
           sample("fast_startup", StartsFast(machine)),
-          sample("driver", machine.hasDriver)};
+          sample("driver", machine.hasDriver),
+          sample("windows_timer", machine.hasDriver ? std::optional<bool>(machine.windowsTimer ==
+                                                                          WindowsTimer::Wakes)
+                                                    : std::nullopt)};
 }
 
 // "hibernate_after_seconds".
@@ -68,6 +72,8 @@ std::vector<Sample> TimeoutSamples(const StatusReport& report, size_t place) {
 
 std::string StatusMetrics(const StatusReport& report) {
   MetricsText metrics;
+  metrics.Add("build_info", "The version of dozewellctl.",
+              std::vector<Sample>{{{"version", kVersion}, "1"}});
   metrics.Add("up", "Whether the service answers.", report.ping.IsDone());
   metrics.Add("service_running", "Whether Windows says that the service runs.",
               IsRunning(report.service));

@@ -5,9 +5,11 @@
 
 #include "base/file.h"
 #include "base/utf8.h"
+#include "common/version.h"
 #include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 
 namespace dozewell::ctl {
@@ -20,15 +22,17 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::kServerUnavailable;
+using fakes::power;
 using fakes::settings;
 using fakes::Works;
 
-// The lines that hold a number.
+// The lines that hold a number, without that of the program itself.
 std::string Numbers(const std::string& metrics) {
   std::string numbers;
   for (size_t start = 0; start < metrics.size();) {
     const size_t end = metrics.find('\n', start) + 1;
-    if (metrics[start] != '#') numbers += metrics.substr(start, end - start);
+    const std::string line = metrics.substr(start, end - start);
+    if (line[0] != '#' && !line.starts_with("dozewell_build_info")) numbers += line;
     start = end;
   }
   return numbers;
@@ -55,6 +59,7 @@ constexpr const char* kRunning =
     "dozewell_machine_ability{ability=\"modern_standby\"} 0\n"
     "dozewell_machine_ability{ability=\"fast_startup\"} 0\n"
     "dozewell_machine_ability{ability=\"driver\"} 1\n"
+    "dozewell_machine_ability{ability=\"windows_timer\"} 0\n"
     "dozewell_wake_timers_forbidden 0\n"
     "dozewell_hibernate_after_under_policy 0\n"
     "dozewell_wake_timers_enabled 1\n"
@@ -85,8 +90,12 @@ TEST_CASE("metrics tell what the status does") {
   CHECK(run.messages.empty());
   CHECK(Numbers(run.output) == kRunning);
   CHECK(
-      run.output.starts_with("# HELP dozewell_up Whether the service answers.\n# TYPE dozewell_up "
-                             "gauge\ndozewell_up 1\n"));
+      run.output.starts_with(std::string("# HELP dozewell_build_info The version of dozewellctl.\n"
+                                         "# TYPE dozewell_build_info gauge\n"
+                                         "dozewell_build_info{version=\"") +
+                             kVersion +
+                             "\"} 1\n"
+                             "# HELP dozewell_up Whether the service answers.\n"));
   CHECK(Ctl(machine, {"status", "--metrics", "--out", "-"}).output == run.output);
 }
 
@@ -95,7 +104,7 @@ TEST_CASE("metrics of a service that does not answer are those that are known wi
   ClientMachine::Provision();
   client.unreachable = kServerUnavailable;
   client.service = {1060, 0};
-  checked.capabilities = std::nullopt;
+  power.capabilities = std::nullopt;
   settings.current.values = {{L"DisablePrediction", fakes::Number32(1)}};
   const ClientRun run = Ctl(machine, {"status", "--metrics"});
   CHECK(run.exitCode == 3);

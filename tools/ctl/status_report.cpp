@@ -26,10 +26,16 @@ void AskService(StatusReport& report) {
   report.scheme = Ask<uint32_t>(CallGetActiveScheme);
   for (size_t i = 0; i < report.power.size(); ++i) report.power[i] = ReadPower(kSources[i].number);
   report.driverEnabled = Ask<bool>(CallGetDriverEnabled);
-  report.machine.hasDriver = report.driverEnabled.has_value();
+  NoteWakeTimer(report.machine, report.driverEnabled.has_value());
   report.alarm = Ask<WakeTime>([](WakeTime& time) { return CallGetWakeTime(kAlarmWord, time); });
   report.duration =
       Ask<int32_t>([](int32_t& count) { return CallGetWakeRaw(kDurationWord, count); });
+  if (report.machine.windowsTimer != WindowsTimer::Unused) {
+    const auto time =
+        Ask<WakeTime>([](WakeTime& asked) { return CallGetWakeTime(kDurationWord, asked); });
+    // No duration reaches the bits of the year.
+    report.durationIsTime = time && time->year != 0;
+  }
   report.strength = Ask<int32_t>(CallGetStrength).value_or(report.strength);
 }
 

@@ -34,6 +34,9 @@ struct StatusReport {
   std::optional<bool> driverEnabled;
   std::optional<WakeTime> alarm;    // of timer 0
   std::optional<int32_t> duration;  // of timer 1, in minutes
+  // Timer 1 holds a time of the calendar. Looked at where Windows' timer, which does not wake for
+  // one, is in the driver's place.
+  bool durationIsTime = false;
   int32_t strength;
   bool strengthHasResult;                   // the optimizer has stored parameters for it
   std::optional<int64_t> lastOptimizerRun;  // UTC seconds; nothing for never

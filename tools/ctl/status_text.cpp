@@ -60,9 +60,21 @@ std::string PowerText(const StatusReport& report) {
 std::string TimersText(const StatusReport& report) {
   if (!report.ping.IsDone()) return Line("Wake timers", kNotKnown);
   if (!report.driverEnabled) return Line("Wake timers", "none: the driver does not answer");
-  std::string text = Line("Wake timers", *report.driverEnabled ? "enabled" : "not enabled");
-  if (report.alarm) text += Line("  0, the alarm", WakeTimeText(*report.alarm));
-  if (report.duration) text += Line("  1, the duration", DurationText(*report.duration));
+  const bool isWindows = report.machine.windowsTimer != WindowsTimer::Unused;
+  std::string text = Line("Wake timers", std::string(*report.driverEnabled ? "" : "not ") +
+                                             "enabled" + (isWindows ? ", Windows' own" : ""));
+  for (const std::string& limit : WindowsTimerLimits(report.machine)) {
+    text += Line("  limit", limit);
+  }
+  if (report.alarm) {
+    text += Line("  0, the alarm",
+                 WakeTimeText(*report.alarm) + (isWindows ? ", which wakes nothing" : ""));
+  }
+  if (report.duration) {
+    text += Line("  1, the duration", report.durationIsTime
+                                          ? "a time of the calendar, which wakes nothing"
+                                          : DurationText(*report.duration));
+  }
   return text;
 }
 

@@ -14,6 +14,7 @@
 #include "ctl/service_calls.h"
 #include "ctl/time_argument.h"
 #include "ctl/wake_time_text.h"
+#include "ctl/windows_timer.h"
 #include "power/driver_timer.h"
 
 namespace dozewell::ctl {
@@ -84,6 +85,22 @@ void ShowCount(uint32_t timer, int32_t count, const Options& options, const Cons
                              : TimerName(timer) + ": " + DurationText(count) + "\n");
 }
 
+// Windows' timer, in the driver's place, keeps what else the timers hold and wakes for none of it.
+bool WakesNothing(uint32_t timer, bool isDuration) {
+  const bool wakes = timer == kDurationWord && isDuration;
+  return !wakes && ReadWindowsTimer() != WindowsTimer::Unused;
+}
+
+const char* HoldsOrIsArmed(bool wakesNothing) {
+  return wakesNothing ? " holds " : " is armed for ";
+}
+
+void WarnThatItWakesNothing(const Console& console) {
+  console.warn(
+      "warning: it wakes nothing: Windows' timer, which is in the driver's place, knows "
+      "only durations, and only in timer 1");
+}
+
 }  // namespace
 
 void RunWakeGet(const Options& options, const Console& console) {
@@ -107,6 +124,7 @@ void RunWakeSet(const Options& options, const Console& console) {
   const tm given = ParseTimeArgument("TIME", options.time.value());
   const WakeTime time = WakeTimeOf(given, *options.time);
   RequireDone(CallSetWakeTime(timer, time), kNotArmed);
+  const bool wakesNothing = WakesNothing(timer, /*isDuration=*/false);
   const std::string text = WakeTimeText(time);
   tm now;
   if (LocalTimeNow(now) && SecondsFromTm(given) <= SecondsFromTm(now)) {
@@ -117,8 +135,9 @@ void RunWakeSet(const Options& options, const Console& console) {
     json.update(WakeTimeJson(time));
     console.print(LiveLine(json));
   } else {
-    console.print(TimerName(timer) + " is armed for " + text + ".\n");
+    console.print(TimerName(timer) + HoldsOrIsArmed(wakesNothing) + text + ".\n");
   }
+  if (wakesNothing) WarnThatItWakesNothing(console);
 }
 
 void RunWakeRaw(const Options& options, const Console& console) {
@@ -131,11 +150,14 @@ void RunWakeRaw(const Options& options, const Console& console) {
   }
   count = ParseCount(*options.duration);
   RequireDone(CallSetWakeRaw(timer, count), kNotArmed);
+  const bool wakesNothing = WakesNothing(timer, /*isDuration=*/true);
   if (options.json) {
     ShowCount(timer, count, options, console);
   } else {
-    console.print(TimerName(timer) + " is armed for " + DurationText(count) + " from now.\n");
+    console.print(TimerName(timer) + HoldsOrIsArmed(wakesNothing) + DurationText(count) +
+                  " from now.\n");
   }
+  if (wakesNothing) WarnThatItWakesNothing(console);
 }
 
 }  // namespace dozewell::ctl

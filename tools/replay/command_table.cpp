@@ -49,6 +49,9 @@ constexpr CommandOption kHibernateAfter = {
 constexpr CommandOption kTimeoutToBeat = {
     "--hibernate-after", "DURATION",
     "Fixed timeout to beat, as 45m, 1h30m or never; without one, 10m", &Options::hibernateAfter};
+constexpr CommandOption kTimeoutToCompare = {
+    "--hibernate-after", "DURATION", "User's own timeout, as 45m, 1h30m or never; without one, 3h",
+    &Options::hibernateAfter};
 constexpr CommandOption kSeed = {"--seed", "N", "The same seed makes the same history",
                                  &Options::seed};
 constexpr CommandOption kStrength = {"--strength", "TEXT",
@@ -186,7 +189,7 @@ std::span<const Command> Commands() {
        {&kAt, &kSettings},
        {&kJson}},
       {"week",
-       "Draw how likely the machine is in use over the cycle",
+       "Draw how likely the machine is in use over the cycle, and how sure that is",
        "week --data cpredict.z7",
        RunWeek,
        {&kData},
@@ -211,11 +214,12 @@ std::span<const Command> Commands() {
        kFleetDetails,
        &kFolders},
       {"report",
-       "Write a page of HTML that shows what was learnt, predicted and gained",
+       "Write a page of HTML: what will happen tonight, what was learnt, what it was worth, and "
+       "why",
        "report --history zs7state.dat --data cpredict.z7 --out report.html",
        RunReport,
        {&kHistory, &kData, &kOut},
-       {&kSettings, &kHibernateAfter, &kReportTime},
+       {&kSettings, &kTimeoutToCompare, &kReportTime},
        {&kJson}},
       {"merge",
        "Merge new records into a history as the service saves it",

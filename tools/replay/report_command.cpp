@@ -17,7 +17,7 @@ void RunReport(const Options& options, Results& results) {
   // The page shows the warnings too.
   const std::string page = report::MakeReport(
       {learnt.Configuration(), tracker, history, learnt.TimeOrLastEvent("--now", options.now),
-       HibernateAfterSeconds(options.hibernateAfter), results.warnings, results.identity});
+       ComparedTimeoutSeconds(options.hibernateAfter), results.warnings, results.identity});
   const std::string& name = options.out.value();
   OutputFile(name).Write(page.data(), page.size());
   results.output = options.json

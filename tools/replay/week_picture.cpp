@@ -25,6 +25,8 @@ constexpr Shade kShades[] = {{' ', 17, 15},  {'.', 18, 15}, {':', 24, 15},  {'-'
                              {'%', 179, 16}, {'@', 220, 16}};
 constexpr int kShadeCount = static_cast<int>(std::size(kShades));
 constexpr char kUnknown = '?';
+// Seen more often than one digit can say.
+constexpr char kOften = '+';
 
 // Null for what is not known.
 const Shade* ShadeOf(const std::optional<double>& probability) {
@@ -32,7 +34,7 @@ const Shade* ShadeOf(const std::optional<double>& probability) {
   return &kShades[std::min(static_cast<int>(*probability * kShadeCount), kShadeCount - 1)];
 }
 
-std::string RowText(const CycleCells::Row& row, bool colour) {
+std::string LikelyText(const CycleCells::Row& row, bool colour) {
   std::string text = "|";
   const Shade* current = nullptr;
   const auto setColours = [&](const Shade* shade) {
@@ -42,12 +44,20 @@ std::string RowText(const CycleCells::Row& row, bool colour) {
                              : "\x1b[48;5;" + std::to_string(shade->background) + ";38;5;" +
                                    std::to_string(shade->foreground) + "m";
   };
-  for (const auto& probability : row.cells) {
-    const Shade* shade = ShadeOf(probability);
+  for (const CycleCells::Cell& cell : row.cells) {
+    const Shade* shade = ShadeOf(cell.likely);
     setColours(shade);
     text += shade == nullptr ? kUnknown : shade->character;
   }
   setColours(nullptr);
+  return text + "|\n";
+}
+
+std::string SeenText(const CycleCells::Row& row) {
+  std::string text = "|";
+  for (const CycleCells::Cell& cell : row.cells) {
+    text += !cell.likely ? kUnknown : cell.seen > 9 ? kOften : static_cast<char>('0' + cell.seen);
+  }
   return text + "|\n";
 }
 
@@ -72,14 +82,19 @@ std::string Legend() {
 std::string DrawCycle(const CycleCells& cells, bool colour) {
   const size_t nameWidth = cells.rows.back().name.size();
   const std::string indent(nameWidth + 1, ' ');
-  // Each label starts over the cell of its minute, which comes after the frame.
-  std::string text = indent + " " + Ruler(cells);
+  std::string likely;
+  std::string seen;
   for (const CycleCells::Row& row : cells.rows) {
     std::string name = row.name;
     name.resize(nameWidth + 1, ' ');
-    text += name + RowText(row, colour);
+    likely += name + LikelyText(row, colour);
+    seen += name + SeenText(row);
   }
-  return text + indent + Legend();
+  // Each label starts over the cell of its minute, which comes after the frame.
+  const std::string ruler = indent + " " + Ruler(cells);
+  return ruler + likely + indent + Legend() + "\n" + ruler + seen + indent +
+         "how sure that is: seen 1 to 9 times, " + kOften + " more often, " + kUnknown +
+         " not known\n";
 }
 
 }  // namespace dozewell::replay

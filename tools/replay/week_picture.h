@@ -7,8 +7,9 @@
 
 namespace dozewell::replay {
 
-// A picture of a cycle for a terminal of 80 columns: a character for each cell, darker the likelier
-// the machine is in use. Colours are an addition for terminals that show them.
+// Two pictures of a cycle for a terminal of 80 columns, with a character for each cell: darker the
+// likelier the machine is in use, and how often that was seen. Colours are an addition for
+// terminals that show them.
 std::string DrawCycle(const CycleCells& cells, bool colour);
 
 }  // namespace dozewell::replay

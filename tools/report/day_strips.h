@@ -24,11 +24,20 @@ struct Stretch {
   bool operator==(const Stretch&) const = default;
 };
 
-// A figure of days down and hours across, in which stretches, in ascending order, are coloured by
-// their kind: `days` days from the midnight `firstDay` on, within the calendar. For screen readers
-// it has the hours of each kind for each day.
-std::string DayStrips(std::string_view caption, std::span<const StretchKind> kinds,
-                      std::span<const Stretch> stretches, int64_t firstDay, int days);
+// Days and what was done on them.
+struct Days {
+  std::span<const StretchKind> kinds;  // the last one is that of the time between the stretches
+  std::span<const Stretch> stretches;  // in ascending order
+  int64_t first;                       // a midnight
+  int count;                           // of days, all within the calendar
+};
+
+// A figure of days down and hours across, in which stretches are coloured by their kind, with its
+// legend. For screen readers it has the hours of each kind for each day.
+std::string DayStrips(std::string_view caption, const Days& days);
+
+// The same in words: a table of the times of each day's stretches.
+std::string DayTimes(std::string_view caption, const Days& days);
 
 }  // namespace dozewell::report
 

@@ -5,17 +5,20 @@
 #include <optional>
 
 #include "base/wall_clock.h"
-#include "report/section.h"
+#include "common/text.h"
 
 namespace dozewell::report {
 namespace {
 
+constexpr const char* kPastId = "past";
+constexpr const char* kPastTitle = "The recorded past";
 constexpr int64_t kMostDays = 60;
 
 constexpr StretchKind kPastKinds[] = {{"use", "in use"},
                                       {"asleep", "asleep"},
                                       {"hibernated", "hibernated"},
-                                      {"woken", "woken by the timer, asleep and ready"}};
+                                      {"woken", "woken by its timer, asleep and ready"},
+                                      {"none", "no record"}};
 
 // Nothing for limbo, to which no history that the service writes leads.
 std::optional<size_t> KindOf(SimState state) {
@@ -49,21 +52,27 @@ std::vector<Stretch> PastStretches(const SimTimeLine& timeLine) {
   return stretches;
 }
 
-std::string PastSection(const SimTimeLine& timeLine) {
+Section PastSection(const SimTimeLine& timeLine) {
   const std::vector<Stretch> stretches = PastStretches(timeLine);
-  std::string figure = Paragraph("The history is too short to replay.");
-  if (!stretches.empty()) {
-    const int64_t firstDay = stretches.front().start / kSecondsPerDay;
-    const int64_t lastDay = (stretches.back().end - 1) / kSecondsPerDay;
-    const int64_t days = std::min(lastDay - firstDay + 1, kMostDays);
-    figure = DayStrips("What the machine did on each day", kPastKinds, stretches,
-                       (lastDay - days + 1) * kSecondsPerDay, static_cast<int>(days));
+  if (stretches.empty()) {
+    return MakeSection(kPastId, kPastTitle, "The history is too short to replay.", "");
   }
-  return Section("past", "The recorded past",
-                 "When it was in use is recorded; when it slept, hibernated and was woken is "
-                 "simulated with these settings, over at most the last " +
-                     std::to_string(kMostDays) + " days.",
-                 figure);
+  const int64_t firstDay = stretches.front().start / kSecondsPerDay;
+  const int64_t lastDay = (stretches.back().end - 1) / kSecondsPerDay;
+  const int64_t allDays = lastDay - firstDay + 1;
+  const int64_t shown = std::min(allDays, kMostDays);
+  const Days days = {kPastKinds, stretches, (lastDay - shown + 1) * kSecondsPerDay,
+                     static_cast<int>(shown)};
+  const std::string which = shown < allDays ? "the last " + std::to_string(shown) + " of " +
+                                                  std::to_string(allDays) + " days"
+                                            : "all of " + CountText(allDays, "day", "days");
+  return MakeSection(
+      kPastId, kPastTitle,
+      "When it was in use is recorded; when it slept, hibernated and was woken is "
+      "simulated with these settings, beginning with nothing learnt. Shown: " +
+          which + ".",
+      DayStrips("What the machine did on each day", days) +
+          Fold("The times of these days", DayTimes("When the machine did what", days)));
 }
 
 }  // namespace dozewell::report

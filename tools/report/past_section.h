@@ -1,11 +1,11 @@
 #ifndef DOZEWELL_REPORT_PAST_SECTION_H_
 #define DOZEWELL_REPORT_PAST_SECTION_H_
 
-#include <string>
 #include <vector>
 
 #include "optimizer/simulator/sim_time_line.h"
 #include "report/day_strips.h"
+#include "report/section.h"
 
 namespace dozewell::report {
 
@@ -14,7 +14,7 @@ namespace dozewell::report {
 std::vector<Stretch> PastStretches(const SimTimeLine& timeLine);
 
 // The last days of a history's time line, simulated with the settings.
-std::string PastSection(const SimTimeLine& timeLine);
+Section PastSection(const SimTimeLine& timeLine);
 
 }  // namespace dozewell::report
 

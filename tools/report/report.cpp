@@ -10,27 +10,22 @@
 #include "common/simulated_parameters.h"
 #include "common/text.h"
 #include "optimizer/simulator/simulator.h"
+#include "report/choices_section.h"
 #include "report/document.h"
 #include "report/figure_text.h"
-#include "report/gain_section.h"
-#include "report/now_section.h"
-#include "report/outlook_section.h"
+#include "report/learnt_section.h"
 #include "report/past_section.h"
+#include "report/search_section.h"
 #include "report/section.h"
-#include "report/week_section.h"
-#include "report/winners_section.h"
+#include "report/tonight_section.h"
+#include "report/why_section.h"
+#include "report/worth_section.h"
 #include "settings/setting_names.h"
 
 namespace dozewell::report {
 namespace {
 
-std::vector<float> Probabilities(ITracker& tracker) {
-  std::vector<float> probabilities(static_cast<size_t>(tracker.GetData()->slotCount));
-  for (size_t slot = 0; slot < probabilities.size(); ++slot) {
-    probabilities[slot] = tracker.GetSlotProbability(static_cast<int>(slot));
-  }
-  return probabilities;
-}
+using Sections = std::vector<Section>;
 
 std::string DateOf(const HistoryRecord& record) {
   return LongDateText(TimeOf(std::clamp(TruncateToInt64(record.time), int64_t{0}, kLastSecond)));
@@ -58,32 +53,84 @@ std::string Header(const ReportInput& input) {
          "\n";
 }
 
-std::string ReplaySections(const ReportInput& input) {
+std::string Links(const char* name, const Sections& sections) {
+  std::string links;
+  for (const Section& section : sections) {
+    const std::string target = std::string("#") + section.id;
+    links += HtmlElement("li", HtmlElement("a", {{"href", target}}, HtmlText(section.title)));
+  }
+  return HtmlElement("p", HtmlText(name)) + HtmlElement("ul", links);
+}
+
+std::string Contents(const Sections& glance, const Sections& details) {
+  return HtmlElement(
+             "nav", {{"aria-label", "Contents"}},
+             Links("At a glance", glance) + (details.empty() ? "" : Links("In detail", details))) +
+         "\n";
+}
+
+std::string HtmlOf(const Sections& sections) {
+  std::string html;
+  for (const Section& section : sections) html += section.html;
+  return html;
+}
+
+bool IsNothingKnown(const Explanation& explanation) {
+  return explanation.unknownSlots == explanation.slotCount;
+}
+
+Section NothingSection() {
+  return MakeSection(
+      "nothing", "Nothing is known yet",
+      "This machine has no record yet of when it was in use, so nothing is "
+      "predicted. When it is put to sleep, the timeout that its user has set decides "
+      "when it hibernates, and it is not woken.",
+      Paragraph("The service learns from each time that the machine is used. The "
+                "first predictions come within the first week; make this page "
+                "again then."));
+}
+
+// What a replay of the history shows: a section at a glance, and others in detail.
+void AddReplays(const ReportInput& input, Sections& glance, Sections& details) {
   try {
     const Comparison comparison =
         Compare(input.history, input.configuration, input.hibernateAfterSeconds);
+    if (comparison.fixed.back().outcomes == Outcomes()) {
+      glance.push_back(TooShortSection());
+      return;
+    }
     NativeSimulatorConfigurations parameters = SimulatedParameters(input.configuration);
-    return GainSection(comparison, input.hibernateAfterSeconds) +
-           WinnersSection(comparison,
-                          ReadPredictorNumbers(input.configuration, kScoringWeightsName),
-                          input.configuration.GetValue(kPredictorSection, kStrengthName),
-                          input.hibernateAfterSeconds) +
-           PastSection(SimulatePredictor(parameters, input.history));
+    glance.push_back(WorthSection(comparison, input.hibernateAfterSeconds));
+    details = {
+        ChoicesSection(comparison),
+        SearchSection(comparison, ReadPredictorNumbers(input.configuration, kScoringWeightsName),
+                      input.configuration.GetValue(kPredictorSection, kStrengthName),
+                      input.hibernateAfterSeconds),
+        PastSection(SimulatePredictor(parameters, input.history))};
   } catch (const std::exception& error) {
-    return Section("replay", "The recorded past",
-                   std::string("The history cannot be replayed: ") + error.what() + ".", "");
+    glance.push_back(BrokenSection(error.what()));
   }
+}
+
+std::string Body(const ReportInput& input) {
+  const Explanation explanation = Explain(input.tracker, input.now);
+  if (input.history.empty() && IsNothingKnown(explanation)) {
+    return Header(input) + HtmlElement("main", "\n" + NothingSection().html);
+  }
+  Sections glance = {TonightSection(explanation, input.tracker), LearntSection(input.tracker)};
+  Sections details;
+  AddReplays(input, glance, details);
+  glance.push_back(WhySection(explanation));
+  return Header(input) + Contents(glance, details) +
+         HtmlElement("main", "\n" + HtmlOf(glance) +
+                                 HtmlElement("div", {{"id", "details"}}, "\n" + HtmlOf(details)));
 }
 
 }  // namespace
 
 std::string MakeReport(const ReportInput& input) {
   const std::string title = "Dozewell report, " + LongDateText(input.now);
-  const std::string sections =
-      NowSection(Explain(input.tracker, input.now)) +
-      WeekSection(ShapeOf(*input.tracker.GetData()), Probabilities(input.tracker)) +
-      OutlookSection(input.tracker, input.now) + ReplaySections(input);
-  return Document(title, Header(input) + HtmlElement("main", "\n" + sections));
+  return Document(title, Body(input));
 }
 
 }  // namespace dozewell::report

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int kRecordedDays = 10;
 
-std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {}) {
+std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {},
+                 int learntDays = kRecordedDays) {
   fakes::Configurations configuration = AllDaysAlike();
   configuration.values["StrengthHighRange"] = "60";
   configuration.values["StrengthLowRange"] = "40";
@@ -20,7 +21,7 @@ std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::str
   configuration.values["WR"] = "50 90";
   configuration.values["Strength"] = "1";
   ArbitraryCycleProbabilityTracker tracker(&configuration);
-  Learn(tracker, Mornings(kRecordedDays));
+  Learn(tracker, Mornings(learntDays));
   tm now;
   TmFromSeconds(SimTime(kRecordedDays, 9, 3), now);
   return MakeReport({configuration, tracker, history, now, 600, std::move(notes)});
@@ -36,8 +37,9 @@ TEST_CASE("a page has all sections and stands alone") {
   CHECK(Contains(page,
                  "Dozewell report of Sun 11 Jan 2026, 09:03. The history has 20 records, "
                  "from Thu 1 Jan 2026 to Sat 10 Jan 2026."));
-  for (const char* const id : {"now", "week", "outlook", "gain", "winners", "past"}) {
+  for (const char* const id : {"tonight", "learnt", "worth", "why", "choices", "search", "past"}) {
     CHECK(CountOf(std::string("<section id=\"") + id + "\"", page) == 1);
+    CHECK(CountOf(std::string("<a href=\"#") + id + "\">", page) == 1);
   }
   CHECK(CountOf("<article>", page) == 2);
   CHECK(Contains(page, "Strength 1 <span class=\"badge\">chosen</span>"));
@@ -59,13 +61,28 @@ TEST_CASE("notes come first and are text") {
   CHECK(Contains(page, "Nothing is recorded yet."));
 }
 
+TEST_CASE("a machine without any record has a page that says so, and nothing else") {
+  const std::string page = Page({}, {}, 0);
+  CHECK(CountOf("<section", page) == 1);
+  CHECK(Contains(page, "<h2 id=\"nothing-title\">Nothing is known yet</h2>"));
+  CHECK_FALSE(Contains(page, "<nav"));
+  CHECK_FALSE(Contains(page, "<table"));
+}
+
+TEST_CASE("a history without a sleep that ended has nothing to compare") {
+  const std::string page = Page({Mornings(1)[0]}, {}, 1);
+  CHECK(Contains(page, "Nothing can be compared yet: the history has no sleep that ended."));
+  CHECK_FALSE(Contains(page, "<article"));
+  CHECK_FALSE(Contains(page, "In detail"));
+}
+
 TEST_CASE("a history that cannot be replayed leaves the rest of the page") {
   std::vector<HistoryRecord> history = Mornings(kRecordedDays);
   history[3].asleep = 7;
   const std::string page = Page(history);
   CHECK(Contains(page, "The history cannot be replayed: "));
-  CHECK(Contains(page, "<section id=\"outlook\""));
-  CHECK_FALSE(Contains(page, "<section id=\"gain\""));
+  CHECK(Contains(page, "<section id=\"tonight\""));
+  CHECK_FALSE(Contains(page, "<section id=\"choices\""));
 }
 
 TEST_CASE("records beyond the calendar are dated with its ends") {

@@ -5,7 +5,7 @@
 namespace dozewell::report {
 namespace {
 
-std::string Days(int32_t dayGrouping) {
+std::string GroupedDays(int32_t dayGrouping) {
   const std::string text = SetText({{50, 30}, {20, 10, 70}, dayGrouping});
   return text.substr(text.find("in use. ") + 8);
 }
@@ -21,11 +21,11 @@ TEST_CASE("a set is told in sentences") {
 }
 
 TEST_CASE("days count together as the tracker has it") {
-  CHECK(Days(0) == "Each day of the week counts alone.");
-  CHECK(Days(127) == "Each day of the week counts alone.");
-  CHECK(Days(255) == "All days count together.");
-  CHECK(Days(128) == "All days count together.");
-  CHECK(Days(1) == "Days that count together: Mon, Tue, Wed, Fri, Sat, Sun; and Thu.");
+  CHECK(GroupedDays(0) == "Each day counts alone.");
+  CHECK(GroupedDays(127) == "Each day counts alone.");
+  CHECK(GroupedDays(255) == "All days count together.");
+  CHECK(GroupedDays(128) == "All days count together.");
+  CHECK(GroupedDays(1) == "Days that count together: Mon, Tue, Wed, Fri, Sat, Sun; and Thu.");
 }
 
 }  // namespace dozewell::report

@@ -21,8 +21,7 @@ bool SwitchTimersOff() {
 
 void RestoreMachine() {
   RestoreCachedHA();
-  OpenDriverDevice();
-  if (DriverHandle == nullptr) return;
+  if (!FindDriverDevice()) return;
   const bool areOff = SwitchTimersOff();
   CloseDriverDevice();
   if (!areOff) throw std::runtime_error("the driver's wake timers could not be switched off");

@@ -45,8 +45,19 @@ struct MachineState {
   std::atomic<uint32_t> servicePort;  // 0 until the service has registered its control handler
   // Threads that the service started and that are not asleep.
   std::atomic<uint32_t> busyThreads;
-  std::atomic<int64_t> clock;          // seconds since 1970, UTC; moves only when a test moves it
-  std::atomic<uint64_t> awakeMs;       // how long the machine has been awake
+  std::atomic<int64_t> clock;     // seconds since 1970, UTC; moves only when a test moves it
+  std::atomic<uint64_t> awakeMs;  // how long the machine has been awake
+  // By the clock that counts on in sleep and hibernation: now, and when the machine last fell
+  // asleep and woke.
+  std::atomic<uint64_t> uptimeMs;
+  std::atomic<uint64_t> lastSleepMs;
+  std::atomic<uint64_t> lastWakeMs;
+  // The service's waitable timer: when it is due, in seconds since 1970 (UTC), or 0; whether it was
+  // asked to wake the machine, and whether the machine can be woken by it; the reason given.
+  std::atomic<int64_t> timerDue;
+  std::atomic<uint32_t> timerWakes;
+  std::atomic<uint32_t> timerCannotWake;
+  char timerReason[128];
   std::atomic<uint32_t> acLineStatus;  // 1 on mains, 0 on battery
   std::atomic<uint32_t> activeScheme;
   // The system's time zone, as the C runtime understands it: "EST5EDT".

@@ -34,6 +34,7 @@ inline constexpr std::string_view kSystemCalls[] = {
     "_time64",
     "_tzset",
     "GetSystemTimeAsFileTime",
+    "GetTickCount64",
     "Sleep",
     "CreateThread",
     // Power
@@ -47,6 +48,10 @@ inline constexpr std::string_view kSystemCalls[] = {
     "PowerWriteACValueIndex",
     "PowerWriteDCValueIndex",
     "SetSuspendState",
+    "CallNtPowerInformation",
+    "CreateWaitableTimerW",
+    "SetWaitableTimerEx",
+    "CancelWaitableTimer",
     "SetupDiGetClassDevsW",
     "DeviceIoControl",
     // RPC server

@@ -46,12 +46,14 @@ void SleepUntil(uint64_t end) {
 __time64_t GetTime(__time64_t* time);
 void ReadZone();
 void WINAPI GetFileTime(FILETIME* time);
+ULONGLONG WINAPI GetUptime();
 void WINAPI SleepAsTheClockSays(DWORD milliseconds);
 
 const Import<decltype(_time64)> TimeImport(SystemCallPlace("_time64"), GetTime);
 const Import<decltype(_tzset)> ZoneImport(SystemCallPlace("_tzset"), ReadZone);
 const Import<decltype(GetSystemTimeAsFileTime)> FileTimeImport(
     SystemCallPlace("GetSystemTimeAsFileTime"), GetFileTime);
+const Import<decltype(GetTickCount64)> UptimeImport(SystemCallPlace("GetTickCount64"), GetUptime);
 const Import<decltype(Sleep)> SleepImport(SystemCallPlace("Sleep"), SleepAsTheClockSays);
 
 __time64_t GetTime(__time64_t* time) {
@@ -82,6 +84,11 @@ void WINAPI GetFileTime(FILETIME* time) {
   const int64_t ticks = (Machine->clock + kSecondsFrom1601To1970) * kTicksPerSecond;
   time->dwLowDateTime = static_cast<DWORD>(ticks);
   time->dwHighDateTime = static_cast<DWORD>(ticks >> 32);
+}
+
+ULONGLONG WINAPI GetUptime() {
+  static_cast<void>(UptimeImport.CountCall());
+  return Machine->uptimeMs;
 }
 
 void WINAPI SleepAsTheClockSays(DWORD milliseconds) {

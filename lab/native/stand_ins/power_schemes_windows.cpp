@@ -87,6 +87,35 @@ DWORD WINAPI PowerWriteDCValueIndex(HKEY, const GUID* scheme, const GUID* subgro
                                         subgroup, setting, index);
 }
 
+LONG WINAPI CallNtPowerInformation(POWER_INFORMATION_LEVEL level, void*, ULONG, void* output,
+                                   ULONG size) {
+  constexpr uint64_t kTicksPerMillisecond = 10'000;
+  constexpr LONG kNotImplemented = static_cast<LONG>(0xC0000002);
+  if (const uint32_t error = CountCall(SystemCallPlace("CallNtPowerInformation"))) {
+    return static_cast<LONG>(error);
+  }
+  uint64_t ticks = 0;
+  const void* answer = &ticks;
+  ULONG answerSize = sizeof(ticks);
+  switch (level) {
+    case LastSleepTime:
+      ticks = Machine->lastSleepMs * kTicksPerMillisecond;
+      break;
+    case LastWakeTime:
+      ticks = Machine->lastWakeMs * kTicksPerMillisecond;
+      break;
+    case SystemPowerCapabilities:
+      answer = Machine->capabilities.data();
+      answerSize = static_cast<ULONG>(Machine->capabilities.size());
+      break;
+    default:
+      return kNotImplemented;
+  }
+  if (size != answerSize) return kNotImplemented;
+  std::memcpy(output, answer, size);
+  return 0;
+}
+
 BOOLEAN WINAPI SetSuspendState(BOOLEAN hibernate, BOOLEAN force, BOOLEAN noWakeEvents) {
   Record("suspend", Format("SetSuspendState %d %d %d", hibernate, force, noWakeEvents));
   uint32_t error = CountCall(SystemCallPlace("SetSuspendState"));

@@ -27,6 +27,7 @@ using fakes::ClientMachine;
 using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::kServerUnavailable;
+using fakes::power;
 using fakes::SafePath;
 using fakes::settings;
 
@@ -96,7 +97,7 @@ void CheckOddity(const Oddity& oddity) {
   CHECK((verdict != Verdict::Bad || !advice.empty()));
 }
 
-void SetCapability(size_t which, uint8_t has) { checked.capabilities->bytes[which] = has; }
+void SetCapability(size_t which, uint8_t has) { power.capabilities->bytes[which] = has; }
 
 constexpr const char* kHibernateAfterPolicy = "DC 9D7815A6-7EE4-497E-8888-515A05F02364";
 constexpr const char* kWakeTimersPolicy = "AC BD3B718A-0680-4D9D-8AB2-E1D2B4AC806D";

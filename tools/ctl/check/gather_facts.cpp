@@ -42,7 +42,9 @@ void GatherPower(CheckFacts& facts) {
 void GatherService(CheckFacts& facts) {
   facts.ping = CallPing();
   bool isEnabled = false;
-  if (facts.ping.IsDone()) facts.machine.hasDriver = CallGetDriverEnabled(isEnabled).IsDone();
+  if (facts.ping.IsDone()) {
+    NoteWakeTimer(facts.machine, CallGetDriverEnabled(isEnabled).IsDone());
+  }
   facts.service = QueryService();
   facts.configuration = ReadServiceConfiguration();
   if (facts.configuration.error == 0) {

@@ -146,8 +146,21 @@ Finding JudgePolicy(const CheckFacts& facts) {
 Finding JudgeDriver(const CheckFacts& facts) {
   if (!facts.machine.hasDriver) return Note("not known, as the service does not answer");
   if (*facts.machine.hasDriver) return Ok("answers");
-  return Note("none: the machine hibernates when predicted, but nothing wakes it ahead of its use",
-              "install the graphics driver of the machine's maker, if it has such a timer");
+  if (facts.machine.windowsTimer == WindowsTimer::Unused) {
+    return Note(
+        "none: the machine hibernates when predicted, but nothing wakes it ahead of its use",
+        "install the graphics driver of the machine's maker, if it has such a timer, or let "
+        "Windows "
+        "wake the machine: WakeTimer=windows in the settings");
+  }
+  const std::vector<std::string> limits = WindowsTimerLimits(facts.machine);
+  if (limits.empty()) return Ok("none; Windows' own timer wakes the machine in its place");
+  std::string text = "none, with Windows' own timer in its place; but ";
+  for (const std::string& limit : limits) text += (&limit == &limits[0] ? "" : ", ") + limit;
+  return Note(
+      text,
+      "dozewellctl power set ac wake-timers on, and the same with dc; look for a wake by the "
+      "clock (RTC) in the firmware's settings");
 }
 
 Finding JudgeZone(const CheckFacts& facts) {

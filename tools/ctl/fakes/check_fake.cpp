@@ -43,8 +43,7 @@ ctl::PathAccess SafePath(const std::string& path) {
 }
 
 CheckedMachine::CheckedMachine()
-    : capabilities(PowerCapabilities{}),
-      numbers({{"Power HiberbootEnabled", 0}}),
+    : numbers({{"Power HiberbootEnabled", 0}}),
       texts({{"Dozewell Service EventMessageFile", kProgram}}),
       configuration{0,
                     ctl::kStartsByItself,
@@ -54,22 +53,11 @@ CheckedMachine::CheckedMachine()
                     std::vector<int64_t>{60000, 300000, 900000},
                     std::vector<std::string>{}},
       pipe{0, "S-1-5-18", false, {{"S-1-5-18", kEverything}, {"S-1-5-32-544", kEverything}}},
-      paths({{kProgram, SafePath(kProgram)}}) {
-  for (const size_t has :
-       {PowerCapabilities::kS3, PowerCapabilities::kS4, PowerCapabilities::kHibernationFile,
-        PowerCapabilities::kFastStartup, PowerCapabilities::kWakeAlarm}) {
-    capabilities->bytes[has] = 1;
-  }
-}
+      paths({{kProgram, SafePath(kProgram)}}) {}
 
 }  // namespace fakes
 
 using fakes::checked;
-
-bool ReadPowerCapabilities(PowerCapabilities& capabilities) {
-  if (checked.capabilities) capabilities = *checked.capabilities;
-  return checked.capabilities.has_value();
-}
 
 namespace ctl {
 

@@ -12,7 +12,6 @@
 #include "ctl/check/service_token.h"
 #include "ctl/check/system_facts.h"
 #include "ctl/time_zone.h"
-#include "power/power_capabilities.h"
 
 namespace dozewell::fakes {
 
@@ -20,7 +19,6 @@ namespace dozewell::fakes {
 struct CheckedMachine {
   CheckedMachine();
 
-  std::optional<PowerCapabilities> capabilities;
   // Settings that a policy decides on, such as "AC 9D7815A6-7EE4-497E-8888-515A05F02364", and
   // "scheme"; nothing when the system does not tell of any.
   std::optional<std::set<std::string>> policies = std::set<std::string>();

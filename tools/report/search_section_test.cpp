@@ -1,4 +1,4 @@
-#include "report/winners_section.h"
+#include "report/search_section.h"
 
 #include <doctest/doctest.h>
 
@@ -21,7 +21,7 @@ Comparison Example(const BestSet& best) {
 }
 
 std::string Winner(const BestSet& best, const std::string& strength = "") {
-  return Between(WinnersSection(Example(best), {10}, strength, 3 * kHourSeconds), "<article>",
+  return Between(SearchSection(Example(best), {10}, strength, 3 * kHourSeconds).html, "<article>",
                  "</article>");
 }
 
@@ -31,8 +31,9 @@ TEST_CASE("a winner has its score, the score that it had to reach, and its param
   CHECK(Winner({"Best0", "20,10,70,50,30,255", 78.0F, 59.005F}) ==
         "<h3>Strength 0</h3><p>Of 100 points, 10 go by how often it is ready at once and 90 by how "
         "much of its rest it spends hibernated.</p><dl class=\"scores\">"
-        "<div><dt>best set</dt><dd><span>78.00</span><i class=\"bar\" style=\"width:78.00%\"></i>"
-        "</dd></div><div><dt>fixed timeout</dt><dd><span>59.01</span><i class=\"bar plain\" "
+        "<div><dt>best set</dt><dd><span>78.00</span><i class=\"bar score\" "
+        "style=\"width:78.00%\"></i>"
+        "</dd></div><div><dt>fixed timeout</dt><dd><span>59.01</span><i class=\"bar\" "
         "style=\"width:59.01%\"></i></dd></div></dl>"
         "<p>The best set scores 78.00 points: ready at once 6 of 10 times, hibernated for 80.0 of "
         "100.0 hours. It is taken because it reaches the 59.01 points of a fixed timeout of 180 "
@@ -54,7 +55,7 @@ TEST_CASE("the page says that a history scores nothing") {
   CHECK(Contains(winner,
                  "<p>The history has no rest to score, so the service would predict "
                  "nothing with this strength.</p>"));
-  CHECK(Contains(winner, "<span>no score</span><i class=\"bar plain\" style=\"width:0\"></i>"));
+  CHECK(Contains(winner, "<span>no score</span><i class=\"bar\" style=\"width:0\"></i>"));
 }
 
 TEST_CASE("the page says that a result has no parameters") {
@@ -64,8 +65,8 @@ TEST_CASE("the page says that a result has no parameters") {
 
 TEST_CASE("scores beyond 0 to 100 have no bar") {
   const std::string winner = Winner({"Best0", "-1", -3.0F, 250.0F});
-  CHECK(Contains(winner, "<span>-3.00</span><i class=\"bar\" style=\"width:0\"></i>"));
-  CHECK(Contains(winner, "<span>250.00</span><i class=\"bar plain\" style=\"width:0\"></i>"));
+  CHECK(Contains(winner, "<span>-3.00</span><i class=\"bar score\" style=\"width:0\"></i>"));
+  CHECK(Contains(winner, "<span>250.00</span><i class=\"bar\" style=\"width:0\"></i>"));
 }
 
 TEST_CASE("the strength in the settings is marked") {
@@ -74,9 +75,15 @@ TEST_CASE("the strength in the settings is marked") {
   CHECK_FALSE(Contains(Winner(best, "1"), "badge"));
 }
 
+TEST_CASE("scores of a search are called hindsight") {
+  CHECK(Contains(SearchSection(Example({"Best0", "-1", 0.0F, 1.0F}), {10}, "", 600).html,
+                 "All scores are hindsight: the sets were chosen by the history that they are "
+                 "judged by."));
+}
+
 TEST_CASE("without weights nothing is searched for") {
   Comparison comparison = {};
-  CHECK(Contains(WinnersSection(comparison, {}, "", 600),
+  CHECK(Contains(SearchSection(comparison, {}, "", 600).html,
                  "<p>The settings name no weights (WR), so nothing is searched for.</p>"));
 }
 

@@ -1,4 +1,4 @@
-#include "report/winners_section.h"
+#include "report/search_section.h"
 
 #include <cmath>
 #include <cstddef>
@@ -10,7 +10,6 @@
 #include "common/text.h"
 #include "optimizer/best_set.h"
 #include "report/figure_text.h"
-#include "report/section.h"
 #include "report/set_text.h"
 
 namespace dozewell::report {
@@ -78,28 +77,31 @@ std::string Winner(const Comparison& comparison, size_t index, int32_t weight, b
                      HtmlElement("h3", HtmlText("Strength " + std::to_string(index)) + badge) +
                          Paragraph(WeightText(weight)) +
                          HtmlElement("dl", {{"class", "scores"}},
-                                     Score("best set", "bar", best.score) +
-                                         Score("fixed timeout", "bar plain", best.baseline)) +
+                                     Score("best set", "bar score", best.score) +
+                                         Score("fixed timeout", "bar", best.baseline)) +
                          why) +
          "\n";
 }
 
 }  // namespace
 
-std::string WinnersSection(const Comparison& comparison, const std::vector<int32_t>& weights,
-                           const std::string& strength, int64_t hibernateAfterSeconds) {
+Section SearchSection(const Comparison& comparison, const std::vector<int32_t>& weights,
+                      const std::string& strength, int64_t hibernateAfterSeconds) {
   const std::string fixed = TimeoutText(hibernateAfterSeconds);
   std::string winners;
   for (size_t i = 0; i < comparison.best.size(); ++i) {
     winners += Winner(comparison, i, weights[i], strength == std::to_string(i), fixed);
   }
-  if (winners.empty())
+  if (winners.empty()) {
     winners = Paragraph("The settings name no weights (WR), so nothing is searched for.");
-  return Section("winners", "What the search chooses",
-                 "For each strength, the best of the " + std::to_string(comparison.sets) +
-                     " parameter sets when each replays this history, and the score of " + fixed +
-                     ", which it has to reach.",
-                 winners);
+  }
+  return MakeSection("search", "What a search chooses",
+                     "For each strength, the best of the " + std::to_string(comparison.sets) +
+                         " parameter sets when each replays this history, and the score of " +
+                         fixed +
+                         ", which it has to reach. All scores are hindsight: the sets were chosen "
+                         "by the history that they are judged by.",
+                     winners);
 }
 
 }  // namespace dozewell::report

@@ -1,0 +1,60 @@
+#include "report/tonight_section.h"
+
+#include <cstdint>
+#include <string_view>
+
+#include "base/numbers.h"
+#include "common/duration_text.h"
+#include "common/html.h"
+#include "report/figure_text.h"
+#include "report/outlook_figure.h"
+
+namespace dozewell::report {
+namespace {
+
+// One thing that will happen: what, with the colour that it has in the figures, when, and how.
+std::string Fact(const char* cssClass, std::string_view what, std::string_view when,
+                 std::string_view how) {
+  const std::string area = std::string("swatch ") + cssClass;
+  return HtmlElement("div",
+                     HtmlElement("dt", HtmlElement("i", {{"class", area}}, "") + HtmlText(what)) +
+                         HtmlElement("dd", HtmlElement("strong", HtmlText(when)) + " " +
+                                               HtmlElement("span", HtmlText(how))));
+}
+
+tm MinutesLater(tm time, int32_t minutes) {
+  AddSecondsToTime(&time, Wrap32(int64_t{minutes} * 60));
+  return time;
+}
+
+std::string Facts(const tm& now, const SuspendDecision& decision) {
+  if (!decision.haMinutes) {
+    return Fact("hibernated", "Hibernates", "by the user's own timeout",
+                "since nothing is predicted");
+  }
+  std::string facts =
+      Fact("hibernated", "Hibernates", DateTimeText(MinutesLater(now, *decision.haMinutes)),
+           "after " + DurationText(*decision.haMinutes) + " of sleep");
+  if (!decision.nextSleepTime) {
+    return facts + Fact("woken", "Wakes by itself", "never", "since no use is predicted");
+  }
+  facts += Fact("woken", "Wakes, to be asleep and ready", DateTimeText(*decision.nextSleepTime),
+                "by its timer, after " + DurationText(*decision.timerMinutes));
+  if (!decision.nextHAMinutes) return facts;
+  return facts + Fact("hibernated", "Hibernates again",
+                      DateTimeText(MinutesLater(*decision.nextSleepTime, *decision.nextHAMinutes)),
+                      "if nobody came for " + DurationText(*decision.nextHAMinutes));
+}
+
+}  // namespace
+
+Section TonightSection(const Explanation& explanation, ArbitraryCycleProbabilityTracker& tracker) {
+  return MakeSection(
+      "tonight", "What will happen tonight",
+      "When this machine is put to sleep at the time of this report, " +
+          DateTimeText(explanation.at) + ", and nobody comes.",
+      HtmlElement("dl", {{"class", "facts"}}, Facts(explanation.at, explanation.decision)) +
+          OutlookFigure(tracker, explanation.at));
+}
+
+}  // namespace dozewell::report

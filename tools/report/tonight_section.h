@@ -1,0 +1,16 @@
+#ifndef DOZEWELL_REPORT_TONIGHT_SECTION_H_
+#define DOZEWELL_REPORT_TONIGHT_SECTION_H_
+
+#include "common/explanation.h"
+#include "prediction/arbitrary_cycle_probability_tracker.h"
+#include "report/section.h"
+
+namespace dozewell::report {
+
+// What a suspend at the time of the explanation leads to, and what is predicted for the days after
+// it.
+Section TonightSection(const Explanation& explanation, ArbitraryCycleProbabilityTracker& tracker);
+
+}  // namespace dozewell::report
+
+#endif  // DOZEWELL_REPORT_TONIGHT_SECTION_H_

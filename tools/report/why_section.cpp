@@ -1,0 +1,85 @@
+#include "report/why_section.h"
+
+#include <algorithm>
+#include <string>
+
+#include "common/html.h"
+#include "report/figure_text.h"
+
+namespace dozewell::report {
+namespace {
+
+std::string PercentOf(float share) { return PercentText(static_cast<double>(share)) + " %"; }
+
+// Why a search found nothing. `nowhere` is the reason when it went once round the cycle.
+std::string WhyNothing(const SearchExplanation& search, int32_t minutesPerSlot,
+                       const std::string& nowhere) {
+  switch (search.end) {
+    case SearchEnd::UnknownSlot:
+      return "nothing is known yet about " + DateTimeText(search.slots.front().start);
+    case SearchEnd::SlotsTooLong:
+      return "slots of " + std::to_string(minutesPerSlot) + " minutes are longer than the " +
+             std::to_string(kIdleStretchMinutes) + " minutes of an idle stretch";
+    case SearchEnd::TooFewSlots:
+      return "the cycle has no other slot than this one";
+    case SearchEnd::Nowhere:
+    case SearchEnd::Found:
+      break;
+  }
+  return nowhere;
+}
+
+std::string WhyNoIdle(const SearchExplanation& search, const Explanation& explanation) {
+  return WhyNothing(search, explanation.minutesPerSlot,
+                    "no " + std::to_string(kIdleStretchMinutes) + " minutes in a row are below " +
+                        PercentOf(explanation.strengthLow) + " (StrengthLow)");
+}
+
+std::string WhyIdle(const Explanation& explanation) {
+  const SearchExplanation& idle = explanation.idle;
+  if (idle.end == SearchEnd::Found) {
+    const auto likeliest = std::ranges::max_element(idle.slots, {}, &SlotEvidence::probability);
+    return "It is expected to lie idle from " + DateTimeText(idle.foundAt) + ": in the " +
+           std::to_string(kIdleStretchMinutes) +
+           " minutes from then on, no time of day is likelier to be in use than " +
+           PercentOf(likeliest->probability) + ", which is less than the " +
+           PercentOf(explanation.strengthLow) + " of StrengthLow.";
+  }
+  return "No idle stretch is predicted, since " + WhyNoIdle(idle, explanation) +
+         ". So the user's own timeout holds.";
+}
+
+std::string WhyUse(const SearchExplanation& use, const Explanation& explanation) {
+  const std::string threshold = PercentOf(explanation.strengthHigh);
+  if (use.end == SearchEnd::Found) {
+    return "It is expected to be needed from " + DateTimeText(use.foundAt) +
+           ", the first time after that which is likely enough to be in use: " +
+           PercentOf(use.slots.front().probability) + ", and StrengthHigh asks for " + threshold +
+           ".";
+  }
+  return "No next use is predicted, since " +
+         WhyNothing(use, explanation.minutesPerSlot,
+                    "no time of day reaches " + threshold + " (StrengthHigh)") +
+         ". So it is not woken.";
+}
+
+std::string WhyNextIdle(const SearchExplanation& idle, const Explanation& explanation) {
+  if (idle.end == SearchEnd::Found) {
+    return "After that it is expected to lie idle again from " + DateTimeText(idle.foundAt) + ".";
+  }
+  return "After that no idle stretch is predicted, since " + WhyNoIdle(idle, explanation) + ".";
+}
+
+}  // namespace
+
+Section WhySection(const Explanation& explanation) {
+  std::string reasons = WhyIdle(explanation);
+  if (explanation.use) reasons += " " + WhyUse(*explanation.use, explanation);
+  if (explanation.nextIdle) reasons += " " + WhyNextIdle(*explanation.nextIdle, explanation);
+  return MakeSection(
+      "why", "Why", "How the times of tonight follow from what it has learnt.",
+      Paragraph(reasons) + Fold("The evidence, number by number",
+                                HtmlElement("pre", HtmlText(ExplanationText(explanation)))));
+}
+
+}  // namespace dozewell::report
