@@ -60,7 +60,8 @@ def test_each_command_prints_what_the_manual_says(tool):
     lines = all_commands()
     equal(sorted(lines), sorted(COMMANDS))
     for command, options in lines.items():
-        expect_documented(printed(tool, command, *options), examples[command], command)
+        expect = expect_documented_of_many if command == "fleet" else expect_documented
+        expect(printed(tool, command, *options), examples[command], command)
 
 
 def identity(tool, *arguments):
