@@ -22,8 +22,8 @@ constexpr const char* kHead =
 
 std::string Document(std::string_view title, const std::string& body, std::string_view ownRules) {
   return kHead + HtmlElement("title", HtmlText(title)) + "\n" +
-         HtmlElement("style", std::string("\n") + kStyle + std::string(ownRules)) + "\n</head>\n<body>\n" + body +
-         "\n</body>\n</html>\n";
+         HtmlElement("style", std::string("\n") + kStyle + std::string(ownRules)) +
+         "\n</head>\n<body>\n" + body + "\n</body>\n</html>\n";
 }
 
 }  // namespace dozewell::report
