@@ -17,7 +17,7 @@ def stated(sources):
     yield "docs/settings.md", f"client ({numbers['ClientSwitchTotalAttempts']} when absent)"
     yield "docs/settings.md", f"client ({numbers['ClientSwitchCurrentAttempt']} when absent)"
 
-    fixed = sources.constant("tools/common/optimizer_inputs.cpp", "kDefaultMinutes")
+    fixed = sources.constant("tools/common/optimizer_inputs.cpp", "kUsualMinutes")
     yield "docs/report.md", f"`--hibernate-after`, {fixed} minutes without it"
     yield CTL, f"({fixed} minutes when that cannot be read)"
 

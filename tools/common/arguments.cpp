@@ -154,6 +154,10 @@ std::string NoCommand(const CLI::App& program) {
 
 }  // namespace
 
+std::string FooterOfHelp(const CommandSyntax& command) {
+  return command.footer + FormsOfValues(command);
+}
+
 Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string>& arguments) {
   CLI::App program(syntax.description, syntax.name);
   SetUp(program, syntax);
@@ -167,7 +171,7 @@ Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string
       app.add_flag(flag.name, *flag.given, flag.description);
     if (command.list) AddList(app, *command.list);
     app.group(kGroupOfCommands);
-    app.footer(command.footer + FormsOfValues(command));
+    app.footer(FooterOfHelp(command));
     app.callback([&chosen, i] { chosen = i; });
   }
   Request request;
