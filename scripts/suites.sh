@@ -50,6 +50,7 @@ JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_te
 searching, Windows | windows:dozewell-replay machine python | replay_test optimizer_cli_test windows
 event logs, Windows | windows:dozewell-replay machine python | replay_test event_log_cli_test windows
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
+fleet, Windows | windows:dozewell-replay machine python | replay_test fleet_cli_test windows
 reports, Windows | windows:dozewell-replay machine python | replay_test report_cli_test windows
 wrong commands, Windows | windows:dozewell-replay machine python | replay_test replay_wrong_commands_test windows
 wrong commands of the client, Windows | windows:dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_wrong_commands_test --wine "$wine" --folder $programs
@@ -63,6 +64,8 @@ power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_
 docs, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,lab wine python pages packaging | /usr/bin/python3 -m tests.docs_windows_test --build $programs
 manuals | native:manual,dozewell-replay python manuals shellcheck | python3 -m tests.manuals_test --build build/native
 stress | native:controller_stress | build/native/controller_stress 20000
+fleet | native:dozewell-replay python | replay_test fleet_cli_test native
+fleet on Dask | native:dozewell-replay python dask | /usr/bin/python3 -m tests.fleet_dask_test --tool build/native/dozewell-replay
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
 command line, sanitized | asan:dozewell-replay python | replay_test replay_cli_test asan
@@ -70,6 +73,8 @@ JSON, sanitized | asan:dozewell-replay python | replay_test json_cli_test asan
 searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_test asan
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
+fleet, sanitized | asan:dozewell-replay python | replay_test fleet_cli_test asan
+fleet, threads sanitized | tsan:dozewell-replay python | replay_test fleet_cli_test tsan threads sums resume
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
 wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan
 files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan

@@ -19,7 +19,7 @@ from pathlib import Path
 from tests.support.cli import DAY, HISTORY, IDENTITY, ROOT, SETTINGS, WRONG_TIME, main, record
 from tests.support.expect import contains, equal
 
-COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare",
+COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare", "fleet",
             "report", "merge", "import", "export", "sample", "simulate", "baseline", "search",
             "apply")
 # Slots of the example history.
@@ -67,6 +67,7 @@ def test_options_that_are_missing(tool):
         "explain": ["--data"],
         "week": ["--data"],
         "compare": ["--history"],
+        "fleet": [],
         "report": ["--history", "--data", "--out"],
         "merge": ["--history", "--pending", "--now", "--limit", "--out"],
         "import": ["--history", "--out"],
@@ -146,6 +147,8 @@ def test_examples_of_the_help_work(tool):
         tool.works(*example.split())
     shutil.copy(tool.folder / "office.z7", tool.folder / "cpredict.z7")
     shutil.copy(tool.folder / "office.csv", tool.folder / "history.csv")
+    (tool.folder / "machines").mkdir()
+    shutil.copy(tool.folder / "office.csv", tool.folder / "machines" / "PC-1.csv")
     tool.works("import", "--history", "office.csv", "--out", "zs7state.dat")
     for command in COMMANDS:
         example = re.search(r"^Example:\n  dozewell-replay (.*)$", tool.works(command, "--help"),

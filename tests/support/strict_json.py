@@ -77,6 +77,11 @@ def expect_documented(got, example, where="the document"):
         equal(isinstance(identity["version"], str), True, f"a version in {where}")
 
 
+def expect_documented_of_many(got, example, where="the document"):
+    """The same for a document about many machines, which has no identity."""
+    _expect_kinds(got, example, where)
+
+
 def _expect_kinds(got, example, where):
     if got is None or example is None:
         return

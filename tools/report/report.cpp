@@ -13,12 +13,12 @@
 #include "common/text.h"
 #include "optimizer/simulator/simulator.h"
 #include "report/choices_section.h"
+#include "report/document.h"
 #include "report/figure_text.h"
 #include "report/learnt_section.h"
 #include "report/past_section.h"
 #include "report/search_section.h"
 #include "report/section.h"
-#include "report/style.h"
 #include "report/tonight_section.h"
 #include "report/walked_section.h"
 #include "report/why_section.h"
@@ -28,18 +28,6 @@
 
 namespace dozewell::report {
 namespace {
-
-constexpr const char* kHead =
-    "<!DOCTYPE html>\n"
-    "<html lang=\"en\">\n"
-    "<head>\n"
-    "<meta charset=\"utf-8\">\n"
-    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-    "<meta name=\"color-scheme\" content=\"light dark\">\n"
-    // Even if a text smuggled something in, nothing is loaded and nothing runs.
-    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-    "'unsafe-inline'; img-src data:\">\n"
-    "<link rel=\"icon\" href=\"data:,\">\n";
 
 using Sections = std::vector<Section>;
 
@@ -168,9 +156,7 @@ std::string Body(const ReportInput& input) {
 
 std::string MakeReport(const ReportInput& input) {
   const std::string title = "Dozewell report, " + LongDateText(input.now);
-  return kHead + HtmlElement("title", HtmlText(title)) + "\n" +
-         HtmlElement("style", std::string("\n") + kStyle) + "\n</head>\n<body>\n" + Body(input) +
-         "\n</body>\n</html>\n";
+  return Document(title, Body(input));
 }
 
 }  // namespace dozewell::report
