@@ -41,6 +41,7 @@ model of the rates against native and Windows | native:dozewell-replay windows:d
 model of walking forward against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_walk_test "$WALK_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
+its life against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_walk.py --build $programs --folder build/play-walk $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
 metrics, Windows | windows:DozewellService,dozewellctl machine python metrics | /usr/bin/python3 -m tests.ctl_metrics_test --wine "$wine" --folder $programs
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine $programs/rpc_wire_test.exe $programs/DozewellService.exe
