@@ -42,6 +42,7 @@ model of walking forward against native and Windows | native:dozewell-replay win
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
 exported settings against the service, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,lab wine python | lab/compare_settings.py --build $programs --folder build/play-settings $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
+its life against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_walk.py --build $programs --folder build/play-walk $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
 metrics, Windows | windows:DozewellService,dozewellctl machine python metrics | /usr/bin/python3 -m tests.ctl_metrics_test --wine "$wine" --folder $programs
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine $programs/rpc_wire_test.exe $programs/DozewellService.exe

@@ -13,7 +13,7 @@ namespace dozewell::ctl {
 bool ReadFeatureEnabled();
 bool ReadPredictionsEnabled();
 
-// The optimizer has stored parameters for this strength.
+// There are parameters for this strength: the optimizer stored them, or they are default settings.
 bool StrengthHasResult(int32_t strength);
 
 // A counter of the start gate; nothing when it is absent, which keeps the gate shut.

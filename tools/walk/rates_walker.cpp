@@ -25,6 +25,7 @@ RatesWalker::RatesWalker(WalkCounter& counter)
           counter.AddForStrengths(WalkedKind::RatesWithoutWake, "rates without wake")) {}
 
 void RatesWalker::Walk(const WalkedSleep& sleep) {
+  if (counter_.Result().weights.empty()) return;  // nobody asks what was learnt
   const ReturnRates rates(state_.factors);
   const auto count = [&](size_t choice, int32_t weight, bool canWake) {
     const RateDecision decision =
