@@ -47,4 +47,6 @@ FORMAT_PACKAGES=(clang-format)
 TIDY_PACKAGES=(clang-tidy)
 PYFLAKES_PACKAGES=(pyflakes3)
 SHELLCHECK_PACKAGES=(shellcheck)
+# To read manual pages, and to find mistakes in them.
+MANUALS_PACKAGES=(groff-base man-db mandoc)
 BROWSER_PACKAGES=(chromium fonts-liberation)

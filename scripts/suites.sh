@@ -60,6 +60,7 @@ stress, Windows | windows:controller_stress machine | $wine $programs/controller
 ping against an empty server, Windows | windows:DozewellService,ping_bench machine | $wine $programs/ping_bench.exe $programs/DozewellService.exe
 power cuts | native:power_cut python | python3 -m tests.power_cut_test --program build/native/power_cut
 power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_cut_test --program "$wine $programs/power_cut.exe"
+manuals | native:manual,dozewell-replay python manuals shellcheck | python3 -m tests.manuals_test --build build/native
 stress | native:controller_stress | build/native/controller_stress 20000
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests

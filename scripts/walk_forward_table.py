@@ -27,8 +27,10 @@ WEIGHTS = (30, 50, 70)
 # The columns of the table, by the names of the choices without their strength.
 COLUMNS = ("best timeout", "timeout of the past", "settings", "service", "service without wake",
            "rates", "rates without wake", "clairvoyant")
-# What rates have to reach, with a wake and without.
+# Who is compared with whom; losses of rates are listed too.
 RIVALS = {
+    "service": ("best timeout", "timeout of the past", "settings"),
+    "service without wake": ("best timeout", "timeout of the past"),
     "rates": ("best timeout", "timeout of the past", "settings", "service"),
     "rates without wake": ("best timeout", "timeout of the past", "service without wake"),
 }
@@ -119,12 +121,12 @@ def losses(rows, weights, rates):
 
 def print_losses(rows, weights):
     cells = len(rows) * len(weights)
-    for rates, rivals in RIVALS.items():
+    for choice, rivals in RIVALS.items():
         for rival in rivals:
-            behind = sum(at_weight[rates].value < at_weight[rival].value
+            behind = sum(at_weight[choice].value < at_weight[rival].value
                          for _, scores in rows for at_weight in scores)
-            print(f"{rates} against {rival}: behind in {behind} of {cells}  ")
-    for rates in RIVALS:
+            print(f"- {choice} against {rival}: behind in {behind} of {cells}")
+    for rates in ("rates", "rates without wake"):
         lines = losses(rows, weights, rates)
         print(f"\nWhere {rates} lose:\n")
         print("\n".join(lines) if lines else "nowhere")

@@ -32,6 +32,7 @@ FLOORS = {
     "tools/ctl/": 13,
     "tools/setup/": 13,
     "tools/powerwatch/": 14,
+    "tools/manual/": 14,
     "tools/ctl/check/": 14,
     "tools/ctl/fakes/": 15,
 }

@@ -247,6 +247,15 @@ def doubts(tree):
             yield f"{page.name} does not say what (?) means"
 
 
+def index(tree):
+    """The page of questions leads to every page."""
+    linked = {link.partition("#")[0] for link in tree.pages["docs/index.md"].links}
+    for name in tree.pages:
+        page = name.rpartition("/")[2]
+        if page not in (*linked, "README.md", "index.md"):
+            yield f"docs/index.md does not lead to {page}"
+
+
 CHECKS = (languages, contents, prose_in_blocks, own_programs, package_names, sentences, exit_codes,
           values_when_absent, values_by_hand, choices, keys, folders, data_files, sources_named,
-          doubts)
+          doubts, index)

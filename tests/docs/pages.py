@@ -50,7 +50,7 @@ class Code(NamedTuple):
 class Page:
     def __init__(self, root, path):
         self.name = str(path.relative_to(root))
-        self.blocks, self.codes, self.tables, self.text = [], [], [], ""
+        self.blocks, self.codes, self.tables, self.links, self.text = [], [], [], set(), ""
         cells = None  # of the row that is being read
         for token in MarkdownIt("commonmark").enable("table").parse(path.read_text("utf-8")):
             line = token.map[0] + 1 if token.map else 0
@@ -67,6 +67,8 @@ class Page:
             elif token.type == "inline":
                 self.codes += [Code(self.name, line, code.content) for code in token.children
                                if code.type == "code_inline"]
+                self.links |= {child.attrs["href"] for child in token.children
+                               if child.type == "link_open"}
                 # What is code keeps its marks, and what is emphasized loses them.
                 shown = "".join(_shown(child) for child in token.children)
                 self.text += shown + "\n"

@@ -145,6 +145,10 @@ std::string NoCommand(const CLI::App& program) {
 
 }  // namespace
 
+std::string FooterOfHelp(const CommandSyntax& command) {
+  return command.footer + FormsOfValues(command);
+}
+
 Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string>& arguments) {
   CLI::App program(syntax.description, syntax.name);
   SetUp(program, syntax);
@@ -157,7 +161,7 @@ Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string
     for (const FlagSyntax& flag : command.flags)
       app.add_flag(flag.name, *flag.given, flag.description);
     app.group(kGroupOfCommands);
-    app.footer(command.footer + FormsOfValues(command));
+    app.footer(FooterOfHelp(command));
     app.callback([&chosen, i] { chosen = i; });
   }
   Request request;

@@ -19,6 +19,9 @@ struct ValueSyntax {
   const char* description;
   bool required;
   std::optional<std::string>* text;  // gets what is given, as it stands
+  // The words that it can be, with one blank between them; empty when it can be anything. They are
+  // for completing a command line, and nothing is refused because of them.
+  const char* words = "";
 };
 
 struct FlagSyntax {
@@ -42,6 +45,9 @@ struct ProgramSyntax {
   std::vector<CommandSyntax> commands;
   const char* (*describeGroup)(std::string_view group) = nullptr;  // null without groups
 };
+
+// What the help of a command ends with: its footer, and how its values are given.
+std::string FooterOfHelp(const CommandSyntax& command);
 
 // What a command line asks for.
 struct Request {

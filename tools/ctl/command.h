@@ -48,6 +48,7 @@ struct CommandArgument {
   const char* placeholder;  // of the option's value; empty for an argument
   const char* description;
   std::optional<std::string> Options::*text;
+  const char* words = "";  // that it can be, with one blank between them; empty for anything
 };
 
 struct Command {

@@ -26,8 +26,8 @@ std::string ExamplesOf(const Command& command) {
 }
 
 ValueSyntax SyntaxOf(const CommandArgument& argument, Options& options, bool required) {
-  return {argument.name, argument.placeholder, argument.description, required,
-          &(options.*argument.text)};
+  return {argument.name, argument.placeholder,      argument.description,
+          required,      &(options.*argument.text), argument.words};
 }
 
 CommandSyntax SyntaxOf(const Command& command, Options& options) {
@@ -56,15 +56,19 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
 
 }  // namespace
 
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
-  ParsedCommandLine parsed;
+ProgramSyntax Syntax(Options& options) {
   ProgramSyntax syntax = {kProgramName,
                           "Shows and steers what the Dozewell service does with this machine.",
                           kFooter,
                           {},
                           GroupDescription};
-  for (const Command& command : Commands())
-    syntax.commands.push_back(SyntaxOf(command, parsed.options));
+  for (const Command& command : Commands()) syntax.commands.push_back(SyntaxOf(command, options));
+  return syntax;
+}
+
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
+  ParsedCommandLine parsed;
+  const ProgramSyntax syntax = Syntax(parsed.options);
   try {
     const Request request = TakeArguments(syntax, arguments);
     parsed.help = request.help;

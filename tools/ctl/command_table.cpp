@@ -8,22 +8,22 @@ namespace dozewell::ctl {
 namespace {
 
 constexpr CommandArgument kTimer = {"TIMER", "", "0, the alarm, or 1, the duration",
-                                    &Options::timer};
+                                    &Options::timer, "0 1"};
 constexpr CommandArgument kTime = {"TIME", "", "When it fires, in whole minutes, 2000 to 2127",
                                    &Options::time};
 constexpr CommandArgument kDuration = {
     "DURATION", "", "How long until the timer fires; without it, the timer is shown",
     &Options::duration};
 constexpr CommandArgument kSource = {"SOURCE", "", "ac (plugged in) or dc (on battery)",
-                                     &Options::source};
+                                     &Options::source, "ac dc"};
 constexpr CommandArgument kSetting = {
     "SETTING", "", "display-off, sleep-after, hibernate-after, wake-timers or hybrid-sleep",
-    &Options::setting};
+    &Options::setting, "display-off sleep-after hibernate-after wake-timers hybrid-sleep"};
 constexpr CommandArgument kValue = {
     "VALUE", "", "45m, 1h30m or never; wake-timers: off, on, important; hybrid-sleep: off, on",
     &Options::value};
 constexpr CommandArgument kScheme = {"SCHEME", "", "balanced, power-saver or high-performance",
-                                     &Options::scheme};
+                                     &Options::scheme, "balanced power-saver high-performance"};
 constexpr CommandArgument kStrength = {
     "STRENGTH", "", "Which of the optimizer's results to use, from 0", &Options::strength};
 constexpr CommandArgument kAt = {"--at", "TIME", "Time to explain; without one, now", &Options::at};

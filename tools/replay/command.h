@@ -57,7 +57,8 @@ struct CommandOption {
   const char* placeholder;
   const char* description;
   std::optional<std::string> Options::*text;
-  bool isOutput = false;  // names a file that is written
+  bool isOutput = false;   // names a file that is written
+  const char* words = "";  // that it can be, with one blank between them; empty for anything
 };
 
 // An option without a value.

@@ -18,7 +18,8 @@ constexpr CommandOption kMachine = {
     &Options::machine};
 
 ValueSyntax SyntaxOf(const CommandOption& option, Options& options, bool required) {
-  return {option.name, option.placeholder, option.description, required, &(options.*option.text)};
+  return {option.name, option.placeholder,      option.description,
+          required,    &(options.*option.text), option.words};
 }
 
 CommandSyntax SyntaxOf(const Command& command, Options& options) {
@@ -36,14 +37,18 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
 
 }  // namespace
 
-ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
-  ParsedCommandLine parsed;
+ProgramSyntax Syntax(Options& options) {
   ProgramSyntax syntax = {kProgramName,
                           "Runs the engine that predicts when a machine is used, on files.",
                           kExample,
                           {}};
-  for (const Command& command : Commands())
-    syntax.commands.push_back(SyntaxOf(command, parsed.options));
+  for (const Command& command : Commands()) syntax.commands.push_back(SyntaxOf(command, options));
+  return syntax;
+}
+
+ParsedCommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
+  ParsedCommandLine parsed;
+  const ProgramSyntax syntax = Syntax(parsed.options);
   const Request request = TakeArguments(syntax, arguments);
   parsed.help = request.help;
   if (parsed.help.empty()) parsed.command = &Commands()[request.command];

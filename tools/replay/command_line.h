@@ -4,11 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "common/arguments.h"
 #include "replay/command.h"
 
 namespace dozewell::replay {
 
 inline constexpr const char* kProgramName = "dozewell-replay";
+
+// All commands and what they take. What is given on a command line goes into the options.
+ProgramSyntax Syntax(Options& options);
 
 // What a command line asks for.
 struct ParsedCommandLine {

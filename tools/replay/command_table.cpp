@@ -40,8 +40,8 @@ constexpr CommandOption kReportTime = {
     &Options::now};
 constexpr CommandOption kSaveTime = {"--now", "TIME", "Time of the save", &Options::now};
 constexpr CommandOption kLimit = {"--limit", "DAYS", "Days of history to keep", &Options::limit};
-constexpr CommandOption kKind = {"--kind", "KIND", "office, home, shift or erratic",
-                                 &Options::kind};
+constexpr CommandOption kKind = {"--kind",       "KIND", "office, home, shift or erratic",
+                                 &Options::kind, false,  "office home shift erratic"};
 constexpr CommandOption kDays = {"--days", "N", "Days of history, 1 to 36500", &Options::days};
 constexpr CommandOption kHibernateAfter = {
     "--hibernate-after", "DURATION", "Fixed timeout, as 45m, 1h30m or never; without one, 10m",
@@ -61,8 +61,9 @@ constexpr CommandOption kBest = {"--best", "FILE",
                                  "Text of the chosen set; without such a file, there is no set",
                                  &Options::best};
 
-constexpr CommandOption kPredictor = {"--predictor", "NAME", "slots or rates; without one, slots",
-                                      &Options::predictor};
+constexpr CommandOption kPredictor = {
+    "--predictor",       "NAME", "slots or rates; without one, slots",
+    &Options::predictor, false,  "slots rates"};
 
 constexpr CommandFlag kJson = {"--json", "Print JSON for programs", &Options::json};
 constexpr CommandFlag kReplace = {

@@ -14,18 +14,27 @@ constexpr int kRoundsOfFit = 2;
 constexpr double kAssumedReturns = 2;
 constexpr double kAssumedSeconds = 2 * 8 * 3600;
 
-constexpr size_t KindIndex(const RateCell& cell) {
-  return DayKindOf(cell.weekday) * kClockCells + cell.clock;
+constexpr size_t KindIndex(size_t weekday, size_t clock) {
+  return DayKindOf(weekday) * kClockCells + clock;
 }
-constexpr size_t LocalIndex(const RateCell& cell) { return cell.clock * kAwayClasses + cell.away; }
+constexpr size_t LocalIndex(size_t clock, size_t away) { return clock * kAwayClasses + away; }
 
 constexpr double CellsOfMinutes(double minutes) { return minutes * 60 / kSecondsPerClockCell; }
 
+// Numbers by what one kind of factor tells apart.
+using ByAway = std::array<double, kAwayClasses>;
+using ByClock = std::array<double, kClockCells>;  // of both kinds of days
+using ByKind = std::array<double, kDayKinds * kClockCells>;
+using ByWeekday = std::array<double, kWeekdays>;
+using ByLocal = std::array<double, kClockCells * kAwayClasses>;
+
+// Visits each clock cell of each weekday, with the index of the first of its classes of time away
+// in a table of all cells.
 template <typename Visit>
-void ForEachCell(Visit visit) {
+void ForEachClock(Visit visit) {
   for (size_t weekday = 0; weekday < kWeekdays; ++weekday) {
     for (size_t clock = 0; clock < kClockCells; ++clock) {
-      for (size_t away = 0; away < kAwayClasses; ++away) visit(RateCell{weekday, clock, away});
+      visit(weekday, clock, RateCell{weekday, clock, 0}.Index());
     }
   }
 }
@@ -47,82 +56,183 @@ void SmoothClock(std::span<double> numbers, size_t step, const Bell& bell) {
   }
 }
 
-void NotSmoothed(std::span<double>) {}
+void SmoothLocal(std::span<double> numbers) {
+  SmoothClock(numbers, kAwayClasses, BellOf(CellsOfMinutes(35)));
+  SmoothAway(numbers, {0.45, 2});
+}
 
-// The returns to expect in each cell by factors of which one after the other is fitted.
-class ExpectedReturns {
+// Fits one kind of factor to the returns that were seen and those that all factors together expect,
+// both added up as the factor tells them apart. `assumed` returns, as many as are expected, hold it
+// near 1 while there is little evidence. Gives what each number was multiplied by.
+template <size_t kCount, typename SmoothAll>
+std::array<double, kCount> FitFactor(std::array<double, kCount>& factor, double assumed,
+                                     std::array<double, kCount> seen,
+                                     std::array<double, kCount> expected, SmoothAll smoothAll) {
+  for (size_t i = 0; i < kCount; ++i) expected[i] /= factor[i];
+  smoothAll(seen);
+  smoothAll(expected);
+  std::array<double, kCount> change;
+  for (size_t i = 0; i < kCount; ++i) {
+    const double fitted = (seen[i] + assumed) / (expected[i] + assumed);
+    change[i] = fitted / factor[i];
+    factor[i] = fitted;
+  }
+  return change;
+}
+
+ByClock OfBothKinds(const ByKind& numbers) {
+  ByClock sums;
+  for (size_t i = 0; i < kClockCells; ++i) sums[i] = numbers[i] + numbers[kClockCells + i];
+  return sums;
+}
+
+// The returns that were seen.
+struct SeenReturns {
+  explicit SeenReturns(const LearntRates& learnt) {
+    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+      double ofClock = 0;
+      for (size_t i = 0; i < kAwayClasses; ++i) {
+        const double count = learnt.returns[first + i];
+        ofClock += count;
+        away[i] += count;
+        local[LocalIndex(clock, i)] += count;
+      }
+      all += ofClock;
+      kind[KindIndex(weekday, clock)] += ofClock;
+      day[weekday] += ofClock;
+    });
+  }
+
+  double all = 0;
+  ByAway away = {};
+  ByKind kind = {};
+  ByWeekday day = {};
+  ByLocal local = {};
+};
+
+// Fits one kind of factor after the other. What all factors expect in each cell is computed once;
+// after that only the sums that the next kind needs are kept up to date, since a pass over all
+// cells takes longer than anything else here.
+class Round {
  public:
-  ExpectedReturns(const LearntRates& learnt, RateFactors& factors)
-      : learnt_(learnt), factors_(factors), expected_(kRateCells) {
-    ForEachCell([&](const RateCell& cell) {
-      expected_[cell.Index()] = learnt_.secondsAway[cell.Index()] * factors_.RateOf(cell);
-    });
-  }
+  Round(const LearntRates& learnt, const SeenReturns& seen, RateFactors& factors)
+      : learnt_(learnt), seen_(seen), factors_(factors), expected_(kRateCells) {}
 
-  void FitBase() {
-    double seen = 0;
-    double expected = 0;
-    for (const float count : learnt_.returns) seen += count;
-    for (const double count : expected_) expected += count;
-    const double base = (seen + kAssumedReturns) / (expected / factors_.base + kAssumedSeconds);
-    for (double& count : expected_) count *= base / factors_.base;
-    factors_.base = base;
-  }
-
-  // Fits one kind of factor, of which `indexOf` a cell applies there. `assumed` returns, as many as
-  // are expected, hold it near 1 while there is little evidence.
-  template <size_t kCount, typename IndexOf, typename SmoothAll>
-  void Fit(std::array<double, kCount>& factor, double assumed, IndexOf indexOf,
-           SmoothAll smoothAll) {
-    std::array<double, kCount> seen = {};
-    std::array<double, kCount> expected = {};
-    ForEachCell([&](const RateCell& cell) {
-      seen[indexOf(cell)] += learnt_.returns[cell.Index()];
-      expected[indexOf(cell)] += expected_[cell.Index()];
-    });
-    for (size_t i = 0; i < kCount; ++i) expected[i] /= factor[i];
-    smoothAll(seen);
-    smoothAll(expected);
-    std::array<double, kCount> change = {};
-    for (size_t i = 0; i < kCount; ++i) {
-      const double fitted = (seen[i] + assumed) / (expected[i] + assumed);
-      change[i] = fitted / factor[i];
-      factor[i] = fitted;
-    }
-    ForEachCell([&](const RateCell& cell) { expected_[cell.Index()] *= change[indexOf(cell)]; });
+  void Fit() {
+    const ByAway byAway = FitBase(Expect());
+    FitAway(byAway);
+    FitTimeOfDay();
+    FitDay();
+    FitLocal();
   }
 
  private:
+  ByAway Expect() {
+    ByLocal awayAndLocal;
+    for (size_t i = 0; i < awayAndLocal.size(); ++i) {
+      awayAndLocal[i] = factors_.away[i % kAwayClasses] * factors_.local[i];
+    }
+    ByAway sums = {};
+    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+      const size_t kind = KindIndex(weekday, clock);
+      const double timeOfWeek = factors_.base * factors_.clockWide[clock] * factors_.clock[clock] *
+                                factors_.kindWide[kind] * factors_.kind[kind] *
+                                factors_.day[weekday];
+      for (size_t i = 0; i < kAwayClasses; ++i) {
+        expected_[first + i] =
+            learnt_.secondsAway[first + i] * (timeOfWeek * awayAndLocal[LocalIndex(clock, i)]);
+        sums[i] += expected_[first + i];
+      }
+    });
+    return sums;
+  }
+
+  ByAway FitBase(ByAway expected) {
+    double all = 0;
+    for (const double count : expected) all += count;
+    const double base = (seen_.all + kAssumedReturns) / (all / factors_.base + kAssumedSeconds);
+    const double change = base / factors_.base;
+    factors_.base = base;
+    changeOfAway_.fill(change);
+    for (double& count : expected) count *= change;
+    return expected;
+  }
+
+  void FitAway(const ByAway& expected) {
+    const ByAway change =
+        FitFactor(factors_.away, 1.5, seen_.away, expected,
+                  [](std::span<double> numbers) { SmoothAway(numbers, BellOf(0.5)); });
+    for (size_t i = 0; i < kAwayClasses; ++i) changeOfAway_[i] *= change[i];
+  }
+
+  void FitTimeOfDay() {
+    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+      double sum = 0;
+      for (size_t i = 0; i < kAwayClasses; ++i) {
+        expected_[first + i] *= changeOfAway_[i];
+        sum += expected_[first + i];
+      }
+      ofClock_[first / kAwayClasses] = sum;
+      byKind_[KindIndex(weekday, clock)] += sum;
+    });
+    changeOfKind_.fill(1);
+    FitClock(factors_.clockWide, 1, 100);
+    FitClock(factors_.clock, 1.5, 18);
+    FitKind(factors_.kindWide, 1, 90);
+    FitKind(factors_.kind, 2, 30);
+  }
+
+  void FitClock(ByClock& factor, double assumed, double minutes) {
+    const Bell bell = BellOf(CellsOfMinutes(minutes));
+    const ByClock change =
+        FitFactor(factor, assumed, OfBothKinds(seen_.kind), OfBothKinds(byKind_),
+                  [&](std::span<double> numbers) { SmoothClock(numbers, 1, bell); });
+    for (size_t i = 0; i < byKind_.size(); ++i) Multiply(i, change[i % kClockCells]);
+  }
+
+  void FitKind(ByKind& factor, double assumed, double minutes) {
+    const Bell bell = BellOf(CellsOfMinutes(minutes));
+    const ByKind change =
+        FitFactor(factor, assumed, seen_.kind, byKind_,
+                  [&](std::span<double> numbers) { SmoothClock(numbers, 1, bell); });
+    for (size_t i = 0; i < byKind_.size(); ++i) Multiply(i, change[i]);
+  }
+
+  void Multiply(size_t kind, double change) {
+    byKind_[kind] *= change;
+    changeOfKind_[kind] *= change;
+  }
+
+  void FitDay() {
+    ByWeekday expected = {};
+    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+      expected[weekday] +=
+          ofClock_[first / kAwayClasses] * changeOfKind_[KindIndex(weekday, clock)];
+    });
+    changeOfDay_ = FitFactor(factors_.day, 3, seen_.day, expected, [](std::span<double>) {});
+  }
+
+  void FitLocal() {
+    ByLocal expected = {};
+    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+      const double change = changeOfKind_[KindIndex(weekday, clock)] * changeOfDay_[weekday];
+      for (size_t i = 0; i < kAwayClasses; ++i) {
+        expected[LocalIndex(clock, i)] += expected_[first + i] * change;
+      }
+    });
+    FitFactor(factors_.local, 1.2, seen_.local, expected, SmoothLocal);
+  }
+
   const LearntRates& learnt_;
+  const SeenReturns& seen_;
   RateFactors& factors_;
-  std::vector<double> expected_;
+  std::vector<double> expected_;  // in each cell, as of before FitTimeOfDay's changes
+  std::array<double, kWeekdays* kClockCells> ofClock_ = {};  // the same, of all classes
+  ByKind byKind_ = {};                                       // up to date
+  ByAway changeOfAway_ = {};
+  ByKind changeOfKind_ = {};
+  ByWeekday changeOfDay_ = {};
 };
-
-void FitOnce(const LearntRates& learnt, RateFactors& factors) {
-  const auto awayOf = [](const RateCell& cell) { return cell.away; };
-  const auto clockOf = [](const RateCell& cell) { return cell.clock; };
-  const auto weekdayOf = [](const RateCell& cell) { return cell.weekday; };
-  const auto smoothAway = [](std::span<double> numbers) { SmoothAway(numbers, BellOf(0.5)); };
-  const auto smoothClock = [](double minutes) {
-    return [bell = BellOf(CellsOfMinutes(minutes))](std::span<double> numbers) {
-      SmoothClock(numbers, 1, bell);
-    };
-  };
-  const auto smoothLocal = [](std::span<double> numbers) {
-    SmoothClock(numbers, kAwayClasses, BellOf(CellsOfMinutes(35)));
-    SmoothAway(numbers, {0.45, 2});
-  };
-
-  ExpectedReturns expected(learnt, factors);
-  expected.FitBase();
-  expected.Fit(factors.away, 1.5, awayOf, smoothAway);
-  expected.Fit(factors.clockWide, 1, clockOf, smoothClock(100));
-  expected.Fit(factors.clock, 1.5, clockOf, smoothClock(18));
-  expected.Fit(factors.kindWide, 1, KindIndex, smoothClock(90));
-  expected.Fit(factors.kind, 2, KindIndex, smoothClock(30));
-  expected.Fit(factors.day, 3, weekdayOf, NotSmoothed);
-  expected.Fit(factors.local, 1.2, LocalIndex, smoothLocal);
-}
 
 }  // namespace
 
@@ -137,13 +247,14 @@ RateFactors::RateFactors() : base(kAssumedReturns / kAssumedSeconds) {
 }
 
 double RateFactors::RateOf(const RateCell& cell) const {
-  return base * away[cell.away] * clockWide[cell.clock] * clock[cell.clock] *
-         kindWide[KindIndex(cell)] * kind[KindIndex(cell)] * day[cell.weekday] *
-         local[LocalIndex(cell)];
+  const size_t kindIndex = KindIndex(cell.weekday, cell.clock);
+  return base * away[cell.away] * clockWide[cell.clock] * clock[cell.clock] * kindWide[kindIndex] *
+         kind[kindIndex] * day[cell.weekday] * local[LocalIndex(cell.clock, cell.away)];
 }
 
 void RateFactors::Fit(const LearntRates& learnt) {
-  for (int round = 0; round < kRoundsOfFit; ++round) FitOnce(learnt, *this);
+  const SeenReturns seen(learnt);
+  for (int round = 0; round < kRoundsOfFit; ++round) Round(learnt, seen, *this).Fit();
 }
 
 }  // namespace dozewell
