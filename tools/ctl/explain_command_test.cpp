@@ -1,7 +1,10 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/file.h"
@@ -61,6 +64,55 @@ TEST_CASE("an explanation says that the service does not act on it") {
       run.output.starts_with("As of the last save, without an event, since the feature is off.\n"));
   CHECK(run.messages == Calls{"warning: the feature is off, so the service does none of this",
                               "warning: DisablePrediction is 1, so the service does none of this"});
+}
+
+TEST_CASE("what the service has learnt since its last save counts, as its events tell it") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::vector<TimeLineEvent> saved = {{LocalTime(2026, 11, 20, 8), Activating}};
+  std::vector<TimeLineEvent> all = saved;
+  all.push_back({LocalTime(2026, 11, 20, 12), Suspend});
+  all.push_back({LocalTime(2026, 11, 21, 8), Activating});
+  const auto seconds = [](const tm& time) { return static_cast<uint32_t>(SecondsFromTm(time)); };
+  fakes::clock.utcSeconds = seconds(LocalTime(2026, 11, 21, 17));
+  settings.current.values = {
+      {L"StartTime", fakes::Number32(seconds(LocalTime(2026, 11, 20, 7, 59)))}};
+  const auto log = [](const char* time, const std::string& text) {
+    fakes::client.events.push_back(std::string("<Event><System><TimeCreated SystemTime='") + time +
+                                   "Z'/></System><EventData><Data>" + text +
+                                   "</Data></EventData></Event>");
+  };
+  log("2026-11-20T08:00:00", "20/11/2026 8:0:0 - Activating");
+  log("2026-11-20T08:00:00", "Active");
+  log("2026-11-20T12:00:00", "20/11/2026 12:0:0 - Suspend");
+  log("2026-11-20T12:00:00", "Suspended");
+  log("2026-11-21T08:00:00", "21/11/2026 8:0:0 - Activating");
+  log("2026-11-21T08:00:00", "Active");
+  const std::vector<std::string> command = {"explain", "--at", "2026-11-21 10:00"};
+  const auto explain = [&] {
+    const ClientRun run = Ctl(machine, command);
+    CHECK(run.exitCode == 0);
+    CHECK(run.messages == Calls{});
+    const size_t end = run.output.find('\n');
+    return std::pair(run.output.substr(0, end), run.output.substr(end + 1));
+  };
+  const auto [unsaved, words] = explain();
+  CHECK(unsaved == "As of now: 3 events, of which nothing is saved yet.");
+  ClientMachine::SaveLearnt(saved);
+  CHECK(explain() ==
+        std::pair<std::string, std::string>(
+            "As of now: the last save, 2026-11-20 08:00:00, and 2 events since then.", words));
+  const ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 10:00", "--json"});
+  CHECK(run.output.ends_with(
+      ",\"asOf\":{\"now\":true,\"savedUntil\":\"2026-11-20T08:00:00\",\"eventsSince\":2,"
+      "\"why\":null}}\n"));
+  CHECK(run.identity.ends_with("\"time\":\"2026-11-21T08:00:00\"}"));
+  RemoveFile(settings.dataFolder + L"cpredict.z7");
+  ClientMachine::SaveLearnt(all);
+  CHECK(explain().second == words);
+  fakes::client.eventsError = 5;
+  CHECK(explain().first ==
+        "As of the last save, 2026-11-21 08:00:00, since the event log cannot be read (error 5).");
 }
 
 TEST_CASE("nothing is explained or reported where nothing is known to be learnt") {

@@ -79,7 +79,7 @@ void RunExport(const Options& options, const Console& console) {
   const std::vector<HistoryRecord> history = HistoryToExport(console);
   const std::vector<HistoryRecord> records =
       options.anonymous ? CoarseHistory(history, weeks) : history;
-  RequireTimesOfTheCalendar(records);
+  if (options.weeks) RequireTimesOfTheCalendar(records);
   MachineIdentity identity = options.anonymous ? MachineIdentity() : LiveIdentity();
   identity.time = TimeOfLast(records);
   const std::string text = EmbedSettings(SettingsFileText(ReadSettingsInForce(), identity)) +

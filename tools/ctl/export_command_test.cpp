@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,13 @@ struct LearntMachine {
   LearntMachine() {
     ClientMachine::Provision();
     WriteWholeFile(settings.dataFolder + L"zs7state.dat", kRecords, sizeof(kRecords));
-    file = NarrowToUtf8(machine.Folder().File(L"pc.csv"));
-    for (char& c : file) c = c == '\\' ? '/' : c;
+    file = Name(L"pc.csv");
+  }
+  // As a user names a file in the folder, in a way that every system takes.
+  std::string Name(const wchar_t* name) const {
+    std::string path = NarrowToUtf8(machine.Folder().File(name));
+    std::ranges::replace(path, '\\', '/');
+    return path;
   }
   std::string Content() const {
     const auto bytes = ReadWholeFile(PathFromSystem(file)).value();
@@ -91,7 +97,7 @@ TEST_CASE("an exported file is history and settings for dozewell-replay") {
   CHECK(file.Identity().name == std::nullopt);
   CHECK(Contains(Ctl(learnt.machine, {"ping", "--json"}).identity,
                  "\"settings\":\"" + file.Identity().settings.value() + "\""));
-  const std::string plain = NarrowToUtf8(learnt.machine.Folder().File(L"plain.csv"));
+  const std::string plain = learnt.Name(L"plain.csv");
   SaveCsvHistory(plain, kRecords, {});
   CHECK_THROWS_WITH(replay::LoadSettings(plain),
                     (plain + ": a CSV history without settings in it").c_str());
