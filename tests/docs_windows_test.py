@@ -121,7 +121,8 @@ def commands_work(page, desk):
                 _, output = desk.run([command], "y\n")
                 output = re.sub("This line failed: .*\n", "", output)
                 if not agrees(shown, output, "shape" in block.words):
-                    mistakes.append(f"{block.place}: {command}\nshown:\n{shown}\nprinted:\n{output}")
+                    mistakes.append(f"{block.place}: {command}\nshown:\n{shown}\n"
+                                    f"printed:\n{output}")
     if mistakes:
         raise AssertionError("\n" + "\n".join(mistakes))
 
