@@ -1,11 +1,12 @@
 // Compares how long a suspend and a resume take in the predictor of slots and in that of rates,
-// side by side through one year, and what each keeps in memory.
+// side by side through one year, and how much memory each takes.
+
+#include <malloc.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -37,7 +38,10 @@ fakes::Configurations Configuration() {
 
 // What the controller does: it predicts and tells of a suspend, and tells of a resume.
 template <typename Predictor>
-Times PlayYear(Predictor& predictor) {
+Times PlayYear() {
+  fakes::Configurations configuration = Configuration();
+  HistorianImpl historian;
+  Predictor predictor(&configuration, &historian);
   Times times;
   for (const TimeLineEvent& event : PlayedYear()) {
     const Clock::time_point start = Clock::now();
@@ -49,37 +53,25 @@ Times PlayYear(Predictor& predictor) {
   return times;
 }
 
+void KeepShorter(std::vector<double>& shortest, const std::vector<double>& times) {
+  if (shortest.empty()) shortest = times;
+  std::ranges::transform(shortest, times, shortest.begin(),
+                         [](double a, double b) { return std::min(a, b); });
+}
+
 // The shortest of several runs for each event, since other work of the machine only makes one
 // longer.
-Times ShortestOf(const std::function<Times()>& run) {
-  constexpr int kRuns = 9;
-  Times shortest = run();
-  for (int i = 1; i < kRuns; ++i) {
-    const Times times = run();
-    std::ranges::transform(shortest.suspends, times.suspends, shortest.suspends.begin(),
-                           [](double a, double b) { return std::min(a, b); });
-    std::ranges::transform(shortest.resumes, times.resumes, shortest.resumes.begin(),
-                           [](double a, double b) { return std::min(a, b); });
-  }
-  return shortest;
+void KeepShorter(Times& shortest, const Times& times) {
+  KeepShorter(shortest.suspends, times.suspends);
+  KeepShorter(shortest.resumes, times.resumes);
 }
 
-Times TimesOfSlots() {
-  fakes::Configurations configuration = Configuration();
-  HistorianImpl historian;
-  CyclicProbabilityPredictor predictor(&configuration, &historian);
-  return PlayYear(predictor);
-}
-
-Times TimesOfRates() {
-  fakes::Configurations configuration = Configuration();
-  HistorianImpl historian;
-  KnownRates blank;
-  blank.state = std::make_unique<RatesState>();
-  LastingRatesPredictor predictor(
-      &configuration, &historian, [] { return true; }, {}, std::move(blank));
-  return PlayYear(predictor);
-}
+// A predictor of rates that has learnt nothing and looks for no file.
+struct BlankRatesPredictor : LastingRatesPredictor {
+  BlankRatesPredictor(IConfigurations* configuration, IHistorian* historian)
+      : LastingRatesPredictor(configuration, historian, [] { return true; }, {},
+                              {std::make_unique<RatesState>(), /*isOfUnreadFile=*/false}) {}
+};
 
 void Print(const char* what, std::vector<double> slots, std::vector<double> rates) {
   std::ranges::sort(slots);
@@ -92,15 +84,35 @@ void Print(const char* what, std::vector<double> slots, std::vector<double> rate
   print("longest", slots.back(), rates.back());
 }
 
+size_t HeapBytes() {
+  const struct mallinfo2 heap = mallinfo2();
+  return heap.uordblks + heap.hblkhd;
+}
+
+// How much memory a predictor takes.
+template <typename Predictor>
+size_t BytesOf() {
+  fakes::Configurations configuration = Configuration();
+  HistorianImpl historian;
+  const size_t before = HeapBytes();
+  const auto predictor = std::make_unique<Predictor>(&configuration, &historian);
+  return HeapBytes() - before;
+}
+
 void Run() {
-  const Times slots = ShortestOf(TimesOfSlots);
-  const Times rates = ShortestOf(TimesOfRates);
+  constexpr int kRuns = 15;
+  Times slots;
+  Times rates;
+  // In turns, so that both meet the same machine.
+  for (int i = 0; i < kRuns; ++i) {
+    KeepShorter(slots, PlayYear<CyclicProbabilityPredictor>());
+    KeepShorter(rates, PlayYear<BlankRatesPredictor>());
+  }
   std::printf("%-17s %13s %13s %8s\n", "", "slots", "rates", "ratio");
   Print("suspend", slots.suspends, rates.suspends);
   Print("resume", slots.resumes, rates.resumes);
-  constexpr int kSlots = 7 * 144;
-  std::printf("learnt: slots %lld bytes, rates %zu bytes beside them\n",
-              static_cast<long long>(TrackerDataSize(kSlots)), sizeof(RatesState));
+  std::printf("memory: slots %zu bytes, rates with the slots beside them %zu bytes\n",
+              BytesOf<CyclicProbabilityPredictor>(), BytesOf<BlankRatesPredictor>());
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Plays a history through the installed service, in weeks that take seconds: a line for each day,
-and at the end what was achieved compared with the timeout that the user has set."""
+"""Plays a history through the installed service, in weeks that take seconds: a line for each day and
+each search, and at the end what was achieved, beside the predictor of rates and the timeout that the
+user has set."""
 
+import configparser
 import os
 import sys
 import tempfile
@@ -10,13 +12,17 @@ from datetime import timedelta
 from pathlib import Path
 
 from machine.installation import Installation
-from machine.machine import DATA_FILE, DEFAULT_SETTINGS, LONGEST_INTERVAL, Machine
+from machine.machine import DATA_FILE, DEFAULT_SETTINGS, Machine
 from machine.options import add_replay_option, machine_options
+from machine.registry import CURRENT, predictor_key
 from steps.playback import Playback, read_history, write_history
 from steps.replay import Replay, ReplayFailed
 
 HOUR = timedelta(hours=1)
 BAR_WIDTH = 40
+SECTION = "CyclicProbabilityPredictor"
+PARAMETERS = ("FirstLastWeight", "SecondLastWeight", "AgregationWeight", "StrengthHigh",
+              "StrengthLow", "DayGrouping")
 
 
 class ProgressBar:
@@ -87,15 +93,59 @@ def print_sleep(sleep, reasons):
                 print(f"          | {line}".rstrip())
 
 
-def print_totals(played, fixed, timeout):
-    fixed_name = f"fixed at {minutes(timeout)} min" if timeout else "never"
-    print(f"\n{'':26}{'predicted':>12}{fixed_name:>18}")
+def print_totals(columns):
+    print("\n" + " " * 26 + "".join(f"{name:>18}" for name in columns))
     for name, value in (
             ("hours asleep", lambda totals: f"{totals.asleep / HOUR:.1f}"),
             ("hours hibernated", lambda totals: f"{totals.hibernated / HOUR:.1f}"),
             ("resumes from sleep", lambda totals: totals.from_sleep),
             ("resumes from hibernation", lambda totals: totals.from_hibernation)):
-        print(f"{name:26}{value(played):>12}{value(fixed):>18}")
+        print(f"{name:26}" + "".join(f"{value(totals):>18}" for totals in columns.values()))
+
+
+class LiveParameters:
+    """What the service predicts with, which a search may change."""
+
+    def __init__(self, machine):
+        self._machine = machine
+        self._default = configparser.ConfigParser()
+        self._default.optionxform = str
+        self._default.read(DEFAULT_SETTINGS, "utf-8")
+        self.strength = int(self._default[SECTION]["Strength"])
+
+    def read(self):
+        """The default settings with the parameters that were adopted since; None while predictions
+        are off."""
+        if self._machine.setting("DisablePrediction") == 1:
+            return None
+        live = configparser.ConfigParser()
+        live.optionxform = str
+        live.read_dict(self._default)
+        for name in PARAMETERS:
+            adopted = self._machine.registry.read(name, predictor_key(CURRENT))
+            live[SECTION][name] = adopted or live[SECTION][name]
+        return live
+
+    @staticmethod
+    def text(live):
+        return ",".join(live[SECTION][name] for name in PARAMETERS) if live else "no prediction"
+
+
+def why(replay, changes, sleep, live):
+    if live is None:
+        return "A search found no set that is better than the user's own timeout."
+    known = [change for change in changes if change[0] < sleep.start]
+    return replay.reasons(replay.learn(write_history(known), live), sleep.start, live)
+
+
+def of_rates(replay, changes, user_timeout, strength):
+    found = replay.walk(write_history(changes), minutes(user_timeout))[f"rates, strength {strength}"]
+    totals = Totals()
+    totals.asleep = timedelta(seconds=found["sleepSeconds"])
+    totals.hibernated = timedelta(seconds=found["hibernateSeconds"])
+    totals.from_sleep = found["resumesFromSleep"]
+    totals.from_hibernation = found["resumesFromHibernate"]
+    return totals
 
 
 def play(machine, replay, history, explain):
@@ -104,8 +154,7 @@ def play(machine, replay, history, explain):
         sys.exit("The history has no sleep with a use before and after it.")
     user_timeout = timedelta(minutes=machine.schemes.hibernate_after[0])
     machine.clock.set(changes[0][0])
-    # No search changes the parameters, so that reasons and totals are about the same ones.
-    machine.provision(file=DEFAULT_SETTINGS, OptimizerInterval=LONGEST_INTERVAL)
+    machine.provision(file=DEFAULT_SETTINGS)
     machine.install()
 
     number_of_sleeps = (len(changes) - 1) // 2
@@ -116,27 +165,35 @@ def play(machine, replay, history, explain):
     played, fixed = Totals(), Totals()
     by_day = defaultdict(list)
     day = None
+    parameters = LiveParameters(machine)
+    live = parameters.read()
 
     def print_day():
         if day is not None:
             bar.clear()
-            print(day_line(day, by_day[day]), flush=True)
-            for sleep in by_day[day] if explain else ():
-                known = [change for change in changes if change[0] < sleep.start]
-                data = replay.learn(write_history(known))
-                print_sleep(sleep, replay.reasons(data, sleep.start))
+            print(day_line(day, [sleep for sleep, _ in by_day[day]]), flush=True)
+            for sleep, settings in by_day[day] if explain else ():
+                print_sleep(sleep, why(replay, changes, sleep, settings))
 
     for number, sleep in enumerate(Playback(machine).sleeps(changes)):
         if sleep.start.date() != day:
             print_day()
             day = sleep.start.date()
-        by_day[day].append(sleep)
+        # A search after this sleep still waits for its delay.
+        before, live = live, parameters.read()
+        if parameters.text(live) != parameters.text(before):
+            bar.clear()
+            print(f"A search adopted: {parameters.text(live)}", flush=True)
+        by_day[day].append((sleep, live))
         played.add(sleep.asleep, sleep.hibernated, sleep.met_hibernation)
         fixed.add_fixed(sleep.end - sleep.start, user_timeout)
         bar.show(number + 1)
     print_day()
     machine.stop_service()
-    print_totals(played, fixed, user_timeout)
+    print_totals({
+        "predicted": played,
+        "rates": of_rates(replay, changes, user_timeout, parameters.strength),
+        f"fixed at {minutes(user_timeout)} min" if user_timeout else "never": fixed})
 
 
 def main():

@@ -120,6 +120,10 @@ class Settings:
         """The parameters before the first search."""
         return ",".join(self.values[SECTION][key] for key in SET_KEYS)
 
+    def starting_set(self, strength):
+        """Those of a strength."""
+        return self.values[SECTION].get(f"Best{strength}", self.set)
+
 
 class Tool:
     """Runs dozewell-replay on files."""
@@ -145,12 +149,11 @@ class Tool:
 
     def each_set(self, records, settings):
         """Pairs of a set and its outcomes."""
-        lines = self._run("search", "--history", self.records_file(records), "--settings",
-                          self._settings_file(settings), "--each", "--json").splitlines()
-        for line in lines[:-1]:
-            numbers = line.split(",")
+        found = self._run("search", "--history", self.records_file(records), "--settings",
+                          self._settings_file(settings), "--each", "--json")
+        for numbers in json.loads(found)["each"]:
             parameters, outcomes = numbers[:len(SET_KEYS)], numbers[len(SET_KEYS):]
-            yield ",".join(parameters), Outcomes(*map(int, outcomes))
+            yield ",".join(map(str, parameters)), Outcomes(*outcomes)
 
     @lru_cache(maxsize=None)
     def compare(self, records_file, parameters):
@@ -278,24 +281,25 @@ def best_fixed(outcomes, weight):
     return max(outcomes[name].score(weight) for name in FIXED.values())
 
 
-def gains_of_sets(tool, histories, settings, weight):
-    """By set and group, what the first month scores more than the best fixed timeout."""
+def gains_of_sets(tool, histories, settings, weights):
+    """By weight, set and group, what the first month scores more than the best fixed timeout."""
     ranges = Settings(settings, FIRST_MONTH_RANGES)
 
     def gains(history):
         month = history.until(history.start + SEARCH_INTERVAL)
-        fixed = best_fixed(tool.compare(tool.records_file(month), ranges.set), weight)
-        return {parameters: outcomes.score(weight) - fixed
-                for parameters, outcomes in tool.each_set(month, ranges)}
+        compared = tool.compare(tool.records_file(month), ranges.set)
+        sets = list(tool.each_set(month, ranges))
+        return {weight: {parameters: outcomes.score(weight) - best_fixed(compared, weight)
+                         for parameters, outcomes in sets} for weight in weights}
 
     groups = by_group(histories, map(gains, histories))
-    sets = next(iter(groups.values()))[0]
-    return {parameters: {group: mean(gain[parameters] for gain in of_group)
-                         for group, of_group in groups.items()} for parameters in sets}
+    sets = next(iter(groups.values()))[0][weights[0]]
+    return {weight: {parameters: {group: mean(gain[weight][parameters] for gain in of_group)
+                                  for group, of_group in groups.items()} for parameters in sets}
+            for weight in weights}
 
 
-def first_month(tool, histories, settings, weight):
-    gains = gains_of_sets(tool, histories, settings, weight)
+def first_month(gains, weight, starting_set):
     groups = list(next(iter(gains.values())))
 
     def best(without):
@@ -303,7 +307,7 @@ def first_month(tool, histories, settings, weight):
             gain for group, gain in gains[parameters].items() if group != without))
 
     rows = []
-    for name, parameters in (("best of all", best(None)), ("as it is", Settings(settings).set)):
+    for name, parameters in (("best of all", best(None)), ("as it is", starting_set)):
         gain = gains.get(parameters, {})
         rows.append([name, parameters] + [f"{gain[group]:+.1f}" if gain else "not tried"
                                           for group in groups] +
@@ -370,8 +374,10 @@ def main():
                     histories))
 
         settings = Settings(options.settings)
-        strength = int(settings.values[SECTION]["Strength"])
-        first_month(tool, histories, options.settings, settings.weights[strength])
+        weights = list(dict.fromkeys(settings.weights))
+        gains = gains_of_sets(tool, histories, options.settings, weights)
+        for strength, weight in enumerate(settings.weights):
+            first_month(gains[weight], weight, settings.starting_set(strength))
 
         walks = walk_all(settings)
         strengths(histories, walks, settings.weights)

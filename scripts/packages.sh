@@ -50,3 +50,5 @@ SHELLCHECK_PACKAGES=(shellcheck)
 # To read manual pages, and to find mistakes in them.
 MANUALS_PACKAGES=(groff-base man-db mandoc)
 BROWSER_PACKAGES=(chromium fonts-liberation)
+# A cluster, for Debian's own Python.
+DASK_PACKAGES=(python3-distributed)

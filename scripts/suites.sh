@@ -40,7 +40,9 @@ model of the optimizer against native and Windows | native:dozewell-replay windo
 model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
 model of walking forward against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_walk_test "$WALK_CASES"
 the service against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_decisions.py --build $programs $traces
+exported settings against the service, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,lab wine python | lab/compare_settings.py --build $programs --folder build/play-settings $traces
 its searches against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_search.py --build $programs --folder build/play-search $traces
+its life against dozewell-replay, Windows | native:dozewell-replay windows:DozewellService,lab wine python | lab/compare_walk.py --build $programs --folder build/play-walk $traces
 client, Windows | windows:DozewellService,dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_cli_test --wine "$wine" --folder $programs
 metrics, Windows | windows:DozewellService,dozewellctl machine python metrics | /usr/bin/python3 -m tests.ctl_metrics_test --wine "$wine" --folder $programs
 rpc packets, Windows | windows:DozewellService,rpc_wire_test machine | $wine $programs/rpc_wire_test.exe $programs/DozewellService.exe
@@ -49,6 +51,7 @@ JSON, Windows | windows:dozewell-replay machine python | replay_test json_cli_te
 searching, Windows | windows:dozewell-replay machine python | replay_test optimizer_cli_test windows
 event logs, Windows | windows:dozewell-replay machine python | replay_test event_log_cli_test windows
 comparing, Windows | windows:dozewell-replay machine python | replay_test compare_cli_test windows
+fleet, Windows | windows:dozewell-replay machine python | replay_test fleet_cli_test windows
 reports, Windows | windows:dozewell-replay machine python | replay_test report_cli_test windows
 wrong commands, Windows | windows:dozewell-replay machine python | replay_test replay_wrong_commands_test windows
 wrong commands of the client, Windows | windows:dozewellctl,dozewell-replay machine python | python3 -m tests.ctl_wrong_commands_test --wine "$wine" --folder $programs
@@ -62,6 +65,8 @@ power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_
 docs, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,lab wine python pages packaging | /usr/bin/python3 -m tests.docs_windows_test --build $programs
 manuals | native:manual,dozewell-replay python manuals shellcheck | python3 -m tests.manuals_test --build build/native
 stress | native:controller_stress | build/native/controller_stress 20000
+fleet | native:dozewell-replay python | replay_test fleet_cli_test native
+fleet on Dask | native:dozewell-replay python dask | /usr/bin/python3 -m tests.fleet_dask_test --tool build/native/dozewell-replay
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
 command line, sanitized | asan:dozewell-replay python | replay_test replay_cli_test asan
@@ -69,6 +74,8 @@ JSON, sanitized | asan:dozewell-replay python | replay_test json_cli_test asan
 searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_test asan
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
+fleet, sanitized | asan:dozewell-replay python | replay_test fleet_cli_test asan
+fleet, threads sanitized | tsan:dozewell-replay python | replay_test fleet_cli_test tsan threads sums resume
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
 wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan
 files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan

@@ -33,8 +33,9 @@ SECTION = r"\Predictors\CyclicProbabilityPredictor"
 
 COMMANDS = ("status", "check", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
-            "reset-history", "ping", "watch", "explain", "import-history", "report")
-GROUPS = ("wake", "power", "scheme", "strength")
+            "reset-history", "ping", "watch", "settings show", "settings export", "export",
+            "explain", "import-history", "report")
+GROUPS = ("wake", "power", "scheme", "strength", "settings")
 # A command line for each command that asks the service.
 SERVICE_COMMANDS = (
     ("status",), ("check",), ("enable",), ("disable",), ("driver",), ("wake", "get"),
@@ -45,6 +46,8 @@ SERVICE_COMMANDS = (
 
 NOT_INSTALLED = "the service is not installed; its installer package installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
+NOTHING_LEARNT = r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened; what the " \
+                 "service has learnt is not known, since the service does not answer"
 NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NOT_ARMED = "the timer was not armed: the service has no driver device, or the driver did not " \
             "take it"
@@ -52,6 +55,9 @@ NO_ENGINE = r"SOFTWARE\Corisk\Z7: TimeResolution, DaysInCycle, MinutesInDay, Fir
             "SecondLastWeight, AgregationWeight are missing: " \
             "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations"
 NOT_STORED = "the optimizer has stored nothing for strength %d yet"
+
+# How new what is explained is.
+AS_OF = re.compile(r'\AAs of .*\n|,"asOf":\{[^{}]*\}')
 
 
 class Machine:
@@ -217,6 +223,10 @@ def test_help_of_each_command(machine):
             equal(" ".join(words).startswith(command), True)
             if command == "import-history":
                 equal(machine.ctl(*words)[0], 1)
+            elif command.startswith("settings"):
+                equal(machine.ctl(*words)[0], 0)
+            elif command == "export":
+                equal(machine.ctl(*words)[0], 4)
             elif command not in ("watch", "explain", "report"):
                 equal(machine.ctl(*words)[0], 1 if words == ["reset-history"] else 3)
 
@@ -245,7 +255,7 @@ def test_status_without_a_service(machine):
     code, out, err = machine.ctl("status")
     equal((code, err), (3, "dozewellctl: %s\n" % NOT_INSTALLED))
     contains(out, "Service             not installed\n")
-    contains(out, "Feature             on\n")
+    contains(out, "Feature             not known, as the service does not answer\n")
     contains(out, "Start attempts      0 of 3: 3 more starts or resumes only count\n")
     contains(out, "Controller          does not run: the service does not answer\n")
     contains(out, "Wake timers         not known, as the service does not answer\n")
@@ -279,12 +289,12 @@ def test_explanation_without_settings(machine):
     machine.fails(2, WRONG_TIME % "--at" + "noon", "explain", "--at", "noon")
 
 
-def test_explanation_without_learnt_data_leaves_no_folder(machine):
+def test_nothing_is_explained_or_reported_without_learnt_data(machine):
     machine.provision()
-    out = machine.works("explain", "--at", "2026-11-21 18:00", warnings=[
-        r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened"])
-    contains(out, "A suspend at Sat 2026-11-21 18:00 leaves the user's own timeout in place")
+    for command in "explain", "report":
+        machine.fails(4, NOTHING_LEARNT, command)
     equal(machine.data.parent.exists(), False)
+    equal((machine.scratch / "dozewell-report.html").exists(), False)
 
 
 def test_explanation_is_that_of_the_replay_tool(machine):
@@ -302,10 +312,13 @@ def test_explanation_is_that_of_the_replay_tool(machine):
                                "1970-01-03T00:10:00", *form)
         equal((expected.returncode, expected.stderr), (0, b""))
         contains(expected.stdout.decode(), "1970-01-03" if form else "wakes it after")
-        equal(machine.works("explain", "--at", "1970-01-03 00:10", *form),
-              IDENTITY.sub("", expected.stdout.decode()))
+        out = machine.works("explain", "--at", "1970-01-03 00:10", *form)
+        equal(AS_OF.sub("", out), IDENTITY.sub("", expected.stdout.decode()))
+        equal(len(AS_OF.findall(out)), 1)
     now = machine.works("explain")
-    matches(now.splitlines()[0], r"A suspend at \w{3} \d{4}-\d\d-\d\d \d\d:\d\d.*")
+    equal(now.splitlines()[0],
+          "As of the last save, 1970-01-02 12:00:00, since the service does not answer.")
+    matches(now.splitlines()[1], r"A suspend at \w{3} \d{4}-\d\d-\d\d \d\d:\d\d.*")
 
 
 def test_report_is_that_of_the_replay_tool(machine):
@@ -332,14 +345,27 @@ def test_report_is_that_of_the_replay_tool(machine):
                        "s.ini", "--now", time.strftime("%Y-%m-%dT%H:%M:00", now), "--out", "r.html")
     equal((done.returncode, done.stderr), (0, b""))
     # The page is too long to be printed when it differs.
-    equal(page == (machine.scratch / "r.html").read_text(), True)
+    as_of = re.compile("<p class=\"note\">As of the last save, 1970-01-02 12:00:00, since the service "
+                       "does not answer\\.</p>")
+    equal(len(as_of.findall(page)), 1)
+    equal(as_of.sub("", page) == (machine.scratch / "r.html").read_text(), True)
+
+
+def save_nothing_learnt(machine):
+    """A data file of a service that has learnt nothing."""
+    (machine.scratch / "s.ini").write_text(SETTINGS)
+    (machine.scratch / "h.csv").write_text("")
+    done = machine.run(machine.program("dozewell-replay"), "learn", "--history", "h.csv",
+                       "--settings", "s.ini", "--data", "d.z7")
+    equal((done.returncode, done.stderr), (0, b""))
+    machine.data.mkdir(parents=True, exist_ok=True)
+    shutil.copy(machine.scratch / "d.z7", machine.data / "cpredict.z7")
 
 
 def test_report_on_standard_output(machine):
     machine.provision()
-    machine.data.mkdir(parents=True)
-    warnings = [r"C:\ProgramData\Brevan\Z7\%s: ignored: it cannot be opened" % name
-                for name in ("cpredict.z7", "zs7state.dat")]
+    save_nothing_learnt(machine)
+    warnings = [r"C:\ProgramData\Brevan\Z7\zs7state.dat: ignored: it cannot be opened"]
     # The page says at which minute it was made, so both are made within one.
     while True:
         out = machine.works("report", "--out", "-", warnings=warnings)
@@ -358,6 +384,7 @@ def test_report_without_settings_or_a_place(machine):
     equal((machine.scratch / "dozewell-report.html").exists(), False)
     machine.provision()
     (machine.scratch / "folder").mkdir()
+    save_nothing_learnt(machine)
     code, out, err = machine.ctl("report", "--out", "folder")
     equal((code, out), (1, ""))
     equal(err.splitlines()[-1], "dozewellctl: folder: cannot be written: not a regular file")
@@ -367,8 +394,8 @@ def test_explanation_of_what_is_not_done(machine):
     machine.provision()
     machine.write_setting("\\Current", "EnableZ7Feature", "REG_DWORD", 0)
     machine.write_setting("\\Current", "DisablePrediction", "REG_DWORD", 1)
+    save_nothing_learnt(machine)
     machine.works("explain", warnings=[
-        r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened",
         "the feature is off, so the service does none of this",
         "DisablePrediction is 1, so the service does none of this"])
 
@@ -521,7 +548,7 @@ def test_disable_asks_nobody_but_a_user(machine):
 def test_json_is_what_the_manual_says(machine):
     machine.provision()
     examples = documented_examples("dozewellctl")
-    equal(sorted(set(COMMANDS) - set(examples)), ["explain", "report"])
+    equal(sorted(set(COMMANDS) - set(examples)), [])
     with machine.service():
         await_controller(machine)
         machine.write_setting("\\Current" + SECTION, "Best1", "REG_SZ", "-1")
@@ -535,12 +562,13 @@ def test_json_is_what_the_manual_says(machine):
         expect_documented(check, examples["check"], "check")
         equal((code, err), (1, "dozewellctl: %d of %d lines are BAD\n" %
                             (check["bad"], len(check["lines"]))))
-        examples = documented_examples("dozewell-replay")
-        machine.data.mkdir(parents=True, exist_ok=True)
+        replayed = documented_examples("dozewell-replay")
+        save_nothing_learnt(machine)
         for command, more in (("explain", ()), ("report", ("--out", "ü.html"))):
             code, out, _ = machine.ctl(command, *more, "--json")
             equal(code, 0)
-            expect_documented(strict_json(out), examples[command], command)
+            example = {**replayed[command], **examples[command]}
+            expect_documented(strict_json(out), example, command)
 
 
 def test_status_of_a_service_in_a_console(machine):

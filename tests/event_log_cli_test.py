@@ -176,7 +176,7 @@ def test_utf_16_as_powershell_writes_it(tool):
 
 def test_a_history_as_csv(tool):
     run_import(tool, capture(tool, "spring.xml"), "--out", "h.csv")
-    equal(tool.csv("h.csv").splitlines()[:2],
+    equal(tool.read("h.csv").splitlines()[:2],
           [b"epoch_wallclock_seconds,asleep", b"%d,0" % seconds("2026-03-28 20:00:00")])
 
 

@@ -164,7 +164,7 @@ def test_import_counts_what_waits_beside_a_history_of_the_service(tool):
                "h.csv", "--out", "zs7state.dat")
     equal(tool.read("zs7state.dat.new"), record(1, 0))
     tool.works("export", "--history", "zs7state.dat", "--out", "e.csv")
-    equal(tool.csv("e.csv"), b"epoch_wallclock_seconds,asleep\n1,0\n")
+    equal(tool.read("e.csv"), b"epoch_wallclock_seconds,asleep\n1,0\n")
     tool.works(*import_log("--history", "zs7state.dat", "--out", "zs7state.dat"))
     equal(tool.read("zs7state.dat"), record(1, 0))
     equal([name for name in names(tool) if "zs7" in name], ["zs7state.dat"])
@@ -454,7 +454,7 @@ def test_a_file_of_another_user_is_written_in_place(tool):
     equal(tool.run(*sample("out.csv"), preexec_fn=other_user).returncode, 0)
     after = path.stat()
     equal((after.st_uid, after.st_ino, after.st_mode), (0, before.st_ino, before.st_mode))
-    equal(tool.csv("out.csv").startswith(b"epoch_wallclock_seconds,asleep\n"), True)
+    equal(tool.read("out.csv").startswith(b"epoch_wallclock_seconds,asleep\n"), True)
     equal(names(tool), ["out.csv"])
 
 

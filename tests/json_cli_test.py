@@ -11,7 +11,8 @@ import sys
 from tests.replay_cli_test import COMMANDS, NOTHING_KNOWN, SLOTS, header
 from tests.support.cli import ROOT, SETTINGS, main
 from tests.support.expect import contains, equal
-from tests.support.strict_json import documented_examples, expect_documented, strict_json
+from tests.support.strict_json import (documented_examples, expect_documented,
+                                       expect_documented_of_many, strict_json)
 
 WEEK = str(ROOT / "tests" / "event_logs" / "week.xml")
 
@@ -40,6 +41,7 @@ def all_commands(history="office.csv", data="office.z7", settings=()):
         "explain": ("--data", data, *with_settings),
         "week": ("--data", data, *with_settings),
         "compare": ("--history", history, *with_settings),
+        "fleet": (history, *with_settings),
         "simulate": ("--history", history, "--timeline", *with_settings),
         "baseline": ("--history", history, "--timeline"),
         "search": ("--history", history, "--each", *with_settings),
@@ -58,7 +60,8 @@ def test_each_command_prints_what_the_manual_says(tool):
     lines = all_commands()
     equal(sorted(lines), sorted(COMMANDS))
     for command, options in lines.items():
-        expect_documented(printed(tool, command, *options), examples[command], command)
+        expect = expect_documented_of_many if command == "fleet" else expect_documented
+        expect(printed(tool, command, *options), examples[command], command)
 
 
 def identity(tool, *arguments):
@@ -81,6 +84,9 @@ def test_each_answer_says_which_machine_it_is_about(tool):
     tool.write("same.ini", "# Others' comments\n" + SETTINGS.replace("=70", "= 70 "))
     equal(identity(tool, "suspend", "--data", "office.z7", "--settings", "same.ini"),
           {**learnt, "name": None, "zone": None})
+    # What programs read stays as it is until somebody names the machine.
+    unnamed = printed(tool, "predict", "--data", "office.z7", "--settings", "same.ini")
+    equal({tuple(item) for item in unnamed}, {("time", "minutes")})
     tool.write("other.ini", SETTINGS.replace("StrengthHigh=70", "StrengthHigh=71"))
     other = identity(tool, "suspend", "--data", "office.z7", "--settings", "other.ini")
     equal(other["settings"] != learnt["settings"], True)
@@ -96,6 +102,8 @@ def test_csv_and_pages_say_which_machine_they_are_about(tool):
     equal((told["name"], told["settings"], told["zone"]), ("OFFICE-7", None, None))
     # What reads CSV reads past it.
     equal(identity(tool, "baseline", "--history", "e.csv")["time"], told["time"])
+    tool.works("export", "--history", "o.dat", "--out", "nameless.csv")
+    equal(tool.read("e.csv").split(b"\n", 1)[1], tool.read("nameless.csv"))
     found = tool.works("search", "--history", "e.csv", "--each", "--machine", "OFFICE-7")
     equal(strict_json(found.splitlines()[0][2:] + "\n")["name"], "OFFICE-7")
     tool.works("learn", "--history", "e.csv", "--data", "o.z7")

@@ -19,7 +19,7 @@ from pathlib import Path
 from tests.support.cli import DAY, HISTORY, IDENTITY, ROOT, SETTINGS, WRONG_TIME, main, record
 from tests.support.expect import contains, equal
 
-COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare",
+COMMANDS = ("learn", "predict", "probabilities", "suspend", "explain", "week", "compare", "fleet",
             "report", "merge", "import", "export", "sample", "simulate", "baseline", "search",
             "apply")
 # Slots of the example history.
@@ -67,6 +67,7 @@ def test_options_that_are_missing(tool):
         "explain": ["--data"],
         "week": ["--data"],
         "compare": ["--history"],
+        "fleet": [],
         "report": ["--history", "--data", "--out"],
         "merge": ["--history", "--pending", "--now", "--limit", "--out"],
         "import": ["--history", "--out"],
@@ -146,6 +147,8 @@ def test_examples_of_the_help_work(tool):
         tool.works(*example.split())
     shutil.copy(tool.folder / "office.z7", tool.folder / "cpredict.z7")
     shutil.copy(tool.folder / "office.csv", tool.folder / "history.csv")
+    (tool.folder / "machines").mkdir()
+    shutil.copy(tool.folder / "office.csv", tool.folder / "machines" / "PC-1.csv")
     tool.works("import", "--history", "office.csv", "--out", "zs7state.dat")
     for command in COMMANDS:
         example = re.search(r"^Example:\n  dozewell-replay (.*)$", tool.works(command, "--help"),
@@ -648,8 +651,8 @@ def test_a_file_may_be_standard_input_or_output(tool):
           tool.works("explain", "--data", "d.z7", *settings))
     equal(piped(tool, SETTINGS, "explain", "--data", "d.z7", "--settings", "-").decode(),
           tool.works("explain", "--data", "d.z7", *settings))
-    out = piped(tool, tool.read("h.dat"), "export", "--history", "-", "--out", "-").decode()
-    equal(out.split("\n", 1)[1], HISTORY)
+    equal(piped(tool, tool.read("h.dat"), "export", "--history", "-", "--out", "-").decode(),
+          HISTORY)
     equal(piped(tool, HISTORY, "import", "--history", "-", "--out", "-"), tool.read("h.dat"))
     out = piped(tool, "-1", "apply", "--strength", "0", "--best", "-", "--json").decode()
     equal(IDENTITY.sub("", out),
@@ -751,7 +754,7 @@ def test_import_and_export_are_each_others_opposite(tool):
     equal(tool.read("h.dat"), b"".join(map(record, times, marks)))
     equal(tool.works("export", "--history", "h.dat", "--out", "back.csv", "--json",
                      warnings=["h.dat: " + damage]), '{"records":9}\n')
-    equal(tool.csv("back.csv").decode(), text)
+    equal(tool.read("back.csv").decode(), text)
 
 
 def test_import_reads_times_as_people_write_them(tool):
@@ -766,7 +769,7 @@ def test_histories_without_records(tool):
     tool.works("import", "--history", "h.csv", "--out", "h.dat")
     equal(tool.read("h.dat"), b"")
     tool.works("export", "--history", "h.dat", "--out", "back.csv")
-    equal(tool.csv("back.csv"), b"epoch_wallclock_seconds,asleep\n")
+    equal(tool.read("back.csv"), b"epoch_wallclock_seconds,asleep\n")
     tool.works("merge", "--history", "h.dat", "--pending", "h.dat", "--now", "1", "--limit", "0",
                "--out", "out.dat")
     equal(tool.read("out.dat"), b"")
@@ -777,14 +780,14 @@ def test_import_takes_any_name_as_csv_and_export_none(tool):
     tool.works("import", "--history", "h.txt", "--out", "out.csv")
     equal(tool.read("out.csv"), record(1, 0))
     tool.works("export", "--history", "out.csv", "--out", "back.dat")
-    equal(tool.csv("back.dat"), b"epoch_wallclock_seconds,asleep\n1,0\n")
+    equal(tool.read("back.dat"), b"epoch_wallclock_seconds,asleep\n1,0\n")
 
 
 def test_export_passes_over_reserved_bytes_and_a_partial_tail(tool):
     tool.write("h.dat", record(2, 1, 99) + record(1, 0) + b"1234567")
     tool.works("export", "--history", "h.dat", "--out", "h.csv", warnings=[
         "h.dat: damaged: 1 record not later than one before, an incomplete record at the end"])
-    equal(tool.csv("h.csv"), b"epoch_wallclock_seconds,asleep\n2,1\n1,0\n")
+    equal(tool.read("h.csv"), b"epoch_wallclock_seconds,asleep\n2,1\n1,0\n")
 
 
 def test_bad_csv_lines(tool):
@@ -862,7 +865,7 @@ def test_merge_takes_and_makes_histories_by_their_names(tool):
     tool.write("new.CSV", "2000,1\n")
     equal(tool.works("merge", "--history", "old.csv", "--pending", "new.CSV", "--now", "-5",
                      "--limit", "1", "--out", "out.csv", "--json"), '{"records":2}\n')
-    equal(tool.csv("out.csv"), b"epoch_wallclock_seconds,asleep\n1000,0\n2000,1\n")
+    equal(tool.read("out.csv"), b"epoch_wallclock_seconds,asleep\n1000,0\n2000,1\n")
     equal(tool.works("merge", "--history", "gone.csv", "--pending", "new.CSV", "--now", "0",
                      "--limit", "4294967295", "--out", "out.dat"), "out.dat: 1 records\n")
     equal(tool.read("out.dat"), record(2000, 1))
@@ -876,13 +879,13 @@ def test_samples(tool):
         command = ("sample", "--kind", kind, "--days", "60", "--seed", "1", "--out")
         tool.works(*command, "s.csv")
         tool.works(*command, "s.dat")
-        csv = tool.csv("s.csv")
+        csv = tool.read("s.csv")
         equal(csv[:csv.index(b"\n") + 1 + len(lines)], b"epoch_wallclock_seconds,asleep\n" + lines)
         tool.works("import", "--history", "s.csv", "--out", "t.dat", "--replace")
         equal(tool.read("s.dat"), tool.read("t.dat"))
         out = tool.works(*command, "s.csv", "--json")
         equal(out, '{"records":%d}\n' % (csv.count(b"\n") - 1))
-        equal(tool.csv("s.csv"), csv)
+        equal(tool.read("s.csv"), csv)
 
 
 if __name__ == "__main__":

@@ -6,21 +6,19 @@
 import base64
 import functools
 import json
-import os
 import re
-import select
-import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 from tests.support import programs
+from tests.support.browser import DESKTOP, NARROW, PHONE, SCREEN, Browser
 from tests.support.cases import option_parser, run, tests_in
 from tests.support.expect import contains, equal
+from tests.support.page_measures import (CERTAINTIES, CONTRASTS, NEIGHBOURS, OVERFLOWING,
+                                         SEMANTICS)
 
-NARROW, PHONE, DESKTOP = 320, 360, 1280
 WIDTHS = (NARROW, PHONE, DESKTOP)
-SCREEN = 800  # pixels high
 SCHEMES = ("light", "dark")
 
 SETTINGS = """\
@@ -43,221 +41,6 @@ DayGroupingRange=0, 12
 WR=10, 50, 90
 Strength=1
 """
-
-# What measures of colour share: the contrast of two colours, and what lies behind an element.
-COLOURS = """
-  const parse = text => {
-    const numbers = text.match(/[\\d.]+/g).map(Number);
-    return numbers.length < 4 ? [...numbers.slice(0, 3), 1] : numbers;
-  };
-  const over = (top, below) => [0, 1, 2].map(i => top[i] * top[3] + below[i] * (1 - top[3]));
-  const luminance = rgb => {
-    const [r, g, b] = rgb.map(c => c / 255).map(
-      c => c <= 0.04045 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4);
-    return 0.2126 * r + 0.7152 * g + 0.0722 * b;
-  };
-  const contrast = (a, b) => {
-    const [light, dark] = [luminance(a), luminance(b)].sort((a, b) => b - a);
-    return (light + 0.05) / (dark + 0.05);
-  };
-  const behind = element => {
-    if (!element) return [255, 255, 255];
-    const style = getComputedStyle(element);
-    if (style.backgroundImage !== 'none') throw 'text over an image: ' + element.outerHTML;
-    return over(parse(style.backgroundColor), behind(element.parentElement));
-  };
-"""
-
-# Each visible text with the contrast between its colour and what lies behind it.
-CONTRASTS = """
-(() => {""" + COLOURS + """
-  const results = [];
-  const walker = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
-  while (walker.nextNode()) {
-    const text = walker.currentNode.textContent.trim();
-    const element = walker.currentNode.parentElement;
-    const style = getComputedStyle(element);
-    if (!text || element.closest('.unseen') || style.fontSize === '0px') continue;
-    const below = behind(element);
-    const ink = over(parse(style.color), below);
-    const size = parseFloat(style.fontSize);
-    const large = size >= 24 || (size >= 18.66 && style.fontWeight >= 700);
-    results.push({text: text.slice(0, 40), ratio: contrast(ink, below),
-                  needed: large ? 3 : 4.5});
-  }
-  return results;
-})()
-"""
-
-# All that stand side by side in a figure, and the contrast between them: of the areas, or of the
-# edge that divides them. An area of two colours, one over the other, has the better of the two.
-NEIGHBOURS = """
-(() => {""" + COLOURS + """
-  const colours = element => {
-    const style = getComputedStyle(element);
-    const found = style.backgroundImage === 'none' ? [style.backgroundColor]
-                                                   : style.backgroundImage.match(/rgb\\([^)]*\\)/g);
-    if (parseFloat(style.borderRightWidth) || parseFloat(style.borderLeftWidth))
-      found.push(parseFloat(style.borderRightWidth) ? style.borderRightColor
-                                                    : style.borderLeftColor);
-    return found.map(text => parse(text).slice(0, 3));
-  };
-  const best = (a, b) => Math.max(...a.flatMap(x => b.map(y => contrast(x, y))));
-  const pairs = {};
-  document.querySelectorAll('.strip').forEach(strip => {
-    for (let bar = strip.firstElementChild; bar && bar.nextElementSibling;
-         bar = bar.nextElementSibling) {
-      const names = [bar.className, bar.nextElementSibling.className].sort().join(' ');
-      pairs[names] = best(colours(bar), colours(bar.nextElementSibling));
-    }
-  });
-  return pairs;
-})()
-"""
-
-# The contrast of each kind of certainty with the page and with the kind before it.
-CERTAINTIES = """
-(() => {""" + COLOURS + """
-  const page = behind(document.body);
-  const swatch = name => {
-    const style = getComputedStyle(document.querySelector('.legend .' + name));
-    return {fill: parse(style.backgroundColor).slice(0, 3),
-            edge: parse(style.borderTopColor).slice(0, 3)};
-  };
-  const [once, some, often] = ['once', 'some', 'often'].map(swatch);
-  return {onceIsHollow: contrast(once.fill, page), onceHasEdge: contrast(once.edge, page),
-          some: contrast(some.fill, page), often: contrast(often.fill, page),
-          someFromOften: contrast(some.fill, often.fill)};
-})()
-"""
-
-SEMANTICS = """
-(() => {
-  const wrong = [];
-  const all = selector => [...document.querySelectorAll(selector)];
-  const need = (condition, what) => { if (!condition) wrong.push(what); };
-  need(document.documentElement.lang === 'en', 'no language');
-  need(document.title, 'no title');
-  need(all('h1').length === 1 && all('main').length === 1, 'not one h1 and main');
-  need(!all('script, iframe, object, img[src], link[rel=stylesheet]').length, 'loads something');
-  all('table').forEach(t => need(t.caption && t.caption.textContent, 'table without caption'));
-  all('th').forEach(h => need(h.scope, 'header without scope: ' + h.textContent));
-  all('tbody tr').forEach(r => need(r.cells[0].tagName === 'TH',
-                                    'row without header'));
-  all('[role=img]').forEach(i => need(i.getAttribute('aria-label'), 'picture without label'));
-  all('section').forEach(s => {
-    need(document.getElementById(s.getAttribute('aria-labelledby')), 'section without name');
-    need(s.querySelector('.explanation').textContent.trim().endsWith('.'), 'no sentence: ' + s.id);
-  });
-  const ids = all('[id]').map(e => e.id);
-  need(new Set(ids).size === ids.length, 'an id twice');
-  let level = 0;
-  all('h1, h2, h3').forEach(h => {
-    need(h.tagName[1] <= level + 1, 'heading leaves out a level: ' + h.textContent);
-    level = +h.tagName[1];
-  });
-  return wrong;
-})()
-"""
-
-# Elements that reach beyond the page's margin and are not cut off.
-OVERFLOWING = """
-[...document.body.querySelectorAll('*')].filter(
-  e => !e.closest('.strip, .unseen') && e.getBoundingClientRect().right >
-    innerWidth - parseFloat(getComputedStyle(document.body).paddingRight) + 0.5
-).map(e => e.outerHTML.slice(0, 80))
-"""
-
-
-class Browser:
-    """Chromium, steered over a pipe by its DevTools protocol."""
-
-    def __init__(self, profile):
-        to_browser, self.output = os.pipe()
-        self.input, from_browser = os.pipe()
-        flags = ["--headless", "--remote-debugging-pipe", "--user-data-dir=%s" % profile,
-                 "--disable-gpu", "--hide-scrollbars", "--no-first-run", "--disable-extensions"]
-        if os.geteuid() == 0:
-            flags.append("--no-sandbox")
-        # The browser reads its commands from descriptor 3 and answers on 4.
-        script = 'exec chromium "$@" 3<&%d 4>&%d' % (to_browser, from_browser)
-        self.process = subprocess.Popen(
-            ["bash", "-c", script, "bash", *flags], pass_fds=(to_browser, from_browser),
-            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        os.close(to_browser)
-        os.close(from_browser)
-        self.pending = b""
-        self.number = 0
-        self.events = []
-        self.session = None
-        target = self.call("Target.createTarget", url="about:blank")["targetId"]
-        self.session = self.call("Target.attachToTarget", targetId=target,
-                                 flatten=True)["sessionId"]
-        for domain in ("Page", "Runtime", "Log", "Network"):
-            self.call(domain + ".enable")
-
-    def close(self):
-        self.session = None
-        self.call("Browser.close")
-        programs.WAITING.for_end(self.process, "the browser does not end")
-
-    def receive(self):
-        watch = programs.WAITING.watch("the browser does not answer")
-        while b"\0" not in self.pending:
-            if not select.select([self.input], [], [], watch.look_seconds)[0]:
-                watch.look()
-                continue
-            got = os.read(self.input, 1 << 20)
-            if not got:
-                raise AssertionError("the browser is gone")
-            self.pending += got
-        message, self.pending = self.pending.split(b"\0", 1)
-        return json.loads(message)
-
-    def call(self, method, **parameters):
-        self.number += 1
-        request = {"id": self.number, "method": method, "params": parameters}
-        if self.session:
-            request["sessionId"] = self.session
-        os.write(self.output, json.dumps(request).encode() + b"\0")
-        while True:
-            message = self.receive()
-            if message.get("id") != self.number:
-                self.events.append(message)
-            elif "error" in message:
-                raise AssertionError("%s: %s" % (method, message["error"]["message"]))
-            else:
-                return message["result"]
-
-    def wait_for(self, method):
-        while not any(event["method"] == method for event in self.events):
-            self.events.append(self.receive())
-
-    def evaluate(self, expression):
-        result = self.call("Runtime.evaluate", expression=expression, returnByValue=True)
-        if "exceptionDetails" in result:
-            raise AssertionError(json.dumps(result["exceptionDetails"]))
-        return result["result"]["value"]
-
-    def open(self, page, width=DESKTOP, scheme="light", media=""):
-        self.call("Emulation.setDeviceMetricsOverride", width=width, height=SCREEN,
-                  deviceScaleFactor=1, mobile=width < DESKTOP)
-        self.call("Emulation.setEmulatedMedia", media=media,
-                  features=[{"name": "prefers-color-scheme", "value": scheme}])
-        self.events.clear()
-        self.call("Page.navigate", url=page.as_uri())
-        self.wait_for("Page.loadEventFired")
-
-    def press(self, key, text=None):
-        self.call("Input.dispatchKeyEvent", type="keyDown", key=key, code=key,
-                  windowsVirtualKeyCode={"Tab": 9, "Enter": 13}[key],
-                  **({"text": text} if text else {}))
-        self.call("Input.dispatchKeyEvent", type="keyUp", key=key, code=key,
-                  windowsVirtualKeyCode={"Tab": 9, "Enter": 13}[key])
-
-    def screenshot(self, path):
-        shot = self.call("Page.captureScreenshot", captureBeyondViewport=True)
-        path.write_bytes(base64.b64decode(shot["data"]))
 
 
 class Pages:
@@ -329,7 +112,7 @@ def test_the_contents_come_first_and_name_what_follows(browser, pages):
     equal([text for text, _ in links],
           ["What will happen tonight", "What it has learnt, and how sure it is",
            "What it was worth", "Why",
-           "Every choice, replayed", "What a search chooses", "The recorded past"])
+           "Every choice, walked forward", "Every choice, replayed", "What a search chooses", "The recorded past"])
     equal(browser.evaluate("[...document.querySelectorAll('main h2')].map(h => [h.innerText, "
                            "'#' + h.parentElement.id])"), links)
     equal(browser.evaluate("document.querySelector('nav').getBoundingClientRect().bottom < 250"),
@@ -415,7 +198,7 @@ def test_each_colour_has_one_meaning_and_a_place_in_a_legend(browser, pages):
             "[...new Set([...document.querySelectorAll('.strip i, .map td, .bar')].map("
             "e => e.className.replace('bar ', '')))].sort()")
         equal(set(used) - set(legends), {"bar", "score"})
-        equal(browser.evaluate("getComputedStyle(document.querySelector('.gain .bar')).background"),
+        equal(browser.evaluate("getComputedStyle(document.querySelector('#choices .bar')).background"),
               legends["asleep"])
 
 
@@ -562,12 +345,39 @@ def test_every_idle_stretch_is_listed_and_their_number_told(browser, pages):
 
 def test_figures_of_searched_sets_are_called_hindsight(browser, pages):
     browser.open(pages.learnt)
-    groups = browser.evaluate("[...document.querySelectorAll('.gain .group')].map("
+    groups = browser.evaluate("[...document.querySelectorAll('#choices .group')].map("
                               "g => [g.innerText, [...g.closest('tbody').rows].slice(1).map("
                               "r => r.cells[0].innerText)])")
     equal([names for title, names in groups if title.startswith("Hindsight: ")],
           [["strength 0", "strength 1", "strength 2"]])
     contains(text_of(browser, "#search .explanation"), "All scores are hindsight")
+    groups = browser.evaluate("[...document.querySelectorAll('#walked .group')].map("
+                              "g => g.innerText)")
+    contains(groups, "Hindsight: the timeout that turned out best")
+
+
+def test_the_worth_is_what_compare_walks_forward(browser, pages):
+    walk = json.loads(pages.run("compare", "--history", "office60.csv", "--settings", "s.ini",
+                                "--hibernate-after", "180", "--json"))
+    choices = {choice["name"]: choice for choice in walk["walkForward"]}
+    browser.open(pages.learnt)
+    shown = dict(browser.evaluate("[...document.querySelectorAll('#worth tbody tr')].map("
+                                  "r => [r.cells[0].innerText, "
+                                  "[...r.cells].slice(1).map(c => c.innerText)])"))
+    # The settings have strength 1.
+    for row, name in (("the user's own, 180 minutes", "180 minutes"),
+                      ("timeout chosen on the past", "timeout of the past, strength 1"),
+                      ("the service, with wakes", "service, strength 1"),
+                      ("the service, without wakes", "service without wake, strength 1"),
+                      ("best possible", "clairvoyant")):
+        score = [s for s in choices[name]["scores"] if s["strength"] == 1][0]
+        equal(shown.pop(row), ["%.1f" % (choices[name]["sleepSeconds"] / 3600),
+                               "%d" % choices[name]["resumesFromHibernate"],
+                               "%.1f (%.1f to %.1f)" % (score["score"], score["low"],
+                                                        score["high"])])
+    equal(shown, {})
+    equal(text_of(browser, "#worth .explanation").split(",")[0],
+          "%d recorded sleeps in %d weeks" % (walk["sleeps"], walk["weeks"]))
 
 
 def test_a_machine_without_records_is_told_so(browser, pages):
@@ -580,7 +390,7 @@ def test_a_machine_without_records_is_told_so(browser, pages):
 def test_what_is_compared_is_compared_with_one_timeout(browser, pages):
     browser.open(pages.learnt)
     text = browser.evaluate("document.body.innerText")
-    equal(set(re.findall("fixed timeout of (\\d+) minutes", text)), {"180"})
+    equal(set(re.findall(r"(?:fixed timeout of |own timeout[ ,(]+)(\d+) minutes", text)), {"180"})
 
 
 def test_the_keyboard_reaches_all_that_can_be_used(browser, pages):
@@ -600,7 +410,7 @@ def test_the_keyboard_reaches_all_that_can_be_used(browser, pages):
         equal((outline, visible), ("solid 3", True))
         reached.append(name)
     equal(reached, usable)
-    equal(len(usable), 7 + 4)
+    equal(len(usable), 8 + 4)
     browser.open(pages.learnt)
     browser.press("Tab")
     browser.press("Tab")

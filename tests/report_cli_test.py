@@ -41,9 +41,10 @@ def test_the_time_that_it_predicts_from_is_that_of_the_report(tool):
 
 def test_the_timeout_to_compare_with(tool):
     tool.example()
-    contains(page(tool), "Next to a fixed timeout of 180 minutes, ")
-    contains(page(tool, "--hibernate-after", "10"), "Next to a fixed timeout of 10 minutes, ")
-    contains(page(tool, "--hibernate-after", "0"), "Next to never hibernating, ")
+    own = "; the user&#39;s own timeout (%s): "
+    contains(page(tool), own % "180 minutes")
+    contains(page(tool, "--hibernate-after", "10"), own % "10 minutes")
+    contains(page(tool, "--hibernate-after", "0"), own % "never")
 
 
 def test_what_is_compared_is_what_compare_says(tool):

@@ -89,6 +89,13 @@ def all_of(*makes):
     return make
 
 
+def switch_by_texts(template):
+    """Has a switch write texts."""
+    for item in at(template, "policies/policy[DebugLogging]/elements/enum"):
+        number = item[0][0]
+        number.tag, number.text = f"{{{NAMESPACES[0]}}}string", number.attrib.pop("value")
+
+
 def replace(old, new):
     """In all explanations."""
     def make(template):
@@ -174,6 +181,10 @@ BREAKS = {
         all_of(*(change(path, "valueName", "StartTime") for path in (ELEMENT, DELETED))),
         all_of(*(change(path, "key", "SOFTWARE\\Corisk\\Z7\\Default")
                  for path in (POLICY, DELETED)))],
+    "values_have_the_type_that_the_service_reads": [
+        change(ELEMENT, "storeAsText", "true"),
+        lose("policies/policy[Strength]/elements/decimal", "storeAsText"),
+        switch_by_texts],
     "explanations_say_what_a_preference_is": [
         replace("This is a preference, not a policy.", ""),
         replace("wins over this one", "wins"),

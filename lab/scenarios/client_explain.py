@@ -1,18 +1,19 @@
 """dozewellctl explains what a suspend would lead to."""
 
+import re
 from pathlib import Path
 
 from machine.machine import DATA_FILE, HISTORY_FILE, SCENARIO_SETTINGS
 from machine.registry import DEFAULT, predictor_key
-from steps.client import DONE
+from steps.client import DONE, NOTHING_LEARNT, failed
 from steps.expect import expect, expect_true
-from steps.living import machine_that_knows_office_hours, sixty_days
+from steps.living import A_MONDAY, machine_that_knows_office_hours, office_days, sixty_days
 from steps.nights import events
 
 MANUAL = Path(__file__).resolve().parents[2] / "docs" / "dozewellctl.md"
 EVENING = 'explain --at "2026-02-02 18:00"'
 SIXTIETH_EVENING = 'explain --at "2026-03-05 17:40"'
-IGNORED = "dozewellctl: warning: C:\\ProgramData\\Brevan\\Z7\\cpredict.z7: ignored: "
+IGNORED = "C:\\ProgramData\\Brevan\\Z7\\cpredict.z7: ignored: "
 
 
 def _office_machine(machine):
@@ -26,7 +27,7 @@ def _machine_of_sixty_days(machine):
     machine.start_service()
     sixty_days(machine)
     machine.clock.pass_until("2026-03-05 17:40")
-    machine.restart_service()
+    return machine.restart_service()
 
 
 def _output(machine, command, error=""):
@@ -35,10 +36,17 @@ def _output(machine, command, error=""):
     return answer.output
 
 
+def _words(output):
+    """What is explained, without how new it is."""
+    return re.sub(r'\AAs of .*\n|,"asOf":\{[^{}]*\}', "", output)
+
+
 def the_manual_shows_status_and_explanation_as_they_look(machine):
-    _machine_of_sixty_days(machine)
+    start = _machine_of_sixty_days(machine)
     manual = MANUAL.read_text("utf-8")
     for command in "status", SIXTIETH_EVENING:
+        if command != "status":
+            machine.client_view.log_service_events(start)
         shown = ["> dozewellctl " + command, *_output(machine, command).splitlines()]
         block = "".join(f"{line}\n" for line in shown)
         expect_true(block in manual, f"{MANUAL.name} does not show this:\n{block}")
@@ -52,7 +60,8 @@ def the_words_are_those_of_dozewell_replay(machine):
             f"explain --settings {SCENARIO_SETTINGS} --data {machine.data_folder / DATA_FILE} "
             f"{options}")
         expect((replayed.exit_code, replayed.error), (0, ""), "exit code and error of the replay")
-        expect(_output(machine, "explain " + options), replayed.output, f"words for {options}")
+        expect(_words(_output(machine, "explain " + options)), replayed.output,
+               f"words for {options}")
 
 
 def what_is_explained_is_what_a_suspend_then_does(machine):
@@ -65,7 +74,7 @@ def what_is_explained_is_what_a_suspend_then_does(machine):
         "Predicted Hibernate next at: Fri Mar  6 18:10:00 2026"], "decision")
     expect(machine.schemes.hibernate_after, (30, 30), "timeouts")
     expect(machine.driver.armed_minutes, 880, "minutes until the timer's wake")
-    expect(explained.splitlines()[:4], [
+    expect(explained.splitlines()[1:5], [
         "A suspend at Thu 2026-03-05 17:40",
         "  hibernates the machine after 30 min, at Thu 2026-03-05 18:10,",
         "  wakes it after 14 h 40 min, at Fri 2026-03-06 08:20, to sleep until it is used,",
@@ -74,41 +83,59 @@ def what_is_explained_is_what_a_suspend_then_does(machine):
 
 def other_settings_lead_to_another_explanation(machine):
     _office_machine(machine)
-    expect(_output(machine, EVENING).splitlines()[0], "A suspend at Mon 2026-02-02 18:00",
-           "first line")
+    expect(_output(machine, EVENING).splitlines()[1], "A suspend at Mon 2026-02-02 18:00",
+           "its words")
     machine.registry.write("StrengthLow", "0", predictor_key(DEFAULT))
-    expect(_output(machine, EVENING).splitlines()[0],
+    expect(_output(machine, EVENING).splitlines()[1],
            "A suspend at Mon 2026-02-02 18:00 leaves the user's own timeout in place and arms no "
            "wake timer.", "first line when nothing is ever idle")
 
 
 def a_warning_tells_why_nothing_of_it_is_done(machine):
     _office_machine(machine)
-    explained = _output(machine, EVENING)
+    explained = _words(_output(machine, EVENING))
     machine.registry.write("EnableZ7Feature", 0)
     machine.registry.write("DisablePrediction", 1)
-    expect(_output(machine, EVENING, error=(
+    expect(_words(_output(machine, EVENING, error=(
         "dozewellctl: warning: the feature is off, so the service does none of this\n"
-        "dozewellctl: warning: DisablePrediction is 1, so the service does none of this\n")),
+        "dozewellctl: warning: DisablePrediction is 1, so the service does none of this\n"))),
         explained, "explanation")
 
 
-def an_explanation_asks_the_service_nothing_and_does_without_it(machine):
+def an_explanation_has_the_service_do_nothing_and_does_without_it(machine):
     _office_machine(machine)
     files = machine.data_file(DATA_FILE), machine.data_file(HISTORY_FILE)
     explained = _output(machine, EVENING)
     expect(machine.take_step().entries, [], "what the service did")
     expect((machine.data_file(DATA_FILE), machine.data_file(HISTORY_FILE)), files, "files")
     machine.stop_service()
-    expect(_output(machine, EVENING), explained, "explanation without a service")
+    without = _output(machine, EVENING)
+    expect(_words(without), _words(explained), "explanation without a service")
+    expect(without.splitlines()[0], "As of the last save, 2026-02-02 08:00:00, since the service "
+           "does not answer.", "how new it is")
 
 
-def data_that_the_service_would_not_load_is_left_alone_with_a_warning(machine):
+def what_is_learnt_is_known_before_it_is_saved(machine):
     machine.provision()
-    nothing_known = _output(machine, EVENING, error=IGNORED + "it cannot be opened\n")
+    log = machine.client_view.log_service_events
+    log(machine.start_service())
+    office_days(machine, A_MONDAY, days=20, seen=log)
+    machine.clock.pass_until("2026-02-02 18:00")
+    expect(machine.data_file(DATA_FILE), None, "the data file")
+    unsaved = _output(machine, EVENING)
+    expect(unsaved.splitlines()[0], "As of now: 41 events, of which nothing is saved yet.",
+           "how new it is")
+    # What the service saves is the same.
+    machine.stop_service()
+    expect(_words(_output(machine, EVENING)), _words(unsaved), "explanation of what was saved")
+
+
+def nothing_is_explained_where_nothing_was_learnt(machine):
+    machine.provision()
+    unknown = "; what the service has learnt is not known, since the service does not answer"
+    failed(machine, EVENING, IGNORED + "it cannot be opened" + unknown, NOTHING_LEARNT)
     expect_true(not machine.data_folder.exists(), "a data folder was made")
     machine.write_data_file(DATA_FILE, b"no data")
-    expect(_output(machine, EVENING,
-                   error=IGNORED + "it is not of the size that the configured cycle needs\n"),
-           nothing_known, "explanation")
+    failed(machine, EVENING, IGNORED + "it is not of the size that the configured cycle needs" +
+           unknown, NOTHING_LEARNT)
     expect(machine.data_file(DATA_FILE), b"no data", "the data file")

@@ -6,7 +6,7 @@ from machine.machine_state import POWER_SOURCES
 from machine.registry import DEFAULT, predictor_key
 from machine.service_record import information
 from machine.system_timer import REASON
-from steps.client import done
+from steps.client import done, failed
 from steps.expect import expect, expect_true
 from steps.living import machine_that_knows_office_hours
 from steps.nights import (come_back_at, events, expect_timeouts, hibernate_at, suspend_at,
@@ -19,6 +19,10 @@ ACTIVE = information("Active")
 BACK_TO_SLEEP = ["SetSuspendState 0 0 0"]
 STATUS_NOT_IMPLEMENTED = 0xC0000002
 STATE = "WindowsTimerState"
+NOT_ARMED = ("the timer was not armed: the service has no driver device, or the driver did not "
+             "take it")
+WAKES_NOTHING = ("it wakes nothing: Windows' timer, which is in the driver's place, knows only "
+                 "durations, and only in timer 1")
 
 
 def _choose_timer(machine, wake_timer="windows"):
@@ -215,6 +219,66 @@ def without_the_value_the_systems_timer_is_not_touched(machine):
         machine.suspend()
         expect([entry for entry in machine.record.all() if entry.kind == "timer"], [],
                "the system's timer")
+
+
+def _expect_lines(machine, command, *lines):
+    output = machine.client.run(command).output.splitlines()
+    expect([line for line in lines if line not in output], [], f"lines that {command} lacks")
+
+
+def status_and_check_tell_each_kind_of_machine(machine):
+    machine.provision()
+    machine.start_service()
+    _expect_lines(machine, "status", "Machine             sleeps and hibernates",
+                  "Wake timers         not enabled")
+    _expect_lines(machine, "check", "ok    Driver            answers")
+
+    machine.driver.hide()
+    machine.restart_service()
+    _expect_lines(machine, "status", "Machine             no driver",
+                  "Wake timers         none: the driver does not answer")
+    _expect_lines(machine, "check", "note  Driver            none: the machine hibernates when "
+                  "predicted, but nothing wakes it ahead of its use")
+
+    _choose_timer(machine)
+    machine.restart_service()
+    _expect_lines(machine, "status", "Machine             no driver but Windows' timer",
+                  "Wake timers         not enabled, Windows' own")
+    _expect_lines(machine, "check", "ok    Driver            none; Windows' own timer wakes the "
+                  "machine in its place")
+
+    machine.client_view.set_capability(TIMER_WAKE, FROM_S3)
+    machine.schemes.set("wake-timers", 0, "DC")
+    limits = ("the machine's clock does not wake it from hibernation",
+              "Windows does not allow it on battery")
+    _expect_lines(machine, "status", *(f"  limit             {limit}" for limit in limits))
+    _expect_lines(machine, "check", "note  Driver            none, with Windows' own timer in its "
+                  f"place; but {', '.join(limits)}")
+
+    machine.timer.cannot_wake()
+    failed(machine, "wake raw 1 45m", NOT_ARMED)
+    _expect_lines(machine, "status",
+                  "  limit             Windows says that it cannot wake this machine")
+
+
+def what_wakes_nothing_is_said_when_it_is_set(machine):
+    _choose_timer(machine)
+    machine.provision()
+    machine.start_service()
+    done(machine, "wake set 0 '2026-11-22 06:30'", "Timer 0 holds 2026-11-22 06:30.\n",
+         WAKES_NOTHING)
+    _expect_lines(machine, "status", "  0, the alarm      2026-11-22 06:30, which wakes nothing")
+    done(machine, "wake set 1 '2026-11-22 06:30'", "Timer 1 holds 2026-11-22 06:30.\n",
+         WAKES_NOTHING)
+    _expect_lines(machine, "status",
+                  "  1, the duration   a time of the calendar, which wakes nothing")
+    expect([entry.text for entry in machine.record.all() if entry.kind == "timer"], ["create"],
+           "the system's timer")
+    done(machine, "wake raw 1 45m", "Timer 1 is armed for 45 min from now.\n")
+    machine.clock.pass_time(minutes=20)
+    _expect_lines(machine, "status", "  1, the duration   25 min")
+    done(machine, "enable", "The feature is on.\n")
+    _expect_armed_until(machine, "2026-01-05 08:45")
 
 
 def rates_wake_by_the_systems_timer_where_it_can(machine):

@@ -2,7 +2,7 @@
 
 from steps.expect import expect
 
-DONE, NOT_DONE, MISUSED, NOT_REACHABLE = range(4)
+DONE, NOT_DONE, MISUSED, NOT_REACHABLE, NOTHING_LEARNT = range(5)
 
 NO_DRIVER = "the service has no driver device, or the driver does not answer"
 NO_RESULT = "the optimizer has stored nothing for strength {} yet"

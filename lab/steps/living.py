@@ -22,16 +22,17 @@ def machine_that_knows_office_hours(machine, **settings):
     machine.clock.pass_until("2026-02-02 18:00")
 
 
-def office_days(machine, first, days, start="08:00", end="18:00"):
+def office_days(machine, first, days, start="08:00", end="18:00", seen=lambda step: None):
     """From a morning on which the machine is in use: it is suspended at the end of each working day
-    and resumes at the start of the next. Ends in use, on the working day after the last one."""
+    and resumes at the start of the next. Ends in use, on the working day after the last one. `seen`
+    gets each step of the service."""
     day = first
     for _ in range(days):
         machine.clock.pass_until(local(f"{day} {end}"))
-        machine.suspend()
+        seen(machine.suspend())
         day = _next_working_day(day)
         machine.clock.pass_until(local(f"{day} {start}"), awake=False)
-        machine.resume()
+        seen(machine.resume())
 
 
 def sixty_days(machine):

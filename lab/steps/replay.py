@@ -37,9 +37,9 @@ class Replay:
                   *self._with(settings))
         return data
 
-    def reasons(self, data, time):
+    def reasons(self, data, time, settings=None):
         """Why the service decides as it does on a suspend at a time."""
-        return self._run("explain", "--data", data, "--at", _text(time))
+        return self._run("explain", "--data", data, "--at", _text(time), *self._with(settings))
 
     def decision(self, data, time, settings=None):
         return json.loads(self._run("suspend", "--json", "--data", data, "--now", _text(time),
@@ -51,6 +51,13 @@ class Replay:
         found = json.loads(self._run("search", "--json", "--history", self._known(history),
                                      "--hibernate-after", timeout))
         return {best["name"]: best["value"] for best in found["best"]}
+
+    def walk(self, history, timeout):
+        """What each choice comes to on a history walked forward, by its name; the timeout is the
+        user's own, in minutes."""
+        walked = json.loads(self._run("compare", "--json", "--history", self._known(history),
+                                      "--hibernate-after", timeout or "never"))
+        return {choice["name"]: choice for choice in walked["walkForward"]}
 
     def apply(self, strength, text):
         """What the settings become when a strength chooses a set."""
@@ -64,9 +71,11 @@ class Replay:
         return known
 
     def _with(self, settings):
-        """The options for settings, which are a ConfigParser."""
+        """The options for settings, which are a ConfigParser or a file."""
         if settings is None:
             return []
+        if isinstance(settings, Path):
+            return ["--settings", settings]
         file = self._folder / "settings.ini"
         with open(file, "w", encoding="utf-8") as out:
             settings.write(out, space_around_delimiters=False)

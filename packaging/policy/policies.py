@@ -56,6 +56,8 @@ POLICIES = {
     "Predictor": (
         _of_predictor("Predictor", "Which predictor works",
                       Word({"slots": "Slots", "rates": "Rates"})),
+        _of_predictor("WakeTimer", "What wakes the machine without a driver",
+                      Word({"driver": "Nothing", "windows": "A timer of Windows"})),
         _of_predictor("Strength", "Between saving power and waiting",
                       Number(0, number_of_strengths() - 1, True)),
         Policy("TimeResolution", "Length of a slot", Number(1, 30)),
@@ -91,6 +93,7 @@ LEFT_OUT = {
     "ServiceStatus": "a record of what the service did",
     "ServiceFeedback": "a record of what the service did",
     "LastOptimizerRun": "a record of what the service did",
+    "WindowsTimerState": "a record of what the service did",
     "HA_AC": "it would be put back over the user's own timeout",
     "HA_DC": "it would be put back over the user's own timeout",
     "Best%d": "a result of the machine's own searches",

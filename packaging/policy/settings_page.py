@@ -24,6 +24,8 @@ _COUNTS = {
                                        "the controller on",
 }
 _COUNTS["built"] = _COUNTS["built, changed"] = _COUNTS["whenever the predictor is built"]
+_COUNTS["at the start of the service, if no driver was found"] = _COUNTS[
+    "at the start of the service"]
 _COUNTS["at every launch that is due"] = _COUNTS["at every launch"]
 _COUNTS["at every launch that is due, on battery"] = _COUNTS["at every launch"]
 _COUNTS["rates: built, changed"] = "with the predictor of rates " + _COUNTS["built"]

@@ -16,8 +16,10 @@
 #include "fakes/driver_fake.h"
 #include "fakes/journal.h"
 #include "fakes/machine.h"
+#include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "fakes/thread_fake.h"
+#include "fakes/wake_timer_fake.h"
 #include "power/open_driver_device.h"
 #include "prediction/cyclic_probability_predictor.h"
 #include "prediction/history_recorder.h"
@@ -144,6 +146,26 @@ TEST_CASE("rates plan no wake without a driver") {
   CHECK(Contains(calls, "Predicted Sleep restored at: never"));
   CHECK_FALSE(Contains(calls, "driver:"));
   CHECK_FALSE(engine.nextSleepTime);
+}
+
+TEST_CASE("rates plan a wake by the system's timer, and the user's return cancels it") {
+  Controlled controlled("rates");
+  fakes::driver.present = false;
+  fakes::settings.current.predictorValues[{kPredictorSection, kWakeTimerName}] =
+      fakes::Text("windows");
+  fakes::power.values["balanced AC wake timers"] = 1;
+  OpenDriverDevice();
+  controlled.Sleep(10);
+  controlled.Suspend();
+  REQUIRE(engine.nextSleepTime);
+  CHECK(engine.nextSleepTime->tm_hour == 6);
+  CHECK(fakes::systemTimer.due == SecondsFromTm(*engine.nextSleepTime));
+  PostAt(kEvening + controlled.slept * kDay + 2 * kHour, SMEvent::Activating);
+  CHECK_FALSE(fakes::systemTimer.due);
+  fakes::power.values["balanced AC wake timers"] = 0;
+  PostAt(kEvening + controlled.slept * kDay + 3 * kHour, SMEvent::Suspend);
+  CHECK_FALSE(engine.nextSleepTime);
+  CHECK_FALSE(fakes::systemTimer.due);
 }
 
 TEST_CASE("a daily save keeps what rates know") {

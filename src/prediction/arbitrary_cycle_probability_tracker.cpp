@@ -127,6 +127,11 @@ void ArbitraryCycleProbabilityTracker::EstimateAllSlots() {
   pool_.reset();
   if (week && dayGroups_.PoolDays()) pool_.emplace(dayGroups_, slotsPerDay);
   EstimateSlots(0, Data().slotCount - 1);
+  isBehind_ = false;
+}
+
+void ArbitraryCycleProbabilityTracker::CatchUp() {
+  if (isBehind_) EstimateAllSlots();
 }
 
 void ArbitraryCycleProbabilityTracker::StartProbabilities() {
@@ -136,6 +141,7 @@ void ArbitraryCycleProbabilityTracker::StartProbabilities() {
 }
 
 float ArbitraryCycleProbabilityTracker::GetSlotProbability(int slot) {
+  CatchUp();
   return slot >= 0 && slot < Data().slotCount ? probabilities_.Get(slot) : kUnknownProbability;
 }
 
@@ -146,10 +152,16 @@ Observations ArbitraryCycleProbabilityTracker::SlotObservations(int slot) const 
 
 void ArbitraryCycleProbabilityTracker::ProcessEvent(const TimeLineEvent& event) {
   const auto learnt = learner_->ProcessEvent(event);
-  if (learnt) EstimateSlots(learnt->first, learnt->last);
+  if (!learnt) return;
+  if (estimatesWhenAsked_) {
+    isBehind_ = true;
+  } else {
+    EstimateSlots(learnt->first, learnt->last);
+  }
 }
 
 int32_t ArbitraryCycleProbabilityTracker::MinutesToIdle(int64_t seconds) {
+  CatchUp();
   idleRunLength_ = kIdleStretchMinutes / Data().minutesPerSlot;
   const int lastOfRun = probabilities_.FindIdleRun(learner_->SlotAt(seconds), idleRunLength_);
   if (lastOfRun == 0) return kNoPrediction;
@@ -160,6 +172,7 @@ int32_t ArbitraryCycleProbabilityTracker::MinutesToIdle(int64_t seconds) {
 }
 
 std::optional<PredictionRecord> ArbitraryCycleProbabilityTracker::NextUse(int64_t seconds) {
+  CatchUp();
   const int steps = probabilities_.FindInUse(learner_->SlotAt(seconds));
   if (steps == 0) return std::nullopt;
   const int32_t slotSeconds = ShapeOf(Data()).SecondsPerSlot();

@@ -25,7 +25,7 @@ constexpr int32_t kIdleStretchMinutes = 30;
 // begins with the cycle that began at 1970-01-01 00:00. Not thread-safe.
 //
 // Keeps the probabilities of all slots and updates them with each event, so that a prediction only
-// has to search.
+// has to search. A tracker that is seldom asked can update them when it is asked.
 class ArbitraryCycleProbabilityTracker : public ITracker {
  public:
   // A tracker that has learnt nothing. The configuration is not owned and must outlive it. Throws
@@ -35,6 +35,9 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   // A tracker that starts with what another one has learnt. Throws as above, and for data of
   // another version or shape.
   ArbitraryCycleProbabilityTracker(IConfigurations* configuration, TrackerDataPtr data);
+
+  // From now on probabilities are estimated when they are next asked for, and not with each event.
+  void EstimateWhenAsked() { estimatesWhenAsked_ = true; }
 
   void ProcessEvent(const TimeLineEvent& event) override;
   const TrackerData* GetData() override { return &Data(); }
@@ -62,6 +65,8 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
 
   void StartProbabilities();
   void EstimateAllSlots();
+  // Estimates what was learnt since probabilities were last asked for.
+  void CatchUp();
   void EstimateSlots(int64_t first, int64_t last);
   void SetObservations(int slot, const Observations& observations);
 
@@ -75,9 +80,11 @@ class ArbitraryCycleProbabilityTracker : public ITracker {
   float strengthLow_ = 0.0F;
   int32_t idleRunLength_ = 0;
   DayGroups dayGroups_{0};
-  // Derived from all members above. There is a pool when days are pooled.
+  bool estimatesWhenAsked_ = false;
+  // Derived from all members above, unless it is behind. There is a pool when days are pooled.
   std::optional<SlotPool> pool_;
   ProbabilityMap probabilities_;
+  bool isBehind_ = false;
 };
 
 }  // namespace dozewell

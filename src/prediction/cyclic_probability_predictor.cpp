@@ -4,7 +4,6 @@
 
 #include "base/durable_file.h"
 #include "base/file.h"
-#include "prediction/arbitrary_cycle_probability_tracker.h"
 
 namespace dozewell {
 

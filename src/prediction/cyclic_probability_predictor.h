@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/configurations.h"
 #include "prediction/data_file.h"
 #include "prediction/historian.h"
 #include "prediction/predictor.h"
-#include "prediction/tracker.h"
 
 namespace dozewell {
 
@@ -48,6 +48,9 @@ class CyclicProbabilityPredictor : public IPredictor,
   void OnTimeLineEvent(const TimeLineEvent& event) override;
   void OnConfigurationChanged(std::string section) override;
 
+  // For a predictor that learns beside the one that is asked (see the tracker).
+  void EstimateWhenAsked() { tracker_->EstimateWhenAsked(); }
+
   // How reading the data file ended when the predictor was built.
   DataFileState LoadState() const { return loadState_; }
 
@@ -59,7 +62,7 @@ class CyclicProbabilityPredictor : public IPredictor,
 
   IConfigurations* configuration_;
   IHistorian* historian_;
-  std::unique_ptr<ITracker> tracker_;
+  std::unique_ptr<ArbitraryCycleProbabilityTracker> tracker_;
   std::wstring dataFilePath_;
   DataFileState loadState_ = DataFileState::NotOpened;
   bool isOfUnreadFile_ = false;  // until it is saved

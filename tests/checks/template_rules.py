@@ -263,6 +263,19 @@ def values_are_those_that_the_service_looks_for(template):
             yield f"{policy.get('name')} is not the machine's"
 
 
+def values_have_the_type_that_the_service_reads(template):
+    """This product's own: the service takes the first four bytes of a value for a number, except in
+    the section of a predictor, whose values are texts here as in the package."""
+    for policy in template.each("policy"):
+        for element in template.elements(policy):
+            set_kinds = {local_name(child) for item in element for value in item for child in value}
+            is_text = local_name(element) == "text" or set_kinds == {"string"} or (
+                element.get("storeAsText") in ("true", "1"))
+            in_section = (element.get("key") or policy.get("key")).startswith(rf"{BRANDING}\Predictors")
+            if is_text != in_section:
+                yield f"{element.get('valueName')} is {'a text' if is_text else 'a number'}"
+
+
 # What each explanation has to say.
 _SAID = ("This is a preference, not a policy.", "It stays on a machine when this policy no longer",
          "in the registry key Current wins over this one.", "A new value counts ")

@@ -69,7 +69,7 @@ def _exit_codes(sources):
 # The tables of exit codes: the heading of the first cell, the page, and a word of each code's row.
 EXIT_CODE_TABLES = (
     ("code", CTL, {"Done": "done", "NotDone": "not done", "Usage": "makes no sense",
-                   "NotReachable": "does not answer"}),
+                   "NotReachable": "does not answer", "NothingLearnt": "no history"}),
     ("exit code", "docs/check.md", {"Done": "no line is BAD", "NotDone": "at least one is",
                                     "Usage": "makes no sense", "NotReachable": "does not answer"}),
 )

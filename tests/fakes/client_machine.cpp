@@ -12,6 +12,8 @@
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
+#include "prediction/configurations_impl.h"
+#include "prediction/cyclic_probability_predictor.h"
 
 namespace dozewell::fakes {
 
@@ -41,6 +43,15 @@ void ClientMachine::Provision() {
                                     {"StrengthLow", "30"}}) {
     settings.defaults.predictorValues[{kPredictorSection, name}] = Text(value);
   }
+}
+
+void ClientMachine::SaveLearnt(const std::vector<TimeLineEvent>& events) {
+  ConfigurationsImpl configurations;
+  HistorianImpl historian;
+  const CyclicProbabilityPredictor predictor(&configurations, &historian);
+  for (const TimeLineEvent& event : events) historian.NotifyListener(event);
+  historian.NotifyListener({{}, ContainerStopped});
+  settings.calls.clear();
 }
 
 namespace {

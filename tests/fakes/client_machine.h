@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "prediction/time_line.h"
 #include "support/temp_folder.h"
 
 namespace dozewell::fakes {
@@ -19,6 +20,8 @@ class ClientMachine {
 
   // Lays down settings: a day of half hours, and a start gate that is open.
   static void Provision();
+  // Saves a data file of a service with these settings that has learnt these events.
+  static void SaveLearnt(const std::vector<TimeLineEvent>& events);
 
   // The folder that the service's data folder is set to at first.
   const TempFolder& Folder() const { return folder_; }

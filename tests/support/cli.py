@@ -47,7 +47,7 @@ epoch_wallclock_seconds,asleep
 115200,0
 129600,1
 """
-# The last key of a document, or of each object in a list.
+# The last key of a document, or of each object in a list of a machine that has a name.
 IDENTITY = re.compile(r',"identity":\{[^{}]*\}(?=[}\]])')
 
 
@@ -95,12 +95,6 @@ class Tool:
 
     def read(self, name):
         return (self.folder / name).read_bytes()
-
-    def csv(self, name):
-        """The content of a CSV history without its first line, which says whose it is."""
-        comment, rest = self.read(name).split(b"\n", 1)
-        equal(comment[:10], b'# {"name":', name)
-        return rest
 
     def files(self):
         return {str(path.relative_to(self.folder)): path.read_bytes()

@@ -65,6 +65,15 @@ AddedValue AddValue(CLI::App& app, const ValueSyntax& value) {
   return {option, &value};
 }
 
+void AddList(CLI::App& app, const ListSyntax& list) {
+  app.add_option_function<std::vector<std::string>>(
+         list.name, [&list](const std::vector<std::string>& texts) { *list.texts = texts; },
+         list.description)
+      ->type_name("")
+      ->required()
+      ->expected(-1);
+}
+
 void RequireSensible(const AddedValue& added) {
   const auto& [option, value] = added;
   if (option->count() > 1) throw ToolError(std::string(value->name) + ": given more than once");
@@ -160,6 +169,7 @@ Request TakeArguments(const ProgramSyntax& syntax, const std::vector<std::string
     for (const ValueSyntax& value : command.values) values.push_back(AddValue(app, value));
     for (const FlagSyntax& flag : command.flags)
       app.add_flag(flag.name, *flag.given, flag.description);
+    if (command.list) AddList(app, *command.list);
     app.group(kGroupOfCommands);
     app.footer(FooterOfHelp(command));
     app.callback([&chosen, i] { chosen = i; });

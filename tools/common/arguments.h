@@ -30,12 +30,20 @@ struct FlagSyntax {
   bool* given;
 };
 
+// One or more arguments that are known by their place, after or between the options.
+struct ListSyntax {
+  const char* name;
+  const char* description;
+  std::vector<std::string>* texts;  // gets them as they stand
+};
+
 struct CommandSyntax {
   std::string name;  // two words for a command within a group
   const char* description;
   std::string footer;  // of its help
   std::vector<ValueSyntax> values;
   std::vector<FlagSyntax> flags;
+  std::optional<ListSyntax> list = std::nullopt;
 };
 
 struct ProgramSyntax {

@@ -23,8 +23,8 @@ struct CsvRecord {
 // `name` and the number of the line, for any other line.
 std::vector<CsvRecord> ParseHistoryCsv(std::string_view text, const std::string& name);
 
-// A CSV history with a comment that says which machine's it is, with a line that names the columns,
-// and without the records' reserved bytes.
+// A CSV history with a comment that says which machine's it is, if that has a name, with a line
+// that names the columns, and without the records' reserved bytes.
 std::string FormatHistoryCsv(std::span<const HistoryRecord> records,
                              const MachineIdentity& identity);
 

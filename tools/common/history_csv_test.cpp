@@ -103,6 +103,7 @@ TEST_CASE("a history is written as CSV without its reserved bytes") {
       "epoch_wallclock_seconds,asleep\n";
   CHECK(FormatHistoryCsv(records, identity) == head + "1337027146,0\n1337027146.5,4294967295\n");
   CHECK(FormatHistoryCsv({}, identity) == head);
+  CHECK(FormatHistoryCsv({}, {}) == "epoch_wallclock_seconds,asleep\n");
 }
 
 TEST_CASE("comments in CSV are skipped and counted as lines") {

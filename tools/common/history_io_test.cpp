@@ -77,14 +77,21 @@ TEST_CASE("a history is written by its name") {
   const std::string dat = FileName(folder, L"h.dat");
   SaveHistory(csv, kRecords, {});
   SaveHistory(dat, kRecords, {});
-  const std::string written = IdentityComment({.time = TimeOfLast(kRecords)}) + std::string(kCsv);
-  CHECK(Content(csv) == written);
+  CHECK(Content(csv) == kCsv);
   const std::string_view bytes(reinterpret_cast<const char*>(kRecords), sizeof(kRecords));
   CHECK(Content(dat) == bytes);
   SaveCsvHistory(dat, kRecords, {});
   SaveDatHistory(csv, kRecords);
-  CHECK(Content(dat) == written);
+  CHECK(Content(dat) == kCsv);
   CHECK(Content(csv) == bytes);
+}
+
+TEST_CASE("a CSV history of a machine with a name says whose it is and until when") {
+  const TempFolder folder;
+  const std::string csv = FileName(folder, L"h.csv");
+  const MachineIdentity identity = {.name = "OFFICE-7", .time = TimeOfLast(kRecords)};
+  SaveHistory(csv, kRecords, {.name = "OFFICE-7"});
+  CHECK(Content(csv) == IdentityComment(identity) + std::string(kCsv));
 }
 
 TEST_CASE("of the service's history the content that counts is read") {

@@ -43,7 +43,7 @@ std::string SettingsMark(IConfigurations& configuration, bool isPredictionDisabl
                          (isPredictionDisabled ? " disabled" : "");
   for (const char* const key : kPredictorKeys) {
     settings += '\n';
-    settings += TrimBlanks(configuration.GetValue(kPredictorSection, key));
+    settings += TrimBlanks(InOneLine(configuration.GetValue(kPredictorSection, key)));
   }
   return FormatText("%016llx", static_cast<unsigned long long>(HashOf(settings)));
 }
@@ -66,13 +66,14 @@ Json IdentityJson(const MachineIdentity& identity) {
 
 std::string IdentifiedLine(Json document, const MachineIdentity& identity) {
   if (document.is_object()) document[kIdentityKey] = IdentityJson(identity);
-  if (IsListOfObjects(document)) {
+  if (identity.name && IsListOfObjects(document)) {
     for (Json& item : document) item[kIdentityKey] = IdentityJson(identity);
   }
   return JsonLine(document);
 }
 
 std::string IdentityComment(const MachineIdentity& identity) {
+  if (!identity.name) return {};
   return "# " + JsonLine(IdentityJson(identity));
 }
 

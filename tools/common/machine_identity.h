@@ -35,11 +35,11 @@ std::optional<tm> TimeOfLast(const TrackerData& data);
 
 Json IdentityJson(const MachineIdentity& identity);
 
-// The document in one line, with the identity as its last key. In a list of objects each of them
-// has it; a list of anything else stays as it is.
+// The document in one line, with the identity as its last key. Where it is a list of objects, each
+// of them has it if the machine has a name; a list of anything else stays as it is.
 std::string IdentifiedLine(Json document, const MachineIdentity& identity);
 
-// The first line of a CSV: a comment with the identity as JSON.
+// The first line of a CSV: a comment with the identity as JSON; nothing if the machine has no name.
 std::string IdentityComment(const MachineIdentity& identity);
 
 // What is known, for people: "OFFICE-7; zone W. Europe Standard Time; data to 2026-11-21 09:05;

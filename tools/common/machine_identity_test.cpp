@@ -29,6 +29,7 @@ TEST_CASE("a machine has one identity in every form") {
   CHECK(IdentifiedLine({{"records", 3}}, unknown) ==
         std::string("{\"records\":3,\"identity\":") + kUnknown + "}\n");
   CHECK(IdentityComment(Known()) == std::string("# ") + kKnown + "\n");
+  CHECK(IdentityComment(unknown).empty());
   CHECK(IdentityText(Known()) ==
         "OFFICE-7; zone W. Europe Standard Time; data to 2026-11-21 09:05:08; settings "
         "0123456789abcdef; version 1.2.3");
@@ -36,16 +37,16 @@ TEST_CASE("a machine has one identity in every form") {
   CHECK(MachineIdentity().version == kVersion);
 }
 
-TEST_CASE("each object of a list is identified, and a list of numbers stays what it is") {
-  const MachineIdentity unknown = {.version = "1.2.3"};
+TEST_CASE("a list says which machine it is about in its objects, if the machine has a name") {
   Json objects = Json::array();
   objects.push_back({{"a", 1}});
   objects.push_back({{"a", 2}});
-  const std::string identity = std::string(",\"identity\":") + kUnknown + "}";
-  CHECK(IdentifiedLine(objects, unknown) ==
+  const std::string identity = std::string(",\"identity\":") + kKnown + "}";
+  CHECK(IdentifiedLine(objects, Known()) ==
         "[{\"a\":1" + identity + ",{\"a\":2" + identity + "]\n");
-  CHECK(IdentifiedLine(Json::array({1, 2}), unknown) == "[1,2]\n");
-  CHECK(IdentifiedLine(Json::array(), unknown) == "[]\n");
+  CHECK(IdentifiedLine(objects, {.version = "1.2.3"}) == "[{\"a\":1},{\"a\":2}]\n");
+  CHECK(IdentifiedLine(Json::array({1, 2}), Known()) == "[1,2]\n");
+  CHECK(IdentifiedLine(Json::array(), Known()) == "[]\n");
 }
 
 TEST_CASE("settings have the same mark wherever they were read, and others another") {

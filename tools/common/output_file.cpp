@@ -53,22 +53,35 @@ OutputFile::OutputFile(std::string name) : name_(std::move(name)) {
 }
 
 OutputFile::~OutputFile() {
+  file_.reset();
   if (held_) RemoveFile(temporaryPath_);
 }
 
 void OutputFile::Prepare(const void* data, size_t size) {
+  Append(data, size);
+  if (file_) Flush();
+}
+
+void OutputFile::Append(const void* data, size_t size) {
   if (IsStandardStream(name_)) {
-    forStandardOutput_.assign(static_cast<const char*>(data), size);
+    forStandardOutput_.append(static_cast<const char*>(data), size);
     return;
   }
   errno = 0;
-  held_.emplace();
-  File file = CreateSideFile(temporaryPath_, path_);
-  if (!file) {
-    held_.reset();
+  if (!held_) {
+    held_.emplace();
+    file_ = CreateSideFile(temporaryPath_, path_);
+    if (!file_) held_.reset();
+  }
+  // Empty data may have a null address, which fwrite does not accept.
+  if (!file_ || (size > 0 && std::fwrite(data, 1, size, file_.get()) != size)) {
     throw CannotBeWritten(name_);
   }
-  if (!WriteAndFlush(std::move(file), data, size)) throw CannotBeWritten(name_);
+}
+
+void OutputFile::Flush() {
+  errno = 0;
+  if (!WriteAndFlush(std::move(file_), nullptr, 0)) throw CannotBeWritten(name_);
 }
 
 void OutputFile::Commit() {
@@ -76,6 +89,7 @@ void OutputFile::Commit() {
     PrintOutput(forStandardOutput_);
     return;
   }
+  if (file_) Flush();
   errno = 0;
   const bool keepsOwner = HasOwnerOf(temporaryPath_, path_);
   if (!(keepsOwner ? MoveOver(path_, temporaryPath_) : CopyInto(path_, temporaryPath_))) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/file.h"
 #include "common/interrupts.h"
 
 namespace dozewell {
@@ -31,7 +32,10 @@ class OutputFile {
   // Writes the temporary file. The program cannot be interrupted before this object is gone.
   void Prepare(const void* data, size_t size);
 
-  // Puts what was prepared in place, and deletes what the service has left waiting beside a file of
+  // The same piece by piece, for what is too large for memory.
+  void Append(const void* data, size_t size);
+
+  // Puts what was written in place, and deletes what the service has left waiting beside a file of
   // its own, which would count instead.
   void Commit();
 
@@ -41,10 +45,13 @@ class OutputFile {
   }
 
  private:
+  void Flush();
+
   std::string name_;
   std::wstring path_;
   std::wstring temporaryPath_;
   std::optional<HeldInterrupts> held_;  // while there is a temporary file
+  File file_;                           // while it is written
   std::string forStandardOutput_;
 };
 

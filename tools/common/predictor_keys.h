@@ -9,6 +9,7 @@ namespace dozewell {
 // Best1 and so on, one for each scoring weight.
 inline constexpr const char* kPredictorKeys[] = {
     kPredictorName,
+    kWakeTimerName,
     kDaysInCycleName,
     kMinutesInDayName,
     kFirstLastWeightName,

@@ -5,9 +5,11 @@
 
 namespace dozewell {
 
+inline constexpr const char* kStandardStream = "-";
+
 // True for the name that means standard input where a file is read, and standard output where one
 // is written.
-constexpr bool IsStandardStream(std::string_view name) { return name == "-"; }
+constexpr bool IsStandardStream(std::string_view name) { return name == kStandardStream; }
 
 }  // namespace dozewell
 

@@ -19,6 +19,12 @@ std::string_view TrimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+std::string InOneLine(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return c >= '\n' && c <= '\r'; }, '\t');
+  return text;
+}
+
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return LowerCase(x) == LowerCase(y); });

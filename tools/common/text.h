@@ -16,6 +16,9 @@ constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 // Without the blanks and tabs at both ends.
 std::string_view TrimBlanks(std::string_view text);
 
+// With a tab in place of each character that ends a line.
+std::string InOneLine(std::string text);
+
 // Compares without regard to the case of ASCII letters.
 bool EqualIgnoringCase(std::string_view a, std::string_view b);
 

@@ -23,9 +23,12 @@ struct Options {
   std::optional<std::string> at;
   std::optional<std::string> out;
   std::optional<std::string> from;
+  std::optional<std::string> file;
+  std::optional<std::string> weeks;
   bool yes = false;
   bool tryWriting = false;
   bool metrics = false;
+  bool anonymous = false;
   bool json = false;
 };
 
@@ -59,6 +62,7 @@ struct Command {
   bool takesYes = false;
   bool takesTry = false;
   bool takesMetrics = false;
+  bool takesAnonymous = false;
 };
 
 // All commands, in the order of the help.

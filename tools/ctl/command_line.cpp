@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kFooter =
     "Exit codes: 0 done, 1 refused by the service, not available or BAD, 2 wrong usage,\n"
-    "3 the service does not answer.\n"
+    "3 the service does not answer, 4 nothing is known of what it has learnt.\n"
     "\n"
     "Example:\n"
     "  dozewellctl status\n"
@@ -45,6 +45,10 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
   if (command.takesMetrics) {
     syntax.flags.push_back(
         {"--metrics", "Print metrics for collectors that read text files", &options.metrics});
+  }
+  if (command.takesAnonymous) {
+    syntax.flags.push_back(
+        {"--anonymous", "Without names, and with times cut to the minute", &options.anonymous});
   }
   syntax.flags.push_back({"--json", "Print JSON for programs", &options.json});
   return syntax;

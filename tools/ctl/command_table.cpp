@@ -37,6 +37,15 @@ constexpr CommandArgument kFrom = {
     "--from", "FILE", "What wevtutil qe System /f:xml exported here; without one, the log itself",
     &Options::from};
 
+constexpr CommandArgument kSettingsOut = {"FILE", "", "File to write; without one, standard output",
+                                          &Options::file};
+
+constexpr CommandArgument kExportOut = {"FILE", "", "CSV history to write, which ends in .csv",
+                                        &Options::file};
+constexpr CommandArgument kWeeks = {
+    "--weeks", "N", "With --anonymous: weeks by which all times are moved, -2000 to 2000",
+    &Options::weeks};
+
 }  // namespace
 
 std::span<const Command> Commands() {
@@ -148,6 +157,29 @@ std::span<const Command> Commands() {
        RunReport,
        {},
        {&kOut}},
+      {"settings show",
+       "Show the settings in force, each with the key that it comes from",
+       {"settings show"},
+       RunSettingsShow,
+       {},
+       {}},
+      {"settings export",
+       "Write the settings in force as the file that dozewell-replay --settings takes",
+       {"settings export", "settings export office-7.ini"},
+       RunSettingsExport,
+       {},
+       {&kSettingsOut},
+       true},
+      {"export",
+       "Write the history and the settings into one file, for use on other computers",
+       {"export office-7.csv", "export --anonymous --weeks -3 pc.csv"},
+       RunExport,
+       {&kExportOut},
+       {&kWeeks},
+       true,
+       false,
+       false,
+       true},
       {"import-history",
        "Extend the history backwards from the Windows event log, while the service is stopped",
        {"import-history", "import-history --from system.xml --yes"},
@@ -168,6 +200,7 @@ const char* GroupDescription(std::string_view group) {
       {"wake", "The driver's wake timers: get, set, raw"},
       {"power", "The power scheme's settings for sleep: get, set"},
       {"scheme", "The active power scheme: get, set"},
+      {"settings", "The settings in force: show, export"},
       {"strength", "Which of the optimizer's results is used: get, set"},
   };
   const Group* const found = std::ranges::find(kGroups, group, &Group::name);

@@ -27,6 +27,9 @@ void RunResetHistory(const Options& options, const Console& console);
 void RunExplain(const Options& options, const Console& console);
 void RunReport(const Options& options, const Console& console);
 void RunImportHistory(const Options& options, const Console& console);
+void RunSettingsShow(const Options& options, const Console& console);
+void RunSettingsExport(const Options& options, const Console& console);
+void RunExport(const Options& options, const Console& console);
 void RunWatch(const Options& options, const Console& console);
 
 }  // namespace dozewell::ctl

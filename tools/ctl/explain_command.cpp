@@ -23,10 +23,16 @@ void RunExplain(const Options& options, const Console& console) {
   const tm at = TimeToExplain(options.at);
   RequireReadableData();
   LiveEngine engine;
+  const AsOf asOf = engine.CatchUp(ReadUnsavedLearning());
   for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
   const Explanation explanation = Explain(engine.Tracker(), at);
-  console.print(options.json ? LiveLine(ExplanationJson(explanation))
-                             : ExplanationText(explanation));
+  if (!options.json) {
+    console.print(AsOfText(asOf) + "\n" + ExplanationText(explanation));
+    return;
+  }
+  Json document = ExplanationJson(explanation);
+  document["asOf"] = AsOfJson(asOf);
+  console.print(IdentifiedLine(document, LiveIdentity(*engine.Tracker().GetData())));
 }
 
 }  // namespace dozewell::ctl

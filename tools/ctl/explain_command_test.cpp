@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "base/file.h"
 #include "base/utf8.h"
 #include "ctl/fakes/client_fake.h"
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
 #include "support/calls.h"
+#include "support/local_times.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -25,18 +27,24 @@ using fakes::settings;
 TEST_CASE("what is learnt and set on this machine is explained") {
   const ClientMachine machine;
   ClientMachine::Provision();
-  const std::string ignored = "warning: " + NarrowToUtf8(settings.dataFolder + L"cpredict.z7") +
-                              ": ignored: it cannot be opened";
+  ClientMachine::SaveLearnt({{LocalTime(2026, 11, 20, 8), Activating}});
   ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00"});
   CHECK(run.exitCode == 0);
-  CHECK(run.messages == Calls{ignored});
+  CHECK(run.messages == Calls{});
   const std::string leaves = " leaves the user's own timeout in place and arms no wake timer.\n";
-  CHECK(run.output.starts_with("A suspend at Sat 2026-11-21 18:00" + leaves));
+  const std::string asOf =
+      "As of the last save, 2026-11-20 08:00:00, since it is not known when the service "
+      "started.\n";
+  CHECK(run.output.starts_with(asOf + "A suspend at Sat 2026-11-21 18:00" + leaves));
   run = Ctl(machine, {"explain", "--at", "2026-11-21T18:00:30", "--json"});
   CHECK(run.exitCode == 0);
   CHECK(run.output.starts_with("{\"at\":\"2026-11-21T18:00:30\",\"decision\":{"));
+  CHECK(run.output.ends_with(
+      ",\"asOf\":{\"now\":false,\"savedUntil\":\"2026-11-20T08:00:00\",\"eventsSince\":null,"
+      "\"why\":\"it is not known when the service started\"}}\n"));
   fakes::clock.localTime = {9, 5, 8, 21, 10, 126, 6, 324, 0};
-  CHECK(Ctl(machine, {"explain"}).output.starts_with("A suspend at Sat 2026-11-21 08:05" + leaves));
+  CHECK(Ctl(machine, {"explain"})
+            .output.starts_with(asOf + "A suspend at Sat 2026-11-21 08:05" + leaves));
   // No folder is made for a user who only looks.
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
 }
@@ -46,11 +54,30 @@ TEST_CASE("an explanation says that the service does not act on it") {
   ClientMachine::Provision();
   settings.current.values = {{L"EnableZ7Feature", fakes::Number32(0)},
                              {L"DisablePrediction", fakes::Number32(1)}};
+  ClientMachine::SaveLearnt({});
   const ClientRun run = Ctl(machine, {"explain"});
   CHECK(run.exitCode == 0);
-  REQUIRE(run.messages.size() == 3);
-  CHECK(run.messages[1] == "warning: the feature is off, so the service does none of this");
-  CHECK(run.messages[2] == "warning: DisablePrediction is 1, so the service does none of this");
+  CHECK(
+      run.output.starts_with("As of the last save, without an event, since the feature is off.\n"));
+  CHECK(run.messages == Calls{"warning: the feature is off, so the service does none of this",
+                              "warning: DisablePrediction is 1, so the service does none of this"});
+}
+
+TEST_CASE("nothing is explained or reported where nothing is known to be learnt") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  const std::string ignored = NarrowToUtf8(settings.dataFolder + L"cpredict.z7") + ": ignored: ";
+  const std::string unknown = "; what the service has learnt is not known, since ";
+  fakes::client.unreachable = fakes::kServerUnavailable;
+  for (const char* const command : {"explain", "report"}) {
+    Fails(machine, {command}, 4,
+          ignored + "it cannot be opened" + unknown + "the service does not answer");
+  }
+  CHECK_FALSE(OpenFile(L"dozewell-report.html", "rb"));
+  WriteWholeFile(settings.dataFolder + L"cpredict.z7", "no data", 7);
+  Fails(machine, {"explain"}, 4,
+        ignored + "it is not of the size that the configured cycle needs" + unknown +
+            "the service does not answer");
 }
 
 TEST_CASE("nothing is explained without usable settings, a folder, or a time") {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <exception>
 
+#include "base/exception.h"
 #include "base/utf8.h"
+#include "common/machine_identity.h"
 #include "common/problem_place.h"
 #include "ctl/command_failure.h"
 #include "ctl/live_files.h"
@@ -15,6 +17,19 @@
 #include "settings/setting_names.h"
 
 namespace dozewell::ctl {
+namespace {
+
+// False for an event that the service has refused as well.
+bool Learns(ITracker& tracker, const TimeLineEvent& event) {
+  try {
+    tracker.ProcessEvent(event);
+    return true;
+  } catch (const FixedTextException&) {
+    return false;
+  }
+}
+
+}  // namespace
 
 LiveEngine::LiveEngine()
     : path_(LiveFilePath(kDataFileName)),
@@ -26,7 +41,9 @@ LiveEngine::LiveEngine()
 
 std::vector<std::string> LiveEngine::Warnings() const {
   std::vector<std::string> warnings;
-  if (const char* const why = WhyIgnored(loaded_.state)) {
+  const char* const why = WhyIgnored(loaded_.state);
+  // That there is no file yet is no fault.
+  if (why != nullptr && loaded_.state != DataFileState::NotOpened) {
     warnings.push_back(NarrowToUtf8(path_) + ": ignored: " + why);
   }
   if (!ReadFeatureEnabled()) {
@@ -36,6 +53,26 @@ std::vector<std::string> LiveEngine::Warnings() const {
     warnings.emplace_back("DisablePrediction is 1, so the service does none of this");
   }
   return warnings;
+}
+
+AsOf LiveEngine::CatchUp(const UnsavedLearning& unsaved) {
+  AsOf asOf = {false, std::nullopt, 0, unsaved.why};
+  if (loaded_.state == DataFileState::Loaded) asOf.saved = TimeOfLast(*loaded_.tracker.GetData());
+  const auto events = unsaved.learning.After(asOf.saved);
+  asOf.isNow = asOf.why.empty() && events;
+  if (asOf.isNow) {
+    for (const TimeLineEvent& event : *events) {
+      asOf.since += Learns(loaded_.tracker, event) ? 1 : 0;
+    }
+    return asOf;
+  }
+  if (asOf.why.empty()) asOf.why = "the event log does not go back that far";
+  if (const char* const ignored = WhyIgnored(loaded_.state)) {
+    throw CommandFailure(ExitCode::NothingLearnt,
+                         NarrowToUtf8(path_) + ": ignored: " + ignored +
+                             "; what the service has learnt is not known, since " + asOf.why);
+  }
+  return asOf;
 }
 
 void RequireReadableData() {

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "common/tracker_file.h"
+#include "ctl/as_of.h"
+#include "ctl/unsaved_learning.h"
 #include "prediction/configurations_impl.h"
 
 namespace dozewell::ctl {
@@ -20,6 +22,10 @@ class LiveEngine {
   // What a user should know before the engine's answers: why the data file was ignored, and that
   // the service does not act on predictions.
   std::vector<std::string> Warnings() const;
+
+  // Learns what the service has not saved yet, and says how new the tracker is then. To be called
+  // once. Throws CommandFailure when neither a data file nor the events tell of any learning.
+  AsOf CatchUp(const UnsavedLearning& unsaved);
 
  private:
   ConfigurationsImpl configuration_;

@@ -18,6 +18,12 @@ MachineIdentity LiveIdentity() {
   return identity;
 }
 
+MachineIdentity LiveIdentity(const TrackerData& data) {
+  MachineIdentity identity = LiveIdentity();
+  identity.time = TimeOfLast(data);
+  return identity;
+}
+
 std::string LiveLine(const Json& document) { return IdentifiedLine(document, LiveIdentity()); }
 
 }  // namespace dozewell::ctl

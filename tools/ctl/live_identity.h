@@ -10,6 +10,8 @@ namespace dozewell::ctl {
 
 // This machine, with the settings that its service reads and the last event that it has saved.
 MachineIdentity LiveIdentity();
+// The same with the last event of these data.
+MachineIdentity LiveIdentity(const TrackerData& data);
 
 // IdentifiedLine with LiveIdentity: what a command prints for programs.
 std::string LiveLine(const Json& document);

@@ -24,4 +24,10 @@ std::optional<uint32_t> ReadAttempts(const wchar_t* name) {
   return found ? std::optional(value) : std::nullopt;
 }
 
+SearchHabits ReadSearchHabits() {
+  return {SettingOr(kOptimizerIntervalName, kDefaultOptimizerIntervalDays),
+          SettingOr(kOptimizerDelayName, kDefaultOptimizerDelayMinutes),
+          SettingOr(kHistoryLimitName, kDefaultHistoryLimitDays)};
+}
+
 }  // namespace dozewell::ctl

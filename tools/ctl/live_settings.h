@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "walk/search_calendar.h"
+
 namespace dozewell::ctl {
 
 // Settings of this machine as the service reads them.
@@ -11,11 +13,14 @@ namespace dozewell::ctl {
 bool ReadFeatureEnabled();
 bool ReadPredictionsEnabled();
 
-// The optimizer has stored parameters for this strength.
+// There are parameters for this strength: the optimizer stored them, or they are default settings.
 bool StrengthHasResult(int32_t strength);
 
 // A counter of the start gate; nothing when it is absent, which keeps the gate shut.
 std::optional<uint32_t> ReadAttempts(const wchar_t* name);
+
+// When the service searches.
+SearchHabits ReadSearchHabits();
 
 }  // namespace dozewell::ctl
 

@@ -2,6 +2,7 @@
 
 #include "base/utf8.h"
 #include "ctl/registry_value.h"
+#include "settings/registry_keys.h"
 
 namespace dozewell::ctl {
 
@@ -23,6 +24,17 @@ std::optional<std::string> ReadMachineText(const wchar_t* key, const wchar_t* na
   if (read(text.data(), size) != ERROR_SUCCESS) return std::nullopt;
   text.resize(text.find_last_not_of(L'\0') + 1);
   return NarrowToUtf8(text);
+}
+
+std::optional<uint32_t> ReadMachineValueSize(const wchar_t* key, const wchar_t* name) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, key, 0, KEY_READ, &opened) != ERROR_SUCCESS) {
+    return std::nullopt;
+  }
+  const RegistryKey owner(opened);
+  DWORD size = 0;
+  const LSTATUS status = RegQueryValueExW(opened, name, nullptr, nullptr, nullptr, &size);
+  return status == ERROR_SUCCESS ? std::optional<uint32_t>(size) : std::nullopt;
 }
 
 }  // namespace dozewell::ctl

@@ -1,14 +1,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/clock.h"
-#include "base/durable_file.h"
-#include "base/file.h"
-#include "base/utf8.h"
-#include "common/history_io.h"
 #include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
@@ -17,9 +12,10 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
+#include "ctl/live_history.h"
 #include "ctl/live_identity.h"
+#include "ctl/live_settings.h"
 #include "power/hibernate_after.h"
-#include "prediction/history_file.h"
 #include "report/report.h"
 
 namespace dozewell::ctl {
@@ -33,18 +29,6 @@ int64_t LiveHibernateAfterSeconds() {
   constexpr int64_t kMinute = 60;
   const std::optional<uint32_t> minutes = ReadCurrentHA();
   return minutes ? *minutes * kMinute : ComparedTimeoutSeconds(std::nullopt);
-}
-
-// Only the file needs a warning: without the folder, the engine has failed before.
-std::vector<HistoryRecord> LiveHistory(std::vector<std::string>& warnings) {
-  const std::wstring path = LiveFilePath(kHistoryFileName);
-  const std::string name = NarrowToUtf8(path);
-  FileContent content = ReadDurableFile(path);
-  if (!content.failure) {
-    return IncreasingRecords(DatHistory(name, std::move(content.bytes), warnings).bytes);
-  }
-  warnings.push_back(name + ": ignored: it cannot be opened");
-  return {};
 }
 
 }  // namespace
@@ -64,15 +48,20 @@ void RunReport(const Options& options, const Console& console) {
   now.tm_sec = 0;
   RequireReadableData();
   LiveEngine engine;
-  std::vector<std::string> warnings = engine.Warnings();
-  const std::vector<HistoryRecord> history = LiveHistory(warnings);
-  for (const std::string& warning : warnings) console.warn("warning: " + warning);
+  const UnsavedLearning unsaved = ReadUnsavedLearning();
+  const AsOf asOf = engine.CatchUp(unsaved);
+  std::vector<std::string> notes = engine.Warnings();
+  const std::vector<HistoryRecord> history = LiveHistory(unsaved, notes);
+  for (const std::string& warning : notes) console.warn("warning: " + warning);
+  notes.insert(notes.begin(), AsOfText(asOf));
+  const MachineIdentity identity = LiveIdentity(*engine.Tracker().GetData());
   const std::string page =
       report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
-                          LiveHibernateAfterSeconds(), warnings, LiveIdentity()});
+                          LiveHibernateAfterSeconds(), ReadSearchHabits(), notes, identity});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
-  console.print(options.json ? LiveLine({{"file", name}, {"bytes", page.size()}})
+  const Json document = {{"file", name}, {"bytes", page.size()}, {"asOf", AsOfJson(asOf)}};
+  console.print(options.json ? IdentifiedLine(document, identity)
                              : name + ": " + std::to_string(page.size()) + " bytes\n");
 }
 

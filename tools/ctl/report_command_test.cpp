@@ -12,6 +12,7 @@
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "support/calls.h"
+#include "support/local_times.h"
 #include "support/mornings.h"
 #include "support/text_parts.h"
 
@@ -47,9 +48,9 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
   fakes::power.values["balanced DC hibernate"] = 45 * 60;
   const std::string folder = NarrowToUtf8(settings.dataFolder);
   const std::string page = UserFolder() + "r.html";
-  const std::vector<std::string> warnings = {
-      "warning: " + folder + "cpredict.z7: ignored: it cannot be opened",
-      "warning: " + folder + "zs7state.dat: ignored: it cannot be opened"};
+  ClientMachine::SaveLearnt({{LocalTime(2026, 11, 20, 8), Activating}});
+  const std::vector<std::string> warnings = {"warning: " + folder +
+                                             "zs7state.dat: ignored: it cannot be opened"};
   ClientRun run = Ctl(machine, {"report", "--out", page});
   CHECK(run.exitCode == 0);
   CHECK(run.messages == warnings);
@@ -57,6 +58,10 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
   CHECK(run.output == page + ": " + std::to_string(html.size()) + " bytes\n");
   CHECK(Contains(html, "Dozewell report of Sat 21 Nov 2026, 08:05. Nothing is recorded yet."));
   CHECK(CountOf("<p class=\"note\">", html) == 2);
+  CHECK(Contains(html,
+                 "<p class=\"note\">As of the last save, 2026-11-20 08:00:00, since it is "
+                 "not known when the service started.</p>"));
+  CHECK(Contains(html, "OFFICE-7; zone W. Europe Standard Time; data to 2026-11-20 08:00:00; "));
   CHECK(Contains(html, "Nothing is known yet"));
 
   const std::vector<HistoryRecord> history = Mornings(3);
@@ -67,9 +72,11 @@ TEST_CASE("a report shows this machine's settings, files and timeout") {
   fakes::power.acLineStatus = kLineUnknown;
   run = Ctl(machine, {"report", "--json", "--out", page});
   html = Content(page);
-  CHECK(run.output ==
-        "{\"file\":\"" + page + "\",\"bytes\":" + std::to_string(html.size()) + "}\n");
-  CHECK(run.messages == Calls{warnings[0]});
+  CHECK(run.output == "{\"file\":\"" + page + "\",\"bytes\":" + std::to_string(html.size()) +
+                          ",\"asOf\":{\"now\":false,\"savedUntil\":\"2026-11-20T08:00:00\","
+                          "\"eventsSince\":null,\"why\":\"it is not known when the service "
+                          "started\"}}\n");
+  CHECK(run.messages == Calls{});
   CHECK(Contains(html, "The history has 6 records"));
   // There is none for AC.
   CHECK(Contains(html, "the score of a fixed timeout of 180 minutes"));
@@ -92,6 +99,7 @@ TEST_CASE("a report is never written over what it is made of") {
 TEST_CASE("a report is made of the newest history, and says when it is damaged or none") {
   const ClientMachine machine;
   ClientMachine::Provision();
+  ClientMachine::SaveLearnt({});
   const std::string folder = NarrowToUtf8(settings.dataFolder);
   const std::string page = UserFolder() + "r.html";
   const std::vector<HistoryRecord> history = Mornings(3);
@@ -118,6 +126,7 @@ TEST_CASE("no report is written without usable settings, a clock, or a place for
         "SecondLastWeight, AgregationWeight are missing: "
         "CyclicProbabilityPredictor::LoadDataIfExists - wrong configurations");
   ClientMachine::Provision();
+  ClientMachine::SaveLearnt({});
   const ClientRun run = Ctl(machine, {"report", "--out", UserFolder()});
   CHECK(run.exitCode == 1);
   CHECK(run.messages.back() == UserFolder() + ": cannot be written: not a regular file");

@@ -137,7 +137,7 @@ TEST_CASE("the status of a service that does not answer comes from the machine")
   CHECK(run.messages == Calls{message});
   CHECK(run.output ==
         "Service             stopped\n"
-        "Feature             off\n"
+        "Feature             not known, as the service does not answer\n"
         "Start attempts      3 of 3: the controller starts with the service\n"
         "Controller          does not run: the service does not answer\n"
         "Predictions         on\n"
@@ -151,7 +151,7 @@ TEST_CASE("the status of a service that does not answer comes from the machine")
   CHECK(run.exitCode == 3);
   CHECK(run.messages == Calls{message});
   CHECK(run.output.starts_with(
-      "{\"answers\":false,\"service\":\"stopped\",\"featureEnabled\":false,"));
+      "{\"answers\":false,\"service\":\"stopped\",\"featureEnabled\":null,"));
 }
 
 }  // namespace dozewell::ctl

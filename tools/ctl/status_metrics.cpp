@@ -49,6 +49,13 @@ std::vector<Sample> AbilitySamples(const MachineKind& machine) {
                                                     : std::nullopt)};
 }
 
+// How much is known to keep the system's timer from waking the machine; nothing where another one
+// does, or none.
+std::optional<int64_t> CountOfLimits(const MachineKind& machine) {
+  if (machine.windowsTimer == WindowsTimer::Unused) return std::nullopt;
+  return static_cast<int64_t>(WindowsTimerLimits(machine).size());
+}
+
 // "hibernate_after_seconds".
 std::string TimeoutName(const PowerSetting& timeout) {
   std::string name = timeout.name;
@@ -90,8 +97,9 @@ std::string StatusMetrics(const StatusReport& report) {
               AreWakeTimersForbidden(report.machine));
   metrics.Add("hibernate_after_under_policy", "Whether a policy sets hibernate-after.",
               IsUnderPolicy(report.machine.hibernateAfter));
-  metrics.Add("wake_timers_enabled", "Whether the driver's wake timers are enabled.",
-              report.driverEnabled);
+  metrics.Add("windows_timer_limits", "How many things may keep Windows' timer from waking it.",
+              CountOfLimits(report.machine));
+  metrics.Add("wake_timers_enabled", "Whether the wake timers are enabled.", report.driverEnabled);
   for (size_t i = 0; i < kPowerSettings.size(); ++i) {
     if (!kPowerSettings[i].values.empty()) continue;
     metrics.Add(TimeoutName(kPowerSettings[i]), "The power scheme's timeout; +Inf is never.",

@@ -11,6 +11,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
+#include "support/text_parts.h"
 
 namespace dozewell::ctl {
 namespace {
@@ -111,7 +112,6 @@ TEST_CASE("metrics of a service that does not answer are those that are known wi
   CHECK(Numbers(run.output) ==
         "dozewell_up 0\n"
         "dozewell_service_running 0\n"
-        "dozewell_feature_enabled 1\n"
         "dozewell_predictions_enabled 0\n"
         "dozewell_controller{expected=\"no\"} 1\n"
         "dozewell_controller{expected=\"maybe\"} 0\n"
@@ -124,15 +124,24 @@ TEST_CASE("metrics of a service that does not answer are those that are known wi
         "dozewell_strength_has_result 0\n");
 }
 
+TEST_CASE("metrics tell how much keeps Windows' timer from waking the machine") {
+  const ClientMachine machine;
+  Run();
+  settings.current.values[L"WindowsTimerState"] = fakes::Number32(2);
+  const std::string windows = Numbers(Ctl(machine, {"status", "--metrics"}).output);
+  CHECK(Contains(windows, "\ndozewell_machine_ability{ability=\"windows_timer\"} 0\n"));
+  CHECK(Contains(windows, "\ndozewell_windows_timer_limits 1\n"));
+  client.refused = {"GetDriverEnabled"};
+  CHECK(!Contains(Ctl(machine, {"status", "--metrics"}).output, "windows_timer_limits"));
+}
+
 TEST_CASE("whether the service runs is left out where the system does not tell") {
   const ClientMachine machine;
   Run();
   client.service = {5, 0};
-  CHECK(Ctl(machine, {"status", "--metrics"}).output.find("dozewell_service_running") ==
-        std::string::npos);
+  CHECK(!Contains(Ctl(machine, {"status", "--metrics"}).output, "dozewell_service_running"));
   client.service = {0, 1};
-  CHECK(Numbers(Ctl(machine, {"status", "--metrics"}).output)
-            .find("\ndozewell_service_running 0\n") != std::string::npos);
+  CHECK(Contains(Ctl(machine, {"status", "--metrics"}).output, "\ndozewell_service_running 0\n"));
 }
 
 TEST_CASE("metrics are written to a file as a whole, over those of the last run") {

@@ -22,7 +22,7 @@ std::optional<Value> Ask(Call call) {
 }
 
 void AskService(StatusReport& report) {
-  report.featureEnabled = Ask<bool>(CallGetFeatureEnabled).value_or(report.featureEnabled);
+  report.featureEnabled = Ask<bool>(CallGetFeatureEnabled).value_or(ReadFeatureEnabled());
   report.scheme = Ask<uint32_t>(CallGetActiveScheme);
   for (size_t i = 0; i < report.power.size(); ++i) report.power[i] = ReadPower(kSources[i].number);
   report.driverEnabled = Ask<bool>(CallGetDriverEnabled);
@@ -40,7 +40,6 @@ void AskService(StatusReport& report) {
 }
 
 void ReadSettings(StatusReport& report) {
-  report.featureEnabled = ReadFeatureEnabled();
   report.predictionsEnabled = ReadPredictionsEnabled();
   report.currentAttempt = ReadAttempts(kCurrentAttemptName);
   report.totalAttempts = ReadAttempts(kTotalAttemptsName);
@@ -68,8 +67,9 @@ StatusReport MakeStatusReport() {
   if (report.ping.IsDone()) AskService(report);
   report.strengthHasResult = StrengthHasResult(report.strength);
   report.controller = ExpectController(
-      {report.ping.IsDone(), report.featureEnabled, report.currentAttempt, report.totalAttempts,
-       SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) != 0, EngineProblem()});
+      {report.ping.IsDone(), report.featureEnabled == true, report.currentAttempt,
+       report.totalAttempts, SettingOr(kServiceFeedbackName, kDefaultServiceFeedback) != 0,
+       EngineProblem()});
   ReadEvents(report);
   return report;
 }

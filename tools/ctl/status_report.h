@@ -19,11 +19,12 @@
 namespace dozewell::ctl {
 
 // All that can be found out about the service. What only the service knows is empty when it does
-// not answer or refuses; settings are then read from this machine.
+// not answer, and so is the feature, on which a setting may decide differently by its next start.
+// What it refuses to tell, and the other settings, are read from this machine.
 struct StatusReport {
   CallResult ping;
   ServiceQuery service;
-  bool featureEnabled;
+  std::optional<bool> featureEnabled;
   std::optional<uint32_t> currentAttempt;
   std::optional<uint32_t> totalAttempts;
   ControllerOutlook controller;

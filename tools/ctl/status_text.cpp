@@ -25,6 +25,10 @@ std::string ServiceText(const StatusReport& report) {
              : state;
 }
 
+std::string FeatureText(const StatusReport& report) {
+  return report.featureEnabled ? OnOff(*report.featureEnabled) : kNotKnown;
+}
+
 const char* ExpectedText(Expected runs) {
   switch (runs) {
     case Expected::No:
@@ -110,7 +114,7 @@ Json EventsJson(const StatusReport& report) {
 }  // namespace
 
 std::string StatusText(const StatusReport& report) {
-  return Line("Service", ServiceText(report)) + Line("Feature", OnOff(report.featureEnabled)) +
+  return Line("Service", ServiceText(report)) + Line("Feature", FeatureText(report)) +
          Line("Start attempts", AttemptsText(report.currentAttempt, report.totalAttempts)) +
          Line("Controller", ExpectedText(report.controller.runs) + report.controller.why) +
          Line("Predictions", report.predictionsEnabled ? "on" : "off, as DisablePrediction is 1") +
@@ -124,7 +128,7 @@ Json StatusJson(const StatusReport& report) {
   return {
       {"answers", report.ping.IsDone()},
       {"service", ServiceStateText(report.service)},
-      {"featureEnabled", report.featureEnabled},
+      {"featureEnabled", OptionalJson(report.featureEnabled)},
       {"currentAttempt", OptionalJson(report.currentAttempt)},
       {"totalAttempts", OptionalJson(report.totalAttempts)},
       {"controller",

@@ -65,6 +65,7 @@ std::string Heading(const CommandSyntax& command) {
   }
   for (const FlagSyntax& flag : command.flags)
     heading += " " + Plain("[" + std::string(flag.name) + "]");
+  if (command.list) heading += " " + Plain(command.list->name) + " ...";
   return heading;
 }
 
@@ -77,6 +78,9 @@ std::string SectionOf(const CommandSyntax& command) {
   }
   for (const FlagSyntax& flag : command.flags)
     section += Tagged("\\fB" + Plain(flag.name) + "\\fR", flag.description);
+  if (command.list) {
+    section += Tagged("\\fI" + Plain(command.list->name) + "\\fR ...", command.list->description);
+  }
   return section + ".PP\n" + Lines(FooterOfHelp(command));
 }
 

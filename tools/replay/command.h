@@ -30,12 +30,23 @@ struct Options {
   std::optional<std::string> eventLog;
   std::optional<std::string> zone;
   std::optional<std::string> predictor;
+  std::optional<std::string> csv;
+  std::optional<std::string> partial;
+  std::optional<std::string> part;
+  std::optional<std::string> groups;
+  std::optional<std::string> wattsAsleep;
+  std::optional<std::string> wattsHibernated;
+  std::optional<std::string> price;
+  std::optional<std::string> threads;
   std::optional<std::string> machine;
+  std::vector<std::string> folders;
   bool json = false;
   bool timeLine = false;
   bool each = false;
   bool replace = false;
   bool noWake = false;
+  bool resume = false;
+  bool merge = false;
   bool canAsk = false;    // there is a terminal to ask the user on
   bool colour = false;    // the output goes to a terminal that shows colours
   bool progress = false;  // messages go to a terminal, which can show how far a command has come
@@ -68,6 +79,13 @@ struct CommandFlag {
   bool Options::*given;
 };
 
+// One or more arguments without a name.
+struct CommandList {
+  const char* placeholder;
+  const char* description;
+  std::vector<std::string> Options::*texts;
+};
+
 struct Command {
   const char* name;
   const char* description;
@@ -78,6 +96,7 @@ struct Command {
   std::vector<const CommandOption*> optional;
   std::vector<const CommandFlag*> flags;
   const char* details = "";  // more help, after the example
+  const CommandList* list = nullptr;
 };
 
 // All commands, in the order of the help.

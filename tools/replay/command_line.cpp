@@ -12,7 +12,7 @@ constexpr const char* kExample =
     "  dozewell-replay predict --data office.z7 --at 2024-03-01T18:00:00\n"
     "\n";
 
-// Every command takes it.
+// Every command takes it that is about one machine.
 constexpr CommandOption kMachine = {
     "--machine", "NAME", "The machine's name in what is printed; else that of the settings",
     &Options::machine};
@@ -31,7 +31,12 @@ CommandSyntax SyntaxOf(const Command& command, Options& options) {
     syntax.values.push_back(SyntaxOf(*option, options, false));
   for (const auto* flag : command.flags)
     syntax.flags.push_back({flag->name, flag->description, &(options.*flag->given)});
-  syntax.values.push_back(SyntaxOf(kMachine, options, false));
+  if (command.list != nullptr) {
+    const auto& [placeholder, description, texts] = *command.list;
+    syntax.list = {placeholder, description, &(options.*texts)};
+  } else {
+    syntax.values.push_back(SyntaxOf(kMachine, options, false));
+  }
   return syntax;
 }
 

@@ -65,14 +65,44 @@ constexpr CommandOption kPredictor = {
     "--predictor",       "NAME", "slots or rates; without one, slots",
     &Options::predictor, false,  "slots rates"};
 
+constexpr CommandOption kPage = {"--out", "FILE", "Page of HTML to write", &Options::out, true};
+constexpr CommandOption kCsv = {"--csv", "FILE", "Table to write, with a row for each machine",
+                                &Options::csv, true};
+constexpr CommandOption kPartial = {"--partial", "FILE",
+                                    "Result to write machine by machine, for --resume and --merge",
+                                    &Options::partial, true};
+constexpr CommandOption kPart = {
+    "--part", "K/N", "Take the K-th of N equal parts of the machines only", &Options::part};
+constexpr CommandOption kGroups = {
+    "--groups", "FILE", "Lines NAME,GROUP, for recommendations by group", &Options::groups};
+constexpr CommandOption kWattsAsleep = {
+    "--watts-asleep", "WATTS", "What a machine takes asleep; without it, 4", &Options::wattsAsleep};
+constexpr CommandOption kWattsHibernated = {"--watts-hibernated", "WATTS",
+                                            "What a machine takes hibernated; without it, 2",
+                                            &Options::wattsHibernated};
+constexpr CommandOption kPrice = {"--price", "MONEY",
+                                  "What a kilowatt-hour costs; without it, 0.20", &Options::price};
+constexpr CommandOption kThreads = {
+    "--threads", "N", "Threads to use; without it, one for each processor", &Options::threads};
+constexpr CommandOption kOwnTimeout = {
+    "--hibernate-after", "DURATION",
+    "The users' own timeout, as 45m, 1h30m or never; without one, 10m", &Options::hibernateAfter};
+
 constexpr CommandFlag kJson = {"--json", "Print JSON for programs", &Options::json};
 constexpr CommandFlag kReplace = {
     "--replace", "Do not ask before a history loses records by being replaced", &Options::replace};
 constexpr CommandFlag kTimeLine = {"--timeline", "Print the time line first", &Options::timeLine};
 constexpr CommandFlag kNoWake = {
     "--no-wake", "With rates: plan for a machine that no timer can wake", &Options::noWake};
+constexpr CommandFlag kResume = {"--resume", "Go on with the partial result of a stopped run",
+                                 &Options::resume};
+constexpr CommandFlag kMerge = {"--merge", "Add up partial results, which are given as FOLDER",
+                                &Options::merge};
 constexpr CommandFlag kEach = {"--each", "Print CSV with a line for each set first",
                                &Options::each};
+
+constexpr CommandList kFolders = {
+    "FOLDER", "Folders with histories at any depth: files *.dat and *.csv", &Options::folders};
 
 constexpr const char* kTimeLineDetails =
     "\n\n"
@@ -82,10 +112,10 @@ constexpr const char* kTimeLineDetails =
 
 constexpr const char* kSearchDetails =
     "\n\n"
-    "The CSV begins with a comment that names the machine. Its columns are the weights of the "
-    "last,\n"
-    "the second-last and the older observations, the high and the low strength, the day grouping,\n"
-    "the seconds asleep and hibernated, the resumes from sleep and from hibernation.";
+    "The CSV has no header but a comment with the machine, if it has a name. Its columns are the\n"
+    "weights of the last, the second-last and the older observations, the high and the low\n"
+    "strength, the day grouping, the seconds asleep and hibernated, the resumes from sleep and\n"
+    "from hibernation.";
 
 constexpr const char* kCompareDetails =
     "\n\n"
@@ -103,6 +133,15 @@ constexpr const char* kCompareDetails =
     "service searches when it would. A score is the weight (WR) times the share of resumes from\n"
     "sleep, plus what is left of 100 times the share of time hibernated; 95 of 100 draws of whole\n"
     "weeks lie in the range behind it.";
+
+constexpr const char* kFleetDetails =
+    "\n"
+    "  dozewell-replay fleet --part 1/2 --partial 1.part machines\n"
+    "  dozewell-replay fleet --part 2/2 --partial 2.part machines\n"
+    "  dozewell-replay fleet --merge --out fleet.html 1.part 2.part\n"
+    "\n"
+    "A history that cannot be judged is one line of what is printed. A partial result is complete\n"
+    "when its run has ended; a run that was stopped goes on after the last machine with --resume.";
 
 constexpr const char* kImportDetails =
     "\n"
@@ -165,6 +204,16 @@ std::span<const Command> Commands() {
        {&kSettings, &kTimeoutToBeat},
        {&kJson},
        kCompareDetails},
+      {"fleet",
+       "Compare all that on the histories of many machines, and add it up",
+       "fleet --out fleet.html --partial fleet.part machines",
+       RunFleet,
+       {},
+       {&kSettings, &kOwnTimeout, &kGroups, &kWattsAsleep, &kWattsHibernated, &kPrice, &kPage,
+        &kCsv, &kPartial, &kPart, &kThreads},
+       {&kResume, &kMerge, &kJson},
+       kFleetDetails,
+       &kFolders},
       {"report",
        "Write a page of HTML: what will happen tonight, what was learnt, what it was worth, and "
        "why",

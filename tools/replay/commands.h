@@ -19,6 +19,7 @@ void RunMerge(const Options& options, Results& results);
 void RunImport(const Options& options, Results& results);
 void RunExport(const Options& options, Results& results);
 void RunCompare(const Options& options, Results& results);
+void RunFleet(const Options& options, Results& results);
 void RunSample(const Options& options, Results& results);
 void RunSimulate(const Options& options, Results& results);
 void RunBaseline(const Options& options, Results& results);

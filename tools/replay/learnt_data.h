@@ -20,7 +20,7 @@ class LearntData {
   LearntData(const Options& options, Results& results);
 
   ArbitraryCycleProbabilityTracker& Tracker() { return loaded_.tracker; }
-  IConfigurations& Configuration() { return configuration_; }
+  FileConfigurations& Configuration() { return configuration_; }
   // The service asks for no prediction then.
   bool IsPredictionDisabled() { return configuration_.IsPredictionDisabled(); }
   CycleShape Shape() { return ReadCycleShape(configuration_); }

@@ -3,6 +3,7 @@
 #include "common/output_file.h"
 #include "replay/commands.h"
 #include "replay/learnt_data.h"
+#include "replay/search_habits.h"
 #include "report/report.h"
 
 namespace dozewell::replay {
@@ -17,7 +18,8 @@ void RunReport(const Options& options, Results& results) {
   // The page shows the warnings too.
   const std::string page = report::MakeReport(
       {learnt.Configuration(), tracker, history, learnt.TimeOrLastEvent("--now", options.now),
-       ComparedTimeoutSeconds(options.hibernateAfter), results.warnings, results.identity});
+       ComparedTimeoutSeconds(options.hibernateAfter), HabitsOf(learnt.Configuration()),
+       results.warnings, results.identity});
   const std::string& name = options.out.value();
   OutputFile(name).Write(page.data(), page.size());
   results.output = options.json

@@ -1,5 +1,7 @@
 #include "replay/settings_file.h"
 
+#include "common/embedded_settings.h"
+#include "common/history_io.h"
 #include "common/input_file.h"
 #include "common/text.h"
 #include "common/tool_error.h"
@@ -50,7 +52,11 @@ bool SettingsFile::Has(std::string_view section, std::string_view key) const {
 
 SettingsFile LoadSettings(const std::optional<std::string>& name) {
   if (!name) return SettingsFile(kDefaultSettings, "default settings");
-  return SettingsFile(AsText(ReadInput(*name)), *name);
+  const std::vector<unsigned char> content = ReadInput(*name);
+  if (!IsCsvName(*name)) return SettingsFile(AsText(content), *name);
+  const std::string settings = EmbeddedSettings(AsText(content));
+  if (settings.empty()) throw ToolError(*name + ": a CSV history without settings in it");
+  return SettingsFile(settings, *name);
 }
 
 }  // namespace dozewell::replay

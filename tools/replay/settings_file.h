@@ -38,7 +38,8 @@ class SettingsFile {
   std::vector<Entry> entries_;
 };
 
-// The settings in the file of this name, or the default ones. Throws ToolError.
+// The settings in the file of this name, which may be a CSV history that has them in it, or the
+// default ones. Throws ToolError.
 SettingsFile LoadSettings(const std::optional<std::string>& name);
 
 }  // namespace dozewell::replay

@@ -15,9 +15,9 @@ namespace {
 
 constexpr int kDaysAhead = 7;
 
-constexpr StretchKind kPredictedKinds[] = {{"asleep", "asleep and ready, since use is likely"},
-                                           {"hibernated", "hibernated, since nobody is expected"},
-                                           {"none", "already past, or nothing is predicted"}};
+constexpr StretchKind kPredictedKinds[] = {{"asleep", "ready, since use is likely"},
+                                           {"hibernated", "hibernated, since it is not"},
+                                           {"none", "past, or not predicted"}};
 constexpr size_t kReady = 0;
 constexpr size_t kIdle = 1;
 

@@ -23,13 +23,13 @@ TEST_CASE("seven days are drawn, ready until each idle stretch and idle until ea
   CHECK(CountOf("<div class=\"strip\"", figure) == 7);
   const std::string today = Between(figure, "Sun 11 Jan</th>", "</tr>");
   CHECK(CountOf("<i ", today) == 3);
-  CHECK(Contains(today, "title=\"already past, or nothing is predicted, 00:00 to 09:03\""));
-  CHECK(Contains(today, "title=\"asleep and ready, since use is likely, 09:03 to 12:10\""));
-  CHECK(Contains(today, "title=\"hibernated, since nobody is expected, 12:10 to 24:00\""));
+  CHECK(Contains(today, "title=\"past, or not predicted, 00:00 to 09:03\""));
+  CHECK(Contains(today, "title=\"ready, since use is likely, 09:03 to 12:10\""));
+  CHECK(Contains(today, "title=\"hibernated, since it is not, 12:10 to 24:00\""));
   const std::string last = Between(figure, "Sat 17 Jan</th>", "</tr>");
   CHECK(Contains(last,
-                 "aria-label=\"asleep and ready, since use is likely 4.2 hours, hibernated, since "
-                 "nobody is expected 19.8 hours\""));
+                 "aria-label=\"ready, since use is likely 4.2 hours, hibernated, since "
+                 "it is not 19.8 hours\""));
 }
 
 TEST_CASE("all idle stretches are listed, and their number is told") {

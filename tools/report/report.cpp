@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
+#include <optional>
+#include <string_view>
 
 #include "base/numbers.h"
 #include "common/comparison.h"
@@ -11,31 +13,21 @@
 #include "common/text.h"
 #include "optimizer/simulator/simulator.h"
 #include "report/choices_section.h"
+#include "report/document.h"
 #include "report/figure_text.h"
 #include "report/learnt_section.h"
 #include "report/past_section.h"
 #include "report/search_section.h"
 #include "report/section.h"
-#include "report/style.h"
 #include "report/tonight_section.h"
+#include "report/walked_section.h"
 #include "report/why_section.h"
 #include "report/worth_section.h"
 #include "settings/setting_names.h"
+#include "walk/week_samples.h"
 
 namespace dozewell::report {
 namespace {
-
-constexpr const char* kHead =
-    "<!DOCTYPE html>\n"
-    "<html lang=\"en\">\n"
-    "<head>\n"
-    "<meta charset=\"utf-8\">\n"
-    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-    "<meta name=\"color-scheme\" content=\"light dark\">\n"
-    // Even if a text smuggled something in, nothing is loaded and nothing runs.
-    "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src "
-    "'unsafe-inline'; img-src data:\">\n"
-    "<link rel=\"icon\" href=\"data:,\">\n";
 
 using Sections = std::vector<Section>;
 
@@ -49,10 +41,18 @@ std::string HistoryText(const std::vector<HistoryRecord>& history) {
          DateOf(history.front()) + " to " + DateOf(history.back()) + ".";
 }
 
+std::string Note(std::string_view text) {
+  return HtmlElement("p", {{"class", "note"}}, HtmlText(text));
+}
+
 std::string Header(const ReportInput& input) {
   std::string notes;
-  for (const std::string& note : input.notes) {
-    notes += HtmlElement("p", {{"class", "note"}}, HtmlText(note));
+  for (const std::string& note : input.notes) notes += Note(note);
+  if (ReadPredictorChoice(input.configuration).kind == PredictorKind::Rates) {
+    notes += Note(
+        "The service predicts with rates here. Tonight, what was learnt and why are those of "
+        "slots, "
+        "which go on learning beside them.");
   }
   return HtmlElement(
              "header",
@@ -102,22 +102,36 @@ Section NothingSection() {
                 "again then."));
 }
 
+// The strength of the settings, when there is a weight for it.
+std::optional<size_t> StrengthOf(const std::string& text, size_t weights) {
+  for (size_t strength = 0; strength < weights; ++strength) {
+    if (text == std::to_string(strength)) return strength;
+  }
+  return std::nullopt;
+}
+
 // What a replay of the history shows: a section at a glance, and others in detail.
 void AddReplays(const ReportInput& input, Sections& glance, Sections& details) {
   try {
     const Comparison comparison =
         Compare(input.history, input.configuration, input.hibernateAfterSeconds);
-    if (comparison.fixed.back().outcomes == Outcomes()) {
+    const Walk walk =
+        WalkForward(input.history, input.configuration, input.hibernateAfterSeconds, input.habits);
+    if (walk.sleeps == 0) {
       glance.push_back(TooShortSection());
       return;
     }
+    const WeekSamples samples(input.history, walk.weeks);
+    const std::string strength = input.configuration.GetValue(kPredictorSection, kStrengthName);
+    const WalkedHistory walked = {walk, samples, StrengthOf(strength, walk.weights.size()),
+                                  ReadPredictorChoice(input.configuration).kind,
+                                  input.hibernateAfterSeconds};
     NativeSimulatorConfigurations parameters = SimulatedParameters(input.configuration);
-    glance.push_back(WorthSection(comparison, input.hibernateAfterSeconds));
+    glance.push_back(WorthSection(walked));
     details = {
-        ChoicesSection(comparison),
+        WalkedSection(walked), ChoicesSection(comparison),
         SearchSection(comparison, ReadPredictorNumbers(input.configuration, kScoringWeightsName),
-                      input.configuration.GetValue(kPredictorSection, kStrengthName),
-                      input.hibernateAfterSeconds),
+                      strength, input.hibernateAfterSeconds),
         PastSection(SimulatePredictor(parameters, input.history))};
   } catch (const std::exception& error) {
     glance.push_back(BrokenSection(error.what()));
@@ -142,9 +156,7 @@ std::string Body(const ReportInput& input) {
 
 std::string MakeReport(const ReportInput& input) {
   const std::string title = "Dozewell report, " + LongDateText(input.now);
-  return kHead + HtmlElement("title", HtmlText(title)) + "\n" +
-         HtmlElement("style", std::string("\n") + kStyle) + "\n</head>\n<body>\n" + Body(input) +
-         "\n</body>\n</html>\n";
+  return Document(title, Body(input));
 }
 
 }  // namespace dozewell::report

@@ -9,6 +9,7 @@
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
+#include "walk/search_calendar.h"
 
 namespace dozewell::report {
 
@@ -18,6 +19,7 @@ struct ReportInput {
   std::vector<HistoryRecord> history;         // the records that count
   tm now;                                     // a valid local time
   int64_t hibernateAfterSeconds;              // the timeout to compare with; 0 is never
+  SearchHabits habits;                        // when the service searches
   std::vector<std::string> notes;             // what the reader has to know first
   MachineIdentity identity = {};              // whose data and settings these are
 };

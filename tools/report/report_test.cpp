@@ -11,7 +11,7 @@ namespace {
 constexpr int kRecordedDays = 10;
 
 std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {},
-                 int learntDays = kRecordedDays) {
+                 int learntDays = kRecordedDays, const char* predictor = "") {
   fakes::Configurations configuration = AllDaysAlike();
   configuration.values["StrengthHighRange"] = "60";
   configuration.values["StrengthLowRange"] = "40";
@@ -20,11 +20,12 @@ std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::str
   configuration.values["DayGroupingRange"] = "255";
   configuration.values["WR"] = "50 90";
   configuration.values["Strength"] = "1";
+  configuration.values["Predictor"] = predictor;
   ArbitraryCycleProbabilityTracker tracker(&configuration);
   Learn(tracker, Mornings(learntDays));
   tm now;
   TmFromSeconds(SimTime(kRecordedDays, 9, 3), now);
-  return MakeReport({configuration, tracker, history, now, 600, std::move(notes)});
+  return MakeReport({configuration, tracker, history, now, 600, {}, std::move(notes)});
 }
 
 }  // namespace
@@ -37,7 +38,8 @@ TEST_CASE("a page has all sections and stands alone") {
   CHECK(Contains(page,
                  "Dozewell report of Sun 11 Jan 2026, 09:03. The history has 20 records, "
                  "from Thu 1 Jan 2026 to Sat 10 Jan 2026."));
-  for (const char* const id : {"tonight", "learnt", "worth", "why", "choices", "search", "past"}) {
+  for (const char* const id :
+       {"tonight", "learnt", "worth", "why", "walked", "choices", "search", "past"}) {
     CHECK(CountOf(std::string("<section id=\"") + id + "\"", page) == 1);
     CHECK(CountOf(std::string("<a href=\"#") + id + "\">", page) == 1);
   }
@@ -59,6 +61,12 @@ TEST_CASE("notes come first and are text") {
                  "<p class=\"note\">&lt;b&gt;: ignored</p><p class=\"note\">the feature is "
                  "off</p></header>"));
   CHECK(Contains(page, "Nothing is recorded yet."));
+}
+
+TEST_CASE("a page of a machine that predicts with rates says that it shows slots") {
+  const std::string note = "<p class=\"note\">The service predicts with rates here. ";
+  CHECK(Contains(Page(Mornings(kRecordedDays), {}, kRecordedDays, "rates"), note));
+  CHECK_FALSE(Contains(Page(Mornings(kRecordedDays), {}, kRecordedDays, "slots"), note));
 }
 
 TEST_CASE("a machine without any record has a page that says so, and nothing else") {

@@ -39,11 +39,10 @@ std::string WhyIdle(const Explanation& explanation) {
   const SearchExplanation& idle = explanation.idle;
   if (idle.end == SearchEnd::Found) {
     const auto likeliest = std::ranges::max_element(idle.slots, {}, &SlotEvidence::probability);
-    return "It is expected to lie idle from " + DateTimeText(idle.foundAt) + ": in the " +
-           std::to_string(kIdleStretchMinutes) +
-           " minutes from then on, no time of day is likelier to be in use than " +
-           PercentOf(likeliest->probability) + ", which is less than the " +
-           PercentOf(explanation.strengthLow) + " of StrengthLow.";
+    return "Idle from " + DateTimeText(idle.foundAt) + ", the next " +
+           std::to_string(kIdleStretchMinutes) + " minutes in which use is less likely than " +
+           PercentOf(explanation.strengthLow) + " (StrengthLow): at most " +
+           PercentOf(likeliest->probability) + ".";
   }
   return "No idle stretch is predicted, since " + WhyNoIdle(idle, explanation) +
          ". So the user's own timeout holds.";
@@ -52,10 +51,9 @@ std::string WhyIdle(const Explanation& explanation) {
 std::string WhyUse(const SearchExplanation& use, const Explanation& explanation) {
   const std::string threshold = PercentOf(explanation.strengthHigh);
   if (use.end == SearchEnd::Found) {
-    return "It is expected to be needed from " + DateTimeText(use.foundAt) +
-           ", the first time after that which is likely enough to be in use: " +
-           PercentOf(use.slots.front().probability) + ", and StrengthHigh asks for " + threshold +
-           ".";
+    return "In use again from " + DateTimeText(use.foundAt) +
+           ", the first time after that in which use is as likely as " + threshold +
+           " (StrengthHigh): " + PercentOf(use.slots.front().probability) + ".";
   }
   return "No next use is predicted, since " +
          WhyNothing(use, explanation.minutesPerSlot,
@@ -65,7 +63,7 @@ std::string WhyUse(const SearchExplanation& use, const Explanation& explanation)
 
 std::string WhyNextIdle(const SearchExplanation& idle, const Explanation& explanation) {
   if (idle.end == SearchEnd::Found) {
-    return "After that it is expected to lie idle again from " + DateTimeText(idle.foundAt) + ".";
+    return "Idle again from " + DateTimeText(idle.foundAt) + ".";
   }
   return "After that no idle stretch is predicted, since " + WhyNoIdle(idle, explanation) + ".";
 }

@@ -27,11 +27,10 @@ TEST_CASE("the times of tonight are explained in sentences, with the evidence be
   fakes::Configurations configuration = AllDaysAlike();
   const Explanation explanation = ExplanationAfter(configuration, 10);
   CHECK(Reasons(explanation) ==
-        "It is expected to lie idle from Sun 11 Jan, 12:10: in the 30 minutes from then on, no "
-        "time of day is likelier to be in use than 25 %, which is less than the 30 % of "
-        "StrengthLow. It is expected to be needed from Mon 12 Jan, 08:00, the first time after "
-        "that which is likely enough to be in use: 100 %, and StrengthHigh asks for 70 %. After "
-        "that it is expected to lie idle again from Mon 12 Jan, 12:10.");
+        "Idle from Sun 11 Jan, 12:10, the next 30 minutes in which use is less likely than 30 % "
+        "(StrengthLow): at most 25 %. In use again from Mon 12 Jan, 08:00, the first time after "
+        "that in which use is as likely as 70 % (StrengthHigh): 100 %. Idle again from Mon 12 Jan, "
+        "12:10.");
   CHECK(Between(WhySection(explanation).html, "<pre>", "</pre>") ==
         HtmlText(ExplanationText(explanation)));
 }

@@ -25,9 +25,11 @@ RatesWalker::RatesWalker(WalkCounter& counter)
           counter.AddForStrengths(WalkedKind::RatesWithoutWake, "rates without wake")) {}
 
 void RatesWalker::Walk(const WalkedSleep& sleep) {
+  if (counter_.Result().weights.empty()) return;  // nobody asks what was learnt
+  const ReturnRates rates(state_.factors);
   const auto count = [&](size_t choice, int32_t weight, bool canWake) {
     const RateDecision decision =
-        DecideByRates(state_.factors, WishesOf(state_.learnt, weight, canWake), sleep.suspend);
+        DecideByRates(rates, WishesOf(state_.learnt, weight, canWake), sleep.suspend);
     counter_.Count(choice, OutcomesOfSleep(sleep, PlanOf(decision, sleep.suspend)));
   };
   for (size_t strength = 0; strength < counter_.Result().weights.size(); ++strength) {

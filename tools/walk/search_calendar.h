@@ -17,6 +17,8 @@ struct SearchHabits {
   uint32_t intervalDays = kDefaultOptimizerIntervalDays;
   uint32_t delayMinutes = kDefaultOptimizerDelayMinutes;
   uint32_t historyLimitDays = kDefaultHistoryLimitDays;
+
+  bool operator==(const SearchHabits&) const = default;
 };
 
 // A search that was due. Times are wall-clock seconds.

@@ -9,6 +9,7 @@ namespace dozewell {
 namespace {
 
 constexpr double kLowest = -700.0;
+constexpr double kSurelyNear = 0.3;  // less than ln 2 / 2
 constexpr double kTwosInE = 1.4426950408889634;
 
 // ln 2 in two parts, after Cody and Waite: the high one has so few digits that its product with any
@@ -37,14 +38,16 @@ constexpr auto kInverseFactorials = [] {
 // Taylor's series by Horner's rule. Where it is used, |x| is at most ln 2 / 2 and the first term
 // that is left out lies below the last place of the sum.
 double ExponentialNearZero(double x) {
-  double sum = 0;
-  for (size_t i = kInverseFactorials.size(); i-- > 0;) sum = sum * x + kInverseFactorials[i];
+  double sum = kInverseFactorials.back();
+  for (size_t i = kInverseFactorials.size() - 1; i-- > 0;) sum = sum * x + kInverseFactorials[i];
   return 1 + sum * x;
 }
 
 }  // namespace
 
 double Exponential(double x) {
+  // Nearly all of a forecast: no power of two is split off.
+  if (x > -kSurelyNear && x < kSurelyNear) return ExponentialNearZero(x);
   if (x < kLowest) return 0.0;
   const auto twos = static_cast<int64_t>(x * kTwosInE + (x < 0 ? -0.5 : 0.5));
   const auto count = static_cast<double>(twos);

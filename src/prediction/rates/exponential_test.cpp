@@ -26,6 +26,12 @@ TEST_CASE("the exponential has the same bits on every system") {
   CHECK(Exponential(-20.25) == 0x1.b93de1e27ca3bp-30);
 }
 
+TEST_CASE("numbers of which no power of two is split off have the bits that splitting gives") {
+  CHECK(Exponential(-0.2999) == 0x1.7b563c820af26p-1);
+  CHECK(Exponential(-0.05) == 0x1.e7078b0a726a6p-1);
+  CHECK(Exponential(0.25) == 0x1.48b5e3c3e8186p+0);
+}
+
 TEST_CASE("the exponential of a large negative number is zero") {
   CHECK(Exponential(-700.5) == 0.0);
   CHECK(Exponential(-1e300) == 0.0);

@@ -35,19 +35,22 @@ LastingRatesPredictor::LastingRatesPredictor(IConfigurations* configuration, IHi
   if (knownRates.state && (!knownRates.isOfUnreadFile || isOfUnreadFile_)) {
     rates_.SetState(*knownRates.state);
   }
+  slots_.EstimateWhenAsked();
   historian->RegisterListener(this);
   configuration->RegisterListener(this);
 }
 
 void LastingRatesPredictor::LoadAndCatchUp() {
-  const LoadedRates loaded = LoadRates(path_);
+  LoadedRates loaded = LoadRates(path_);
   isOfUnreadFile_ = loaded.isUnread;
-  if (loaded.state) rates_.SetState(*loaded.state);
-  const int64_t newest = State().newest;
+  const auto state = loaded.state ? std::move(loaded.state) : std::make_unique<RatesState>();
+  const int64_t newest = state->newest;
   for (const HistoryRecord& record : RecordedHistory()) {
     const TimeLineEvent event = ToTimeLineEvent(record);
-    if (SecondsFromTm(event.time) > newest) rates_.OnTimeLineEvent(event);
+    const int64_t time = SecondsFromTm(event.time);
+    if (time > newest) state->Take(event.state, time);
   }
+  rates_.SetState(*state);
 }
 
 std::vector<PredictionRecord> LastingRatesPredictor::GetPredictions(const tm& time) {

@@ -13,17 +13,18 @@ bool LearntRates::Learn(int64_t suspend, int64_t resume) {
   if (resume <= suspend) return false;
   Fade(std::max<int64_t>(0, resume - previousResume));
 
-  const bool isTooLong = resume - suspend > kLongestSleepSeconds;
-  const int64_t end = isTooLong ? suspend + kLongestSleepSeconds : resume;
-  for (int64_t start = suspend; start < end;) {
-    const SleepPiece piece = PieceFrom(suspend, start, end);
-    secondsAway[piece.cell.Index()] += static_cast<float>(piece.seconds);
-    start += piece.seconds;
-    if (start == end && !isTooLong) returns[piece.cell.Index()] += 1.0F;
+  const int64_t length = resume - suspend;
+  const bool isTooLong = length > kLongestSleepSeconds;
+  size_t last = 0;
+  for (SleepPieces pieces(suspend, std::min(length, kLongestSleepSeconds)); !pieces.AreOver();
+       pieces.Next()) {
+    last = pieces.Cell().Index();
+    secondsAway[last] += static_cast<float>(pieces.Seconds());
   }
   if (!isTooLong) {
+    returns[last] += 1.0F;
     idleCount += 1;
-    idleSeconds += static_cast<double>(resume - suspend);
+    idleSeconds += static_cast<double>(length);
   }
   ++sleeps;
   return true;

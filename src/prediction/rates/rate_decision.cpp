@@ -1,22 +1,64 @@
 #include "prediction/rates/rate_decision.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <vector>
-
-#include "prediction/rates/return_forecast.h"
 
 namespace dozewell {
 namespace {
 
+constexpr int64_t kMinute = 60;
 constexpr int32_t kShortestSleepMinutes = 3;
 constexpr int32_t kBeginnersShortestSleepMinutes = 60;
 
 // What a wake costs, in seconds asleep.
 constexpr double kCostOfWake = 600;
 
-// Times asleep in a forecast, by the pieces at whose start they end or begin. The number of pieces
-// stands for the end of the forecast.
+// A time at which being asleep begins or ceases to pay.
+struct Turn {
+  int64_t start;  // seconds after the suspend
+  double gain;    // of being asleep until then; a gain of 1 is worth a second asleep
+};
+
+// The times among which the best ones are: the first at which the machine may hibernate, all at
+// which being asleep begins or ceases to pay after it, and the forecast's end.
+class Turns {
+ public:
+  Turns(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
+    const double weight = wishes.weight;
+    const double secondsPerReturn = weight / (100 - weight) * wishes.meanIdleSeconds;
+    const int64_t shortest =
+        kMinute * (wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes);
+    double gain = 0;
+    double previous = 0;
+    size_t count = 0;
+    ForecastReturn(rates, suspend, [&](const ForecastPiece& piece) {
+      const double more = secondsPerReturn * piece.returning -
+                          piece.seconds * (piece.stillAway - piece.returning / 2);
+      if (piece.start >= shortest) {
+        // Another sign, or none: then the piece is the later one of two that are equal.
+        if (more * previous <= 0) turns_[count++] = {piece.start, gain};
+        previous = more;
+      }
+      gain += more;
+    });
+    count_ = count;
+    turns_[count_] = {kLongestSleepSeconds, gain};
+  }
+
+  size_t End() const { return count_; }
+  double GainOf(size_t turn) const { return turns_[turn].gain; }
+  // Rounded up. The end means never, also where the forecast ended sooner.
+  int32_t MinutesOf(size_t turn) const {
+    return static_cast<int32_t>((turns_[turn].start + kMinute - 1) / kMinute);
+  }
+
+ private:
+  std::array<Turn, kMostForecastPieces + 1> turns_;
+  size_t count_ = 0;
+};
+
+// Times asleep end or begin at these turns.
 struct TimesAsleep {
   size_t hibernate;
   size_t wake;
@@ -24,54 +66,31 @@ struct TimesAsleep {
   bool hasSecond;
 };
 
-// What is gained by being asleep from the suspend until a piece, for each piece and the end. A gain
-// of 1 is worth a second asleep.
-std::vector<double> Gains(const std::vector<ForecastPiece>& pieces, const RateWishes& wishes) {
-  const double weight = wishes.weight;
-  const double secondsPerReturn = weight / (100 - weight) * wishes.meanIdleSeconds;
-  std::vector<double> gains;
-  gains.reserve(pieces.size() + 1);
-  double gain = 0;
-  gains.push_back(gain);
-  for (const ForecastPiece& piece : pieces) {
-    gain += secondsPerReturn * piece.returning -
-            piece.seconds * (piece.stillAway - piece.returning / 2);
-    gains.push_back(gain);
-  }
-  return gains;
-}
-
 // The best times of all. Among equal ones the earlier, and none rather than a second one.
-TimesAsleep BestTimes(const std::vector<double>& gains, size_t firstAllowed, bool canWake) {
-  const size_t end = gains.size() - 1;
+TimesAsleep BestTimes(const Turns& turns, bool canWake) {
+  const size_t end = turns.End();
   TimesAsleep best = {end, end, end, false};
-  double bestGain = gains[end];
+  double bestGain = turns.GainOf(end);
   TimesAsleep later = best;  // the best second time asleep after `hibernate`
   double laterGain = 0;      // what it adds
   size_t bestEnd = end;      // where a second time asleep that begins here ends best
-  for (size_t i = end; i-- > firstAllowed;) {
-    // A second time asleep begins after the first, so it is known before piece `i` can begin one.
-    const double gain = gains[i] + laterGain;
+  for (size_t i = end; i-- > 0;) {
+    // A second time asleep begins after the first, so it is known before turn `i` can begin one.
+    const double gain = turns.GainOf(i) + laterGain;
     if (gain >= bestGain) {
       bestGain = gain;
       best = later;
       best.hibernate = i;
     }
     if (!canWake) continue;
-    if (gains[i] >= gains[bestEnd]) bestEnd = i;
-    const double secondGain = gains[bestEnd] - gains[i] - kCostOfWake;
+    if (turns.GainOf(i) >= turns.GainOf(bestEnd)) bestEnd = i;
+    const double secondGain = turns.GainOf(bestEnd) - turns.GainOf(i) - kCostOfWake;
     if (secondGain > 0 && secondGain >= laterGain) {
       laterGain = secondGain;
       later = {end, i, bestEnd, true};
     }
   }
   return best;
-}
-
-int32_t MinutesOf(const std::vector<ForecastPiece>& pieces, size_t piece) {
-  constexpr int64_t kMinute = 60;
-  if (piece == pieces.size()) return kNeverMinutes;
-  return static_cast<int32_t>((pieces[piece].start + kMinute - 1) / kMinute);
 }
 
 }  // namespace
@@ -81,22 +100,16 @@ RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
   return {weight, learnt.MeanIdleSeconds(), learnt.sleeps < kFewestSleeps, canWake};
 }
 
-RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
+RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
   if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
   if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};
-  const std::vector<ForecastPiece> pieces = ForecastReturn(factors, suspend);
-  const int32_t shortest =
-      wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes;
-  size_t firstAllowed = 0;
-  while (firstAllowed < pieces.size() && pieces[firstAllowed].start < int64_t{shortest} * 60) {
-    ++firstAllowed;
-  }
-  const TimesAsleep best = BestTimes(Gains(pieces, wishes), firstAllowed, wishes.canWake);
-  RateDecision decision = {MinutesOf(pieces, best.hibernate), std::nullopt};
+  const Turns turns(rates, wishes, suspend);
+  const TimesAsleep best = BestTimes(turns, wishes.canWake);
+  RateDecision decision = {turns.MinutesOf(best.hibernate), std::nullopt};
   if (best.hasSecond) {
-    const int32_t wake = MinutesOf(pieces, best.wake);
+    const int32_t wake = turns.MinutesOf(best.wake);
     // Pieces of less than a minute may round to the same one, and a timeout of 0 would be none.
-    decision.second = {wake, std::max(MinutesOf(pieces, best.hibernateAgain), wake + 1)};
+    decision.second = {wake, std::max(turns.MinutesOf(best.hibernateAgain), wake + 1)};
   }
   return decision;
 }

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "prediction/rates/learnt_rates.h"
-#include "prediction/rates/rate_factors.h"
+#include "prediction/rates/return_forecast.h"
 
 namespace dozewell {
 
@@ -41,7 +41,7 @@ struct RateDecision {
 
 // When a machine that is suspended at a wall-clock time should hibernate, so that time asleep is
 // spent where somebody is likely to come back.
-RateDecision DecideByRates(const RateFactors& factors, const RateWishes& wishes, int64_t suspend);
+RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend);
 
 }  // namespace dozewell
 

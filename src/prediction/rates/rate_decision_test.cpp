@@ -2,10 +2,13 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
+#include <random>
+#include <vector>
 
 #include "base/wall_clock.h"
-#include "prediction/rates/exponential.h"
 #include "prediction/rates/return_forecast.h"
 #include "support/sleeps.h"
 
@@ -26,46 +29,58 @@ RateFactors RatesWithReturns(size_t from, size_t to, double rate) {
 
 RateWishes Wishes(int32_t weight) { return {weight, 8 * 3600, false, true}; }
 
+RateDecision Decide(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
+  return DecideByRates(ReturnRates(factors), wishes, suspend);
+}
+
+// The decision that gains most of all that there are, one time after the other.
+RateDecision BestOfAllTimes(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
+  const double secondsPerReturn =
+      static_cast<double>(wishes.weight) / (100 - wishes.weight) * wishes.meanIdleSeconds;
+  std::vector<double> gains = {0};
+  std::vector<int32_t> minutes;
+  size_t first = 0;
+  ForecastReturn(ReturnRates(factors), suspend, [&](const ForecastPiece& piece) {
+    if (piece.start < (wishes.isBeginner ? 3600 : 180)) ++first;
+    minutes.push_back(static_cast<int32_t>((piece.start + 59) / 60));
+    gains.push_back(gains.back() + secondsPerReturn * piece.returning -
+                    piece.seconds * (piece.stillAway - piece.returning / 2));
+  });
+  minutes.push_back(kNeverMinutes);
+  double most = -HUGE_VAL;
+  RateDecision best = {};
+  for (size_t hibernate = first; hibernate < gains.size(); ++hibernate) {
+    if (gains[hibernate] > most) {
+      most = gains[hibernate];
+      best = {minutes[hibernate], std::nullopt};
+    }
+    for (size_t wake = hibernate + 1; wishes.canWake && wake < gains.size(); ++wake) {
+      for (size_t end = wake + 1; end < gains.size(); ++end) {
+        const double gain = gains[hibernate] + (gains[end] - gains[wake] - 600);
+        if (gain <= most) continue;
+        most = gain;
+        best = {minutes[hibernate], RateDecision::Second{minutes[wake], minutes[end]}};
+      }
+    }
+  }
+  return best;
+}
+
 }  // namespace
 
-TEST_CASE("a forecast loses in each piece what its rate says") {
-  RateFactors factors;
-  factors.base = 1e-5;
-  const auto pieces = ForecastReturn(factors, kEvening);
-  CHECK(pieces[0].start == 0);
-  CHECK(pieces[0].seconds == 60);
-  CHECK(pieces[0].stillAway == 1);
-  CHECK(pieces[0].returning == 1 - Exponential(-60e-5));
-  CHECK(pieces[1].stillAway == 1 - pieces[0].returning);
-  CHECK(pieces[1].start == 60);
-  CHECK(static_cast<double>(pieces.back().start) + pieces.back().seconds == 8 * 86400);
-}
-
-TEST_CASE("a forecast ends when a return is all but certain") {
-  RateFactors factors;
-  factors.base = 1e-3;
-  // The probability falls below 0.0001 after 9,211 seconds.
-  const auto pieces = ForecastReturn(factors, kEvening);
-  CHECK(pieces.back().start == 9000);
-  CHECK(pieces.back().stillAway >= 0.0001);
-  CHECK(pieces.back().stillAway - pieces.back().returning < 0.0001);
-}
-
 TEST_CASE("a machine hibernates as soon as it may when returns are rare") {
-  CHECK(DecideByRates(RatesWithReturns(0, 0, 0), Wishes(50), kEvening) ==
-        RateDecision{3, std::nullopt});
+  CHECK(Decide(RatesWithReturns(0, 0, 0), Wishes(50), kEvening) == RateDecision{3, std::nullopt});
 }
 
 TEST_CASE("a machine of which little is known sleeps for an hour at least") {
   RateWishes wishes = Wishes(50);
   wishes.isBeginner = true;
-  CHECK(DecideByRates(RatesWithReturns(0, 0, 0), wishes, kEvening) ==
-        RateDecision{60, std::nullopt});
+  CHECK(Decide(RatesWithReturns(0, 0, 0), wishes, kEvening) == RateDecision{60, std::nullopt});
 }
 
 TEST_CASE("a machine is woken for the time of likely returns") {
   // Returns from 08:00 on, of which some may stay away until 10:00 when they become rare again.
-  CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), Wishes(50), kEvening) ==
+  CHECK(Decide(RatesWithReturns(8, 10, 1e-4), Wishes(50), kEvening) ==
         RateDecision{3, RateDecision::Second{600, 720}});
 }
 
@@ -73,49 +88,67 @@ TEST_CASE("a wake has to gain more than ten minutes asleep") {
   const RateFactors factors = RatesWithReturns(8, 10, 1e-4);
   double returning = 0;
   double asleep = 0;  // seconds, of 08:00 to 10:00
-  for (const ForecastPiece& piece : ForecastReturn(factors, kEvening)) {
-    if (piece.start < 10 * 3600 || piece.start >= 12 * 3600) continue;
+  ForecastReturn(ReturnRates(factors), kEvening, [&](const ForecastPiece& piece) {
+    if (piece.start < 10 * 3600 || piece.start >= 12 * 3600) return;
     returning += piece.returning;
     asleep += piece.seconds * (piece.stillAway - piece.returning / 2);
-  }
+  });
   RateWishes wishes = Wishes(50);
   wishes.meanIdleSeconds = (asleep + 601) / returning;
-  CHECK(DecideByRates(factors, wishes, kEvening) ==
-        RateDecision{3, RateDecision::Second{600, 720}});
+  CHECK(Decide(factors, wishes, kEvening) == RateDecision{3, RateDecision::Second{600, 720}});
   wishes.meanIdleSeconds = (asleep + 599) / returning;
-  CHECK(DecideByRates(factors, wishes, kEvening) == RateDecision{3, std::nullopt});
+  CHECK(Decide(factors, wishes, kEvening) == RateDecision{3, std::nullopt});
+}
+
+TEST_CASE("no other times are better than those that are chosen") {
+  std::mt19937 random(7);
+  const auto below = [&random](uint32_t limit) { return static_cast<int32_t>(random() % limit); };
+  int wakes = 0;
+  for (int round = 0; round < 100; ++round) {
+    // Hours in which returns are rare, hours in which they are not, and one that ends the forecast.
+    RateFactors factors = RatesWithReturns(0, 0, 0);
+    constexpr double kFactors[] = {1, 1, 1, 100, 300, 1000};
+    for (size_t hour = 0; hour < 24; ++hour) {
+      const double factor = hour == 9 ? kFrequent / kRare : kFactors[below(6)];
+      std::fill_n(factors.clock.begin() + hour * 3, 3, factor);
+    }
+    const RateWishes wishes = {1 + below(99), 600.0 + below(40000), below(4) == 0, below(4) != 0};
+    const int64_t suspend = kEvening + below(700000);
+    const RateDecision best = BestOfAllTimes(factors, wishes, suspend);
+    CHECK(Decide(factors, wishes, suspend) == best);
+    wakes += best.second ? 1 : 0;
+  }
+  CHECK(wakes > 20);
 }
 
 TEST_CASE("a machine that cannot be woken stays hibernated or asleep until then") {
   RateWishes wishes = Wishes(50);
   wishes.canWake = false;
-  CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) ==
-        RateDecision{3, std::nullopt});
+  CHECK(Decide(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) == RateDecision{3, std::nullopt});
   wishes.weight = 80;
-  CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) ==
-        RateDecision{720, std::nullopt});
+  CHECK(Decide(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) == RateDecision{720, std::nullopt});
 }
 
 TEST_CASE("a second time asleep that outlasts the forecast lasts for eight days") {
-  CHECK(DecideByRates(RatesWithReturns(8, 10, kFrequent), Wishes(50), kEvening) ==
+  CHECK(Decide(RatesWithReturns(8, 10, kFrequent), Wishes(50), kEvening) ==
         RateDecision{3, RateDecision::Second{600, kNeverMinutes}});
 }
 
 TEST_CASE("never is eight days also where the forecast ends sooner") {
   RateFactors factors;
   factors.base = kFrequent;
-  CHECK(DecideByRates(factors, Wishes(50), kEvening) == RateDecision{11520, std::nullopt});
+  CHECK(Decide(factors, Wishes(50), kEvening) == RateDecision{11520, std::nullopt});
 }
 
 TEST_CASE("minutes are rounded up") {
   // Half a minute before 22:00, 08:00 is ten hours and half a minute away.
-  CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), Wishes(50), kEvening - 30) ==
+  CHECK(Decide(RatesWithReturns(8, 10, 1e-4), Wishes(50), kEvening - 30) ==
         RateDecision{3, RateDecision::Second{601, 721}});
 }
 
 TEST_CASE("without a wish to save power the machine never hibernates") {
   for (const int32_t weight : {100, 250}) {
-    CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), Wishes(weight), kEvening) ==
+    CHECK(Decide(RatesWithReturns(8, 10, 1e-4), Wishes(weight), kEvening) ==
           RateDecision{11520, std::nullopt});
   }
 }
@@ -124,8 +157,7 @@ TEST_CASE("without a wish for short waits the machine hibernates after three min
   for (const int32_t weight : {0, -5}) {
     RateWishes wishes = Wishes(weight);
     wishes.isBeginner = true;
-    CHECK(DecideByRates(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) ==
-          RateDecision{3, std::nullopt});
+    CHECK(Decide(RatesWithReturns(8, 10, 1e-4), wishes, kEvening) == RateDecision{3, std::nullopt});
   }
 }
 
@@ -135,7 +167,7 @@ TEST_CASE("the more a wait weighs, the longer the machine is asleep") {
   factors.away[0] = factors.away[1] = factors.away[2] = 1000;
   int32_t shorter = 0;
   for (const int32_t weight : {5, 50, 95}) {
-    const RateDecision decision = DecideByRates(factors, Wishes(weight), kEvening);
+    const RateDecision decision = Decide(factors, Wishes(weight), kEvening);
     CHECK(decision.hibernate >= shorter);
     shorter = decision.hibernate;
   }

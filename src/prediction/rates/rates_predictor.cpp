@@ -27,6 +27,7 @@ RatesPredictor::RatesPredictor(IConfigurations* configuration, IHistorian* histo
     : configuration_(configuration),
       historian_(historian),
       canWake_(std::move(canWake)),
+      rates_(state_.factors),
       weight_(ReadWeight(*configuration)) {
   historian_->RegisterListener(this);
   configuration_->RegisterListener(this);
@@ -41,8 +42,10 @@ std::vector<PredictionRecord> RatesPredictor::GetPredictions(const tm& time) {
   const int64_t suspend = SecondsFromTm(time);
   if (suspend == kInvalidTime) return {};
   const RateDecision decision =
-      DecideByRates(state_.factors, WishesOf(state_.learnt, weight_, canWake_()), suspend);
-  std::vector<PredictionRecord> predictions = {{time, decision.hibernate}};
+      DecideByRates(rates_, WishesOf(state_.learnt, weight_, canWake_()), suspend);
+  std::vector<PredictionRecord> predictions;
+  predictions.reserve(2);
+  predictions.push_back({time, decision.hibernate});
   if (decision.second) {
     const auto [wake, hibernate] = *decision.second;
     tm wakeTime;
@@ -68,7 +71,14 @@ std::vector<PredictionRecord> RatesPredictor::PredictWake(const tm& time) {
 float RatesPredictor::GetSlotProbability(int) { return kUnknownProbability; }
 
 void RatesPredictor::OnTimeLineEvent(const TimeLineEvent& event) {
-  state_.Take(event.state, SecondsFromTm(event.time));
+  if (state_.Take(event.state, SecondsFromTm(event.time))) {
+    rates_ = ReturnRates(state_.factors);
+  }
+}
+
+void RatesPredictor::SetState(const RatesState& state) {
+  state_ = state;
+  rates_ = ReturnRates(state_.factors);
 }
 
 void RatesPredictor::OnConfigurationChanged(std::string) { weight_ = ReadWeight(*configuration_); }

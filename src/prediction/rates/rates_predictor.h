@@ -11,6 +11,7 @@
 #include "prediction/predictor.h"
 #include "prediction/rates/rate_decision.h"
 #include "prediction/rates/rates_state.h"
+#include "prediction/rates/return_forecast.h"
 
 namespace dozewell {
 
@@ -43,13 +44,14 @@ class RatesPredictor : public IPredictor, public ITimeLineListener, public IConf
   void OnConfigurationChanged(std::string section) override;
 
   const RatesState& State() const { return state_; }
-  void SetState(const RatesState& state) { state_ = state; }
+  void SetState(const RatesState& state);
 
  private:
   IConfigurations* configuration_;
   IHistorian* historian_;
   WakeQuestion canWake_;
   RatesState state_;
+  ReturnRates rates_;  // of the state's factors
   int32_t weight_;
 };
 

@@ -6,16 +6,19 @@
 
 namespace dozewell {
 
-void RatesState::Take(int32_t state, int64_t time) {
-  if (time < 0) return;
+bool RatesState::Take(int32_t state, int64_t time) {
+  if (time < 0) return false;
   newest = std::max(newest, time);
-  if (state == ContainerStopped) return;
+  if (state == ContainerStopped) return false;
   if (state != Activating) {
     if (suspend == kNone) suspend = time;
-  } else if (suspend != kNone) {
-    if (learnt.Learn(suspend, time)) factors.Fit(learnt);
-    suspend = kNone;
+    return false;
   }
+  if (suspend == kNone) return false;
+  const bool isLearnt = learnt.Learn(suspend, time);
+  if (isLearnt) factors.Fit(learnt);
+  suspend = kNone;
+  return isLearnt;
 }
 
 }  // namespace dozewell

@@ -19,8 +19,9 @@ struct RatesState {
 
   // Takes one change of state of the time line, at wall-clock seconds. The first of several
   // suspends begins a sleep and the first of several activations ends it, which is when it is
-  // learnt. ContainerStopped only counts as a time; an invalid time changes nothing.
-  void Take(int32_t state, int64_t time);
+  // learnt. ContainerStopped only counts as a time; an invalid time changes nothing. True when the
+  // factors were fitted.
+  bool Take(int32_t state, int64_t time);
 
   bool operator==(const RatesState&) const = default;
 };

@@ -1,12 +1,35 @@
 #ifndef DOZEWELL_PREDICTION_RATES_RETURN_FORECAST_H_
 #define DOZEWELL_PREDICTION_RATES_RETURN_FORECAST_H_
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <vector>
 
+#include "prediction/rates/exponential.h"
 #include "prediction/rates/rate_factors.h"
+#include "prediction/rates/sleep_pieces.h"
 
 namespace dozewell {
+
+// The rates of return in all cells, ready for forecasts. Nearly all of a forecast consists of
+// pieces of ten minutes, so what they come to is computed here, after a fit: a suspend waits for
+// its forecast, and nobody waits for a fit.
+class ReturnRates {
+ public:
+  explicit ReturnRates(const RateFactors& factors);
+
+  // For each clock cell of the week, from Sunday on, in a class of time away: returns per second,
+  // and the probability that nobody comes back in ten minutes.
+  const auto& PerSecond(size_t away) const { return perSecond_[away]; }
+  const auto& NobodyInTenMinutes(size_t away) const { return nobodyInTenMinutes_[away]; }
+
+ private:
+  using Cells = std::array<std::array<double, kClockCellsOfWeek>, kAwayClasses>;
+
+  Cells perSecond_;
+  Cells nobodyInTenMinutes_;
+};
 
 // A piece of a sleep to come.
 struct ForecastPiece {
@@ -16,9 +39,50 @@ struct ForecastPiece {
   double returning;  // the probability that somebody comes back in it
 };
 
-// When somebody comes back after a suspend at a wall-clock time: the pieces of the sleep, up to
-// eight days, or until a return is all but certain.
-std::vector<ForecastPiece> ForecastReturn(const RateFactors& factors, int64_t suspend);
+// A forecast goes as far as sleeps are looked at, with a piece for each ten minutes of the clock
+// and those of the first hour.
+inline constexpr size_t kMostForecastPieces = kLongestSleepSeconds / kClockMark + 16;
+
+// Tells `visit` when somebody comes back after a suspend at a wall-clock time: the pieces of the
+// sleep, one after the other, up to eight days, or until a return is all but certain.
+template <typename Visit>
+void ForecastReturn(const ReturnRates& rates, int64_t suspend, Visit visit) {
+  constexpr double kAllButCertain = 0.0001;
+  double stillAway = 1;
+  const auto tell = [&](int64_t start, double seconds, double nobody) {
+    const double after = stillAway * nobody;
+    visit(ForecastPiece{start, seconds, stillAway, stillAway - after});
+    stillAway = after;
+  };
+  const auto tellPart = [&](int64_t start, int64_t length, size_t away, size_t clockMark) {
+    const auto seconds = static_cast<double>(length);
+    tell(start, seconds, Exponential(-rates.PerSecond(away)[clockMark / 2] * seconds));
+  };
+
+  SleepPieces pieces(suspend, kLongestSleepSeconds);
+  for (; pieces.Start() < kLastAwayMark || pieces.Seconds() < kClockMark; pieces.Next()) {
+    tellPart(pieces.Start(), pieces.Seconds(), pieces.AwayClass(), pieces.ClockMarkOfWeek());
+    if (stillAway < kAllButCertain) return;
+  }
+
+  // From here on pieces are ten minutes long, until eight days cut one off.
+  constexpr int64_t kLastWholePiece = kLongestSleepSeconds - kClockMark;
+  int64_t start = pieces.Start();
+  size_t clockMark = pieces.ClockMarkOfWeek();
+  for (size_t away = pieces.AwayClass(); start <= kLastWholePiece; ++away) {
+    const auto& nobody = rates.NobodyInTenMinutes(away);
+    // The last one whose middle lies in this class.
+    const int64_t last = std::min(kLastWholePiece, kAwayClassEdges[away + 1] - kClockMark / 2 - 1);
+    for (; start <= last; start += kClockMark) {
+      tell(start, kClockMark, nobody[clockMark / 2]);
+      if (stillAway < kAllButCertain) return;
+      if (++clockMark == kClockMarksOfWeek) clockMark = 0;
+    }
+  }
+  if (start < kLongestSleepSeconds) {
+    tellPart(start, kLongestSleepSeconds - start, kAwayClasses - 1, clockMark);
+  }
+}
 
 }  // namespace dozewell
 

@@ -13,46 +13,62 @@ namespace {
 // Saturday 2026-11-21 23:47:30.
 const int64_t kLeft = SecondsFromTm(LocalTime(2026, 11, 21, 23, 47)) + 30;
 
-std::vector<int64_t> LengthsOf(int64_t suspend, int64_t end) {
-  std::vector<int64_t> lengths;
-  for (int64_t start = suspend; start < end; start += lengths.back()) {
-    lengths.push_back(PieceFrom(suspend, start, end).seconds);
-  }
-  return lengths;
+// The piece of a sleep that begins after some seconds.
+SleepPieces PieceAt(int64_t suspend, int64_t length, int64_t start) {
+  SleepPieces pieces(suspend, length);
+  while (pieces.Start() < start) pieces.Next();
+  CHECK(pieces.Start() == start);
+  return pieces;
 }
 
 }  // namespace
 
 TEST_CASE("a sleep is cut at ten minutes of the clock and at minutes of its first hour") {
+  std::vector<int64_t> lengths;
+  for (SleepPieces pieces(kLeft, 62 * 60); !pieces.AreOver(); pieces.Next()) {
+    lengths.push_back(pieces.Seconds());
+  }
   // Cut by the clock at 23:50, 00:00, ... and by the time away 1, 2, 3, 5, 7, 10, 15, ... minutes
   // on.
-  CHECK(LengthsOf(kLeft, kLeft + 62 * 60) == std::vector<int64_t>{60,  60,  30,  30,  120, 120, 180,
-                                                                  150, 150, 300, 150, 150, 300, 150,
-                                                                  450, 150, 450, 150, 450, 120});
+  CHECK(lengths == std::vector<int64_t>{60,  60,  30,  30,  120, 120, 180, 150, 150, 300,
+                                        150, 150, 300, 150, 450, 150, 450, 150, 450, 120});
 }
 
 TEST_CASE("after its first hour a sleep is cut by the clock only") {
-  CHECK(PieceFrom(kLeft, kLeft + kHour, kLeft + 9 * kHour).seconds == 150);
-  CHECK(PieceFrom(kLeft, kLeft + kHour + 150, kLeft + 9 * kHour).seconds == 600);
+  CHECK(PieceAt(kLeft, 9 * kHour, kHour).Seconds() == 150);
+  CHECK(PieceAt(kLeft, 9 * kHour, kHour + 150).Seconds() == 600);
 }
 
 TEST_CASE("the last piece ends with the sleep") {
-  CHECK(PieceFrom(kLeft, kLeft, kLeft + 7).seconds == 7);
+  CHECK(SleepPieces(kLeft, 7).Seconds() == 7);
+  CHECK(PieceAt(kLeft, 9 * kHour, 9 * kHour - 450).Seconds() == 450);
+  CHECK(SleepPieces(kLeft, 0).AreOver());
 }
 
-TEST_CASE("a mark that a piece begins at does not end it") {
+TEST_CASE("a mark of both kinds, or one that the sleep begins at, cuts once") {
   const int64_t midnight = SecondsFromTm(LocalTime(2026, 11, 22));
-  CHECK(PieceFrom(midnight - 2 * kHour, midnight, midnight + kHour).seconds == 600);
+  CHECK(PieceAt(midnight, kHour, 0).Seconds() == 60);
+  CHECK(PieceAt(midnight, kHour, 600).Seconds() == 300);
+  CHECK(PieceAt(midnight, 3 * kHour, 2 * kHour).Seconds() == 600);
 }
 
 TEST_CASE("a piece belongs to the cell of its middle") {
-  const SleepPiece piece = PieceFrom(kLeft, kLeft, kLeft + kHour);
-  CHECK(piece.start == kLeft);
-  CHECK(piece.cell == RateCell{6, 71, 0});
+  const SleepPieces first(kLeft, 9 * kHour);
+  CHECK(first.Cell() == RateCell{6, 71, 0});
+  CHECK(first.ClockMarkOfWeek() == 1006);
   // Two and a half hours away is 02:17:30, behind the middle of the piece from 02:10 on.
-  const int64_t tenPastTwo = SecondsFromTm(LocalTime(2026, 11, 22, 2, 10));
-  CHECK(PieceFrom(kLeft, tenPastTwo, kLeft + 9 * kHour).cell == RateCell{0, 6, 4});
-  CHECK(PieceFrom(kLeft, tenPastTwo + 600, kLeft + 9 * kHour).cell == RateCell{0, 7, 5});
+  const int64_t tenPastTwo = SecondsFromTm(LocalTime(2026, 11, 22, 2, 10)) - kLeft;
+  CHECK(PieceAt(kLeft, 9 * kHour, tenPastTwo).Cell() == RateCell{0, 6, 4});
+  CHECK(PieceAt(kLeft, 9 * kHour, tenPastTwo + 600).Cell() == RateCell{0, 7, 5});
+}
+
+TEST_CASE("every piece lies within the cell of its middle, for all seconds of ten minutes") {
+  for (int64_t suspend = kLeft; suspend < kLeft + 600; ++suspend) {
+    for (SleepPieces pieces(suspend, 9 * kDay); !pieces.AreOver(); pieces.Next()) {
+      const int64_t middle = suspend + pieces.Start() + pieces.Seconds() / 2;
+      REQUIRE(pieces.Cell() == CellOf(suspend, middle));
+    }
+  }
 }
 
 TEST_CASE("the cell of a moment has its civil weekday and its twenty minutes of the clock") {

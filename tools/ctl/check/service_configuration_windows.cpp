@@ -21,7 +21,9 @@ Room ReadInto(Query query) {
     return {};
   }
   Room room(size);
-  return query(room.data(), size, &size) != 0 ? room : Room();
+  if (query(room.data(), size, &size) == 0) room.clear();
+  // What the structure points to lies in the same bytes, so they are never copied.
+  return room;
 }
 
 Room ReadOptional(SC_HANDLE service, DWORD level) {
