@@ -111,7 +111,11 @@ def test_deploying_tools_are_told_what_the_package_and_the_page_say(packages):
     told = packages.this.deployment()
     for text in (told["install"], told["uninstall"].replace(told["productCode"], "{ProductCode}"),
                  told["detection"]["command"], told["upgradeCode"],
-                 *map(str, sum(told["exitCodes"].values(), []))):
+                 *map(str, sum(told["exitCodes"].values(), [])),
+                 "PackageIdentifier: {publisher}.{name}\nPackageVersion: {version}\n"
+                 "InstallerType: {type}\nScope: {scope}\n".format(**told),
+                 "- Architecture: {architecture}\n    InstallerUrl: https://packages.example/{file}\n"
+                 .format(**told)):
         equal(text in page, True, text)
 
 

@@ -1,5 +1,6 @@
 #include "walk/rates_walker.h"
 
+#include "base/wall_clock.h"
 #include "prediction/rates/rate_decision.h"
 #include "prediction/time_line.h"
 
@@ -18,8 +19,9 @@ SleepPlan PlanOf(const RateDecision& decision, int64_t suspend) {
 
 }  // namespace
 
-RatesWalker::RatesWalker(WalkCounter& counter)
+RatesWalker::RatesWalker(WalkCounter& counter, int64_t userTimeoutSeconds)
     : counter_(counter),
+      userTimeoutSeconds_(userTimeoutSeconds),
       firstRates_(counter.AddForStrengths(WalkedKind::Rates, "rates")),
       firstWithoutWake_(
           counter.AddForStrengths(WalkedKind::RatesWithoutWake, "rates without wake")) {}
@@ -28,9 +30,7 @@ void RatesWalker::Walk(const WalkedSleep& sleep) {
   if (counter_.Result().weights.empty()) return;  // nobody asks what was learnt
   const ReturnRates rates(state_.factors);
   const auto count = [&](size_t choice, int32_t weight, bool canWake) {
-    const RateDecision decision =
-        DecideByRates(rates, WishesOf(state_.learnt, weight, canWake), sleep.suspend);
-    counter_.Count(choice, OutcomesOfSleep(sleep, PlanOf(decision, sleep.suspend)));
+    counter_.Count(choice, OutcomesOfSleep(sleep, PlanAt(rates, weight, canWake, sleep.suspend)));
   };
   for (size_t strength = 0; strength < counter_.Result().weights.size(); ++strength) {
     const int32_t weight = counter_.Result().weights[strength];
@@ -39,6 +39,13 @@ void RatesWalker::Walk(const WalkedSleep& sleep) {
   }
   state_.Take(Suspend, sleep.suspend);
   state_.Take(Activating, sleep.resume);
+}
+
+// Nothing is predicted at a time that no calendar has.
+SleepPlan RatesWalker::PlanAt(const ReturnRates& rates, int32_t weight, bool canWake,
+                              int64_t suspend) const {
+  if (suspend < 0 || suspend > kLastSecond) return PlanOfTimeout(suspend, userTimeoutSeconds_);
+  return PlanOf(DecideByRates(rates, WishesOf(state_.learnt, weight, canWake), suspend), suspend);
 }
 
 }  // namespace dozewell

@@ -2,8 +2,10 @@
 #define DOZEWELL_WALK_RATES_WALKER_H_
 
 #include <cstddef>
+#include <cstdint>
 
 #include "prediction/rates/rates_state.h"
+#include "prediction/rates/return_forecast.h"
 #include "walk/walk_counter.h"
 #include "walk/walked_sleep.h"
 
@@ -13,12 +15,15 @@ namespace dozewell {
 class RatesWalker {
  public:
   // The counter must outlive the object.
-  explicit RatesWalker(WalkCounter& counter);
+  RatesWalker(WalkCounter& counter, int64_t userTimeoutSeconds);
 
   void Walk(const WalkedSleep& sleep);
 
  private:
+  SleepPlan PlanAt(const ReturnRates& rates, int32_t weight, bool canWake, int64_t suspend) const;
+
   WalkCounter& counter_;
+  int64_t userTimeoutSeconds_;
   RatesState state_;
   size_t firstRates_;
   size_t firstWithoutWake_;

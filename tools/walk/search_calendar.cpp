@@ -12,7 +12,7 @@ std::optional<SearchRun> SearchCalendar::SearchAfter(const WalkedSleep& sleep) {
   lastRun_ = sleep.resume;
   constexpr int64_t kMinute = 60;
   const int64_t delay = std::max(0, Wrap32(habits_.delayMinutes * kMinute));
-  const int64_t begin = sleep.resume + delay;
+  const int64_t begin = WrapAdd64(sleep.resume, delay);
   Save(begin, sleep.resumeRecord + 1);
   return SearchRun{sleep.resume, sleep.nextSuspend && *sleep.nextSuspend <= begin};
 }
@@ -24,7 +24,7 @@ bool SearchCalendar::IsDue(int64_t resume) {
     return false;
   }
   const uint32_t interval = habits_.intervalDays * uint32_t{kSecondsPerDay};
-  return resume - lastRun_ > int64_t{interval};
+  return WrapSubtract64(resume, lastRun_) > int64_t{interval};
 }
 
 // Records that were saved before are dropped once they are too old; new ones are saved in any case.

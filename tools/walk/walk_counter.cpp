@@ -1,5 +1,6 @@
 #include "walk/walk_counter.h"
 
+#include "base/numbers.h"
 #include "base/wall_clock.h"
 
 namespace dozewell {
@@ -19,7 +20,7 @@ size_t WalkCounter::AddForStrengths(WalkedKind kind, const std::string& name) {
 void WalkCounter::Begin(const WalkedSleep& sleep) {
   constexpr int64_t kWeek = 7 * kSecondsPerDay;
   if (walk_.sleeps == 0) firstDay_ = sleep.suspend - sleep.suspend % kSecondsPerDay;
-  const int64_t week = (sleep.suspend - firstDay_) / kWeek;
+  const int64_t week = WrapSubtract64(sleep.suspend, firstDay_) / kWeek;
   if (walk_.sleeps == 0 || week != week_) {
     ++walk_.weeks;
     for (WalkedChoice& choice : walk_.choices) choice.weeks.emplace_back();

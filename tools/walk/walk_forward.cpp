@@ -31,7 +31,7 @@ Walk WalkForward(std::span<const HistoryRecord> history, IConfigurations& config
   WalkCounter counter(walk);
   TimeoutWalker timeouts(counter, userTimeoutSeconds);
   SlotWalker slots(counter, history, configuration, userTimeoutSeconds, habits);
-  RatesWalker rates(counter);
+  RatesWalker rates(counter, userTimeoutSeconds);
   const size_t clairvoyant = counter.Add(WalkedKind::Clairvoyant, "clairvoyant");
   for (const WalkedSleep& sleep : SleepsOf(history)) {
     counter.Begin(sleep);

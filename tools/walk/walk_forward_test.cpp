@@ -208,6 +208,17 @@ TEST_CASE(
                                                        {kSecondsOfHour, 0, 1, 0}});
 }
 
+TEST_CASE("a sleep from a time before all calendars has the user's own timeout") {
+  fakes::Configurations configuration = WithRanges("50");
+  const std::vector<HistoryRecord> history = {{-1000, 1, 0}, {1000, 0, 0}, {2000, 0, 0}};
+  const Walk walk = WalkForward(history, configuration, 600, {});
+  for (const WalkedKind kind : {WalkedKind::Settings, WalkedKind::Service, WalkedKind::Rates}) {
+    CHECK(walk.Of(kind, 0).outcomes == Outcomes{600, 1400, 0, 1});
+  }
+  const std::vector<HistoryRecord> longest = {{-1e300, 1, 0}, {1000, 0, 0}, {2000, 0, 0}};
+  CHECK(WalkForward(longest, configuration, 600, {}).sleeps == 1);
+}
+
 TEST_CASE("a history without sleeps is walked too") {
   fakes::Configurations configuration = WithRanges("50");
   const Walk walk = WalkForward({}, configuration, 600, {});

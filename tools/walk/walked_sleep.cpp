@@ -37,7 +37,7 @@ std::vector<WalkedSleep> SleepsOf(std::span<const HistoryRecord> history) {
 
 SleepPlan PlanOfTimeout(int64_t suspend, int64_t timeoutSeconds) {
   if (timeoutSeconds < 1) return {};
-  return {suspend + timeoutSeconds, std::nullopt, std::nullopt};
+  return {WrapAdd64(suspend, timeoutSeconds), std::nullopt, std::nullopt};
 }
 
 SleepPlan PlanOfDecision(const SuspendDecision& decision, int64_t suspend,
@@ -47,10 +47,10 @@ SleepPlan PlanOfDecision(const SuspendDecision& decision, int64_t suspend,
   if (*decision.haMinutes <= 0) return {};
   SleepPlan plan = PlanOfTimeout(suspend, *decision.haMinutes * kSecondsOfMinute);
   if (!canWake || decision.timerMinutes.value_or(0) <= *decision.haMinutes) return plan;
-  plan.wakeBack = suspend + *decision.timerMinutes * kSecondsOfMinute;
+  plan.wakeBack = WrapAdd64(suspend, *decision.timerMinutes * kSecondsOfMinute);
   const int32_t secondMinutes = decision.nextHAMinutes.value_or(*decision.haMinutes);
   if (secondMinutes > 0) {
-    plan.secondHibernation = *plan.wakeBack + secondMinutes * kSecondsOfMinute;
+    plan.secondHibernation = WrapAdd64(*plan.wakeBack, secondMinutes * kSecondsOfMinute);
   }
   return plan;
 }
@@ -61,11 +61,13 @@ Outcomes OutcomesOfSleep(const WalkedSleep& sleep, const SleepPlan& plan) {
   bool hibernated = false;
   for (const auto& change : {plan.hibernation, plan.wakeBack, plan.secondHibernation}) {
     if (!change || *change >= sleep.resume) break;
-    (hibernated ? outcomes.hibernateSeconds : outcomes.sleepSeconds) += *change - since;
+    (hibernated ? outcomes.hibernateSeconds : outcomes.sleepSeconds) +=
+        WrapSubtract64(*change, since);
     since = *change;
     hibernated = !hibernated;
   }
-  (hibernated ? outcomes.hibernateSeconds : outcomes.sleepSeconds) += sleep.resume - since;
+  (hibernated ? outcomes.hibernateSeconds : outcomes.sleepSeconds) +=
+      WrapSubtract64(sleep.resume, since);
   ++(hibernated ? outcomes.resumesFromHibernate : outcomes.resumesFromSleep);
   return outcomes;
 }
