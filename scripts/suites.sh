@@ -20,7 +20,7 @@ format | format | passes clang_format
 floors | python | passes tests/checks/floors.py
 messages | python | passes tests/checks/messages.py
 links | python | passes tests/checks/links.py
-docs | native:dozewell-replay python pages | /usr/bin/python3 -m tests.docs_test --tool build/native/dozewell-replay
+docs | native:dozewell-replay,manual python pages | /usr/bin/python3 -m tests.docs_test --build build/native
 Python | pyflakes | passes pyflakes3 tests lab packaging scripts
 shell | shellcheck | passes shellcheck -x test run package .ci/run scripts/*.sh
 model: its own tests | python | python3 -m tests.model.engine_model_test

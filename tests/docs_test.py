@@ -3,7 +3,7 @@ language what it is, commands are run, and what they print, defaults, exit codes
 files are those of the programs and the sources. tests/docs_windows_test.py runs the commands for
 Windows.
 
-    python3 -m tests.docs_test --tool build/native/dozewell-replay
+    python3 -m tests.docs_test --build build/native
 """
 
 import functools
@@ -11,7 +11,7 @@ import sys
 from pathlib import Path
 
 from tests.docs import checks
-from tests.docs.commands import Shell, mistakes_of, unknown_options
+from tests.docs.commands import Shell, mistakes_of, unknown_options, unknown_options_of_client
 from tests.docs.tree import Tree, changed
 from tests.support.cases import option_parser, run
 from tests.support.cli import ROOT
@@ -34,8 +34,8 @@ def options_of_pages(tree, tool):
                            for mistake in unknown_options(page, shell))
 
 
-# What a change would break, so that each kind of check is seen to find it: the check, the file, what
-# stands in it and what would.
+# Changes that make pages wrong, so that each check is seen to find what it is for: the check, the
+# file, what stands in it, and what would.
 BITES = {
     "a changed default of the sources is found": (
         "values_when_absent", "src/settings/setting_names.h",
@@ -61,7 +61,8 @@ BITES = {
     "a block without a language is found": (
         "languages", "docs/installing.md", "```sh not-run\n./package\n", "```\n./package\n"),
     "a wrong word behind a language is found": (
-        "languages", "docs/installing.md", "```sh not-run\n./package\n", "```sh later\n./package\n"),
+        "languages", "docs/installing.md", "```sh not-run\n./package\n",
+        "```sh later\n./package\n"),
     "a program that is not there is found": (
         "own_programs", "docs/installing.md", "```sh not-run\n./package\n",
         "```sh not-run\n./pack\n"),
@@ -86,13 +87,27 @@ def bites_commands(tool, old, new, runs):
             raise AssertionError(f"{new!r} for {old!r} is not found")
 
 
-def cases(tree, tool):
+def options_of_client(tree, completion):
+    expect_no_mistakes(mistake for page in tree.pages.values()
+                       for mistake in unknown_options_of_client(page, completion))
+
+
+def bites_client(completion, old, new):
+    with changed(ROOT, "docs/dozewellctl.md", old, new) as tree:
+        if not list(unknown_options_of_client(tree.pages["docs/dozewellctl.md"], completion)):
+            raise AssertionError(f"{new!r} for {old!r} is not found")
+
+
+def cases(tree, build):
+    tool = build / "dozewell-replay"
+    completion = (build / "manual" / "dozewellctl.bash").read_text("utf-8")
     for check in checks.CHECKS:
         yield check.__name__, lambda check=check: expect_no_mistakes(check(tree))
     for name, page in tree.pages.items():
         if any(block.language in ("sh", "console") for block in page.blocks):
             yield f"commands of {name}", functools.partial(commands_of_page, page, tool)
     yield "options of dozewell-replay", functools.partial(options_of_pages, tree, tool)
+    yield "options of dozewellctl", functools.partial(options_of_client, tree, completion)
     for name, change in BITES.items():
         yield name, functools.partial(bites, *change)
     for name, old, new, runs in (
@@ -102,13 +117,19 @@ def cases(tree, tool):
              "`dozewell-replay lern --history h.csv`", False),
             ("a broken option is found", "--kind office --days", "--sort office --days", False)):
         yield name, functools.partial(bites_commands, tool, old, new, runs)
+    for name, old, new in (
+            ("a broken command of the client is found", "dozewellctl power set",
+             "dozewellctl pow set"),
+            ("a broken option of the client is found", "dozewellctl explain --at",
+             "dozewellctl explain --when")):
+        yield name, functools.partial(bites_client, completion, old, new)
 
 
 def main():
     parser = option_parser(__doc__)
-    parser.add_argument("--tool", type=Path, required=True, help="dozewell-replay of this computer")
+    parser.add_argument("--build", type=Path, required=True, help="folder of a native build")
     options = parser.parse_args()
-    return run(list(cases(Tree(ROOT), options.tool.resolve())), options.words)
+    return run(list(cases(Tree(ROOT), options.build.resolve())), options.words)
 
 
 if __name__ == "__main__":

@@ -6,6 +6,7 @@ with what the pages show. What the pages say without a machine is tested by test
 
 import contextlib
 import functools
+import re
 import shutil
 import sys
 from pathlib import Path
@@ -118,9 +119,10 @@ def commands_work(page, desk):
                 continue
             for command, shown in sessions(block, PROMPT):
                 _, output = desk.run([command], "y\n")
-                output = output.partition("This line failed")[0]
+                output = re.sub("This line failed: .*\n", "", output)
                 if not agrees(shown, output, "shape" in block.words):
-                    mistakes.append(f"{block.place}: {command}\nshown:\n{shown}\nprinted:\n{output}")
+                    mistakes.append(f"{block.place}: {command}\nshown:\n{shown}\n"
+                                    f"printed:\n{output}")
     if mistakes:
         raise AssertionError("\n" + "\n".join(mistakes))
 

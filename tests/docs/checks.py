@@ -188,7 +188,8 @@ def keys(tree):
     """The keys of the registry are those of the sources."""
     texts = tree.sources.texts
     known = {texts["VendorKey"], texts["ProductKey"], texts["CurrentKey"], texts["BrandingKey"],
-             texts["DefaultKey"], texts["ProductKey"] + r"\Installer", texts["ProductKey"] + r"\Undo"}
+             texts["DefaultKey"], texts["ProductKey"] + r"\Installer",
+             texts["ProductKey"] + r"\Undo"}
     for place, text in codes_of(tree):
         for key in re.findall(r"SOFTWARE\\(?!Microsoft)[^\s\"`]+", text):
             if re.sub(r"\\Predictors.*", "", key).rstrip("\\.,") not in known:

@@ -99,22 +99,43 @@ def shape(text):
     return re.sub(r"(?m)[ \t]+", " ", re.sub(r"(?m)[ \t]+$", "", text))
 
 
-def unknown_options(page, shell):
-    """Commands of dozewell-replay in sentences and in blocks that are not run: the command and its
-    options are those of the program's own help."""
+def named_commands(page, program):
+    """What follows a program's name in sentences and in blocks, run or not, and where it stands."""
     texts = [(code.place, code.text) for code in page.codes]
     for block in page.blocks:
         if block.language in ("sh", "cmd", "console"):
             texts += [(block.place, line) for line in block.text.splitlines()]
     for place, text in texts:
-        for command in re.findall(r"(?:^|&& |[$>] )dozewell-replay ([^|>#&]*)", text):
-            words = command.split()
-            if not words or not words[0].islower() or words[0].startswith("-"):
-                continue
-            explained = shell.help_of(words[0])
-            if f"Usage: dozewell-replay {words[0]} " not in explained:
-                yield f"{place}: dozewell-replay has no command {words[0]}"
-                continue
-            for option in re.findall(r"--[\w-]+", command):
-                if not re.search(rf"{option}\b", explained):
-                    yield f"{place}: dozewell-replay {words[0]} has no {option}"
+        for command in re.findall(rf"(?:^|&& |[$>] ){program} ([^|>#&]*)", text):
+            # Names in capitals stand for what a reader puts there.
+            if command.split() and re.match("[a-z]", command):
+                yield place, command
+
+
+def unknown_options(page, shell):
+    """Commands of dozewell-replay: each and its options are those of the program's own help."""
+    for place, command in named_commands(page, "dozewell-replay"):
+        word = command.split()[0]
+        explained = shell.help_of(word)
+        if f"Usage: dozewell-replay {word} " not in explained:
+            yield f"{place}: dozewell-replay has no command {word}"
+            continue
+        for option in re.findall(r"--[\w-]+", command):
+            if not re.search(rf"{option}\b", explained):
+                yield f"{place}: dozewell-replay {word} has no {option}"
+
+
+def unknown_options_of_client(page, completion):
+    """The same for dozewellctl, which does not run here: they are those that its completion for
+    bash offers."""
+    options = {name: words.split() for name, words in
+               re.findall(r'(?m)^    "([a-z -]+)"\) words="([^"]*)"', completion)}
+    groups = {name.split()[0] for name in options if " " in name}
+    for place, command in named_commands(page, "dozewellctl"):
+        words = command.split()
+        name = " ".join(words[:2]) if words[0] in groups else words[0]
+        if name not in options and name not in groups:
+            yield f"{place}: dozewellctl has no command {name}"
+        for option in re.findall(r"--[\w-]+", command):
+            if option not in options.get(name, ["--help"]):
+                yield f"{place}: dozewellctl {name} has no {option}"
