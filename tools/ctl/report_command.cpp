@@ -18,6 +18,7 @@
 #include "ctl/live_engine.h"
 #include "ctl/live_files.h"
 #include "ctl/live_identity.h"
+#include "ctl/live_rates.h"
 #include "power/hibernate_after.h"
 #include "prediction/history_file.h"
 #include "report/report.h"
@@ -67,9 +68,9 @@ void RunReport(const Options& options, const Console& console) {
   std::vector<std::string> warnings = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(warnings);
   for (const std::string& warning : warnings) console.warn("warning: " + warning);
-  const std::string page =
-      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
-                          LiveHibernateAfterSeconds(), warnings, LiveIdentity()});
+  const std::string page = report::MakeReport(
+      {engine.Configuration(), engine.Tracker(), history, now, LiveHibernateAfterSeconds(),
+       warnings, LiveIdentity(), ExplainLiveRates(engine.Configuration(), now)});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
   console.print(options.json ? LiveLine({{"file", name}, {"bytes", page.size()}})
