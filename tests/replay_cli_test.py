@@ -325,6 +325,50 @@ def test_a_time_has_several_forms(tool):
             equal((done.returncode, done.stdout.decode()), (0, expected))
 
 
+
+def rates_file(newest=-1):
+    """A rates.z7 that has learnt nothing: its usual rate is 0.05 returns an hour."""
+    cells, factors = 7 * 72 * 10, 1169
+    state = struct.pack("<%dfddqq%ddqq" % (2 * cells, 1 + factors), *[0.0] * (2 * cells), 0.0, 0.0,
+                        0, 0, 0.05 / 3600, *[1.0] * factors, -1, newest)
+    checksum = 0xcbf29ce484222325
+    for byte in state:
+        checksum = (checksum ^ byte) * 0x100000001b3 % 2 ** 64
+    return struct.pack("<IIQ", 1, len(state), checksum) + state
+
+
+def test_rates_are_explained(tool):
+    tool.write("rates.z7", rates_file(newest=DAY // 2))
+    tool.write("s.ini", SETTINGS.replace("WR=\nStrength=", "WR=60\nStrength=0"))
+    command = ("explain", "--predictor", "rates", "--data", "rates.z7", "--settings", "s.ini")
+    text = ("Suspended Thu 12:00, learnt from 0 sleeps.\n"
+            "A wait weighs as much as 12.0 hours asleep: asleep pays above 0.08 returns an hour.\n"
+            "Until three sleeps are learnt it stays asleep for an hour at least.\n"
+            "At Thu 14:00: 0.05 = 0.05 usual x 1.00 time away x 1.00 time of day\n"
+            "  x 1.00 weekday x 1.00 both together; seen around here (this class,\n"
+            "  20 minutes to each side, days of its kind): 0.0 returns in 0.0 h.\n"
+            "Hibernates Thu 13:00.\n")
+    equal(tool.works(*command), text)
+    beginner = "Until three sleeps are learnt it stays asleep for an hour at least.\n"
+    equal(tool.works(*command, "--no-wake"),
+          text.replace(beginner, beginner + "Nothing can wake it, so no wake is planned.\n"))
+    contains(tool.works(*command, "--at", "1970-01-03T00:10:00"), "Hibernates Sat 01:10.")
+    answer = json.loads(tool.works(*command, "--json"))
+    equal(answer["decision"]["haMinutes"], 60)
+    equal((answer["weight"], answer["waitHours"], len(answer["rates"])), (60, 12.0, 1))
+
+
+def test_rates_that_cannot_be_explained(tool):
+    command = ("explain", "--predictor", "rates", "--data", "rates.z7")
+    tool.write("rates.z7", rates_file())
+    tool.fails("rates.z7: holds no event whose time could be taken; give --at", *command)
+    damaged = "rates.z7: is not a file of rates (rates.z7), or it is damaged"
+    for content in (rates_file()[:-1], rates_file()[:-1] + b"\0", b""):
+        tool.write("rates.z7", content)
+        tool.fails(damaged, *command, "--at", "1970-01-03T00:10:00")
+    tool.fails("--no-wake goes with --predictor rates", "explain", "--data", "rates.z7",
+               "--no-wake")
+
 def test_without_a_time_the_last_event_counts(tool):
     tool.example()
     common = ("--data", "d.z7", "--settings", "s.ini", "--json")

@@ -106,3 +106,14 @@ def a_predictor_of_another_name_is_reported_when_the_controller_starts(machine):
     step = machine.start_service()
     expect(error("Predictor is neither slots nor rates, slots is used\n") in step.events, True,
            "the event about the name")
+
+
+def an_explanation_says_what_a_suspend_then_does(machine):
+    _office_with_rates(machine)
+    machine.restart_service()  # its file holds all that it knows
+    answer = machine.client.run(f'explain --at "{EVENING}"')
+    expect((answer.exit_code, answer.error), (0, ""), "exit code and error")
+    lines = answer.output.splitlines()
+    expect(lines[0], "Suspended Mon 18:00, learnt from 20 sleeps.", "what is explained")
+    hibernates, woken, again = (f"{time:%a %H:%M}" for time in _times(machine.suspend()))
+    expect(lines[-1], f"Hibernates {hibernates}, woken {woken}, again at {again}.", "decision")

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "fakes/configurations_fake.h"
 #include "fuzz/input.h"
+#include "prediction/rates/rate_decision.h"
 #include "prediction/rates/rates_file.h"
-#include "prediction/rates/rates_predictor.h"
+#include "prediction/time_line.h"
 
 namespace dozewell {
 namespace {
@@ -26,25 +26,21 @@ std::vector<unsigned char> FittingFile(fuzz::Input& input) {
 }
 
 void Run(fuzz::Input input) {
-  fakes::Configurations configuration;
-  configuration.values["WR"] = std::to_string(input.Take<int8_t>());
-  configuration.values["Strength"] = "0";
-  HistorianImpl historian;
-  const bool canWake = input.Take<uint8_t>() % 2 == 0;
-  RatesPredictor predictor(&configuration, &historian, [=] { return canWake; });
-  // Few, so that most of the time goes into files and not into fits.
-  std::vector<TimeLineEvent> events(input.Take<uint8_t>() % 3);
-  for (TimeLineEvent& event : events) event = input.Take<TimeLineEvent>();
+  const RateWishes wishes = {input.Take<int8_t>(), 8 * 3600, false, input.Take<uint8_t>() % 2 == 0};
+  // Seldom any, since a fit takes as long as many files.
+  const bool learns = input.Take<uint8_t>() % 64 == 0;
+  const auto event = input.Take<TimeLineEvent>();
   const bool isFitting = input.Take<uint8_t>() % 2 == 0;
   const auto state = ReadRatesFile(isFitting ? FittingFile(input) : input.TakeRest());
-  if (!state) return;
-  predictor.SetState(*state);
-  for (const TimeLineEvent& event : events) {
-    historian.NotifyListener(event);
-    for (const PredictionRecord& prediction : predictor.GetPredictions(event.time)) {
-      fuzz::Require(prediction.minutes > 0 && prediction.minutes <= kNeverMinutes);
-    }
-  }
+  if (!state || !learns) return;
+  const int64_t time = SecondsFromTm(event.time);
+  state->Take(event.state, time);
+  if (time == kInvalidTime) return;
+  const RateDecision decision = DecideByRates(ReturnRates(state->factors), wishes, time);
+  fuzz::Require(decision.hibernate >= 3 && decision.hibernate <= kNeverMinutes);
+  if (!decision.second) return;
+  const auto [wake, hibernate] = *decision.second;
+  fuzz::Require(wake >= decision.hibernate && hibernate > wake && hibernate <= kNeverMinutes);
 }
 
 }  // namespace

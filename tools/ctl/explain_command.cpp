@@ -5,6 +5,7 @@
 #include "ctl/commands.h"
 #include "ctl/live_engine.h"
 #include "ctl/live_identity.h"
+#include "ctl/live_rates.h"
 #include "ctl/time_argument.h"
 
 namespace dozewell::ctl {
@@ -25,6 +26,11 @@ void RunExplain(const Options& options, const Console& console) {
   LiveEngine engine;
   const AsOf asOf = engine.CatchUp(ReadUnsavedLearning());
   for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
+  if (const auto rates = ExplainLiveRates(engine.Configuration(), at)) {
+    console.print(options.json ? LiveLine(RatesExplanationJson(*rates))
+                               : RatesExplanationText(*rates));
+    return;
+  }
   const Explanation explanation = Explain(engine.Tracker(), at);
   if (!options.json) {
     console.print(AsOfText(asOf) + "\n" + ExplanationText(explanation));

@@ -13,6 +13,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
+#include "settings/setting_names.h"
 #include "support/calls.h"
 #include "support/local_times.h"
 
@@ -50,6 +51,17 @@ TEST_CASE("what is learnt and set on this machine is explained") {
             .output.starts_with(asOf + "A suspend at Sat 2026-11-21 08:05" + leaves));
   // No folder is made for a user who only looks.
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
+}
+
+TEST_CASE("where rates are the predictor, they are explained") {
+  const ClientMachine machine;
+  ClientMachine::Provision();
+  settings.defaults.predictorValues[{kPredictorSection, kPredictorName}] = fakes::Text("rates");
+  const ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00"});
+  CHECK(run.exitCode == 0);
+  CHECK(run.output.starts_with("Suspended Sat 18:00, learnt from 0 sleeps.\n"));
+  CHECK(Ctl(machine, {"explain", "--at", "2026-11-21 18:00", "--json"})
+            .output.find("\"predictor\":\"rates\"") != std::string::npos);
 }
 
 TEST_CASE("an explanation says that the service does not act on it") {

@@ -14,6 +14,7 @@
 #include "ctl/live_files.h"
 #include "ctl/live_history.h"
 #include "ctl/live_identity.h"
+#include "ctl/live_rates.h"
 #include "ctl/live_settings.h"
 #include "power/hibernate_after.h"
 #include "report/report.h"
@@ -55,9 +56,9 @@ void RunReport(const Options& options, const Console& console) {
   for (const std::string& warning : notes) console.warn("warning: " + warning);
   notes.insert(notes.begin(), AsOfText(asOf));
   const MachineIdentity identity = LiveIdentity(*engine.Tracker().GetData());
-  const std::string page =
-      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
-                          LiveHibernateAfterSeconds(), ReadSearchHabits(), notes, identity});
+  const std::string page = report::MakeReport(
+      {engine.Configuration(), engine.Tracker(), history, now, LiveHibernateAfterSeconds(),
+       ReadSearchHabits(), notes, identity, ExplainLiveRates(engine.Configuration(), now)});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
   const Json document = {{"file", name}, {"bytes", page.size()}, {"asOf", AsOfJson(asOf)}};

@@ -26,6 +26,8 @@ constexpr CommandOption kOldHistory = {
 constexpr CommandOption kPending = {"--pending", "FILE", "History with the records to append",
                                     &Options::pending};
 constexpr CommandOption kData = {"--data", "FILE", "Data file (cpredict.z7)", &Options::data};
+constexpr CommandOption kLearntByEither = {
+    "--data", "FILE", "Data file: cpredict.z7, or rates.z7 of rates", &Options::data};
 constexpr CommandOption kLearntData = {"--data", "FILE", "Data file (cpredict.z7) to write",
                                        &Options::data, true};
 constexpr CommandOption kSettings = {
@@ -186,9 +188,9 @@ std::span<const Command> Commands() {
        "Say why it would decide so, with the evidence",
        "explain --data cpredict.z7 --at 2024-03-01T18:00",
        RunExplain,
-       {&kData},
-       {&kAt, &kSettings},
-       {&kJson}},
+       {&kLearntByEither},
+       {&kAt, &kSettings, &kPredictor},
+       {&kJson, &kNoWake}},
       {"week",
        "Draw how likely the machine is in use over the cycle, and how sure that is",
        "week --data cpredict.z7",

@@ -9,8 +9,8 @@
 #include "optimizer/simulator/simulator.h"
 #include "replay/commands.h"
 #include "replay/outcomes_text.h"
+#include "replay/predictor_option.h"
 #include "replay/taken_settings.h"
-#include "settings/setting_names.h"
 
 namespace dozewell::replay {
 namespace {
@@ -26,18 +26,6 @@ void Report(const SimTimeLine& timeLine, const Options& options, Results& result
     if (options.timeLine) results.output = TimeLineText(timeLine);
     results.output += OutcomesText(outcomes);
   }
-}
-
-// The predictor that the user chose, by the names that the service knows.
-bool IsOfRates(const Options& options) {
-  const std::string name = options.predictor.value_or(kSlotsPredictor);
-  if (name != kSlotsPredictor && name != kRatesPredictor) {
-    throw ToolError(WrongValue("--predictor", "slots or rates", name));
-  }
-  if (options.noWake && name != kRatesPredictor) {
-    throw ToolError("--no-wake goes with --predictor rates");
-  }
-  return name == kRatesPredictor;
 }
 
 }  // namespace

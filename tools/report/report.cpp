@@ -146,7 +146,7 @@ std::string Body(const ReportInput& input) {
   Sections glance = {TonightSection(explanation, input.tracker), LearntSection(input.tracker)};
   Sections details;
   AddReplays(input, glance, details);
-  glance.push_back(WhySection(explanation));
+  glance.push_back(input.rates ? WhySection(*input.rates) : WhySection(explanation));
   return Header(input) + Contents(glance, details) +
          HtmlElement("main", "\n" + HtmlOf(glance) +
                                  HtmlElement("div", {{"id", "details"}}, "\n" + HtmlOf(details)));

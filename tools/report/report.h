@@ -2,10 +2,12 @@
 #define DOZEWELL_REPORT_REPORT_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "common/machine_identity.h"
+#include "common/rates_explanation.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "prediction/configurations.h"
 #include "prediction/history_file.h"
@@ -22,6 +24,8 @@ struct ReportInput {
   SearchHabits habits;                        // when the service searches
   std::vector<std::string> notes;             // what the reader has to know first
   MachineIdentity identity = {};              // whose data and settings these are
+  // Why rates decide as they do, where they are the predictor.
+  std::optional<RatesExplanation> rates = std::nullopt;
 };
 
 // A page of HTML that stands alone: it loads nothing and runs no script. The same input makes the

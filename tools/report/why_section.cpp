@@ -70,6 +70,14 @@ std::string WhyNextIdle(const SearchExplanation& idle, const Explanation& explan
 
 }  // namespace
 
+Section WhySection(const RatesExplanation& explanation) {
+  return MakeSection(
+      "why", "Why",
+      "How the predictor of rates decides, by what it has learnt: in it a rate is in "
+      "returns an hour.",
+      Paragraph(RatesExplanationText(explanation)));
+}
+
 Section WhySection(const Explanation& explanation) {
   std::string reasons = WhyIdle(explanation);
   if (explanation.use) reasons += " " + WhyUse(*explanation.use, explanation);

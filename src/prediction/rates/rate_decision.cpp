@@ -25,8 +25,7 @@ struct Turn {
 class Turns {
  public:
   Turns(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
-    const double weight = wishes.weight;
-    const double secondsPerReturn = weight / (100 - weight) * wishes.meanIdleSeconds;
+    const double secondsPerReturn = SecondsPerReturn(wishes);
     const int64_t shortest =
         kMinute * (wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes);
     double gain = 0;
@@ -98,6 +97,11 @@ TimesAsleep BestTimes(const Turns& turns, bool canWake) {
 RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
   constexpr int64_t kFewestSleeps = 3;
   return {weight, learnt.MeanIdleSeconds(), learnt.sleeps < kFewestSleeps, canWake};
+}
+
+double SecondsPerReturn(const RateWishes& wishes) {
+  const double weight = wishes.weight;
+  return weight / (100 - weight) * wishes.meanIdleSeconds;
 }
 
 RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {

@@ -23,6 +23,9 @@ struct RateWishes {
 // The wishes of a machine that has learnt this.
 RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake);
 
+// How many seconds asleep a wait weighs as much as, for weights between 0 and 100.
+double SecondsPerReturn(const RateWishes& wishes);
+
 // Minutes from the suspend on.
 struct RateDecision {
   // A second time asleep, from `wake` on until `hibernate`.

@@ -11,7 +11,8 @@ namespace {
 
 constexpr int64_t kMinute = 60;
 
-// The scoring weight of the chosen strength.
+}  // namespace
+
 int32_t ReadWeight(IConfigurations& configuration) {
   constexpr int32_t kWithoutEntry = 50;
   const auto weights = ReadPredictorNumbers(configuration, kScoringWeightsName);
@@ -20,7 +21,19 @@ int32_t ReadWeight(IConfigurations& configuration) {
   return hasEntry ? weights[static_cast<size_t>(strength)] : kWithoutEntry;
 }
 
-}  // namespace
+std::vector<PredictionRecord> RecordsOf(const RateDecision& decision, const tm& suspend) {
+  std::vector<PredictionRecord> records;
+  records.reserve(2);
+  records.push_back({suspend, decision.hibernate});
+  if (decision.second) {
+    const auto [wake, hibernate] = *decision.second;
+    tm wakeTime;
+    if (TmFromSeconds(SecondsFromTm(suspend) + wake * kMinute, wakeTime)) {
+      records.push_back({wakeTime, hibernate - wake});
+    }
+  }
+  return records;
+}
 
 RatesPredictor::RatesPredictor(IConfigurations* configuration, IHistorian* historian,
                                WakeQuestion canWake)
@@ -41,19 +54,8 @@ RatesPredictor::~RatesPredictor() {
 std::vector<PredictionRecord> RatesPredictor::GetPredictions(const tm& time) {
   const int64_t suspend = SecondsFromTm(time);
   if (suspend == kInvalidTime) return {};
-  const RateDecision decision =
-      DecideByRates(rates_, WishesOf(state_.learnt, weight_, canWake_()), suspend);
-  std::vector<PredictionRecord> predictions;
-  predictions.reserve(2);
-  predictions.push_back({time, decision.hibernate});
-  if (decision.second) {
-    const auto [wake, hibernate] = *decision.second;
-    tm wakeTime;
-    if (TmFromSeconds(suspend + wake * kMinute, wakeTime)) {
-      predictions.push_back({wakeTime, hibernate - wake});
-    }
-  }
-  return predictions;
+  return RecordsOf(DecideByRates(rates_, WishesOf(state_.learnt, weight_, canWake_()), suspend),
+                   time);
 }
 
 std::vector<PredictionRecord> RatesPredictor::PredictHibernate(const tm& time) {

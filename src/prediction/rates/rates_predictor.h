@@ -15,6 +15,12 @@
 
 namespace dozewell {
 
+// The scoring weight of the chosen strength.
+int32_t ReadWeight(IConfigurations& configuration);
+
+// A decision on a suspend at a valid time, as a predictor gives it.
+std::vector<PredictionRecord> RecordsOf(const RateDecision& decision, const tm& suspend);
+
 // Whether the machine can be woken from hibernation. Asked at each prediction.
 using WakeQuestion = std::function<bool()>;
 
