@@ -4,11 +4,11 @@
 
 #include "optimizer/simulator/simulator.h"
 #include "support/mornings.h"
+#include "support/sleeps.h"
 
 namespace dozewell {
 namespace {
 
-constexpr int64_t kHour = 3600;
 constexpr int kDays = 10;
 
 fakes::Configurations WithRanges() {

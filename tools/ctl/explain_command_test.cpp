@@ -56,6 +56,7 @@ TEST_CASE("what is learnt and set on this machine is explained") {
 TEST_CASE("where rates are the predictor, they are explained") {
   const ClientMachine machine;
   ClientMachine::Provision();
+  ClientMachine::SaveLearnt({});
   settings.defaults.predictorValues[{kPredictorSection, kPredictorName}] = fakes::Text("rates");
   const ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00"});
   CHECK(run.exitCode == 0);
