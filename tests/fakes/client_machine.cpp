@@ -4,19 +4,16 @@
 
 #include <utility>
 
-#include "base/utf8.h"
 #include "ctl/ctl.h"
 #include "ctl/fakes/check_fake.h"
 #include "ctl/fakes/client_fake.h"
 #include "ctl/fakes/utc_time_fake.h"
-#include "ctl/registry_value.h"
 #include "fakes/clock_fake.h"
 #include "fakes/power_fake.h"
 #include "fakes/settings_fake.h"
 #include "prediction/configurations.h"
 #include "prediction/configurations_impl.h"
 #include "prediction/cyclic_probability_predictor.h"
-#include "settings/setting_names.h"
 
 namespace dozewell::fakes {
 
@@ -104,22 +101,3 @@ void Fails(const ClientMachine& machine, const std::vector<std::string>& argumen
 }
 
 }  // namespace dozewell::fakes
-
-namespace dozewell::ctl {
-
-std::optional<uint32_t> ReadMachineValueSize(const wchar_t* key, const wchar_t* name) {
-  const std::wstring path(key);
-  const fakes::Key& found = path.starts_with(kCurrentKey)    ? fakes::settings.current
-                            : path.starts_with(kBrandingKey) ? fakes::settings.branding
-                                                             : fakes::settings.defaults;
-  const auto sizeIn = [](const auto& values, const auto& wanted) {
-    const auto value = values.find(wanted);
-    return value == values.end() ? std::nullopt
-                                 : std::optional(static_cast<uint32_t>(value->second.data.size()));
-  };
-  if (path.find(L"Predictors") == std::wstring::npos) return sizeIn(found.values, name);
-  return sizeIn(found.predictorValues,
-                std::pair<std::string, std::string>(kPredictorSection, NarrowToUtf8(name)));
-}
-
-}  // namespace dozewell::ctl

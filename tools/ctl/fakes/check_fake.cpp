@@ -7,6 +7,8 @@
 #include "ctl/pipe_server.h"
 #include "ctl/power_policy.h"
 #include "ctl/registry_value.h"
+#include "fakes/settings_fake.h"
+#include "settings/setting_names.h"
 
 namespace dozewell {
 namespace fakes {
@@ -75,6 +77,21 @@ std::optional<uint32_t> ReadMachineNumber(const wchar_t* key, const wchar_t* nam
 std::optional<std::string> ReadMachineText(const wchar_t* key, const wchar_t* name) {
   const auto found = checked.texts.find(fakes::ValueName(key, name));
   return found == checked.texts.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<uint32_t> ReadMachineValueSize(const wchar_t* key, const wchar_t* name) {
+  const std::wstring path(key);
+  const fakes::Key& found = path.starts_with(kCurrentKey)    ? fakes::settings.current
+                            : path.starts_with(kBrandingKey) ? fakes::settings.branding
+                                                             : fakes::settings.defaults;
+  const auto sizeIn = [](const auto& values, const auto& wanted) {
+    const auto value = values.find(wanted);
+    return value == values.end() ? std::nullopt
+                                 : std::optional(static_cast<uint32_t>(value->second.data.size()));
+  };
+  if (path.find(L"Predictors") == std::wstring::npos) return sizeIn(found.values, name);
+  return sizeIn(found.predictorValues,
+                std::pair<std::string, std::string>(kPredictorSection, NarrowToUtf8(name)));
 }
 
 std::optional<SystemVersion> ReadSystemVersion() { return checked.version; }
