@@ -197,10 +197,9 @@ void MergeAll(const Options& options, fleet::PartialMerge& merge, Sink& sink) {
 }
 
 void WriteCsv(const Options& options, const FleetQuestion& question, const Sink& sink,
-              const fleet::EnergyRates& rates, const MachineIdentity& identity) {
+              const fleet::EnergyRates& rates) {
   OutputFile file(*options.csv);
   const auto append = [&file](const std::string& text) { file.Append(text.data(), text.size()); };
-  append(IdentityComment(identity));
   append(fleet::CsvHead(question));
   const auto appendRow = [&](const MachineRow& row) {
     append(fleet::CsvLine(row, question, rates));
@@ -238,8 +237,6 @@ void RunFleet(const Options& options, Results& results) {
     merge.emplace(options.folders);
   }
   const FleetQuestion question = merge ? merge->Question() : QuestionOf(options, results);
-  results.identity.version = question.version;
-  results.identity.settings = question.settings;
 
   fleet::FleetTotals totals(question, groups);
   Sink sink(options, totals);
@@ -250,7 +247,7 @@ void RunFleet(const Options& options, Results& results) {
   }
   sink.End();
   Tell(totals, results);
-  if (options.csv) WriteCsv(options, question, sink, rates, results.identity);
+  if (options.csv) WriteCsv(options, question, sink, rates);
   if (options.out) {
     const std::string page = fleet::MakePage(totals, rates);
     OutputFile(*options.out).Write(page.data(), page.size());
