@@ -73,8 +73,7 @@ std::vector<FoundHistory> FindHistories(std::span<const std::string> folders) {
     }
   }
   std::ranges::sort(found);
-  const auto twice = std::ranges::unique(found);
-  found.erase(twice.begin(), twice.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 

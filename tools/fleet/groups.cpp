@@ -1,7 +1,6 @@
 #include "fleet/groups.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 #include "common/text.h"
@@ -41,8 +40,8 @@ Groups::Groups(std::string_view text, const std::string& name) : other_(kNoGroup
 
 const std::string& Groups::Of(std::string_view path) const {
   const std::vector<std::string_view> parts = PathParts(path);
-  for (const std::string_view part : std::views::reverse(parts)) {
-    for (const std::string_view name : {part, WithoutExtension(part)}) {
+  for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+    for (const std::string_view name : {*part, WithoutExtension(*part)}) {
       const auto found = groups_.find(InSmallLetters(name));
       if (found != groups_.end()) return found->second;
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 #include "base/utf8.h"
 #include "common/text.h"
@@ -32,10 +31,8 @@ std::string MachineName(std::string_view path) {
     return std::string(WithoutExtension(file));
   }
   parts.pop_back();
-  for (const std::string_view folder : std::views::reverse(parts)) {
-    if (!IsFolderOfService(folder)) return std::string(folder);
-  }
-  return std::string(WithoutExtension(file));
+  const auto folder = std::find_if_not(parts.rbegin(), parts.rend(), IsFolderOfService);
+  return std::string(folder != parts.rend() ? *folder : WithoutExtension(file));
 }
 
 }  // namespace dozewell::fleet
