@@ -61,6 +61,7 @@ class Desk:
                 self._code = Package(Path(package)).properties["ProductCode"]
                 yield
         else:
+            self._code = ""
             self._log_some_days()
             machine_that_knows_office_hours(self._machine)
             self._machine.restart_service()
