@@ -67,6 +67,8 @@ class Desk:
             self._machine.restart_service()
             for folder in self._folder, self._machine.data_folder:
                 shutil.copy(ROOT / "packaging" / "default-settings.ini", folder / "FILE")
+            # What a reader has copied from the machine.
+            shutil.copy(self._machine.data_folder / "cpredict.z7", self._folder)
             yield
 
     def _make_second_drive(self):
