@@ -16,6 +16,7 @@ using Cells = std::vector<CycleCells::Cell>;
 // Slots of these probabilities, each of which was seen three times.
 std::vector<SlotKnowledge> SlotsOf(const std::vector<float>& probabilities) {
   std::vector<SlotKnowledge> slots;
+  slots.reserve(probabilities.size());
   for (const float probability : probabilities) slots.push_back({probability, 3});
   return slots;
 }

@@ -134,10 +134,9 @@ TEST_CASE("nothing is explained or reported where nothing is known to be learnt"
   const std::string ignored = NarrowToUtf8(settings.dataFolder + L"cpredict.z7") + ": ignored: ";
   const std::string unknown = "; what the service has learnt is not known, since ";
   fakes::client.unreachable = fakes::kServerUnavailable;
-  for (const char* const command : {"explain", "report"}) {
-    Fails(machine, {command}, 4,
-          ignored + "it cannot be opened" + unknown + "the service does not answer");
-  }
+  const std::string notOpened =
+      ignored + "it cannot be opened" + unknown + "the service does not answer";
+  for (const char* const command : {"explain", "report"}) Fails(machine, {command}, 4, notOpened);
   CHECK_FALSE(OpenFile(L"dozewell-report.html", "rb"));
   WriteWholeFile(settings.dataFolder + L"cpredict.z7", "no data", 7);
   Fails(machine, {"explain"}, 4,

@@ -18,6 +18,7 @@ constexpr int64_t kStart = 1000;
 // later.
 std::vector<ServiceEvent> Events(const std::vector<std::string>& texts, int64_t first = kStart) {
   std::vector<ServiceEvent> events;
+  events.reserve(texts.size());
   for (const std::string& text : texts) events.push_back({first++, 4, text});
   return events;
 }

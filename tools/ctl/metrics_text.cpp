@@ -25,8 +25,10 @@ void MetricsText::Add(const std::string& name, const char* help,
   for (const Sample& sample : samples) {
     if (!sample.number) continue;
     const auto& [label, value] = sample.label;
-    text_ += fullName + (label.empty() ? "" : "{" + label + "=" + Quoted(value) + "}") + " " +
-             *sample.number + "\n";
+    text_ += fullName;
+    if (!label.empty())
+      text_.append("{").append(label).append("=").append(Quoted(value)).append("}");
+    text_.append(" ").append(*sample.number).append("\n");
   }
 }
 

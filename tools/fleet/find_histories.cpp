@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "base/file.h"
@@ -54,7 +55,7 @@ void FindIn(const std::wstring& given, std::vector<FoundHistory>& found) {
     }
     if (reason.empty()) continue;
     const std::string name = PathToSystem(folder);
-    if (folder == given) throw ToolError(name + ": " + reason);
+    if (folder == given) throw ToolError(std::string(name).append(": ").append(reason));
     found.push_back(Found(name, reason));
   }
 }
@@ -72,7 +73,10 @@ std::vector<FoundHistory> FindHistories(std::span<const std::string> folders) {
       FindIn(path, found);
     }
   }
-  std::ranges::sort(found);
+  std::ranges::sort(found, [](const FoundHistory& left, const FoundHistory& right) {
+    return std::tie(left.shown, left.path, left.reason) <
+           std::tie(right.shown, right.path, right.reason);
+  });
   found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }

@@ -13,7 +13,7 @@ struct FoundHistory {
   std::string path;    // as the user would write it
   std::string reason;  // why there is nothing to read; empty for a history
 
-  auto operator<=>(const FoundHistory&) const = default;
+  bool operator==(const FoundHistory&) const = default;
 };
 
 // The histories in these folders, at any depth: files whose names end in ".dat" or ".csv". What is

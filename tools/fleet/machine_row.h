@@ -22,8 +22,8 @@ struct ScoreBounds {
 // What became of one machine's history.
 struct MachineRow {
   std::string path;         // of the history
-  std::string reason = "";  // why it could not be judged; empty for one that was
-  std::string damage = "";  // what is wrong with one that was judged as far as it can be read
+  std::string reason = {};  // why it could not be judged; empty for one that was
+  std::string damage = {};  // what is wrong with one that was judged as far as it can be read
   int64_t records = 0;
   // Of the first and the last record, in wall-clock seconds; 0 without a record.
   int64_t from = 0;

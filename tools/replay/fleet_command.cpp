@@ -113,6 +113,7 @@ FleetQuestion QuestionOf(const Options& options, Results& results) {
 std::vector<FoundHistory> HistoriesOf(const Options& options, const fleet::FleetPart& part) {
   std::vector<FoundHistory> all = fleet::FindHistories(options.folders);
   std::vector<std::string> paths;
+  paths.reserve(all.size());
   for (const FoundHistory& found : all) paths.push_back(found.path);
   RequireNoOverwriting(options, paths);
   const auto border = [&](int64_t number) { return std::ssize(all) * number / part.of; };
@@ -217,8 +218,13 @@ void WriteCsv(const Options& options, const FleetQuestion& question, const Sink&
 }
 
 void Tell(const fleet::FleetTotals& totals, Results& results) {
-  for (const auto& [path, what] : totals.Broken()) results.warnings.push_back(path + ": " + what);
-  for (const auto& [path, what] : totals.Damaged()) results.warnings.push_back(path + ": " + what);
+  const auto tell = [&results](const auto& list) {
+    for (const auto& [path, what] : list) {
+      results.warnings.push_back(std::string(path).append(": ").append(what));
+    }
+  };
+  tell(totals.Broken());
+  tell(totals.Damaged());
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ std::string NumberCell(const std::string& html) {
 // "79.1 (74.0 to 83.2)", which may be broken before the range only.
 std::string PointsHtml(const std::optional<ScoreRange>& points, bool hasRanges) {
   if (!points) return "none";
-  const std::string score = PointsText(points->score);
+  std::string score = PointsText(points->score);
   if (!hasRanges) return score;
   const std::string range = "(" + PointsText(points->low) + " to " + PointsText(points->high) + ")";
   return score + " " + HtmlElement("span", {{"class", "range"}}, range);

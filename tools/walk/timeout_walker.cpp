@@ -15,6 +15,7 @@ constexpr std::array<int64_t, 15> kWalkedMinutes = {1,   5,   10,  20,  30,  45,
 
 std::vector<int64_t> TimeoutsWith(int64_t ownSeconds) {
   std::vector<int64_t> timeouts;
+  timeouts.reserve(kWalkedMinutes.size() + 1);
   for (const int64_t minutes : kWalkedMinutes) timeouts.push_back(minutes * kMinute);
   if (ownSeconds > 0 && std::ranges::find(timeouts, ownSeconds) == timeouts.end()) {
     timeouts.insert(std::ranges::lower_bound(timeouts, ownSeconds), ownSeconds);

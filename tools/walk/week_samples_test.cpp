@@ -62,6 +62,7 @@ TEST_CASE("a range lies around the score and is wider for fewer weeks") {
 
 TEST_CASE("samples depend on the history alone") {
   std::vector<Outcomes> weeks;
+  weeks.reserve(20);
   for (int32_t i = 0; i < 20; ++i) weeks.push_back({100 + 13 * i, 300, i * i % 7, i % 5});
   const auto range = WeekSamples(kHistory, 20).RangeOf(weeks, 70);
   CHECK(WeekSamples(kHistory, 20).RangeOf(weeks, 70) == range);
