@@ -74,7 +74,7 @@ JSON, sanitized | asan:dozewell-replay python | replay_test json_cli_test asan
 searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_test asan
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
-fleet, sanitized | asan:dozewell-replay python | replay_test fleet_cli_test asan
+fleet, sanitized | asan:dozewell-replay python | replay_test fleet_cli_test asan damaged wrong no_machines broken
 fleet, threads sanitized | tsan:dozewell-replay python | replay_test fleet_cli_test tsan threads sums resume
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
 wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan

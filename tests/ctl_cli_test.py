@@ -462,7 +462,7 @@ def test_what_needs_the_driver_is_refused(machine):
         machine.fails(1, NO_DRIVER, "driver")
         machine.fails(1, "the timer could not be read: " + NO_DRIVER, "wake", "get")
         machine.fails(1, "the timer could not be read: " + NO_DRIVER, "wake", "raw", "0")
-        machine.fails(1, NOT_ARMED, "wake", "set", "1", "2026-11-21 06:30")
+        machine.fails(1, NOT_ARMED, "wake", "set", "1", "2126-11-21 06:30")
         machine.fails(1, NOT_ARMED, "wake", "raw", "0", "1h30m")
 
 

@@ -265,10 +265,10 @@ def what_wakes_nothing_is_said_when_it_is_set(machine):
     _choose_timer(machine)
     machine.provision()
     machine.start_service()
-    done(machine, "wake set 0 '2026-11-22 06:30'", "Timer 0 holds 2026-11-22 06:30.\n",
+    done(machine, "wake set 0 '2126-11-21 06:30'", "Timer 0 holds 2126-11-21 06:30.\n",
          WAKES_NOTHING)
-    _expect_lines(machine, "status", "  0, the alarm      2026-11-22 06:30, which wakes nothing")
-    done(machine, "wake set 1 '2026-11-22 06:30'", "Timer 1 holds 2026-11-22 06:30.\n",
+    _expect_lines(machine, "status", "  0, the alarm      2126-11-21 06:30, which wakes nothing")
+    done(machine, "wake set 1 '2126-11-21 06:30'", "Timer 1 holds 2126-11-21 06:30.\n",
          WAKES_NOTHING)
     _expect_lines(machine, "status",
                   "  1, the duration   a time of the calendar, which wakes nothing")

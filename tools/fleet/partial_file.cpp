@@ -67,7 +67,7 @@ MachineRow RowOf(const Json& json) {
 void CutToWholeLines(const PartialReader& read) {
   const std::wstring path = PathFromSystem(read.Name());
   const std::wstring kept = path + L".whole";
-  const File from = OpenFile(path, "rb");
+  File from = OpenFile(path, "rb");
   File to = OpenFile(kept, "wb");
   std::array<char, 65536> bytes;
   bool isCopied = from && to;
@@ -77,6 +77,7 @@ void CutToWholeLines(const PartialReader& read) {
                std::fwrite(bytes.data(), 1, portion, to.get()) == portion;
     left -= static_cast<int64_t>(portion);
   }
+  from.reset();  // Windows does not put another file in the place of an open one
   if (!isCopied || !WriteAndFlush(std::move(to), nullptr, 0) || !MoveOver(path, kept)) {
     const ToolError error(WithReason(read.Name() + ": cannot be written"));
     RemoveFile(kept);
