@@ -8,7 +8,7 @@ import sys
 from functools import partial
 
 from machine.machine import DATA_FILE, DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
-from steps.comparisons import recorded, run
+from steps.comparisons import made_up_and_recorded, run
 from steps.decisions import expect_decided
 from steps.expect import expect_true
 from steps.playback import Playback, read_history, write_history
@@ -42,8 +42,7 @@ def compare(machine, replay, history):
 
 
 def comparisons(replay, traces):
-    made_up = [(f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)) for kind, seed in SAMPLES]
-    for name, history in [*made_up, *recorded(replay, traces)]:
+    for name, history in made_up_and_recorded(replay, traces, DAYS, SAMPLES):
         yield name, partial(compare, history=history)
 
 

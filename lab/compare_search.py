@@ -11,7 +11,7 @@ from functools import partial
 
 from machine.machine import DEFAULT_SETTINGS, HISTORY_FILE, LONGEST_INTERVAL
 from machine.registry import CURRENT, predictor_key
-from steps.comparisons import recorded, run
+from steps.comparisons import made_up_and_recorded, run
 from steps.decisions import expect_decided
 from steps.expect import expect, expect_true
 from steps.playback import Playback, read_history
@@ -92,8 +92,8 @@ def compare(machine, replay, history, strength):
 
 
 def comparisons(replay, traces):
-    made_up = [(f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)) for kind, seed in SAMPLES]
-    for number, (name, history) in enumerate([*made_up, *recorded(replay, traces)]):
+    histories = made_up_and_recorded(replay, traces, DAYS, SAMPLES)
+    for number, (name, history) in enumerate(histories):
         strength = number % STRENGTHS
         yield f"{name}, strength {strength}", partial(compare, history=history, strength=strength)
 

@@ -8,7 +8,7 @@ from datetime import timedelta
 from functools import partial
 
 from machine.machine import DEFAULT_SETTINGS
-from steps.comparisons import recorded, run
+from steps.comparisons import made_up_and_recorded, run
 from steps.expect import expect
 from steps.playback import Playback, read_history, write_history
 
@@ -40,8 +40,7 @@ def compare(machine, replay, history):
 
 
 def comparisons(replay, traces):
-    made_up = [(f"{DAYS} days, {kind}", replay.sample(kind, DAYS, seed)) for kind, seed in SAMPLES]
-    for name, history in [*made_up, *recorded(replay, traces)]:
+    for name, history in made_up_and_recorded(replay, traces, DAYS, SAMPLES):
         yield name, partial(compare, history=history)
 
 

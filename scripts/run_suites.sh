@@ -26,8 +26,8 @@ programs=build/$WINDOWS_PRESET
 traces=${DOZEWELL_TRACES:+--traces $DOZEWELL_TRACES}
 
 # Jobs: numbers of suites, and "build PRESET". Of each: the builds that it waits for, when it began,
-# and the Wine machine that it has.
-declare -A waits_for=() began=() machine_of=()
+# the Wine machine that it has, and how long it used a processor.
+declare -A waits_for=() began=() machine_of=() processor_seconds=()
 declare -A targets=()  # of a build, by its preset
 declare -A built=()    # yes or no, by preset
 declare -A running=()  # jobs by their processes
@@ -113,6 +113,7 @@ run_jobs() {
     status=$?
     job=${running[$process]}
     unset "running[$process]"
+    processor_seconds[$job]=$(processor_seconds_of "$process")
     finish "$job" $status
   done
 }
@@ -155,7 +156,16 @@ take_machine() {
   return 1
 }
 
+# Runs a job, and keeps how long it used a processor.
 run_job() {
+  local status
+  run "$1"
+  status=$?
+  times | tail -n 1 >"$LOGS/processor-$BASHPID"
+  return $status
+}
+
+run() {
   local job=$1 command
   if [[ $job == build* ]]; then
     build "${job#build }"
@@ -166,6 +176,15 @@ run_job() {
   command=${commands[job]}
   # The arguments stand as they were given, whatever is in them.
   eval "$command \"\${arguments[@]}\""
+}
+
+# processor_seconds_of PROCESS: of a job that has ended, with all that it waited for. What Wine's own
+# processes do for it is not counted.
+processor_seconds_of() {
+  local times=$LOGS/processor-$1
+  [[ -e $times ]] || return 0
+  tr 'ms' '  ' <"$times" | awk '{printf "%.0f", 60 * $1 + $2 + 60 * $3 + $4}'
+  rm "$times"
 }
 
 # A Wine machine is made when it is first needed, and stays on for the next suite.
@@ -217,12 +236,14 @@ finish() {
   count "$job" "$good" "$bad"
 }
 
-# count JOB GOOD BAD: adds up, and shows the end of the output of a job that failed.
+# count JOB GOOD BAD: adds up, says how long the job took and used a processor, and shows the end of
+# the output of one that failed.
 count() {
   local name
   name=$(name_of "$1")
   ((passed += $2, failed += $3))
-  printf '%-36s %5d passed, %d failed %5d s\n' "$name" "$2" "$3" $((SECONDS - began[$1]))
+  printf '%-36s %5d passed, %d failed %5d s %5d s\n' "$name" "$2" "$3" $((SECONDS - began[$1])) \
+    "${processor_seconds[$1]:-0}"
   (($3)) || return 0
   failures+=("$name")
   tail -n "$LINES_SHOWN" "$(log_of "$1")"

@@ -7,30 +7,21 @@ Works on the machine that WINEPREFIX names: it empties this product's registry k
 there, and installs and uninstalls the service.
 """
 
-import contextlib
-import functools
 import json
-import os
 import re
 import shlex
 import shutil
-import signal
 import subprocess
 import sys
 import time
-from pathlib import Path
 
-from tests.support import programs
-from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import IDENTITY, ROOT, SETTINGS, WRONG_TIME
+from tests.support.client_machine import NOT_INSTALLED, SECTION, await_controller, main
 from tests.support.expect import contains, equal, matches
 from tests.support.programs import wait_until
 from tests.support.strict_json import documented_examples, expect_documented, strict_json
 
 WEEK = ROOT / "tests" / "event_logs" / "week.xml"
-ROOT_KEY = r"HKLM\SOFTWARE\Corisk\Z7"
-SECTION = r"\Predictors\CyclicProbabilityPredictor"
-
 COMMANDS = ("status", "check", "enable", "disable", "driver", "wake get", "wake set", "wake raw",
             "power get", "power set", "scheme get", "scheme set", "strength get", "strength set",
             "reset-history", "ping", "watch", "settings show", "settings export", "export",
@@ -44,7 +35,6 @@ SERVICE_COMMANDS = (
     ("scheme", "get"), ("scheme", "set", "balanced"), ("strength", "get"), ("strength", "set", "1"),
     ("reset-history", "--yes"), ("ping",))
 
-NOT_INSTALLED = "the service is not installed; its installer package installs it"
 STOPPED = "the service is stopped; as administrator, net start DozewellService starts it"
 NOTHING_LEARNT = r"C:\ProgramData\Brevan\Z7\cpredict.z7: ignored: it cannot be opened; what the " \
                  "service has learnt is not known, since the service does not answer"
@@ -58,98 +48,6 @@ NOT_STORED = "the optimizer has stored nothing for strength %d yet"
 
 # How new what is explained is.
 AS_OF = re.compile(r'\AAs of .*\n|,"asOf":\{[^{}]*\}')
-
-
-class Machine:
-    """The Wine machine and the programs on it."""
-
-    def __init__(self, wine, folder):
-        self.wine = shlex.split(wine)
-        self.programs = Path(folder).resolve()
-        drive = Path(os.environ["WINEPREFIX"]) / "drive_c"
-        self.data = drive / "ProgramData" / "Brevan" / "Z7"
-        self.scratch = drive / "ctl_test"
-
-    def start(self, program, *arguments, **options):
-        return subprocess.Popen([*self.wine, program, *arguments], cwd=self.scratch, **options)
-
-    def run(self, program, *arguments, **options):
-        options.setdefault("stdin", subprocess.DEVNULL)
-        options.setdefault("stdout", subprocess.PIPE)
-        return programs.run([*self.wine, program, *arguments], cwd=self.scratch,
-                            stderr=subprocess.PIPE, **options)
-
-    def program(self, name):
-        return str(self.programs / (name + ".exe"))
-
-    def ctl(self, *arguments, **options):
-        done = self.run(self.program("dozewellctl"), *arguments, **options)
-        return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
-
-    def works(self, *arguments, warnings=(), **options):
-        """Runs without an error and returns what was printed, with --json without the machine's
-        identity."""
-        code, out, err = self.ctl(*arguments, **options)
-        equal(err, "".join("dozewellctl: warning: %s\n" % warning for warning in warnings))
-        equal(code, 0)
-        return IDENTITY.sub("", out) if "--json" in arguments else out
-
-    def fails(self, expected_code, error, *arguments, **options):
-        """Fails with an error, and prints nothing but one line for it."""
-        code, out, err = self.ctl(*arguments, **options)
-        equal(err, "dozewellctl: %s\n" % error)
-        equal(code, expected_code)
-        equal(out, "")
-
-    def reg(self, *arguments):
-        return self.run("reg", *arguments)
-
-    def write_setting(self, key, name, kind, data):
-        done = self.reg("add", ROOT_KEY + key, "/v", name, "/t", kind, "/d", str(data), "/f")
-        equal(done.returncode, 0)
-
-    def read_setting(self, key, name):
-        """The value's text, or None."""
-        done = self.reg("query", ROOT_KEY + key, "/v", name)
-        found = re.search(r"\b%s\s+REG_\w+\s+(\S+)" % name, done.stdout.decode())
-        return found.group(1) if found else None
-
-    def provision(self, attempts=0):
-        """The settings of SETTINGS, and a start gate that opens after so many attempts."""
-        self.write_setting("\\Default", "TimeResolution", "REG_DWORD", 30)
-        self.write_setting("\\Default", "TotalAttempts", "REG_DWORD", attempts)
-        self.write_setting("\\Default", "CurrentAttempt", "REG_DWORD", 0)
-        for name, value in re.findall(r"^(\w+)=(\d+)$", SETTINGS, re.MULTILINE)[1:]:
-            self.write_setting("\\Default" + SECTION, name, "REG_SZ", value)
-
-    @contextlib.contextmanager
-    def service(self):
-        """A service in a console for as long as the context lasts."""
-        process = self.start(self.program("DozewellService"), "-local", stdin=subprocess.DEVNULL,
-                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        try:
-            wait_until(lambda: self.ctl("ping")[0] == 0, "the service does not answer")
-            yield
-        finally:
-            # The service sees this as Ctrl+C.
-            process.send_signal(signal.SIGINT)
-            try:
-                programs.WAITING.for_end(process, "the service does not end")
-            except programs.Hang:
-                process.kill()
-                process.wait()
-                raise
-
-    def clean(self):
-        shutil.rmtree(self.data.parent, ignore_errors=True)
-        shutil.rmtree(self.scratch, ignore_errors=True)
-        self.scratch.mkdir()
-        self.reg("delete", ROOT_KEY, "/f")
-
-
-def await_controller(machine):
-    wait_until(lambda: machine.read_setting("\\Current", "ServiceFeedback") == "0x1",
-               "the controller is not started")
 
 
 # The command line itself
@@ -628,24 +526,5 @@ def test_an_installed_service(machine):
                "the service stays installed")
 
 
-def on_a_clean_machine(test, machine):
-    machine.clean()
-    test(machine)
-
-
-def main():
-    parser = option_parser(__doc__)
-    parser.add_argument("--wine", required=True, help="command that starts a Windows program")
-    parser.add_argument("--folder", required=True, help="folder of the programs")
-    options = parser.parse_args()
-    if "WINEPREFIX" not in os.environ:
-        parser.error("WINEPREFIX names no machine that may be changed")
-    machine = Machine(options.wine, options.folder)
-    exit_code = run([(name, functools.partial(on_a_clean_machine, test, machine))
-                     for name, test in tests_in(globals())], options.words)
-    machine.clean()
-    return exit_code
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(globals(), __doc__))

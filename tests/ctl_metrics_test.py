@@ -7,18 +7,15 @@ Works on the machine that WINEPREFIX names: it empties this product's registry k
 there.
 """
 
-import functools
 import json
-import os
 import re
 import sys
 import threading
 
 from prometheus_client.parser import text_string_to_metric_families
 
-from tests.ctl_cli_test import NOT_INSTALLED, SECTION, Machine, await_controller
-from tests.support.cases import option_parser, run, tests_in
 from tests.support.cli import ROOT
+from tests.support.client_machine import NOT_INSTALLED, SECTION, await_controller, main
 from tests.support.expect import equal
 
 # By the conventions for names of metrics: one prefix, small letters, no unit but a base unit at the
@@ -128,24 +125,5 @@ def documented():
     return set(re.findall(r"^\| `(dozewell_\w+)", page, re.MULTILINE))
 
 
-def on_a_clean_machine(test, machine):
-    machine.clean()
-    test(machine)
-
-
-def main():
-    parser = option_parser(__doc__)
-    parser.add_argument("--wine", required=True, help="command that starts a Windows program")
-    parser.add_argument("--folder", required=True, help="folder of the programs")
-    options = parser.parse_args()
-    if "WINEPREFIX" not in os.environ:
-        parser.error("WINEPREFIX names no machine that may be changed")
-    machine = Machine(options.wine, options.folder)
-    exit_code = run([(name, functools.partial(on_a_clean_machine, test, machine))
-                     for name, test in tests_in(globals())], options.words)
-    machine.clean()
-    return exit_code
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(globals(), __doc__))

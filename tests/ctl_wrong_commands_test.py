@@ -12,9 +12,9 @@ import os
 import shutil
 import sys
 
-from tests.ctl_cli_test import Machine
-from tests.support.cases import option_parser, run
+from tests.support.cases import run
 from tests.support.cli import HISTORY, ROOT, SETTINGS
+from tests.support.client_machine import machine_and_words
 from tests.support.expect import equal
 from tests.support.wrong_commands import check, read_table
 
@@ -48,18 +48,12 @@ def lay_down_files(machine):
 
 
 def main():
-    parser = option_parser(__doc__)
-    parser.add_argument("--wine", required=True, help="command that starts a Windows program")
-    parser.add_argument("--folder", required=True, help="folder of the programs")
-    options = parser.parse_args()
-    if "WINEPREFIX" not in os.environ:
-        parser.error("WINEPREFIX names no machine that may be changed")
-    machine = Machine(options.wine, options.folder)
+    machine, words = machine_and_words(__doc__)
     lay_down_files(machine)
     exit_code = run([(command.name(), functools.partial(check, command, "dozewellctl",
                                                         [machine.scratch, machine.data.parent],
                                                         machine.ctl))
-                     for command in read_table("ctl.txt")], options.words)
+                     for command in read_table("ctl.txt")], words)
     machine.clean()
     return exit_code
 

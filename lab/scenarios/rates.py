@@ -1,6 +1,6 @@
 """Nights with the predictor of rates."""
 
-from datetime import datetime, timedelta
+from datetime import date, datetime, timedelta
 
 from machine.clock import local
 from machine.registry import DEFAULT, predictor_key
@@ -110,10 +110,38 @@ def a_predictor_of_another_name_is_reported_when_the_controller_starts(machine):
 
 def an_explanation_says_what_a_suspend_then_does(machine):
     _office_with_rates(machine)
-    machine.restart_service()  # its file holds all that it knows
     answer = machine.client.run(f'explain --at "{EVENING}"')
     expect((answer.exit_code, answer.error), (0, ""), "exit code and error")
     lines = answer.output.splitlines()
-    expect(lines[0], "Suspended Mon 18:00, learnt from 20 sleeps.", "what is explained")
+    expect(lines[0], "As of now: 41 events, of which nothing is saved yet.", "how new that is")
+    expect(lines[1], "Suspended Mon 18:00, learnt from 20 sleeps.", "what is explained")
     hibernates, woken, again = (f"{time:%a %H:%M}" for time in _times(machine.suspend()))
     expect(lines[-1], f"Hibernates {hibernates}, woken {woken}, again at {again}.", "decision")
+
+
+def _expect_woken_in_the_morning(machine, evening, morning):
+    """When a suspend in the evening has the machine woken, between six and eight."""
+    step = suspend_at(machine, f"{evening} 18:00")
+    woken = _times(step)[1]
+    _expect_between(f"{morning} 06:00", woken, f"{morning} 08:00", "wake")
+    come_back_at(machine, f"{morning} 08:00")
+
+
+def _expect_wakes_around_a_change_of_the_clock(machine, first_monday, friday, monday, tuesday):
+    machine.provision()
+    _choose(machine, "rates")
+    machine.clock.set(f"{first_monday} 08:00")
+    machine.start_service()
+    office_days(machine, date.fromisoformat(first_monday), days=14)
+    _expect_woken_in_the_morning(machine, friday, monday)
+    _expect_woken_in_the_morning(machine, monday, tuesday)
+
+
+def rates_wake_by_the_wall_clock_when_an_hour_is_skipped(machine):
+    _expect_wakes_around_a_change_of_the_clock(machine, "2026-02-16", "2026-03-06", "2026-03-09",
+                                               "2026-03-10")
+
+
+def rates_wake_by_the_wall_clock_when_an_hour_comes_twice(machine):
+    _expect_wakes_around_a_change_of_the_clock(machine, "2026-10-12", "2026-10-30", "2026-11-02",
+                                               "2026-11-03")

@@ -36,13 +36,17 @@ def _wait_for_a_second(waiting):
     waiting.until(lambda: time.monotonic() > end, "a second does not pass")
 
 
+def _computed(machine, program):
+    """For how long the program has computed so far, in seconds; it may not be seen to run yet."""
+    thread = machine.processes.threads().get(program.pid)
+    return thread.computed if thread else 0
+
+
 @contextlib.contextmanager
 def _computing_program(machine):
     program = machine.start_program("cmd", "/c", ENDLESS_LOOP)
     try:
-        threads = machine.processes.threads
-        machine.waiting.until(lambda: program.pid in threads() and threads()[program.pid].computed,
-                              "the program does not compute")
+        machine.waiting.until(lambda: _computed(machine, program), "the program does not compute")
         yield program
     finally:
         program.kill()
@@ -85,9 +89,9 @@ def a_wait_for_a_program_that_gets_no_processor_goes_on(machine):
     with _computing_program(machine) as program, _taken_processor(processor):
         os.sched_setscheduler(program.pid, os.SCHED_IDLE, os.sched_param(0))
         os.sched_setaffinity(program.pid, {processor})
-        before = machine.processes.threads()[program.pid].computed
+        before = _computed(machine, program)
         _wait_for_a_second(_waiting(machine))
-        computed = machine.processes.threads()[program.pid].computed - before
+        computed = _computed(machine, program) - before
         expect_true(computed < 0.25, f"it was given a processor for {computed} s")
 
 

@@ -41,3 +41,10 @@ def recorded(replay, traces):
     """Names and contents of the histories in a folder, if one is given."""
     for path in sorted(traces.glob("*.csv")) if traces else ():
         yield path.name, replay.history(path)
+
+
+def made_up_and_recorded(replay, traces, days, samples):
+    """Names and contents of made-up histories, each a kind and a seed, and of recorded ones."""
+    for kind, seed in samples:
+        yield f"{days} days, {kind}", replay.sample(kind, days, seed)
+    yield from recorded(replay, traces)

@@ -173,7 +173,7 @@ def second_faults(first, second):
 
 def check(make_runs, tools, folder):
     """Makes a case's runs in a folder; throws at the first wrong answer and keeps the folder then."""
-    folder.mkdir()
+    folder.mkdir(exist_ok=True)
     for run in make_runs():
         answer = tools[0].answer(run, folder)
         found = list(faults(run, answer))

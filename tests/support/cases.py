@@ -7,6 +7,13 @@ import traceback
 import unittest
 
 
+ATTEMPTS = 3
+
+
+class Inconclusive(Exception):
+    """The computer, and not what is tested, ended a case: it has to be run again."""
+
+
 def option_parser(description):
     parser = argparse.ArgumentParser(description=description,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
@@ -28,16 +35,26 @@ def test_methods_in(names):
             for method in unittest.defaultTestLoader.getTestCaseNames(group)]
 
 
+def _run_case(case):
+    for attempt in range(ATTEMPTS):
+        try:
+            case()
+            return
+        except Inconclusive:
+            if attempt + 1 == ATTEMPTS:
+                raise
+
+
 def run(cases, words=()):
     """Runs the cases that have one of the words in their names, or all without words. A case is a
-    name and a function without arguments that throws when the case fails. Prints the failures and,
-    last, the count. Returns the exit code."""
+    name and a function without arguments that throws when the case fails, and Inconclusive when it
+    is to be called again. Prints the failures and, last, the count. Returns the exit code."""
     passed = failed = 0
     for name, case in cases:
         if words and not any(word in name for word in words):
             continue
         try:
-            case()
+            _run_case(case)
             passed += 1
         except Exception:  # pylint: disable=broad-except
             failed += 1

@@ -14,6 +14,10 @@ std::optional<std::string> SavedText(const AsOf& asOf) {
 
 }  // namespace
 
+std::string UnknownLearningText(const AsOf& asOf) {
+  return "; what the service has learnt is not known, since " + asOf.why;
+}
+
 std::string AsOfText(const AsOf& asOf) {
   const std::string saved = WithBlank(SavedText(asOf).value_or("without an event"));
   if (!asOf.isNow) return "As of the last save, " + saved + ", since " + asOf.why + ".";

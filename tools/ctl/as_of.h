@@ -18,6 +18,13 @@ struct AsOf {
   std::string why;          // why only what was saved is known; empty when isNow
 };
 
+// Why events that the log no longer has are not known.
+inline constexpr const char* kLogTooShort = "the event log does not go back that far";
+
+// What a message ends with when nothing is known: "; what the service has learnt is not known,
+// since the service does not answer".
+std::string UnknownLearningText(const AsOf& asOf);
+
 // One line: "As of the last save, 2026-02-02 08:00:00, since the service does not answer."
 std::string AsOfText(const AsOf& asOf);
 Json AsOfJson(const AsOf& asOf);

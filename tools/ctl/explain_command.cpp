@@ -1,3 +1,7 @@
+#include <optional>
+#include <string>
+#include <utility>
+
 #include "base/clock.h"
 #include "common/explanation.h"
 #include "common/explanation_json.h"
@@ -18,27 +22,31 @@ tm TimeToExplain(const std::optional<std::string>& at) {
   throw CommandFailure(ExitCode::NotDone, "the clock cannot be read; give --at");
 }
 
+std::string Print(const Options& options, const std::string& text, Json document, const AsOf& asOf,
+                  const std::optional<tm>& last) {
+  if (!options.json) return AsOfText(asOf) + "\n" + text;
+  document["asOf"] = AsOfJson(asOf);
+  return IdentifiedLine(std::move(document), LiveIdentity(last));
+}
+
 }  // namespace
 
 void RunExplain(const Options& options, const Console& console) {
   const tm at = TimeToExplain(options.at);
   RequireReadableData();
   LiveEngine engine;
-  const AsOf asOf = engine.CatchUp(ReadUnsavedLearning());
+  const UnsavedLearning unsaved = ReadUnsavedLearning();
+  const auto rates = ExplainLiveRates(engine.Configuration(), unsaved, at);
+  const std::optional<AsOf> asOf = rates ? std::nullopt : std::optional(engine.CatchUp(unsaved));
   for (const std::string& warning : engine.Warnings()) console.warn("warning: " + warning);
-  if (const auto rates = ExplainLiveRates(engine.Configuration(), at)) {
-    console.print(options.json ? LiveLine(RatesExplanationJson(*rates))
-                               : RatesExplanationText(*rates));
+  if (rates) {
+    console.print(Print(options, RatesExplanationText(rates->explanation),
+                        RatesExplanationJson(rates->explanation), rates->asOf, rates->last));
     return;
   }
   const Explanation explanation = Explain(engine.Tracker(), at);
-  if (!options.json) {
-    console.print(AsOfText(asOf) + "\n" + ExplanationText(explanation));
-    return;
-  }
-  Json document = ExplanationJson(explanation);
-  document["asOf"] = AsOfJson(asOf);
-  console.print(IdentifiedLine(document, LiveIdentity(*engine.Tracker().GetData())));
+  console.print(Print(options, ExplanationText(explanation), ExplanationJson(explanation), *asOf,
+                      TimeOfLast(*engine.Tracker().GetData())));
 }
 
 }  // namespace dozewell::ctl

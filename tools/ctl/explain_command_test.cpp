@@ -13,6 +13,7 @@
 #include "fakes/client_machine.h"
 #include "fakes/clock_fake.h"
 #include "fakes/settings_fake.h"
+#include "prediction/rates/rates_file.h"
 #include "settings/setting_names.h"
 #include "support/calls.h"
 #include "support/local_times.h"
@@ -25,6 +26,26 @@ using fakes::ClientRun;
 using fakes::Ctl;
 using fakes::Fails;
 using fakes::settings;
+
+// What the service logs that has run since it was told that the machine is in use at 08:00: a
+// suspend at noon, and a resume at 08:00 the next day. It is 17:00 then.
+void LogThreeEvents() {
+  const auto seconds = [](const tm& time) { return static_cast<uint32_t>(SecondsFromTm(time)); };
+  fakes::clock.utcSeconds = seconds(LocalTime(2026, 11, 21, 17));
+  settings.current.values = {
+      {L"StartTime", fakes::Number32(seconds(LocalTime(2026, 11, 20, 7, 59)))}};
+  const auto log = [](const char* time, const std::string& text) {
+    fakes::client.events.push_back(std::string("<Event><System><TimeCreated SystemTime='") + time +
+                                   "Z'/></System><EventData><Data>" + text +
+                                   "</Data></EventData></Event>");
+  };
+  log("2026-11-20T08:00:00", "20/11/2026 8:0:0 - Activating");
+  log("2026-11-20T08:00:00", "Active");
+  log("2026-11-20T12:00:00", "20/11/2026 12:0:0 - Suspend");
+  log("2026-11-20T12:00:00", "Suspended");
+  log("2026-11-21T08:00:00", "21/11/2026 8:0:0 - Activating");
+  log("2026-11-21T08:00:00", "Active");
+}
 
 }  // namespace
 
@@ -53,16 +74,45 @@ TEST_CASE("what is learnt and set on this machine is explained") {
   CHECK(std::ranges::count(settings.calls, "GetDataFolder") == 0);
 }
 
-TEST_CASE("where rates are the predictor, they are explained") {
+TEST_CASE("where rates are the predictor, they are explained, with what is not saved yet") {
   const ClientMachine machine;
   ClientMachine::Provision();
-  ClientMachine::SaveLearnt({});
   settings.defaults.predictorValues[{kPredictorSection, kPredictorName}] = fakes::Text("rates");
-  const ClientRun run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00"});
+  const std::vector<std::string> command = {"explain", "--at", "2026-11-21 18:00"};
+  const std::wstring file = settings.dataFolder + L"rates.z7";
+  const std::string nothing =
+      NarrowToUtf8(file) + " tells of no event; what the service has learnt is not known, since ";
+  fakes::client.unreachable = fakes::kServerUnavailable;
+  Fails(machine, command, 4, nothing + "the service does not answer");
+  fakes::client.unreachable = 0;
+
+  LogThreeEvents();
+  ClientRun run = Ctl(machine, command);
   CHECK(run.exitCode == 0);
-  CHECK(run.output.starts_with("Suspended Sat 18:00, learnt from 0 sleeps.\n"));
-  CHECK(Ctl(machine, {"explain", "--at", "2026-11-21 18:00", "--json"})
-            .output.find("\"predictor\":\"rates\"") != std::string::npos);
+  CHECK(run.messages == Calls{});
+  CHECK(
+      run.output.starts_with("As of now: 3 events, of which nothing is saved yet.\n"
+                             "Suspended Sat 18:00, learnt from 1 sleep.\n"));
+
+  RatesState saved;
+  saved.Take(Activating, SecondsFromTm(LocalTime(2026, 11, 20, 8)));
+  CHECK(SaveRates(saved, file, false));
+  run = Ctl(machine, command);
+  CHECK(run.output.starts_with(
+      "As of now: the last save, 2026-11-20 08:00:00, and 2 events since then.\n"
+      "Suspended Sat 18:00, learnt from 1 sleep.\n"));
+  run = Ctl(machine, {"explain", "--at", "2026-11-21 18:00", "--json"});
+  CHECK(run.output.find("\"predictor\":\"rates\"") != std::string::npos);
+  CHECK(run.output.ends_with(
+      ",\"asOf\":{\"now\":true,\"savedUntil\":\"2026-11-20T08:00:00\",\"eventsSince\":2,"
+      "\"why\":null}}\n"));
+  CHECK(run.identity.ends_with("\"time\":\"2026-11-21T08:00:00\"}"));
+
+  fakes::client.eventsError = 5;
+  CHECK(Ctl(machine, command)
+            .output.starts_with("As of the last save, 2026-11-20 08:00:00, since the event log "
+                                "cannot be read (error 5).\n"
+                                "Suspended Sat 18:00, learnt from 0 sleeps.\n"));
 }
 
 TEST_CASE("an explanation says that the service does not act on it") {
@@ -86,21 +136,7 @@ TEST_CASE("what the service has learnt since its last save counts, as its events
   std::vector<TimeLineEvent> all = saved;
   all.push_back({LocalTime(2026, 11, 20, 12), Suspend});
   all.push_back({LocalTime(2026, 11, 21, 8), Activating});
-  const auto seconds = [](const tm& time) { return static_cast<uint32_t>(SecondsFromTm(time)); };
-  fakes::clock.utcSeconds = seconds(LocalTime(2026, 11, 21, 17));
-  settings.current.values = {
-      {L"StartTime", fakes::Number32(seconds(LocalTime(2026, 11, 20, 7, 59)))}};
-  const auto log = [](const char* time, const std::string& text) {
-    fakes::client.events.push_back(std::string("<Event><System><TimeCreated SystemTime='") + time +
-                                   "Z'/></System><EventData><Data>" + text +
-                                   "</Data></EventData></Event>");
-  };
-  log("2026-11-20T08:00:00", "20/11/2026 8:0:0 - Activating");
-  log("2026-11-20T08:00:00", "Active");
-  log("2026-11-20T12:00:00", "20/11/2026 12:0:0 - Suspend");
-  log("2026-11-20T12:00:00", "Suspended");
-  log("2026-11-21T08:00:00", "21/11/2026 8:0:0 - Activating");
-  log("2026-11-21T08:00:00", "Active");
+  LogThreeEvents();
   const std::vector<std::string> command = {"explain", "--at", "2026-11-21 10:00"};
   const auto explain = [&] {
     const ClientRun run = Ctl(machine, command);

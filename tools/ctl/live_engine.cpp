@@ -66,11 +66,10 @@ AsOf LiveEngine::CatchUp(const UnsavedLearning& unsaved) {
     }
     return asOf;
   }
-  if (asOf.why.empty()) asOf.why = "the event log does not go back that far";
+  if (asOf.why.empty()) asOf.why = kLogTooShort;
   if (const char* const ignored = WhyIgnored(loaded_.state)) {
     throw CommandFailure(ExitCode::NothingLearnt,
-                         NarrowToUtf8(path_) + ": ignored: " + ignored +
-                             "; what the service has learnt is not known, since " + asOf.why);
+                         NarrowToUtf8(path_) + ": ignored: " + ignored + UnknownLearningText(asOf));
   }
   return asOf;
 }

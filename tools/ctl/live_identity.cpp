@@ -18,9 +18,9 @@ MachineIdentity LiveIdentity() {
   return identity;
 }
 
-MachineIdentity LiveIdentity(const TrackerData& data) {
+MachineIdentity LiveIdentity(const std::optional<tm>& last) {
   MachineIdentity identity = LiveIdentity();
-  identity.time = TimeOfLast(data);
+  identity.time = last;
   return identity;
 }
 

@@ -1,8 +1,10 @@
 #ifndef DOZEWELL_CTL_LIVE_IDENTITY_H_
 #define DOZEWELL_CTL_LIVE_IDENTITY_H_
 
+#include <optional>
 #include <string>
 
+#include "base/wall_clock.h"
 #include "common/json.h"
 #include "common/machine_identity.h"
 
@@ -10,8 +12,8 @@ namespace dozewell::ctl {
 
 // This machine, with the settings that its service reads and the last event that it has saved.
 MachineIdentity LiveIdentity();
-// The same with the last event of these data.
-MachineIdentity LiveIdentity(const TrackerData& data);
+// The same with data whose last event is of this local time.
+MachineIdentity LiveIdentity(const std::optional<tm>& last);
 
 // IdentifiedLine with LiveIdentity: what a command prints for programs.
 std::string LiveLine(const Json& document);

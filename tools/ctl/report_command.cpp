@@ -50,15 +50,17 @@ void RunReport(const Options& options, const Console& console) {
   RequireReadableData();
   LiveEngine engine;
   const UnsavedLearning unsaved = ReadUnsavedLearning();
+  const auto rates = ExplainLiveRates(engine.Configuration(), unsaved, now);
   const AsOf asOf = engine.CatchUp(unsaved);
   std::vector<std::string> notes = engine.Warnings();
   const std::vector<HistoryRecord> history = LiveHistory(unsaved, notes);
   for (const std::string& warning : notes) console.warn("warning: " + warning);
   notes.insert(notes.begin(), AsOfText(asOf));
-  const MachineIdentity identity = LiveIdentity(*engine.Tracker().GetData());
-  const std::string page = report::MakeReport(
-      {engine.Configuration(), engine.Tracker(), history, now, LiveHibernateAfterSeconds(),
-       ReadSearchHabits(), notes, identity, ExplainLiveRates(engine.Configuration(), now)});
+  const MachineIdentity identity = LiveIdentity(TimeOfLast(*engine.Tracker().GetData()));
+  const std::string page =
+      report::MakeReport({engine.Configuration(), engine.Tracker(), history, now,
+                          LiveHibernateAfterSeconds(), ReadSearchHabits(), notes, identity,
+                          rates ? std::optional(rates->explanation) : std::nullopt});
   OutputFile(name).Write(page.data(), page.size());
   if (IsStandardStream(name)) return;
   const Json document = {{"file", name}, {"bytes", page.size()}, {"asOf", AsOfJson(asOf)}};

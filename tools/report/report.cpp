@@ -48,11 +48,10 @@ std::string Note(std::string_view text) {
 std::string Header(const ReportInput& input) {
   std::string notes;
   for (const std::string& note : input.notes) notes += Note(note);
-  if (ReadPredictorChoice(input.configuration).kind == PredictorKind::Rates) {
+  if (input.rates) {
     notes += Note(
-        "The service predicts with rates here. Tonight, what was learnt and why are those of "
-        "slots, "
-        "which go on learning beside them.");
+        "The service predicts with rates here. What it has learnt is shown by the slots, which go "
+        "on learning beside them.");
   }
   return HtmlElement(
              "header",
@@ -143,7 +142,9 @@ std::string Body(const ReportInput& input) {
   if (input.history.empty() && IsNothingKnown(explanation)) {
     return Header(input) + HtmlElement("main", "\n" + NothingSection().html);
   }
-  Sections glance = {TonightSection(explanation, input.tracker), LearntSection(input.tracker)};
+  Sections glance = {
+      input.rates ? TonightSection(*input.rates) : TonightSection(explanation, input.tracker),
+      LearntSection(input.tracker)};
   Sections details;
   AddReplays(input, glance, details);
   glance.push_back(input.rates ? WhySection(*input.rates) : WhySection(explanation));

@@ -2,6 +2,14 @@
 
 #include <doctest/doctest.h>
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "report/tonight_section.h"
+#include "report/why_section.h"
 #include "support/mornings.h"
 #include "support/text_parts.h"
 
@@ -11,7 +19,8 @@ namespace {
 constexpr int kRecordedDays = 10;
 
 std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::string> notes = {},
-                 int learntDays = kRecordedDays, const char* predictor = "") {
+                 int learntDays = kRecordedDays,
+                 std::optional<RatesExplanation> rates = std::nullopt) {
   fakes::Configurations configuration = AllDaysAlike();
   configuration.values["StrengthHighRange"] = "60";
   configuration.values["StrengthLowRange"] = "40";
@@ -20,12 +29,13 @@ std::string Page(const std::vector<HistoryRecord>& history, std::vector<std::str
   configuration.values["DayGroupingRange"] = "255";
   configuration.values["WR"] = "50 90";
   configuration.values["Strength"] = "1";
-  configuration.values["Predictor"] = predictor;
+  configuration.values["Predictor"] = rates ? "rates" : "";
   ArbitraryCycleProbabilityTracker tracker(&configuration);
   Learn(tracker, Mornings(learntDays));
   tm now;
   TmFromSeconds(SimTime(kRecordedDays, 9, 3), now);
-  return MakeReport({configuration, tracker, history, now, 600, {}, std::move(notes)});
+  return MakeReport(
+      {configuration, tracker, history, now, 600, {}, std::move(notes), {}, std::move(rates)});
 }
 
 }  // namespace
@@ -63,10 +73,18 @@ TEST_CASE("notes come first and are text") {
   CHECK(Contains(page, "Nothing is recorded yet."));
 }
 
-TEST_CASE("a page of a machine that predicts with rates says that it shows slots") {
-  const std::string note = "<p class=\"note\">The service predicts with rates here. ";
-  CHECK(Contains(Page(Mornings(kRecordedDays), {}, kRecordedDays, "rates"), note));
-  CHECK_FALSE(Contains(Page(Mornings(kRecordedDays), {}, kRecordedDays, "slots"), note));
+TEST_CASE("where rates are the predictor, tonight and why are theirs") {
+  const std::vector<HistoryRecord> history = Mornings(kRecordedDays);
+  const auto state = std::make_unique<RatesState>();
+  CatchUp(*state, history);
+  const RatesExplanation rates =
+      ExplainRates(*state, WishesOf(state->learnt, 50, true), SimLocalTime(kRecordedDays, 9, 3));
+  const std::string page = Page(history, {}, kRecordedDays, rates);
+  const char* const note = "<p class=\"note\">The service predicts with rates here. ";
+  CHECK(Contains(page, note));
+  CHECK(Contains(page, TonightSection(rates).html));
+  CHECK(Contains(page, WhySection(rates).html));
+  CHECK_FALSE(Contains(Page(history), note));
 }
 
 TEST_CASE("a machine without any record has a page that says so, and nothing else") {

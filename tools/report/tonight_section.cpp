@@ -27,7 +27,7 @@ tm MinutesLater(tm time, int32_t minutes) {
   return time;
 }
 
-std::string Facts(const tm& now, const SuspendDecision& decision) {
+std::string Facts(const tm& now, const SuspendDecision& decision, std::string_view whyNoWake) {
   if (!decision.haMinutes) {
     return Fact("hibernated", "Hibernates", "by the user's own timeout",
                 "since nothing is predicted");
@@ -36,7 +36,7 @@ std::string Facts(const tm& now, const SuspendDecision& decision) {
       Fact("hibernated", "Hibernates", DateTimeText(MinutesLater(now, *decision.haMinutes)),
            "after " + DurationText(*decision.haMinutes) + " of sleep");
   if (!decision.nextSleepTime) {
-    return facts + Fact("woken", "Wakes by itself", "never", "since no use is predicted");
+    return facts + Fact("woken", "Wakes by itself", "never", whyNoWake);
   }
   facts += Fact("woken", "Wakes, to be asleep and ready", DateTimeText(*decision.nextSleepTime),
                 "by its timer, after " + DurationText(*decision.timerMinutes));
@@ -46,15 +46,25 @@ std::string Facts(const tm& now, const SuspendDecision& decision) {
                       "if nobody came for " + DurationText(*decision.nextHAMinutes));
 }
 
+Section Tonight(const tm& at, const std::string& facts, const std::string& figure) {
+  return MakeSection("tonight", "What will happen tonight",
+                     "When this machine is put to sleep at the time of this report, " +
+                         DateTimeText(at) + ", and nobody comes.",
+                     HtmlElement("dl", {{"class", "facts"}}, facts) + figure);
+}
+
 }  // namespace
 
 Section TonightSection(const Explanation& explanation, ArbitraryCycleProbabilityTracker& tracker) {
-  return MakeSection(
-      "tonight", "What will happen tonight",
-      "When this machine is put to sleep at the time of this report, " +
-          DateTimeText(explanation.at) + ", and nobody comes.",
-      HtmlElement("dl", {{"class", "facts"}}, Facts(explanation.at, explanation.decision)) +
-          OutlookFigure(tracker, explanation.at));
+  return Tonight(explanation.at,
+                 Facts(explanation.at, explanation.decision, "since no use is predicted"),
+                 OutlookFigure(tracker, explanation.at));
+}
+
+Section TonightSection(const RatesExplanation& explanation) {
+  const char* const whyNoWake =
+      explanation.wishes.canWake ? "since a wake would not pay" : "since nothing can wake it";
+  return Tonight(explanation.at, Facts(explanation.at, explanation.suspend, whyNoWake), "");
 }
 
 }  // namespace dozewell::report

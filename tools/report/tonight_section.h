@@ -2,6 +2,7 @@
 #define DOZEWELL_REPORT_TONIGHT_SECTION_H_
 
 #include "common/explanation.h"
+#include "common/rates_explanation.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
 #include "report/section.h"
 
@@ -10,6 +11,8 @@ namespace dozewell::report {
 // What a suspend at the time of the explanation leads to, and what is predicted for the days after
 // it.
 Section TonightSection(const Explanation& explanation, ArbitraryCycleProbabilityTracker& tracker);
+// The same for the predictor of rates, which looks no further than the next use.
+Section TonightSection(const RatesExplanation& explanation);
 
 }  // namespace dozewell::report
 

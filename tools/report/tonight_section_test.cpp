@@ -72,4 +72,21 @@ TEST_CASE("a timeout that stays the same after the wake is not mentioned") {
   CHECK(CountOf("<dt>", Facts(TonightSection(explanation, tracker).html)) == 2);
 }
 
+TEST_CASE("rates say tonight when they hibernate and wake, and why they do not wake") {
+  RatesExplanation rates = {};
+  rates.at = SimLocalTime(10, 22, 0);
+  rates.suspend.haMinutes = 3;
+  rates.wishes.canWake = true;
+  const std::string hibernates = Colour("hibernated") +
+                                 "Hibernates</dt><dd><strong>Sun 11 Jan, 22:03</strong> "
+                                 "<span>after 3 min of sleep</span></dd></div>" +
+                                 Colour("woken") +
+                                 "Wakes by itself</dt><dd><strong>never</strong> <span>";
+  const char* const end = "</span></dd></div>";
+  CHECK(Facts(TonightSection(rates).html) == hibernates + "since a wake would not pay" + end);
+  rates.wishes.canWake = false;
+  CHECK(Facts(TonightSection(rates).html) == hibernates + "since nothing can wake it" + end);
+  CHECK_FALSE(Contains(TonightSection(rates).html, "<div class=\"strip\""));
+}
+
 }  // namespace dozewell::report

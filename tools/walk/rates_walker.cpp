@@ -28,9 +28,9 @@ RatesWalker::RatesWalker(WalkCounter& counter, int64_t userTimeoutSeconds)
 
 void RatesWalker::Walk(const WalkedSleep& sleep) {
   if (counter_.Result().weights.empty()) return;  // nobody asks what was learnt
-  const ReturnRates rates(state_.factors);
+  Forecast(sleep.suspend);
   const auto count = [&](size_t choice, int32_t weight, bool canWake) {
-    counter_.Count(choice, OutcomesOfSleep(sleep, PlanAt(rates, weight, canWake, sleep.suspend)));
+    counter_.Count(choice, OutcomesOfSleep(sleep, PlanAt(weight, canWake, sleep.suspend)));
   };
   for (size_t strength = 0; strength < counter_.Result().weights.size(); ++strength) {
     const int32_t weight = counter_.Result().weights[strength];
@@ -42,10 +42,16 @@ void RatesWalker::Walk(const WalkedSleep& sleep) {
 }
 
 // Nothing is predicted at a time that no calendar has.
-SleepPlan RatesWalker::PlanAt(const ReturnRates& rates, int32_t weight, bool canWake,
-                              int64_t suspend) const {
-  if (suspend < 0 || suspend > kLastSecond) return PlanOfTimeout(suspend, userTimeoutSeconds_);
-  return PlanOf(DecideByRates(rates, WishesOf(state_.learnt, weight, canWake), suspend), suspend);
+void RatesWalker::Forecast(int64_t suspend) {
+  forecast_.clear();
+  if (suspend < 0 || suspend > kLastSecond) return;
+  ForecastReturn(RatesAsAsked(state_.factors), suspend,
+                 [&](const ForecastPiece& piece) { forecast_.push_back(piece); });
+}
+
+SleepPlan RatesWalker::PlanAt(int32_t weight, bool canWake, int64_t suspend) const {
+  if (forecast_.empty()) return PlanOfTimeout(suspend, userTimeoutSeconds_);
+  return PlanOf(DecideByForecast(forecast_, WishesOf(state_.learnt, weight, canWake)), suspend);
 }
 
 }  // namespace dozewell

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "prediction/rates/rates_state.h"
 #include "prediction/rates/return_forecast.h"
@@ -20,11 +21,13 @@ class RatesWalker {
   void Walk(const WalkedSleep& sleep);
 
  private:
-  SleepPlan PlanAt(const ReturnRates& rates, int32_t weight, bool canWake, int64_t suspend) const;
+  void Forecast(int64_t suspend);
+  SleepPlan PlanAt(int32_t weight, bool canWake, int64_t suspend) const;
 
   WalkCounter& counter_;
   int64_t userTimeoutSeconds_;
   RatesState state_;
+  std::vector<ForecastPiece> forecast_;  // of the sleep; empty when nothing is predicted
   size_t firstRates_;
   size_t firstWithoutWake_;
 };

@@ -24,14 +24,16 @@ struct Turn {
 // which being asleep begins or ceases to pay after it, and the forecast's end.
 class Turns {
  public:
-  Turns(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
+  // `forecast` calls what it is given for each piece of the sleep.
+  template <typename Forecast>
+  Turns(Forecast forecast, const RateWishes& wishes) {
     const double secondsPerReturn = SecondsPerReturn(wishes);
     const int64_t shortest =
         kMinute * (wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes);
     double gain = 0;
     double previous = 0;
     size_t count = 0;
-    ForecastReturn(rates, suspend, [&](const ForecastPiece& piece) {
+    forecast([&](const ForecastPiece& piece) {
       const double more = secondsPerReturn * piece.returning -
                           piece.seconds * (piece.stillAway - piece.returning / 2);
       if (piece.start >= shortest) {
@@ -92,6 +94,21 @@ TimesAsleep BestTimes(const Turns& turns, bool canWake) {
   return best;
 }
 
+template <typename Forecast>
+RateDecision Decide(Forecast forecast, const RateWishes& wishes) {
+  if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
+  if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};
+  const Turns turns(forecast, wishes);
+  const TimesAsleep best = BestTimes(turns, wishes.canWake);
+  RateDecision decision = {turns.MinutesOf(best.hibernate), std::nullopt};
+  if (best.hasSecond) {
+    const int32_t wake = turns.MinutesOf(best.wake);
+    // Pieces of less than a minute may round to the same one, and a timeout of 0 would be none.
+    decision.second = {wake, std::max(turns.MinutesOf(best.hibernateAgain), wake + 1)};
+  }
+  return decision;
+}
+
 }  // namespace
 
 RateWishes WishesOf(const LearntRates& learnt, int32_t weight, bool canWake) {
@@ -105,17 +122,11 @@ double SecondsPerReturn(const RateWishes& wishes) {
 }
 
 RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend) {
-  if (wishes.weight <= 0) return {kShortestSleepMinutes, std::nullopt};
-  if (wishes.weight >= 100) return {kNeverMinutes, std::nullopt};
-  const Turns turns(rates, wishes, suspend);
-  const TimesAsleep best = BestTimes(turns, wishes.canWake);
-  RateDecision decision = {turns.MinutesOf(best.hibernate), std::nullopt};
-  if (best.hasSecond) {
-    const int32_t wake = turns.MinutesOf(best.wake);
-    // Pieces of less than a minute may round to the same one, and a timeout of 0 would be none.
-    decision.second = {wake, std::max(turns.MinutesOf(best.hibernateAgain), wake + 1)};
-  }
-  return decision;
+  return Decide([&](auto visit) { ForecastReturn(rates, suspend, visit); }, wishes);
+}
+
+RateDecision DecideByForecast(std::span<const ForecastPiece> forecast, const RateWishes& wishes) {
+  return Decide([&](auto visit) { std::ranges::for_each(forecast, visit); }, wishes);
 }
 
 }  // namespace dozewell

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "prediction/rates/learnt_rates.h"
 #include "prediction/rates/return_forecast.h"
@@ -45,6 +46,9 @@ struct RateDecision {
 // When a machine that is suspended at a wall-clock time should hibernate, so that time asleep is
 // spent where somebody is likely to come back.
 RateDecision DecideByRates(const ReturnRates& rates, const RateWishes& wishes, int64_t suspend);
+
+// The same for a suspend whose forecast has these pieces.
+RateDecision DecideByForecast(std::span<const ForecastPiece> forecast, const RateWishes& wishes);
 
 }  // namespace dozewell
 

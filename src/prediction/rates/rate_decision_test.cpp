@@ -29,8 +29,14 @@ RateFactors RatesWithReturns(size_t from, size_t to, double rate) {
 
 RateWishes Wishes(int32_t weight) { return {weight, 8 * 3600, false, true}; }
 
+// The decision, which a forecast that was made before gives too.
 RateDecision Decide(const RateFactors& factors, const RateWishes& wishes, int64_t suspend) {
-  return DecideByRates(ReturnRates(factors), wishes, suspend);
+  const ReturnRates rates(factors);
+  std::vector<ForecastPiece> forecast;
+  ForecastReturn(rates, suspend, [&](const ForecastPiece& piece) { forecast.push_back(piece); });
+  const RateDecision decision = DecideByRates(rates, wishes, suspend);
+  CHECK(DecideByForecast(forecast, wishes) == decision);
+  return decision;
 }
 
 // The decision that gains most of all that there are, one time after the other.

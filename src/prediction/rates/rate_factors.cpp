@@ -39,37 +39,41 @@ void ForEachClock(Visit visit) {
   }
 }
 
-void SmoothAway(std::span<double> numbers, const Bell& bell) {
+// How far each kind of factor looks around.
+constexpr Bell kAwayBell(0.5);
+constexpr Bell kClockWideBell(CellsOfMinutes(100));
+constexpr Bell kClockBell(CellsOfMinutes(18));
+constexpr Bell kKindWideBell(CellsOfMinutes(90));
+constexpr Bell kKindBell(CellsOfMinutes(30));
+constexpr Bell kLocalClockBell(CellsOfMinutes(35));
+constexpr Bell kLocalAwayBell(0.45, 2);
+
+void SmoothAway(ByAway& numbers) { Smooth(numbers, 1, Ends::Open, kAwayBell); }
+
+void SmoothClock(ByClock& numbers, const Bell& bell) { Smooth(numbers, 1, Ends::Joined, bell); }
+
+void SmoothKind(ByKind& numbers, const Bell& bell) {
+  for (size_t kind = 0; kind < kDayKinds; ++kind) {
+    Smooth(std::span(numbers).subspan(kind * kClockCells, kClockCells), 1, Ends::Joined, bell);
+  }
+}
+
+void SmoothLocal(ByLocal& numbers) {
+  Smooth(numbers, kAwayClasses, Ends::Joined, kLocalClockBell);
   for (size_t first = 0; first < numbers.size(); first += kAwayClasses) {
-    Smooth(numbers, {first, kAwayClasses, 1, /*isRing=*/false}, bell);
+    Smooth(std::span(numbers).subspan(first, kAwayClasses), 1, Ends::Open, kLocalAwayBell);
   }
-}
-
-// Smooths along the clock what has a number, or one for each class, in each clock cell of each
-// kind.
-void SmoothClock(std::span<double> numbers, size_t step, const Bell& bell) {
-  const size_t dayLength = kClockCells * step;
-  for (size_t day = 0; day < numbers.size(); day += dayLength) {
-    for (size_t offset = 0; offset < step; ++offset) {
-      Smooth(numbers, {day + offset, kClockCells, step, /*isRing=*/true}, bell);
-    }
-  }
-}
-
-void SmoothLocal(std::span<double> numbers) {
-  SmoothClock(numbers, kAwayClasses, BellOf(CellsOfMinutes(35)));
-  SmoothAway(numbers, {0.45, 2});
 }
 
 // Fits one kind of factor to the returns that were seen and those that all factors together expect,
 // both added up as the factor tells them apart. `assumed` returns, as many as are expected, hold it
-// near 1 while there is little evidence. Gives what each number was multiplied by.
+// near 1 while there is little evidence. `smoothAll` has smoothed what was seen, and smooths what
+// is expected. Gives what each number was multiplied by.
 template <size_t kCount, typename SmoothAll>
 std::array<double, kCount> FitFactor(std::array<double, kCount>& factor, double assumed,
-                                     std::array<double, kCount> seen,
+                                     const std::array<double, kCount>& seen,
                                      std::array<double, kCount> expected, SmoothAll smoothAll) {
   for (size_t i = 0; i < kCount; ++i) expected[i] /= factor[i];
-  smoothAll(seen);
   smoothAll(expected);
   std::array<double, kCount> change;
   for (size_t i = 0; i < kCount; ++i) {
@@ -86,25 +90,37 @@ ByClock OfBothKinds(const ByKind& numbers) {
   return sums;
 }
 
-// The returns that were seen.
+// The returns that were seen, smoothed for each kind of factor.
 struct SeenReturns {
   explicit SeenReturns(const LearntRates& learnt) {
-    ForEachClock([&](size_t weekday, size_t clock, size_t first) {
+    ForEachClock([&](size_t weekday, size_t clockCell, size_t first) {
       double ofClock = 0;
       for (size_t i = 0; i < kAwayClasses; ++i) {
         const double count = learnt.returns[first + i];
         ofClock += count;
         away[i] += count;
-        local[LocalIndex(clock, i)] += count;
+        local[LocalIndex(clockCell, i)] += count;
       }
       all += ofClock;
-      kind[KindIndex(weekday, clock)] += ofClock;
+      kind[KindIndex(weekday, clockCell)] += ofClock;
       day[weekday] += ofClock;
     });
+    clock = OfBothKinds(kind);
+    clockWide = clock;
+    kindWide = kind;
+    SmoothAway(away);
+    SmoothClock(clockWide, kClockWideBell);
+    SmoothClock(clock, kClockBell);
+    SmoothKind(kindWide, kKindWideBell);
+    SmoothKind(kind, kKindBell);
+    SmoothLocal(local);
   }
 
   double all = 0;
   ByAway away = {};
+  ByClock clockWide;
+  ByClock clock;
+  ByKind kindWide;
   ByKind kind = {};
   ByWeekday day = {};
   ByLocal local = {};
@@ -159,9 +175,7 @@ class Round {
   }
 
   void FitAway(const ByAway& expected) {
-    const ByAway change =
-        FitFactor(factors_.away, 1.5, seen_.away, expected,
-                  [](std::span<double> numbers) { SmoothAway(numbers, BellOf(0.5)); });
+    const ByAway change = FitFactor(factors_.away, 1.5, seen_.away, expected, SmoothAway);
     for (size_t i = 0; i < kAwayClasses; ++i) changeOfAway_[i] *= change[i];
   }
 
@@ -176,25 +190,21 @@ class Round {
       byKind_[KindIndex(weekday, clock)] += sum;
     });
     changeOfKind_.fill(1);
-    FitClock(factors_.clockWide, 1, 100);
-    FitClock(factors_.clock, 1.5, 18);
-    FitKind(factors_.kindWide, 1, 90);
-    FitKind(factors_.kind, 2, 30);
+    FitClock(factors_.clockWide, 1, seen_.clockWide, kClockWideBell);
+    FitClock(factors_.clock, 1.5, seen_.clock, kClockBell);
+    FitKind(factors_.kindWide, 1, seen_.kindWide, kKindWideBell);
+    FitKind(factors_.kind, 2, seen_.kind, kKindBell);
   }
 
-  void FitClock(ByClock& factor, double assumed, double minutes) {
-    const Bell bell = BellOf(CellsOfMinutes(minutes));
-    const ByClock change =
-        FitFactor(factor, assumed, OfBothKinds(seen_.kind), OfBothKinds(byKind_),
-                  [&](std::span<double> numbers) { SmoothClock(numbers, 1, bell); });
+  void FitClock(ByClock& factor, double assumed, const ByClock& seen, const Bell& bell) {
+    const ByClock change = FitFactor(factor, assumed, seen, OfBothKinds(byKind_),
+                                     [&](ByClock& numbers) { SmoothClock(numbers, bell); });
     for (size_t i = 0; i < byKind_.size(); ++i) Multiply(i, change[i % kClockCells]);
   }
 
-  void FitKind(ByKind& factor, double assumed, double minutes) {
-    const Bell bell = BellOf(CellsOfMinutes(minutes));
-    const ByKind change =
-        FitFactor(factor, assumed, seen_.kind, byKind_,
-                  [&](std::span<double> numbers) { SmoothClock(numbers, 1, bell); });
+  void FitKind(ByKind& factor, double assumed, const ByKind& seen, const Bell& bell) {
+    const ByKind change = FitFactor(factor, assumed, seen, byKind_,
+                                    [&](ByKind& numbers) { SmoothKind(numbers, bell); });
     for (size_t i = 0; i < byKind_.size(); ++i) Multiply(i, change[i]);
   }
 
@@ -209,7 +219,7 @@ class Round {
       expected[weekday] +=
           ofClock_[first / kAwayClasses] * changeOfKind_[KindIndex(weekday, clock)];
     });
-    changeOfDay_ = FitFactor(factors_.day, 3, seen_.day, expected, [](std::span<double>) {});
+    changeOfDay_ = FitFactor(factors_.day, 3, seen_.day, expected, [](ByWeekday&) {});
   }
 
   void FitLocal() {

@@ -19,16 +19,35 @@ class ReturnRates {
  public:
   explicit ReturnRates(const RateFactors& factors);
 
-  // For each clock cell of the week, from Sunday on, in a class of time away: returns per second,
-  // and the probability that nobody comes back in ten minutes.
-  const auto& PerSecond(size_t away) const { return perSecond_[away]; }
-  const auto& NobodyInTenMinutes(size_t away) const { return nobodyInTenMinutes_[away]; }
+  // In a class of time away and a clock cell of the week, from Sunday on: returns per second, and
+  // the probability that nobody comes back in ten minutes.
+  double PerSecond(size_t away, size_t clock) const { return perSecond_[away][clock]; }
+  double NobodyInTenMinutes(size_t away, size_t clock) const {
+    return nobodyInTenMinutes_[away][clock];
+  }
 
  private:
   using Cells = std::array<std::array<double, kClockCellsOfWeek>, kAwayClasses>;
 
   Cells perSecond_;
   Cells nobodyInTenMinutes_;
+};
+
+// The same rates, each computed when it is asked for: less work where one forecast is all that is
+// made after a fit. The factors must outlive the object.
+class RatesAsAsked {
+ public:
+  explicit RatesAsAsked(const RateFactors& factors) : factors_(factors) {}
+
+  double PerSecond(size_t away, size_t clock) const {
+    return factors_.RateOf({clock / kClockCells, clock % kClockCells, away});
+  }
+  double NobodyInTenMinutes(size_t away, size_t clock) const {
+    return Exponential(-PerSecond(away, clock) * static_cast<double>(kClockMark));
+  }
+
+ private:
+  const RateFactors& factors_;
 };
 
 // A piece of a sleep to come.
@@ -45,8 +64,8 @@ inline constexpr size_t kMostForecastPieces = kLongestSleepSeconds / kClockMark 
 
 // Tells `visit` when somebody comes back after a suspend at a wall-clock time: the pieces of the
 // sleep, one after the other, up to eight days, or until a return is all but certain.
-template <typename Visit>
-void ForecastReturn(const ReturnRates& rates, int64_t suspend, Visit visit) {
+template <typename Rates, typename Visit>
+void ForecastReturn(const Rates& rates, int64_t suspend, Visit visit) {
   constexpr double kAllButCertain = 0.0001;
   double stillAway = 1;
   const auto tell = [&](int64_t start, double seconds, double nobody) {
@@ -56,7 +75,7 @@ void ForecastReturn(const ReturnRates& rates, int64_t suspend, Visit visit) {
   };
   const auto tellPart = [&](int64_t start, int64_t length, size_t away, size_t clockMark) {
     const auto seconds = static_cast<double>(length);
-    tell(start, seconds, Exponential(-rates.PerSecond(away)[clockMark / 2] * seconds));
+    tell(start, seconds, Exponential(-rates.PerSecond(away, clockMark / 2) * seconds));
   };
 
   SleepPieces pieces(suspend, kLongestSleepSeconds);
@@ -70,11 +89,10 @@ void ForecastReturn(const ReturnRates& rates, int64_t suspend, Visit visit) {
   int64_t start = pieces.Start();
   size_t clockMark = pieces.ClockMarkOfWeek();
   for (size_t away = pieces.AwayClass(); start <= kLastWholePiece; ++away) {
-    const auto& nobody = rates.NobodyInTenMinutes(away);
     // The last one whose middle lies in this class.
     const int64_t last = std::min(kLastWholePiece, kAwayClassEdges[away + 1] - kClockMark / 2 - 1);
     for (; start <= last; start += kClockMark) {
-      tell(start, kClockMark, nobody[clockMark / 2]);
+      tell(start, kClockMark, rates.NobodyInTenMinutes(away, clockMark / 2));
       if (stillAway < kAllButCertain) return;
       if (++clockMark == kClockMarksOfWeek) clockMark = 0;
     }

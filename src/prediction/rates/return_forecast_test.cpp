@@ -76,4 +76,21 @@ TEST_CASE("a forecast has the pieces that a sleep is learnt in, each at its own 
   }
 }
 
+TEST_CASE("a forecast is the same whether its rates are computed before or as they are asked for") {
+  const RateFactors factors = MotleyFactors();
+  for (const int64_t suspend : {kEvening, kEvening + 7, kEvening + 5 * kDay + 599}) {
+    const std::vector<ForecastPiece> expected = PiecesOf(factors, suspend);
+    size_t count = 0;
+    ForecastReturn(RatesAsAsked(factors), suspend, [&](const ForecastPiece& piece) {
+      REQUIRE(count < expected.size());
+      REQUIRE(piece.start == expected[count].start);
+      REQUIRE(piece.seconds == expected[count].seconds);
+      REQUIRE(piece.stillAway == expected[count].stillAway);
+      REQUIRE(piece.returning == expected[count].returning);
+      ++count;
+    });
+    CHECK(count == expected.size());
+  }
+}
+
 }  // namespace dozewell

@@ -1,30 +1,32 @@
 #include "prediction/rates/smoothing.h"
 
-#include <vector>
-
-#include "prediction/rates/exponential.h"
+#include <algorithm>
 
 namespace dozewell {
 
-Bell BellOf(double sigma) { return {sigma, static_cast<size_t>(3 * sigma)}; }
-
-void Smooth(std::span<double> numbers, const Row& row, const Bell& bell) {
-  // The row as it was, between what lies beyond its ends: nothing, or in a ring the other end.
-  std::vector<double> before(row.length + 2 * bell.reach);
-  for (size_t i = 0; i < row.length; ++i) {
-    before[bell.reach + i] = numbers[row.first + i * row.step];
+void Smooth(std::span<double> numbers, size_t rows, Ends ends, const Bell& bell) {
+  // The numbers as they were, between what lies beyond the ends of their rows: nothing, or the
+  // other end.
+  std::array<double, kMostSmoothed + 2 * Bell::kMostReach> room;
+  const size_t beyond = bell.Reach() * rows;
+  const std::span before = std::span(room).first(numbers.size() + 2 * beyond);
+  const std::span head = before.first(beyond);
+  const std::span tail = before.last(beyond);
+  std::ranges::copy(numbers, before.subspan(beyond).begin());
+  if (ends == Ends::Joined) {
+    std::ranges::copy(numbers.last(beyond), head.begin());
+    std::ranges::copy(numbers.first(beyond), tail.begin());
+  } else {
+    std::ranges::fill(head, 0.0);
+    std::ranges::fill(tail, 0.0);
   }
-  for (size_t i = 0; row.isRing && i < bell.reach; ++i) {
-    before[i] = before[row.length + i];
-    before[bell.reach + row.length + i] = before[bell.reach + i];
-  }
-  for (size_t distance = 1; distance <= bell.reach; ++distance) {
-    const double sigmas = static_cast<double>(distance) / bell.sigma;
-    const double weight = Exponential(-sigmas * sigmas / 2);
-    for (size_t i = 0; i < row.length; ++i) {
-      double& number = numbers[row.first + i * row.step];
-      number += weight * before[bell.reach + i - distance];
-      number += weight * before[bell.reach + i + distance];
+  for (size_t distance = 1; distance <= bell.Reach(); ++distance) {
+    const double weight = bell.WeightAt(distance);
+    const double* const lower = before.data() + beyond - distance * rows;
+    const double* const upper = before.data() + beyond + distance * rows;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+      numbers[i] += weight * lower[i];
+      numbers[i] += weight * upper[i];
     }
   }
 }

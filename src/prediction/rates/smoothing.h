@@ -1,31 +1,48 @@
 #ifndef DOZEWELL_PREDICTION_RATES_SMOOTHING_H_
 #define DOZEWELL_PREDICTION_RATES_SMOOTHING_H_
 
+#include <array>
 #include <cstddef>
 #include <span>
+
+#include "prediction/rates/exponential.h"
 
 namespace dozewell {
 
 // Spreads each number over its neighbours by exp(-(distance / sigma)^2 / 2). That is 1 at the
 // number itself, so evidence from nearby is added and not averaged.
-struct Bell {
-  double sigma;
-  size_t reach;  // how many neighbours count on each side
+class Bell {
+ public:
+  static constexpr size_t kMostReach = 15;
+
+  // `reach` is how many neighbours count on each side.
+  constexpr Bell(double sigma, size_t reach) : reach_(reach) {
+    for (size_t distance = 1; distance <= reach; ++distance) {
+      const double sigmas = static_cast<double>(distance) / sigma;
+      weights_[distance - 1] = Exponential(-sigmas * sigmas / 2);
+    }
+  }
+  // A bell that reaches as far as three sigmas.
+  constexpr explicit Bell(double sigma) : Bell(sigma, static_cast<size_t>(3 * sigma)) {}
+
+  constexpr size_t Reach() const { return reach_; }
+  // For distances from 1 on.
+  constexpr double WeightAt(size_t distance) const { return weights_[distance - 1]; }
+
+ private:
+  size_t reach_;
+  std::array<double, kMostReach> weights_ = {};
 };
 
-// A bell that reaches as far as three sigmas.
-Bell BellOf(double sigma);
+enum class Ends { Open, Joined };
 
-// Which numbers of an array are neighbours: each `step`-th one from the first on. In a ring the
-// last one is also the first one's neighbour, and a bell must not reach half around it.
-struct Row {
-  size_t first;
-  size_t length;
-  size_t step;
-  bool isRing;
-};
+// How many numbers Smooth takes.
+inline constexpr size_t kMostSmoothed = 1024;
 
-void Smooth(std::span<double> numbers, const Row& row, const Bell& bell);
+// Smooths rows that lie side by side: `numbers` begins with the first of each of `rows` rows, after
+// which come the second ones. Where a row's ends are joined the last number is also the first one's
+// neighbour, and a bell must not reach half around.
+void Smooth(std::span<double> numbers, size_t rows, Ends ends, const Bell& bell);
 
 }  // namespace dozewell
 
