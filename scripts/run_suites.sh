@@ -3,7 +3,8 @@
 # shellcheck disable=SC2034,SC2154
 #
 # Sourced by ./test after scripts/suites.sh: run_suites NUMBER... runs suites of the table that
-# ./test has read into names, needs and commands; arguments are added to each command.
+# ./test has read into names, needs and commands; arguments are added to each command. If everything
+# is set, the builds are whole.
 #
 # Every build and every suite is a job. A job begins when the builds that it needs are done and a
 # Wine machine is free if it needs one; several jobs run at a time, but only one build, because a
@@ -51,7 +52,7 @@ need_of() {
         waits_for[$suite]+=" $preset"
         ;;
       machine) lists+=(wine) ;;
-      idle) ;;
+      idle | named) ;;
       *) lists+=("$need") ;;
     esac
   done
@@ -90,7 +91,7 @@ run_suites() {
   ((${#lists[@]} == 0)) || install_packages
   for preset in "${presets[@]}"; do
     # All suites together show that everything builds.
-    (($# < ${#names[@]})) || targets[$preset]+=" $(everything_of "$preset")"
+    [[ -z ${everything:-} ]] || targets[$preset]+=" $(everything_of "$preset")"
     waiting+=("build $preset")
   done
   waiting+=("$@")

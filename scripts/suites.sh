@@ -12,7 +12,8 @@ WALK_CASES=${WALK_CASES:-20}
 #   PRESET:TARGET,...   targets of a build; windows is the one that DOZEWELL_WINDOWS names,
 #   machine             a Wine machine that no other suite uses at the time,
 #   a list of packages  by its name in scripts/packages.sh, in small letters;
-# a suite that is idle only takes the processors when no other wants them.
+# a suite that is idle only takes the processors when no other wants them, and one with "named" runs
+# when a word names it: sanitized and on Windows the same tests run in any case.
 # A command prints how many of its tests passed and failed, as its last line or as doctest does.
 suites() {
   cat <<'END'
@@ -34,7 +35,7 @@ installer, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewel
 powerwatch, Windows | windows:dozewell-powerwatch,dozewell-replay machine python | python3 -m tests.powerwatch_test --wine "$wine" --folder $programs
 tables of the package, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup python packaging | python3 -m tests.msi_rules_test --programs $programs --out build/msi-rules-test
 rpc clients, Windows | windows:DozewellService,rpc_clients_test machine | $wine $programs/rpc_clients_test.exe $programs/DozewellService.exe
-unit tests | native:unit_tests | build/native/unit_tests
+unit tests | native:unit_tests named | build/native/unit_tests
 model against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_model_test "$MODEL_CASES"
 model of the optimizer against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_optimizer_test "$SEARCH_CASES"
 model of the rates against native and Windows | native:dozewell-replay windows:dozewell-replay machine python | replay_model replay_rates_test "$RATES_CASES"
@@ -64,8 +65,8 @@ power cuts | native:power_cut python | python3 -m tests.power_cut_test --program
 power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_cut_test --program "$wine $programs/power_cut.exe"
 docs, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,lab wine python pages packaging | /usr/bin/python3 -m tests.docs_windows_test --build $programs
 manuals | native:manual,dozewell-replay python manuals shellcheck | python3 -m tests.manuals_test --build build/native
-stress | native:controller_stress | build/native/controller_stress 20000
-fleet | native:dozewell-replay python | replay_test fleet_cli_test native
+stress | native:controller_stress named | build/native/controller_stress 20000
+fleet | native:dozewell-replay python named | replay_test fleet_cli_test native
 fleet on Dask | native:dozewell-replay python dask | /usr/bin/python3 -m tests.fleet_dask_test --tool build/native/dozewell-replay
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests
@@ -75,7 +76,7 @@ searching, sanitized | asan:dozewell-replay python | replay_test optimizer_cli_t
 event logs, sanitized | asan:dozewell-replay python | replay_test event_log_cli_test asan
 comparing, sanitized | asan:dozewell-replay python | replay_test compare_cli_test asan
 fleet, sanitized | asan:dozewell-replay python | replay_test fleet_cli_test asan damaged wrong no_machines broken
-fleet, threads sanitized | tsan:dozewell-replay python | replay_test fleet_cli_test tsan threads sums resume
+fleet, threads sanitized | tsan:dozewell-replay python | replay_test fleet_cli_test tsan threads
 reports, sanitized | asan:dozewell-replay python | replay_test report_cli_test asan
 wrong commands, sanitized | asan:dozewell-replay python | replay_test replay_wrong_commands_test asan
 files, sanitized | asan:dozewell-replay python | replay_test files_cli_test asan
@@ -94,7 +95,7 @@ resources, Windows | windows:DozewellService,dozewellctl,dozewell-replay,dozewel
 surface, Windows | windows:all python | passes tests/checks/surface.py x86_64-w64-mingw32-nm $programs
 package | windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,dozewell-powerwatch python packaging signing | python3 -m tests.package_test
 size of the service, Windows | windows:DozewellService | passes loads_at_most $((600 * 1024)) $programs/DozewellService.exe
-clang-tidy | native:all tidy python idle | passes tests/checks/tidy.py --build build/native
+clang-tidy | native:dozewell-replay tidy python idle | passes tests/checks/tidy.py --build build/native
 clang-tidy, Windows | windows:all tidy python idle | passes tidy_windows
 END
 }
@@ -102,7 +103,8 @@ END
 # What is built when all suites are run; a build without a line has no more than they need.
 everything_of() {
   case $1 in
-    native | asan | windows | clang) echo all ;;
+    asan | windows | clang) echo all ;;
+    native) echo dozewell-replay benchmarks ;;
   esac
 }
 

@@ -20,13 +20,14 @@ def _choose(machine, predictor):
     machine.registry.write("Predictor", predictor, predictor_key(DEFAULT))
 
 
-def _office_with_rates(machine):
-    """As machine_that_knows_office_hours, but with rates from the beginning."""
+def _office_with_rates(machine, seen=lambda step: None):
+    """As machine_that_knows_office_hours, but with rates from the beginning. `seen` gets each step
+    of the service."""
     machine.provision()
     _choose(machine, "rates")
     machine.schemes.hibernate_after = 180, 60
-    machine.start_service()
-    office_days(machine, A_MONDAY, days=20)
+    seen(machine.start_service())
+    office_days(machine, A_MONDAY, days=20, seen=seen)
     machine.clock.pass_until(EVENING)
 
 
@@ -109,7 +110,7 @@ def a_predictor_of_another_name_is_reported_when_the_controller_starts(machine):
 
 
 def an_explanation_says_what_a_suspend_then_does(machine):
-    _office_with_rates(machine)
+    _office_with_rates(machine, seen=machine.client_view.log_service_events)
     answer = machine.client.run(f'explain --at "{EVENING}"')
     expect((answer.exit_code, answer.error), (0, ""), "exit code and error")
     lines = answer.output.splitlines()
