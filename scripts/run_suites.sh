@@ -162,7 +162,7 @@ run_job() {
   local status
   run "$1"
   status=$?
-  times | tail -n 1 >"$LOGS/processor-$BASHPID"
+  times >"$LOGS/processor-$BASHPID"
   return $status
 }
 
@@ -184,7 +184,8 @@ run() {
 processor_seconds_of() {
   local times=$LOGS/processor-$1
   [[ -e $times ]] || return 0
-  tr 'ms' '  ' <"$times" | awk '{printf "%.0f", 60 * $1 + $2 + 60 * $3 + $4}'
+  # The second line is of the processes that it has waited for.
+  tr 'ms' '  ' <"$times" | awk 'NR == 2 {printf "%.0f", 60 * $1 + $2 + 60 * $3 + $4}'
   rm "$times"
 }
 
