@@ -63,9 +63,25 @@ endfunction()
 # read_common_headers_once(TARGET): precompiles the standard headers that most sources include. The
 # presets without this show that each source includes what it needs.
 function(read_common_headers_once target)
-  target_precompile_headers(${target} PRIVATE <algorithm> <cstddef> <cstdint> <functional> <limits>
-                            <memory> <optional> <stdexcept> <string> <string_view> <utility>
-                            <vector>)
+  precompile(${target} algorithm cstddef cstdint functional limits memory optional stdexcept string
+             string_view utility vector)
+endfunction()
+
+# precompile(TARGET HEADER...): for the target's sources in C++, not for those in C.
+function(precompile target)
+  foreach(header IN LISTS ARGN)
+    target_precompile_headers(${target} PRIVATE
+                              "$<$<COMPILE_LANGUAGE:CXX>:<${header}$<ANGLE-R>>")
+  endforeach()
+endfunction()
+
+# read_system_headers_once(TARGET): the same for leaf sources, with the header of the system that all
+# of them include.
+function(read_system_headers_once target)
+  read_common_headers_once(${target})
+  if(WIN32)
+    precompile(${target} windows.h)
+  endif()
 endfunction()
 
 # build_quickly(TARGET): does not optimize the target's own sources, and leaves debug information out

@@ -1,4 +1,5 @@
-"""Tests the page of `dozewell-replay report` in a real browser, Chromium without a window.
+"""Tests the pages of `dozewell-replay report` and `fleet` in a real browser, Chromium without a
+window.
 
     python3 -m tests.report_browser_test --tool build/native/dozewell-replay [--screenshots FOLDER]
 """
@@ -64,6 +65,7 @@ class Pages:
         (folder / self.long_name).write_text("")
         self.named = self.report("named", "office60.csv", self.long_name, "--now",
                                  "2024-03-01T12:00:00")
+        self.fleet = self.fleet_page()
 
     def run(self, *arguments):
         return programs.run([self.tool, *arguments], cwd=self.folder, check=True,
@@ -81,9 +83,24 @@ class Pages:
                  "--out", page.name, *more)
         return page
 
+    def fleet_page(self):
+        """Of machines in two groups, one of them with a name that has no place to break, and a
+        history that cannot be judged."""
+        machines = self.folder / "machines"
+        machines.mkdir()
+        for number, kind in enumerate(("office", "home", "shift", "erratic", "erratic")):
+            name = "y" * 200 if number == 3 else "PC-%d" % number
+            self.run("sample", "--kind", kind, "--days", "70", "--seed", str(number), "--out",
+                     "machines/%s.csv" % name)
+        (machines / self.long_name).with_suffix(".csv").write_text("1,0\n2;1\n")
+        (self.folder / "groups.csv").write_text("PC-0.csv,Desks\nPC-1.csv,Desks\n")
+        self.run("fleet", "--settings", "s.ini", "--groups", "groups.csv", "--hibernate-after",
+                 "600", "--out", "fleet.html", "machines")
+        return self.folder / "fleet.html"
+
     def all(self):
         return (self.learnt, self.day, self.fortnight, self.erratic, self.years, self.blank,
-                self.named)
+                self.named, self.fleet)
 
 
 def text_of(browser, selector):
@@ -436,6 +453,48 @@ def test_everything_has_a_name_for_those_who_cannot_see_it(browser, pages):
     for page in pages.all():
         browser.open(page)
         equal(browser.evaluate(SEMANTICS), [])
+
+
+def test_a_table_of_a_fleet_scrolls_by_itself_for_the_keyboard_too(browser, pages):
+    browser.open(pages.fleet, NARROW)
+    usable = browser.evaluate("[...document.querySelectorAll('a, .wide')].map("
+                              "e => e.ariaLabel || e.innerText)")
+    reached = []
+    for _ in usable:
+        browser.press("Tab")
+        reached.append(browser.evaluate("document.activeElement.ariaLabel || "
+                                        "document.activeElement.innerText"))
+    equal(reached, usable)
+    contains(usable, "Machines that lose most")
+    scrolling = browser.evaluate("[...document.querySelectorAll('.wide')].map("
+                                 "e => [e.scrollWidth > e.clientWidth, "
+                                 "getComputedStyle(e).overflowX])")
+    contains(scrolling, [True, "auto"])
+
+
+def test_headings_of_a_fleet_stand_over_what_they_name(browser, pages):
+    browser.open(pages.fleet)
+    wrong = browser.evaluate("""
+      (() => {
+        const side = cell => getComputedStyle(cell).textAlign.replace('start', 'left');
+        return [...document.querySelectorAll('.fleet')].flatMap(table =>
+          [...table.tBodies[0].rows].flatMap(row => [...row.cells].filter(
+            (cell, i) => side(cell) !== side(table.tHead.rows[0].cells[i])
+          ).map(cell => cell.innerText)));
+      })()
+    """)
+    equal(wrong, [])
+
+
+def test_a_fleet_is_printed_whole(browser, pages):
+    for scheme in SCHEMES:
+        browser.open(pages.fleet, 720, scheme, "print")
+        equal(browser.evaluate("getComputedStyle(document.body).backgroundColor"),
+              "rgb(255, 255, 255)")
+        equal(browser.evaluate("document.documentElement.scrollWidth"), 720)
+        equal(browser.evaluate("[...document.querySelectorAll('.fleet')].filter("
+                               "t => t.getBoundingClientRect().right > innerWidth).map("
+                               "t => t.caption.innerText)"), [])
 
 
 def test_texts_are_shown_and_never_taken_as_markup(browser, pages):

@@ -30,6 +30,7 @@ inline constexpr tm kUnsetTime = {-1, -1, -1, -1, -1, -1, -1, -1, -1};
 // daylight saving enters any difference. These stand for _mkgmtime64 and _gmtime64_s with the
 // runtime's daylight flag held at 0, and answer the same on every system.
 
+inline constexpr int64_t kSecondsPerMinute = 60;
 inline constexpr int64_t kSecondsPerDay = 86400;
 constexpr int64_t kInvalidTime = -1;
 // 3000-12-31 23:59:59, the last second that converts in either direction.

@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "base/clock.h"
+#include "base/wall_clock.h"
 #include "power/last_sleep.h"
 #include "power/wake_timer.h"
 #include "power/wake_timers_allowed.h"
@@ -13,8 +14,6 @@
 
 namespace dozewell {
 namespace {
-
-constexpr int64_t kSecondsPerMinute = 60;
 
 // How long after the due time a wake is still the timer's, if the machine slept until then.
 constexpr int64_t kLatestWakeSeconds = 120;

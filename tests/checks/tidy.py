@@ -27,8 +27,14 @@ NOT_FOR_CLANG = {"-fno-ipa-ra"}
 DECLARATION = re.compile(r"^(?!namespace )[A-Za-z][^(={;\n]*?(?<!::)\b(\w*[a-z]\w*)(?:\[\w*\])?"
                          r"(?= ?[(={;]| final| : ).*", re.MULTILINE)
 
-# Headers of the system that cannot be read twice.
-READ_ONCE = re.compile(r"^#include <(powrprof\.h)>", re.MULTILINE)
+# Words that stand where a name does.
+NO_NAMES = {"decltype"}
+
+# Each program has one, so in a unit each gets a name of its own.
+ENTRY = "wmain"
+
+# Headers of the system that can be read only once, as they are; in a unit they are read once.
+READ_ONCE = ["powrprof.h"]
 
 
 def sources_in(file):
@@ -63,9 +69,8 @@ def options_in(command):
 
 def declarations(source):
     """What a source declares outside of classes and functions: lines by their names."""
-    text = source.read_text("utf-8")
-    return {**{found[1]: found[0] for found in DECLARATION.finditer(text)},
-            **{header: "read" for header in READ_ONCE.findall(text)}}
+    return {found[1]: found[0] for found in DECLARATION.finditer(source.read_text("utf-8"))
+            if found[1] not in NO_NAMES and found[1] != ENTRY}
 
 
 def go_together(some, others):
@@ -91,12 +96,22 @@ def units(sources):
     return [unit[0] for unit in packed]
 
 
+def unit_of(sources):
+    """A source that reads all of these."""
+    return "".join(f'#define {ENTRY} {ENTRY}_{number}\n'
+                   f'#include "{source}"  // NOLINT\n'
+                   f'#undef {ENTRY}\n' for number, source in enumerate(sources))
+
+
 def tidy(sources, options):
-    with tempfile.NamedTemporaryFile("w", suffix=".cpp", encoding="utf-8") as unit:
-        unit.write("".join(f'#include "{source}"  // NOLINT\n' for source in sources))
-        unit.flush()
-        run = subprocess.run(["clang-tidy", "--quiet", unit.name, f"--config-file={CONFIGURATION}",
-                              "--", *options], capture_output=True, text=True, check=False)
+    with tempfile.TemporaryDirectory() as folder:
+        unit = Path(folder, "unit.cpp")
+        unit.write_text(unit_of(sources), "utf-8")
+        for header in READ_ONCE:
+            Path(folder, header).write_text(f"#pragma once\n#include_next <{header}>\n", "utf-8")
+        run = subprocess.run(["clang-tidy", "--quiet", unit, f"--config-file={CONFIGURATION}",
+                              "--", f"-isystem{folder}", *options], capture_output=True, text=True,
+                             check=False)
     if DOES_NOT_COMPILE in run.stdout and len(sources) > 1:
         # They do not go together after all, or one of them is wrong.
         half = len(sources) // 2

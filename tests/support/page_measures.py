@@ -100,7 +100,7 @@ SEMANTICS = """
   all('th').forEach(h => need(h.scope, 'header without scope: ' + h.textContent));
   all('tbody tr').forEach(r => need(r.cells[0].tagName === 'TH',
                                     'row without header'));
-  all('[role=img]').forEach(i => need(i.getAttribute('aria-label'), 'picture without label'));
+  all('[role=img], [role=region]').forEach(i => need(i.getAttribute('aria-label'), 'picture without label'));
   all('section').forEach(s => {
     need(document.getElementById(s.getAttribute('aria-labelledby')), 'section without name');
     need(s.querySelector('.explanation').textContent.trim().endsWith('.'), 'no sentence: ' + s.id);
@@ -116,10 +116,11 @@ SEMANTICS = """
 })()
 """
 
-# Elements that reach beyond the page's margin and are not cut off.
+# Elements that reach beyond the page's margin, and are neither cut off nor in a part of the page that
+# scrolls by itself.
 OVERFLOWING = """
 [...document.body.querySelectorAll('*')].filter(
-  e => !e.closest('.strip, .unseen') && e.getBoundingClientRect().right >
+  e => !e.closest('.strip, .unseen, .wide *') && e.getBoundingClientRect().right >
     innerWidth - parseFloat(getComputedStyle(document.body).paddingRight) + 0.5
 ).map(e => e.outerHTML.slice(0, 80))
 """

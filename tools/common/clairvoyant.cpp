@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/numbers.h"
+#include "base/wall_clock.h"
 #include "optimizer/simulator/native_simulator_configurations.h"
 #include "optimizer/simulator/simulator.h"
 #include "prediction/arbitrary_cycle_probability_tracker.h"
@@ -12,9 +13,8 @@
 namespace dozewell {
 namespace {
 
-constexpr int64_t kMinute = 60;
-constexpr int64_t kSlot = kSimulatedTimeResolution * kMinute;
-constexpr int64_t kIdleStretch = kIdleStretchMinutes * kMinute;
+constexpr int64_t kSlot = kSimulatedTimeResolution * kSecondsPerMinute;
+constexpr int64_t kIdleStretch = kIdleStretchMinutes * kSecondsPerMinute;
 
 // The start of the slot that a time lies in.
 int64_t SlotStart(int64_t time) { return WrapSubtract64(time, (time % kSlot + kSlot) % kSlot); }
@@ -22,7 +22,7 @@ int64_t SlotStart(int64_t time) { return WrapSubtract64(time, (time % kSlot + kS
 // Predictions count in whole minutes from the time that they are made at.
 int64_t InWholeMinutes(int64_t from, int64_t time) {
   const int64_t seconds = WrapSubtract64(time, from);
-  return WrapAdd64(from, (seconds + kMinute - 1) / kMinute * kMinute);
+  return WrapAdd64(from, (seconds + kSecondsPerMinute - 1) / kSecondsPerMinute * kSecondsPerMinute);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "base/wall_clock.h"
 #include "common/counted_records.h"
 #include "common/duration_text.h"
 #include "common/history_io.h"
@@ -11,7 +12,6 @@ namespace dozewell {
 namespace {
 
 int64_t TimeoutSeconds(const std::optional<std::string>& timeout, int64_t defaultMinutes) {
-  constexpr int64_t kSecondsPerMinute = 60;
   constexpr int64_t kMostMinutes = std::numeric_limits<uint32_t>::max();
   if (!timeout) return defaultMinutes * kSecondsPerMinute;
   const auto minutes = ParseTimeout(*timeout);

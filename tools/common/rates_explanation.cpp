@@ -1,12 +1,12 @@
 #include "common/rates_explanation.h"
 
+#include "base/wall_clock.h"
 #include "prediction/history_file.h"
 #include "prediction/rates/rates_predictor.h"
 
 namespace dozewell {
 namespace {
 
-constexpr int64_t kMinute = 60;
 constexpr double kSecondsPerHour = 3600;
 
 // Adds up what was seen in the cells around one.
@@ -56,7 +56,7 @@ RatesExplanation ExplainRates(const RatesState& state, const RateWishes& wishes,
   explanation.suspend = DecideSuspend(RecordsOf(decision, at), at);
   if (wishes.weight <= 0 || wishes.weight >= 100) return explanation;
   const auto add = [&](int32_t minutes) {
-    explanation.rates.push_back(RateAt(state, suspend, suspend + minutes * kMinute));
+    explanation.rates.push_back(RateAt(state, suspend, suspend + minutes * kSecondsPerMinute));
   };
   const bool hibernates = decision.hibernate < kNeverMinutes;
   add(hibernates ? decision.hibernate + kIntoHibernation : kIntoSleep);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/clock.h"
+#include "base/wall_clock.h"
 #include "common/json.h"
 #include "common/optimizer_inputs.h"
 #include "common/output_file.h"
@@ -27,9 +28,8 @@ constexpr const char* kDefaultName = "dozewell-report.html";
 // The user's own timeout for the power source that the machine runs on, or the usual one where it
 // cannot be read.
 int64_t LiveHibernateAfterSeconds() {
-  constexpr int64_t kMinute = 60;
   const std::optional<uint32_t> minutes = ReadCurrentHA();
-  return minutes ? *minutes * kMinute : ComparedTimeoutSeconds(std::nullopt);
+  return minutes ? *minutes * kSecondsPerMinute : ComparedTimeoutSeconds(std::nullopt);
 }
 
 }  // namespace

@@ -5,12 +5,13 @@
 #include <cstddef>
 #include <system_error>
 
+#include "base/wall_clock.h"
+
 namespace dozewell {
 namespace {
 
 namespace chrono = std::chrono;
 
-constexpr int64_t kSecondsPerMinute = 60;
 constexpr int64_t kSecondsPerHour = 3600;
 constexpr unsigned int kLastWeek = 5;
 

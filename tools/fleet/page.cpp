@@ -20,12 +20,12 @@ constexpr const char* kOwnRules =
     ".fleet th, .fleet td { padding: .3rem .75rem .3rem 0; border-bottom: 1px solid var(--line); "
     "vertical-align: top; overflow-wrap: anywhere; }\n"
     ".fleet thead th { vertical-align: bottom; }\n"
-    ".fleet thead th:not(:first-child), .fleet .number { text-align: right; white-space: nowrap; "
-    "}\n"
+    ".fleet .number { text-align: right; }\n"
+    ".fleet td.number { white-space: nowrap; }\n"
     ".fleet .own > * { font-weight: 600; background: var(--panel); }\n"
     ".fleet .share { display: block; height: .3rem; margin: .1rem 0 0 auto; "
     "background: var(--quiet); }\n"
-    "@media print { .wide { overflow: visible; } }\n";
+    "@media print { .wide { overflow: visible; } .fleet { font-size: 8pt; } }\n";
 
 struct PageSection {
   const char* id;

@@ -30,18 +30,28 @@ std::string Row(std::string_view name, const std::string& cells, const char* css
          "\n";
 }
 
-std::string Table(const char* caption, const std::vector<std::string>& columns,
+struct Column {
+  std::string name;
+  bool isNumber = true;
+};
+
+Column WordsColumn(const char* name) { return {name, false}; }
+
+std::string Table(const char* caption, const std::vector<Column>& columns,
                   const std::string& rows) {
   std::string head;
-  for (const std::string& column : columns) {
-    head += HtmlElement("th", {{"scope", "col"}}, HtmlText(column));
+  for (const Column& column : columns) {
+    head += HtmlElement("th", {{"scope", "col"}, {"class", column.isNumber ? "number" : ""}},
+                        HtmlText(column.name));
   }
-  // A wide table scrolls by itself, so the page does not.
-  return HtmlElement("div", {{"class", "wide"}, {"tabindex", "0"}},
-                     HtmlElement("table", {{"class", "fleet"}},
-                                 HtmlElement("caption", HtmlText(caption)) +
-                                     HtmlElement("thead", HtmlElement("tr", head)) +
-                                     HtmlElement("tbody", "\n" + rows))) +
+  // A wide table scrolls by itself, so the page does not; the keyboard has to reach it for that.
+  return HtmlElement(
+             "div",
+             {{"class", "wide"}, {"tabindex", "0"}, {"role", "region"}, {"aria-label", caption}},
+             HtmlElement("table", {{"class", "fleet"}},
+                         HtmlElement("caption", HtmlText(caption)) +
+                             HtmlElement("thead", HtmlElement("tr", head)) +
+                             HtmlElement("tbody", "\n" + rows))) +
          "\n";
 }
 
@@ -88,8 +98,13 @@ std::string ChoicesTable(const FleetTotals& totals, const EnergyRates& rates) {
                 OutcomeCells(totals.All().sums[i], rates), i == own ? "own" : "");
   }
   return Table("All machines",
-               {"choice", "hours asleep", "hours hibernated", "ready at once", "had to wait", "kWh",
-                "money"},
+               {WordsColumn("choice"),
+                {"hours asleep"},
+                {"hours hibernated"},
+                {"ready at once"},
+                {"had to wait"},
+                {"kWh"},
+                {"money"}},
                rows);
 }
 
@@ -100,17 +115,23 @@ std::string StrengthsTable(const FleetTotals& totals, const EnergyRates& rates) 
             StrengthRow(name, group, totals.Question(), "rates", WalkedKind::Rates, rates);
   }
   return Table("Recommended strengths",
-               {"group", "machines", "predictor", "recommended", "kWh now", "kWh then", "waits now",
-                "waits then"},
+               {WordsColumn("group"),
+                {"machines"},
+                WordsColumn("predictor"),
+                WordsColumn("recommended"),
+                {"kWh now"},
+                {"kWh then"},
+                {"waits now"},
+                {"waits then"}},
                rows);
 }
 
 std::string SpreadTable(const FleetTotals& totals, const char* caption,
                         Distribution Spread::*distribution) {
   const std::vector<SpreadOfChoice>& spreads = totals.Spreads();
-  std::vector<std::string> columns = {""};
+  std::vector<Column> columns = {WordsColumn("")};
   for (const SpreadOfChoice& spread : spreads) {
-    columns.push_back(totals.Question().choices[spread.choice].name);
+    columns.push_back({totals.Question().choices[spread.choice].name});
   }
   const Distribution& first = spreads.front().spread.*distribution;
   std::string rows;
@@ -142,8 +163,16 @@ std::string LosersTable(const FleetTotals& totals) {
                     Words(DayText(loser.to)) + Words(loser.path));
   }
   return Table("Machines that lose most",
-               {"machine", "points", "score then", "asleep now", "asleep then", "waits now",
-                "waits then", "records", "data to", "history"},
+               {WordsColumn("machine"),
+                {"points"},
+                {"score then"},
+                {"asleep now"},
+                {"asleep then"},
+                {"waits now"},
+                {"waits then"},
+                {"records"},
+                WordsColumn("data to"),
+                WordsColumn("history")},
                rows);
 }
 
@@ -152,7 +181,9 @@ std::string NotedTable(const char* caption, const std::vector<NotedHistory>& his
   for (const auto& [path, what] : histories) {
     rows += Row(MachineName(path), Words(what) + Words(path));
   }
-  return Table(caption, {"machine", "what is wrong", "history"}, rows);
+  return Table(caption,
+               {WordsColumn("machine"), WordsColumn("what is wrong"), WordsColumn("history")},
+               rows);
 }
 
 }  // namespace dozewell::fleet

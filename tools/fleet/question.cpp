@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "base/wall_clock.h"
 #include "common/tool_error.h"
 
 namespace dozewell::fleet {
@@ -58,10 +59,9 @@ std::optional<size_t> FleetQuestion::Find(WalkedKind kind,
 }
 
 size_t FleetQuestion::Own() const {
-  constexpr int64_t kMinute = 60;
   const auto found = std::ranges::find_if(choices, [&](const FleetChoice& choice) {
     return choice.kind == WalkedKind::Fixed &&
-           choice.hibernateAfterMinutes == userTimeoutSeconds / kMinute;
+           choice.hibernateAfterMinutes == userTimeoutSeconds / kSecondsPerMinute;
   });
   if (found == choices.end()) throw ToolError("the user's own timeout is not among the choices");
   return static_cast<size_t>(found - choices.begin());

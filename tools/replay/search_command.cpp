@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/wall_clock.h"
 #include "common/float_text.h"
 #include "common/optimizer_inputs.h"
 #include "common/problem_place.h"
@@ -119,7 +120,6 @@ std::string TableLine(const std::vector<std::string>& cells) {
 }
 
 std::string TimeoutText(int64_t seconds) {
-  constexpr int64_t kSecondsPerMinute = 60;
   if (seconds == 0) return "no timeout";
   return "a timeout of " + std::to_string(seconds / kSecondsPerMinute) + " minutes";
 }

@@ -8,11 +8,10 @@ namespace dozewell {
 namespace {
 
 SleepPlan PlanOf(const RateDecision& decision, int64_t suspend) {
-  constexpr int64_t kMinute = 60;
-  SleepPlan plan = {suspend + decision.hibernate * kMinute, std::nullopt, std::nullopt};
+  SleepPlan plan = {suspend + decision.hibernate * kSecondsPerMinute, std::nullopt, std::nullopt};
   if (decision.second) {
-    plan.wakeBack = suspend + decision.second->wake * kMinute;
-    plan.secondHibernation = suspend + decision.second->hibernate * kMinute;
+    plan.wakeBack = suspend + decision.second->wake * kSecondsPerMinute;
+    plan.secondHibernation = suspend + decision.second->hibernate * kSecondsPerMinute;
   }
   return plan;
 }

@@ -10,8 +10,7 @@ namespace dozewell {
 std::optional<SearchRun> SearchCalendar::SearchAfter(const WalkedSleep& sleep) {
   if (!IsDue(sleep.resume)) return std::nullopt;
   lastRun_ = sleep.resume;
-  constexpr int64_t kMinute = 60;
-  const int64_t delay = std::max(0, Wrap32(habits_.delayMinutes * kMinute));
+  const int64_t delay = std::max(0, Wrap32(habits_.delayMinutes * kSecondsPerMinute));
   const int64_t begin = WrapAdd64(sleep.resume, delay);
   Save(begin, sleep.resumeRecord + 1);
   return SearchRun{sleep.resume, sleep.nextSuspend && *sleep.nextSuspend <= begin};

@@ -4,19 +4,19 @@
 #include <array>
 #include <string>
 
+#include "base/wall_clock.h"
 #include "walk/score.h"
 
 namespace dozewell {
 namespace {
 
-constexpr int64_t kMinute = 60;
 constexpr std::array<int64_t, 15> kWalkedMinutes = {1,   5,   10,  20,  30,  45,  60, 90,
                                                     120, 180, 240, 360, 480, 600, 720};
 
 std::vector<int64_t> TimeoutsWith(int64_t ownSeconds) {
   std::vector<int64_t> timeouts;
   timeouts.reserve(kWalkedMinutes.size() + 1);
-  for (const int64_t minutes : kWalkedMinutes) timeouts.push_back(minutes * kMinute);
+  for (const int64_t minutes : kWalkedMinutes) timeouts.push_back(minutes * kSecondsPerMinute);
   if (ownSeconds > 0 && std::ranges::find(timeouts, ownSeconds) == timeouts.end()) {
     timeouts.insert(std::ranges::lower_bound(timeouts, ownSeconds), ownSeconds);
   }
@@ -26,7 +26,8 @@ std::vector<int64_t> TimeoutsWith(int64_t ownSeconds) {
 
 std::string NameOf(int64_t seconds) {
   if (seconds == 0) return "never";
-  return std::to_string(seconds / kMinute) + (seconds == kMinute ? " minute" : " minutes");
+  return std::to_string(seconds / kSecondsPerMinute) +
+         (seconds == kSecondsPerMinute ? " minute" : " minutes");
 }
 
 }  // namespace
@@ -39,7 +40,7 @@ TimeoutWalker::TimeoutWalker(WalkCounter& counter, int64_t userTimeoutSeconds)
       firstFixed_(counter.Result().choices.size()) {
   for (const int64_t seconds : seconds_) {
     const size_t choice = counter_.Add(WalkedKind::Fixed, NameOf(seconds));
-    counter_.Choice(choice).hibernateAfterMinutes = seconds / kMinute;
+    counter_.Choice(choice).hibernateAfterMinutes = seconds / kSecondsPerMinute;
   }
   firstBest_ = counter_.AddForStrengths(WalkedKind::BestFixed, "best timeout");
   firstPast_ = counter_.AddForStrengths(WalkedKind::PastFixed, "timeout of the past");

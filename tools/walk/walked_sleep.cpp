@@ -2,12 +2,11 @@
 
 #include "base/exception.h"
 #include "base/numbers.h"
+#include "base/wall_clock.h"
 #include "optimizer/simulator/simulator.h"
 
 namespace dozewell {
 namespace {
-
-constexpr int64_t kSecondsOfMinute = 60;
 
 bool IsSleep(const HistoryRecord& record) {
   if (record.asleep >= kHistoryCodes) throw FixedTextException(kUnknownEvent);
@@ -45,12 +44,12 @@ SleepPlan PlanOfDecision(const SuspendDecision& decision, int64_t suspend,
   if (!decision.haMinutes) return PlanOfTimeout(suspend, userTimeoutSeconds);
   // The power scheme takes 0 as never, and a negative number as more minutes than anybody waits.
   if (*decision.haMinutes <= 0) return {};
-  SleepPlan plan = PlanOfTimeout(suspend, *decision.haMinutes * kSecondsOfMinute);
+  SleepPlan plan = PlanOfTimeout(suspend, *decision.haMinutes * kSecondsPerMinute);
   if (!canWake || decision.timerMinutes.value_or(0) <= *decision.haMinutes) return plan;
-  plan.wakeBack = WrapAdd64(suspend, *decision.timerMinutes * kSecondsOfMinute);
+  plan.wakeBack = WrapAdd64(suspend, *decision.timerMinutes * kSecondsPerMinute);
   const int32_t secondMinutes = decision.nextHAMinutes.value_or(*decision.haMinutes);
   if (secondMinutes > 0) {
-    plan.secondHibernation = WrapAdd64(*plan.wakeBack, secondMinutes * kSecondsOfMinute);
+    plan.secondHibernation = WrapAdd64(*plan.wakeBack, secondMinutes * kSecondsPerMinute);
   }
   return plan;
 }

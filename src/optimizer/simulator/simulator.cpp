@@ -6,13 +6,12 @@
 
 #include "base/exception.h"
 #include "base/numbers.h"
+#include "base/wall_clock.h"
 #include "optimizer/simulator/stop_request.h"
 #include "prediction/cyclic_probability_predictor.h"
 
 namespace dozewell {
 namespace {
-
-constexpr int64_t kSecondsPerMinute = 60;
 
 // By the code of a record.
 using StateTable = std::array<SimState, kHistoryCodes>;

@@ -4,10 +4,11 @@
 #include <array>
 #include <cstddef>
 
+#include "base/wall_clock.h"
+
 namespace dozewell {
 namespace {
 
-constexpr int64_t kMinute = 60;
 constexpr int32_t kShortestSleepMinutes = 3;
 constexpr int32_t kBeginnersShortestSleepMinutes = 60;
 
@@ -28,8 +29,8 @@ class Turns {
   template <typename Forecast>
   Turns(Forecast forecast, const RateWishes& wishes) {
     const double secondsPerReturn = SecondsPerReturn(wishes);
-    const int64_t shortest =
-        kMinute * (wishes.isBeginner ? kBeginnersShortestSleepMinutes : kShortestSleepMinutes);
+    const int64_t shortest = kSecondsPerMinute * (wishes.isBeginner ? kBeginnersShortestSleepMinutes
+                                                                    : kShortestSleepMinutes);
     double gain = 0;
     double previous = 0;
     size_t count = 0;
@@ -51,7 +52,7 @@ class Turns {
   double GainOf(size_t turn) const { return turns_[turn].gain; }
   // Rounded up. The end means never, also where the forecast ended sooner.
   int32_t MinutesOf(size_t turn) const {
-    return static_cast<int32_t>((turns_[turn].start + kMinute - 1) / kMinute);
+    return static_cast<int32_t>((turns_[turn].start + kSecondsPerMinute - 1) / kSecondsPerMinute);
   }
 
  private:

@@ -3,15 +3,11 @@
 #include <cstddef>
 #include <utility>
 
+#include "base/wall_clock.h"
 #include "prediction/tracker.h"
 #include "settings/setting_names.h"
 
 namespace dozewell {
-namespace {
-
-constexpr int64_t kMinute = 60;
-
-}  // namespace
 
 int32_t ReadWeight(IConfigurations& configuration) {
   constexpr int32_t kWithoutEntry = 50;
@@ -28,7 +24,7 @@ std::vector<PredictionRecord> RecordsOf(const RateDecision& decision, const tm& 
   if (decision.second) {
     const auto [wake, hibernate] = *decision.second;
     tm wakeTime;
-    if (TmFromSeconds(SecondsFromTm(suspend) + wake * kMinute, wakeTime)) {
+    if (TmFromSeconds(SecondsFromTm(suspend) + wake * kSecondsPerMinute, wakeTime)) {
       records.push_back({wakeTime, hibernate - wake});
     }
   }
