@@ -12,26 +12,22 @@
 
 #include "base/durable_file.h"
 #include "base/side_file.h"
+#include "base/system_handle.h"
 #include "support/temp_folder.h"
 
 namespace dozewell {
 namespace {
-
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
 
 struct LocalFreer {
   void operator()(void* memory) const { LocalFree(memory); }
 };
 
 // Somebody else's open handle.
-Handle Hold(const std::wstring& path, DWORD access, DWORD sharing) {
+SystemHandle Hold(const std::wstring& path, DWORD access, DWORD sharing) {
   const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, OPEN_EXISTING,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   REQUIRE(file != INVALID_HANDLE_VALUE);
-  return Handle(file);
+  return SystemHandle(file);
 }
 
 std::string TextOf(const FileContent& content) {
@@ -73,7 +69,7 @@ void SetRights(const std::wstring& path, const wchar_t* rights) {
 }
 
 uint64_t IdentityOf(const std::wstring& path) {
-  const Handle file = Hold(path, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
+  const SystemHandle file = Hold(path, FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE);
   BY_HANDLE_FILE_INFORMATION found;
   REQUIRE(GetFileInformationByHandle(file.get(), &found));
   return uint64_t{found.nFileIndexHigh} << 32 | found.nFileIndexLow;
@@ -84,11 +80,12 @@ uint64_t IdentityOf(const std::wstring& path) {
 TEST_CASE("a file that somebody keeps others from reading is held, and not set aside") {
   const Folder folder;
   {
-    const Handle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_WRITE);
+    const SystemHandle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_WRITE);
     CHECK(ReadBeforeWriting(folder.path).failure == FileFailure::Held);
   }
   {
-    const Handle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    const SystemHandle holder =
+        Hold(folder.path, GENERIC_READ, FILE_SHARE_WRITE | FILE_SHARE_DELETE);
     CHECK(ReadBeforeWriting(folder.path).failure == FileFailure::Held);
   }
   CHECK(TextOf(ReadBeforeWriting(folder.path)) == "old");
@@ -99,7 +96,7 @@ TEST_CASE("a file that somebody holds and lets others write is written in place"
   const Folder folder;
   const uint64_t before = IdentityOf(folder.path);
   {
-    const Handle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    const SystemHandle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
     CHECK(folder.Write("newer"));
     CHECK(folder.At(L"") == "newer");
     CHECK(folder.At(L".new") == "-");
@@ -115,7 +112,7 @@ TEST_CASE("content waits beside a file that somebody keeps others from writing")
     CAPTURE(sharing);
     const Folder folder;
     {
-      const Handle holder = Hold(folder.path, GENERIC_READ, sharing);
+      const SystemHandle holder = Hold(folder.path, GENERIC_READ, sharing);
       CHECK_FALSE(folder.Write("newer"));
       CHECK(folder.At(L"") == "old");
       CHECK(TextOf(ReadDurableFile(folder.path)) == "newer");
@@ -133,11 +130,11 @@ TEST_CASE("content waits beside a file that somebody keeps others from writing")
 TEST_CASE("content that somebody holds is not written past") {
   const Folder folder;
   {
-    const Handle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_READ);
+    const SystemHandle holder = Hold(folder.path, GENERIC_READ, FILE_SHARE_READ);
     CHECK_FALSE(folder.Write("newer"));
   }
   {
-    const Handle holder = Hold(folder.path + L".new", GENERIC_READ, FILE_SHARE_READ);
+    const SystemHandle holder = Hold(folder.path + L".new", GENERIC_READ, FILE_SHARE_READ);
     FinishWriting(folder.path);
     CHECK(folder.At(L"") == "newer");
     CHECK_FALSE(folder.Write("newest"));

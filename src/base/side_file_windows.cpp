@@ -10,24 +10,21 @@
 #include <vector>
 
 #include "base/side_file.h"
+#include "base/system_handle.h"
 
 namespace dozewell {
 namespace {
 
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
-
-Handle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition, DWORD flags) {
+SystemHandle Open(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
+                  DWORD flags) {
   const HANDLE file =
       CreateFileW(path.c_str(), access, sharing, nullptr, disposition, flags, nullptr);
-  return Handle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+  return SystemHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
 // Opens a link itself, not its target. This works on files that others hold, and does not keep
 // others from opening them.
-Handle OpenToLook(const std::wstring& path) {
+SystemHandle OpenToLook(const std::wstring& path) {
   return Open(path, READ_CONTROL | FILE_READ_ATTRIBUTES,
               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
               FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS);
@@ -80,7 +77,7 @@ class Security {
 bool IsThisAccount(PSID account) {
   HANDLE opened = nullptr;
   if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) return false;
-  const Handle token(opened);
+  const SystemHandle token(opened);
   alignas(TOKEN_USER) std::array<BYTE, sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE> user;
   DWORD size = 0;
   return GetTokenInformation(token.get(), TokenUser, user.data(), static_cast<DWORD>(user.size()),
@@ -121,7 +118,7 @@ void SetReason(DWORD error) {
 }
 
 bool GiveRightsOf(const std::wstring& replaced, HANDLE file) {
-  const Handle model = OpenToLook(replaced);
+  const SystemHandle model = OpenToLook(replaced);
   if (!model) return IsMissing();
   Security security(model.get());
   return security && security.Give(file);
@@ -130,8 +127,8 @@ bool GiveRightsOf(const std::wstring& replaced, HANDLE file) {
 }  // namespace
 
 File CreateSideFile(const std::wstring& path, const std::wstring& replaced) {
-  Handle file = Open(path, GENERIC_WRITE | WRITE_DAC | WRITE_OWNER, /*sharing=*/0, CREATE_NEW,
-                     FILE_ATTRIBUTE_NORMAL);
+  SystemHandle file = Open(path, GENERIC_WRITE | WRITE_DAC | WRITE_OWNER, /*sharing=*/0, CREATE_NEW,
+                           FILE_ATTRIBUTE_NORMAL);
   if (!file) {
     SetReason(GetLastError());
     return nullptr;
@@ -152,9 +149,9 @@ File CreateSideFile(const std::wstring& path, const std::wstring& replaced) {
 }
 
 bool HasOwnerOf(const std::wstring& path, const std::wstring& replaced) {
-  const Handle model = OpenToLook(replaced);
+  const SystemHandle model = OpenToLook(replaced);
   if (!model) return IsMissing();
-  const Handle file = OpenToLook(path);
+  const SystemHandle file = OpenToLook(path);
   if (!file) return false;
   Security modelSecurity(model.get());
   Security security(file.get());
@@ -164,7 +161,7 @@ bool HasOwnerOf(const std::wstring& path, const std::wstring& replaced) {
 }
 
 bool IsOwnSideFile(const std::wstring& path, const std::wstring& replaced) {
-  const Handle file = OpenToLook(path);
+  const SystemHandle file = OpenToLook(path);
   if (!file || !IsPlainFile(file.get())) return false;
   Security security(file.get());
   const PSID owner = security.Owner();

@@ -10,6 +10,7 @@
 
 #include "base/clock.h"
 #include "base/file.h"
+#include "base/system_handle.h"
 #include "prediction/history_file.h"
 #include "prediction/history_recorder.h"
 #include "settings/data_folder.h"
@@ -19,11 +20,6 @@
 
 namespace dozewell {
 namespace {
-
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
 
 // A data folder with a history of 41 records up to an hour ago, and three that are pending.
 struct Learnt {
@@ -45,11 +41,11 @@ struct Learnt {
   ~Learnt() { ClearPendingHistory(); }
 
   size_t Records() const { return IncreasingRecords(ReadWholeFile(path).value()).size(); }
-  Handle Hold(DWORD sharing) const {
+  SystemHandle Hold(DWORD sharing) const {
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     REQUIRE(file != INVALID_HANDLE_VALUE);
-    return Handle(file);
+    return SystemHandle(file);
   }
 };
 
@@ -58,7 +54,7 @@ struct Learnt {
 TEST_CASE("a reader who lets others only write loses no record of the history") {
   const Learnt learnt;
   {
-    const Handle reader = learnt.Hold(FILE_SHARE_WRITE);
+    const SystemHandle reader = learnt.Hold(FILE_SHARE_WRITE);
     AH_SaveHistory();
   }
   CHECK(learnt.Records() == 41);
@@ -71,7 +67,7 @@ TEST_CASE("a reader, whatever others may do meanwhile, loses no record of the hi
     CAPTURE(sharing);
     const Learnt learnt;
     {
-      const Handle reader = learnt.Hold(sharing);
+      const SystemHandle reader = learnt.Hold(sharing);
       AH_SaveHistory();
     }
     AppendToHistory(learnt.start + 44 * 60, /*asleep=*/false);

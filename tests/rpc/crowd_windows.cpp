@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/system_handle.h"
 #include "rpc/crowd.h"
 #include "rpc/mixed_calls.h"
 #include "rpc/results.h"
@@ -22,15 +23,10 @@ constexpr DWORD kBetweenLooksMs = 100;
 constexpr wchar_t kStartEvent[] = L"DozewellClientsStart";
 constexpr wchar_t kReadySemaphore[] = L"DozewellClientsReady";
 
-struct HandleCloser {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, HandleCloser>;
-
 // What the clients of one process share.
 struct Member {
-  Handle ready;
-  Handle start;
+  SystemHandle ready;
+  SystemHandle start;
   unsigned int seed = 0;
   std::atomic<int> wrongAnswers = 0;
 };
@@ -50,7 +46,7 @@ void BeClient(int number) {
   }
 }
 
-Handle StartMember(int clients, unsigned int seed) {
+SystemHandle StartMember(int clients, unsigned int seed) {
   wchar_t program[MAX_PATH];
   GetModuleFileNameW(nullptr, program, MAX_PATH);
   std::wstring commandLine = std::wstring(L"\"") + program + L"\" " + kCrowdMember + L" " +
@@ -62,15 +58,15 @@ Handle StartMember(int clients, unsigned int seed) {
                         &startup, &started) != 0,
          "clients cannot be started");
   CloseHandle(started.hThread);
-  return Handle(started.hProcess);
+  return SystemHandle(started.hProcess);
 }
 
 }  // namespace
 
 void RunCrowd(int clients, unsigned int seed, const std::function<void()>& meanwhile) {
-  const Handle start(CreateEventW(nullptr, TRUE, FALSE, kStartEvent));
-  const Handle ready(CreateSemaphoreW(nullptr, 0, clients, kReadySemaphore));
-  std::vector<Handle> processes;
+  const SystemHandle start(CreateEventW(nullptr, TRUE, FALSE, kStartEvent));
+  const SystemHandle ready(CreateSemaphoreW(nullptr, 0, clients, kReadySemaphore));
+  std::vector<SystemHandle> processes;
   processes.reserve(kProcesses);
   const int each = clients / kProcesses;
   for (int i = 0; i < kProcesses; ++i) {
@@ -82,7 +78,7 @@ void RunCrowd(int clients, unsigned int seed, const std::function<void()>& meanw
   }
   SetEvent(start.get());
   const DWORD began = GetTickCount();
-  for (const Handle& process : processes) {
+  for (const SystemHandle& process : processes) {
     while (WaitForSingleObject(process.get(), kBetweenLooksMs) == WAIT_TIMEOUT) {
       Expect(GetTickCount() - began < kLongestMs, "clients are not served in time");
       meanwhile();

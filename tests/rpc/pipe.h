@@ -2,9 +2,9 @@
 #define DOZEWELL_TESTS_RPC_PIPE_H_
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
+#include "base/system_handle.h"
 #include "rpc/packets.h"
 #include "rpc/results.h"
 
@@ -30,15 +30,11 @@ class Pipe {
   Reply Read(uint32_t timeoutMs);
 
  private:
-  struct Closer {
-    void operator()(void* handle) const;
-  };
-
   // How many bytes came; 0 when the outcome is not kPacket.
   size_t ReadSome(uint8_t* bytes, size_t size, uint32_t timeoutMs, Reply::Outcome& outcome);
 
-  std::unique_ptr<void, Closer> event_;
-  std::unique_ptr<void, Closer> pipe_;
+  SystemHandle event_;
+  SystemHandle pipe_;
 };
 
 // A connection that is bound to the interface, so that procedures can be called.

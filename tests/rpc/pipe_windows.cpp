@@ -54,8 +54,6 @@ std::string Describe(const Reply& reply) {
   }
 }
 
-void Pipe::Closer::operator()(void* handle) const { CloseHandle(handle); }
-
 Pipe::Pipe() : event_(CreateEventW(nullptr, TRUE, FALSE, nullptr)), pipe_(Connect()) {}
 
 bool Pipe::Write(const Bytes& bytes, uint32_t timeoutMs) {

@@ -3,8 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
+
+#include "base/system_handle.h"
 
 namespace dozewell {
 
@@ -38,15 +39,10 @@ class ServiceProcess {
   bool Stop();
 
  private:
-  struct Closer {
-    void operator()(void* handle) const;
-  };
-  using Handle = std::unique_ptr<void, Closer>;
-
   void AwaitListening();
 
-  Handle output_;
-  Handle process_;
+  SystemHandle output_;
+  SystemHandle process_;
   uint32_t id_ = 0;
 };
 

@@ -109,8 +109,6 @@ void StayOnOneProcessor() {
   Require(SetProcessAffinityMask(GetCurrentProcess(), 1) != 0, "SetProcessAffinityMask");
 }
 
-void ServiceProcess::Closer::operator()(void* handle) const { CloseHandle(handle); }
-
 ServiceProcess::ServiceProcess(const std::wstring& program) {
   ProvisionPredictor();
   SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
@@ -118,7 +116,7 @@ ServiceProcess::ServiceProcess(const std::wstring& program) {
   HANDLE writeEnd = nullptr;
   Require(CreatePipe(&readEnd, &writeEnd, &inherited, 0) != 0, "CreatePipe");
   output_.reset(readEnd);
-  const Handle serviceOutput(writeEnd);
+  const SystemHandle serviceOutput(writeEnd);
   SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
 
   STARTUPINFOW startup = {};

@@ -3,8 +3,8 @@
 #include <cerrno>
 
 #include "base/file.h"
+#include "base/system_handle.h"
 #include "common/named_file.h"
-#include "common/system_handle.h"
 
 namespace dozewell {
 namespace {

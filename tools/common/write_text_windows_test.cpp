@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/file.h"
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "common/write_text.h"
 #include "support/temp_folder.h"
 

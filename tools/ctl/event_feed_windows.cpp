@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "base/system_handle.h"
 #include "base/utf8.h"
-#include "common/system_handle.h"
 #include "ctl/event_feed.h"
 
 namespace dozewell::ctl {

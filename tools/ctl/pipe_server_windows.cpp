@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "ctl/pipe_server.h"
 #include "rpc/pipe_name.h"
 

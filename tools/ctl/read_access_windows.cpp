@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "ctl/read_access.h"
 
 namespace dozewell::ctl {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "common/tool_error.h"
 #include "fleet/crew.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "setup/local_memory.h"
 
 namespace dozewell::setup {

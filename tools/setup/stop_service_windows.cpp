@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/system_handle.h"
 #include "base/utf8.h"
-#include "common/system_handle.h"
 #include "setup/deadline.h"
 #include "setup/own_service.h"
 #include "setup/service_command.h"

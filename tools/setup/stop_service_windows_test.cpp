@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "service/service_host.h"
 #include "service/service_manager.h"
 #include "setup/system_steps.h"

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
+#include "base/system_handle.h"
 #include "base/utf8.h"
-#include "common/system_handle.h"
 #include "ctl/check/access_list.h"
 #include "ctl/check/sid_text.h"
 

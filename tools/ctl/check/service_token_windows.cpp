@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "ctl/check/service_token.h"
 #include "ctl/check/sid_text.h"
 

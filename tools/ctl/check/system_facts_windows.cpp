@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 #include "ctl/check/system_facts.h"
 
 namespace dozewell::ctl {

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "common/system_handle.h"
+#include "base/system_handle.h"
 
 namespace dozewell {
 

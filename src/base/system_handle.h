@@ -1,5 +1,5 @@
-#ifndef DOZEWELL_COMMON_SYSTEM_HANDLE_H_
-#define DOZEWELL_COMMON_SYSTEM_HANDLE_H_
+#ifndef DOZEWELL_BASE_SYSTEM_HANDLE_H_
+#define DOZEWELL_BASE_SYSTEM_HANDLE_H_
 
 #include <memory>
 
@@ -13,4 +13,4 @@ using SystemHandle = std::unique_ptr<void, SystemHandleCloser>;
 
 }  // namespace dozewell
 
-#endif  // DOZEWELL_COMMON_SYSTEM_HANDLE_H_
+#endif  // DOZEWELL_BASE_SYSTEM_HANDLE_H_
