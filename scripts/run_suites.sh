@@ -87,6 +87,10 @@ install_packages() {
 run_suites() {
   local lists=() presets=() suite preset
   for suite in "$@"; do need_of "$suite"; done
+  # The longest suites wait for the programs for Windows.
+  mapfile -t presets < <(printf '%s\n' "${presets[@]}" |
+    awk -v first="$WINDOWS_PRESET" '$0 == first {print} $0 != first && NF {rest = rest $0 "\n"}
+      END {printf "%s", rest}')
   packages_for_builds "${presets[@]}"
   ((${#lists[@]} == 0)) || install_packages
   for preset in "${presets[@]}"; do
@@ -137,12 +141,21 @@ begin_if_possible() {
   if [[ $job == build* ]]; then
     [[ " ${running[*]}" != *" build "* ]] || return 1
   elif ! has "$job" idle; then
-    ((${#running[@]} < JOBS_AT_ONCE)) || return 1
+    (($(busy_jobs) < JOBS_AT_ONCE)) || return 1
   fi
   if [[ $job != build* ]] && has "$job" machine; then take_machine "$job" || return 1; fi
   began[$job]=$SECONDS
   run_job "$job" >"$(log_of "$job")" 2>&1 </dev/null &
   running[$!]=$job
+}
+
+# How many jobs run that take the processors for themselves.
+busy_jobs() {
+  local job count=0
+  for job in "${running[@]}"; do
+    if [[ $job == build* ]] || ! has "$job" idle; then ((++count)); fi
+  done
+  echo "$count"
 }
 
 take_machine() {
