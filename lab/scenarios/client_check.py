@@ -237,6 +237,8 @@ def a_process_in_the_services_place(machine):
     machine.provision()
     machine.service.create()
     console, _ = machine.start_console()
+    machine.waiting.until(lambda: machine.client.run("ping").exit_code != NOT_REACHABLE,
+                          "nobody answers")
     expect_true("answers in the service's place" in _bad_lines(machine)["rpc"], "who answers")
     machine.press_ctrl_c(console)
 

@@ -36,11 +36,12 @@ class Contest {
   }
 
   // A score that is not a number never wins.
-  void Enter(uint64_t position, const Shares& shares) {
+  void Enter(uint64_t position, const Outcomes& outcomes, const Shares& shares) {
     const float score = ScoreOf(shares);
     if (score > bestScore_ || (score == bestScore_ && (!best_ || position > *best_))) {
       bestScore_ = score;
       best_ = position;
+      outcomes_ = outcomes;
     }
   }
 
@@ -48,7 +49,10 @@ class Contest {
     BestSet result = {BestSetName(index), kNoBestSet, bestScore_, ScoreOf(baselineShares)};
     if (bestScore_ >= result.baseline) {
       NativeSimulatorConfigurations set;
-      if (best_) set = ConfigurationsOf(grid.SetAt(*best_));
+      if (best_) {
+        set = ConfigurationsOf(grid.SetAt(*best_));
+        result.outcomes = outcomes_;
+      }
       result.value = BestSetText(set);
     }
     return result;
@@ -59,6 +63,7 @@ class Contest {
   float complement_;
   float bestScore_ = 0.0F;
   std::optional<uint64_t> best_;  // position in the grid
+  Outcomes outcomes_;             // with the best set
 };
 
 }  // namespace
@@ -72,7 +77,7 @@ std::optional<std::vector<BestSet>> SearchParameters(std::span<const HistoryReco
   const SetVisitor enter = [&](uint64_t position, const Outcomes& outcomes) {
     if (visit) visit(position, outcomes);
     const Shares shares = SharesOf(outcomes);
-    for (Contest& contest : contests) contest.Enter(position, shares);
+    for (Contest& contest : contests) contest.Enter(position, outcomes, shares);
   };
   if (!GridSimulator(grid, history).Simulate(enter)) SimulateEachSet(grid, history, enter);
   if (OptimizerStopRequested) return std::nullopt;

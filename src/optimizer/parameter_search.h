@@ -20,6 +20,8 @@ struct BestSet {
   std::string value;  // the text that is stored
   float score;        // 0 when no set scored higher
   float baseline;     // the fixed timeout's score, which `score` has to reach
+  // What the history comes to with the set; nothing when no set scored.
+  std::optional<Outcomes> outcomes = {};
 };
 
 // Simulates every set of the grid and finds the best one for each scoring weight. A weight is the

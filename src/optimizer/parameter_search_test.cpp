@@ -74,6 +74,16 @@ TEST_CASE("each scoring weight has its own winner") {
   CHECK(results[1].baseline == 0.0F);
   CHECK(results[2].name == "Best2");
   CHECK(results[2].value == results[0].value);
+  CHECK(results[0].outcomes == kNeverHibernated);
+  CHECK(results[1].outcomes == kHalfHibernated);
+}
+
+TEST_CASE("what no set won has no outcomes") {
+  CHECK_FALSE(Search(OneSleep(), kAllAsleep, Grid({}), {50})[0].outcomes.has_value());
+  const Outcomes three = {100, 300, 1, 3};
+  const BestSet tooLow = Search(OneSleep(), three, Grid({{50, 40}}), {49})[0];
+  CHECK(tooLow.value == "-1");
+  CHECK_FALSE(tooLow.outcomes.has_value());
 }
 
 TEST_CASE("among sets of equal score the last one wins") {

@@ -24,6 +24,7 @@ Outcomes Adopted(const BestSet& best, std::span<const HistoryRecord> history,
   if (best.value == kNoBestSet) return comparison.baseline;
   const std::optional<ParameterSet> set = SetOf(best);
   if (!set) return comparison.settings.outcomes;
+  if (best.outcomes) return *best.outcomes;
   NativeSimulatorConfigurations parameters = ConfigurationsOf(*set);
   return OutcomesOf(SimulatePredictor(parameters, history));
 }
