@@ -5,6 +5,7 @@ Most of the time goes into the headers that sources share, so many sources are r
 options after -- are added to the compiler's."""
 
 import argparse
+import functools
 import json
 import re
 import shlex
@@ -14,7 +15,8 @@ import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-CONFIGURATION = Path(__file__).resolve().parents[2] / ".clang-tidy"
+ROOT = Path(__file__).resolve().parents[2]
+CONFIGURATION = ROOT / ".clang-tidy"
 # Enough that the headers count for little, and that there is a unit for each processor to the end.
 MOST_BYTES_AT_ONCE = 250_000
 DOES_NOT_COMPILE = "clang-diagnostic-error"
@@ -26,6 +28,14 @@ NOT_FOR_CLANG = {"-fno-ipa-ra"}
 # and members of classes may repeat.
 DECLARATION = re.compile(r"^(?!namespace )[A-Za-z][^(={;\n]*?(?<!::)\b(\w*[a-z]\w*)(?:\[\w*\])?"
                          r"(?= ?[(={;]| final| : ).*", re.MULTILINE)
+
+# The same in a header, of constants and types: what a source declares as well is another thing there,
+# whereas functions are those that sources define.
+IN_HEADER = re.compile(r"^(?:(?:inline |extern )?(?:constexpr|const) [^(={;]*?\b(k[A-Z]\w*)(?=[\[ ={;])"
+                       r"|using (\w+) =|(?:struct|class|enum(?: class)?) (\w+)[^;]*?\{)",
+                       re.MULTILINE)
+INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
+HEADER_FOLDERS = [ROOT / folder for folder in ("src", "tools", "tests", "bench", "lab/native")]
 
 # Words that stand where a name does.
 NO_NAMES = {"decltype"}
@@ -68,9 +78,25 @@ def options_in(command):
 
 
 def declarations(source):
-    """What a source declares outside of classes and functions: lines by their names."""
-    return {found[1]: found[0] for found in DECLARATION.finditer(source.read_text("utf-8"))
-            if found[1] not in NO_NAMES and found[1] != ENTRY}
+    """What a source declares outside of classes and functions, and what the headers do that it
+    reads: lines by their names."""
+    own = {found[1]: found[0] for found in DECLARATION.finditer(source.read_text("utf-8"))
+           if found[1] not in NO_NAMES and found[1] != ENTRY}
+    return {**declarations_in_headers(source), **own}
+
+
+@functools.cache
+def declarations_in_headers(file):
+    """Of all that a file includes, in turn; the same thing has the same line."""
+    found = {}
+    for name in INCLUDE.findall(file.read_text("utf-8")):
+        paths = (folder / name for folder in HEADER_FOLDERS)
+        header = next((path for path in paths if path.is_file()), None)
+        if header:
+            found.update({next(filter(None, names)): f"using {header}"
+                          for names in IN_HEADER.findall(header.read_text("utf-8"))})
+            found.update(declarations_in_headers(header))
+    return found
 
 
 def go_together(some, others):

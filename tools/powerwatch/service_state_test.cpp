@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <initializer_list>
+
 namespace dozewell::powerwatch {
 
 TEST_CASE(
