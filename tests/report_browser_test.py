@@ -470,6 +470,8 @@ def test_a_table_of_a_fleet_scrolls_by_itself_for_the_keyboard_too(browser, page
                                  "e => [e.scrollWidth > e.clientWidth, "
                                  "getComputedStyle(e).overflowX])")
     contains(scrolling, [True, "auto"])
+    # Its columns are not squeezed to the width of a letter.
+    equal(browser.evaluate("document.documentElement.scrollHeight") < 8000, True)
 
 
 def test_headings_of_a_fleet_stand_over_what_they_name(browser, pages):

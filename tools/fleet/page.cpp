@@ -18,14 +18,15 @@ constexpr const char* kOwnRules =
     ".wide { overflow-x: auto; margin: 0 0 1rem; }\n"
     ".fleet caption { text-align: left; font-weight: 600; }\n"
     ".fleet th, .fleet td { padding: .3rem .75rem .3rem 0; border-bottom: 1px solid var(--line); "
-    "vertical-align: top; overflow-wrap: anywhere; }\n"
+    "vertical-align: top; overflow-wrap: normal; }\n"
+    ".fleet tbody th, .fleet .long { min-width: 8rem; overflow-wrap: anywhere; }\n"
     ".fleet thead th { vertical-align: bottom; }\n"
     ".fleet .number { text-align: right; }\n"
-    ".fleet td.number { white-space: nowrap; }\n"
+    ".fleet td:not(.long) { white-space: nowrap; }\n"
     ".fleet .own > * { font-weight: 600; background: var(--panel); }\n"
     ".fleet .share { display: block; height: .3rem; margin: .1rem 0 0 auto; "
     "background: var(--quiet); }\n"
-    "@media print { .wide { overflow: visible; } .fleet { font-size: 8pt; } }\n";
+    "@media print { .wide { overflow: visible; } .fleet, .fleet thead th { font-size: 7pt; } }\n";
 
 struct PageSection {
   const char* id;

@@ -24,6 +24,11 @@ std::string Number(int64_t number) { return Number(std::to_string(number)); }
 
 std::string Words(std::string_view text) { return HtmlElement("td", HtmlText(text)); }
 
+// Of any length, and perhaps without a place to break.
+std::string LongText(std::string_view text) {
+  return HtmlElement("td", {{"class", "long"}}, HtmlText(text));
+}
+
 std::string Row(std::string_view name, const std::string& cells, const char* cssClass = "") {
   return HtmlElement("tr", {{"class", cssClass}},
                      HtmlElement("th", {{"scope", "row"}}, HtmlText(name)) + cells) +
@@ -160,7 +165,7 @@ std::string LosersTable(const FleetTotals& totals) {
                     Number(HoursText(loser.service.sleepSeconds)) +
                     Number(loser.own.resumesFromHibernate) +
                     Number(loser.service.resumesFromHibernate) + Number(loser.records) +
-                    Words(DayText(loser.to)) + Words(loser.path));
+                    Words(DayText(loser.to)) + LongText(loser.path));
   }
   return Table("Machines that lose most",
                {WordsColumn("machine"),
@@ -179,7 +184,7 @@ std::string LosersTable(const FleetTotals& totals) {
 std::string NotedTable(const char* caption, const std::vector<NotedHistory>& histories) {
   std::string rows;
   for (const auto& [path, what] : histories) {
-    rows += Row(MachineName(path), Words(what) + Words(path));
+    rows += Row(MachineName(path), LongText(what) + LongText(path));
   }
   return Table(caption,
                {WordsColumn("machine"), WordsColumn("what is wrong"), WordsColumn("history")},
