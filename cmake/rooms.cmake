@@ -75,7 +75,7 @@ function(precompile target)
   endforeach()
 endfunction()
 
-# read_system_headers_once(TARGET): the same for leaf sources, with the header of the system that all
+# read_system_headers_once(TARGET): the same for leaf sources, with the header of the system that most
 # of them include.
 function(read_system_headers_once target)
   read_common_headers_once(${target})

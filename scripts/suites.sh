@@ -66,7 +66,7 @@ power cuts, Windows | windows:power_cut machine python | python3 -m tests.power_
 docs, Windows | native:dozewell-replay windows:DozewellService,dozewellctl,dozewell-replay,dozewell-setup,lab wine python pages packaging | /usr/bin/python3 -m tests.docs_windows_test --build $programs
 manuals | native:manual,dozewell-replay python manuals shellcheck | python3 -m tests.manuals_test --build build/native
 stress | native:controller_stress named | build/native/controller_stress 20000
-fleet | native:dozewell-replay python named | replay_test fleet_cli_test native
+fleet | native:dozewell-replay python | replay_test fleet_cli_test native
 fleet on Dask | native:dozewell-replay python dask | /usr/bin/python3 -m tests.fleet_dask_test --tool build/native/dozewell-replay
 reports in a browser | native:dozewell-replay python browser | python3 -m tests.report_browser_test --tool build/native/dozewell-replay
 logic, sanitized | asan:unit_tests | build/asan/unit_tests

@@ -29,9 +29,10 @@ NOT_FOR_CLANG = {"-fno-ipa-ra"}
 DECLARATION = re.compile(r"^(?!namespace )[A-Za-z][^(={;\n]*?(?<!::)\b(\w*[a-z]\w*)(?:\[\w*\])?"
                          r"(?= ?[(={;]| final| : ).*", re.MULTILINE)
 
-# The same in a header, of constants and types: what a source declares as well is another thing there,
-# whereas functions are those that sources define.
-IN_HEADER = re.compile(r"^(?:(?:inline |extern )?(?:constexpr|const) [^(={;]*?\b(k[A-Z]\w*)(?=[\[ ={;])"
+# The same in a header, of constants and types: what a source declares as well is another thing
+# there, whereas functions are those that sources define.
+IN_HEADER = re.compile(r"^(?:(?:inline |extern )?(?:constexpr|const) [^(={;]*?\b(k[A-Z]\w*)"
+                       r"(?=[\[ ={;])"
                        r"|using (\w+) =|(?:struct|class|enum(?: class)?) (\w+)[^;]*?\{)",
                        re.MULTILINE)
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)

@@ -7,7 +7,7 @@ namespace dozewell {
 void Smooth(std::span<double> numbers, size_t rows, Ends ends, const Bell& bell) {
   // The numbers as they were, between what lies beyond the ends of their rows: nothing, or the
   // other end.
-  std::array<double, kMostSmoothed + 2 * Bell::kMostReach> room;
+  std::array<double, kMostSmoothed> room;
   const size_t beyond = bell.Reach() * rows;
   const std::span before = std::span(room).first(numbers.size() + 2 * beyond);
   const std::span head = before.first(beyond);

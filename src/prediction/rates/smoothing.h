@@ -36,7 +36,7 @@ class Bell {
 
 enum class Ends { Open, Joined };
 
-// How many numbers Smooth takes.
+// How many numbers Smooth takes, with a bell's reach of them for each row at both ends.
 inline constexpr size_t kMostSmoothed = 1024;
 
 // Smooths rows that lie side by side: `numbers` begins with the first of each of `rows` rows, after
