@@ -60,9 +60,12 @@ class Machine:
         return done.returncode, done.stdout.decode(errors="replace").replace("\r\n", "\n")
 
     def msiexec(self, option, package, **properties):
-        code, _ = self.run("msiexec", option, f"Z:{package.path}".replace("/", "\\"), "/qn",
-                           *(f"{name}={value}" for name, value in properties.items()))
-        return code
+        # It prints nothing, and a pipe would stay open in Wine's desktop for a second after its end.
+        quiet = subprocess.DEVNULL
+        return programs.run([*self.wine, "msiexec", option,
+                             f"Z:{package.path}".replace("/", "\\"), "/qn",
+                             *(f"{name}={value}" for name, value in properties.items())],
+                            cwd=self.drive, stdin=quiet, stdout=quiet, stderr=quiet).returncode
 
     def install(self, package=None, **properties):
         equal(self.msiexec("/i", package or self.package, **properties), 0)
