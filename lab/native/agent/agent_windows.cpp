@@ -46,9 +46,9 @@ void NameSystemCalls(MachineState& state) {
   }
 }
 
-// Makes the system start the program that keeps the desktop's window, which stays as long as this one
-// does and inherits its streams. Started by a program with pipes, it would keep these open, and who
-// reads them would wait for ever.
+// Makes the system start the program that keeps the desktop's window. That stays as long as this
+// one does and inherits its streams: started by a program with pipes, it would keep these open, and
+// who reads them would wait for ever.
 void StartDesktop() { GetDesktopWindow(); }
 
 int Run() {
